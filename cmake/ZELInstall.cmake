@@ -1,0 +1,37 @@
+# Install rules: the library, its headers under include/zel, the CMake package ZEL with the target
+# ZEL::ZEL, and the pkg-config file zel.pc.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/ZEL)
+set(pkgConfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+install(TARGETS ZEL
+    EXPORT ZELTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zel)
+install(EXPORT ZELTargets NAMESPACE ZEL:: DESTINATION ${packageDir})
+
+configure_package_config_file(
+    ${CMAKE_CURRENT_LIST_DIR}/ZELConfig.cmake.in ${PROJECT_BINARY_DIR}/ZELConfig.cmake
+    INSTALL_DESTINATION ${packageDir})
+write_basic_package_version_file(
+    ${PROJECT_BINARY_DIR}/ZELConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/ZELConfig.cmake ${PROJECT_BINARY_DIR}/ZELConfigVersion.cmake
+    DESTINATION ${packageDir})
+
+# The installed tree can be moved as long as the library directory lies below the prefix: zel.pc
+# then finds the prefix from its own place.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    set(pcPrefix ${CMAKE_INSTALL_PREFIX})
+else()
+    cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+        BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${pkgConfigDir} OUTPUT_VARIABLE up)
+    set(pcPrefix "\${pcfiledir}/${up}")
+endif()
+set(pcLibDir "\${prefix}")
+cmake_path(APPEND pcLibDir ${CMAKE_INSTALL_LIBDIR})
+set(pcIncludeDir "\${prefix}")
+cmake_path(APPEND pcIncludeDir ${CMAKE_INSTALL_INCLUDEDIR} zel)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/zel.pc.in ${PROJECT_BINARY_DIR}/zel.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zel.pc DESTINATION ${pkgConfigDir})

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "zelEditor.h"
+
+#include <vector>
+
+namespace ZEL {
+
+/// The editor's side of its registrations.
+struct HostEditorImpl {
+    explicit HostEditorImpl(HostEditor* editor);
+    ~HostEditorImpl();
+
+    /// Forgets the notifier; does nothing once the editor is being destroyed.
+    void removeMe(HostEditorNotifier* notifier);
+
+    std::vector<HostEditorNotifier*> notifiers; ///< Not owned, in order of registration.
+    HostEditor* owner;                          ///< Not owned: the editor that owns this record.
+    bool beingDestroyed = false; ///< Keeps notifiers unchanged while the destructor walks it.
+};
+
+/// The notifier's side of its registrations.
+struct HostEditorNotifierImpl {
+    HostEditorNotifierImpl() = default;
+    HostEditorNotifierImpl(const HostEditorNotifierImpl&) = delete;
+    HostEditorNotifierImpl& operator=(const HostEditorNotifierImpl&) = delete;
+    /// Ends every pass that is under way.
+    ~HostEditorNotifierImpl();
+
+    void registerEditor(HostEditor* editor, HostEditorNotifier* notifier);
+    void unregisterEditor(HostEditor* editor, HostEditorNotifier* notifier);
+    /// Makes every editor forget the notifier.
+    void unregisterNotifier(HostEditorNotifier* notifier);
+
+    /// One walk over the editors. It lies on the stack of the notification and outlives the
+    /// notifier when a callback destroys that.
+    struct Pass {
+        explicit Pass(HostEditorNotifierImpl& impl);
+        Pass(const Pass&) = delete;
+        Pass& operator=(const Pass&) = delete;
+        ~Pass();
+
+        HostEditorNotifierImpl* notifier; ///< Null: it died, the pass is over.
+        Pass* outer;                      ///< The pass in whose callback this one began, or null.
+    };
+
+    /// Calls callback(editor) for each editor in order.
+    template <class Callback>
+    void forEachEditor(Callback callback)
+    {
+        const Pass pass(*this);
+        // Contract: the length is read on every turn; a callback may register or remove editors.
+        for (std::size_t i = 0; pass.notifier && i < pass.notifier->editors.size(); ++i)
+            callback(*pass.notifier->editors[i]);
+    }
+
+    std::vector<HostEditor*> editors; ///< Not owned, in order of registration, no doubles.
+    Pass* innermostPass = nullptr;    ///< Not owned. Null: no notification is under way.
+};
+
+} // namespace ZEL

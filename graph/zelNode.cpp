@@ -1,0 +1,184 @@
+#include "zelNode.h"
+
+#include "zelCompound.h"
+
+namespace ZEL {
+
+void GPFN_Callback(Node* node, void* data)
+{
+    auto* const path = static_cast<std::string*>(data);
+    path->append(".").append(node->getName());
+}
+
+AddRefWrapper<Node> Node::createNew(Container* container, const char* name)
+{
+    AddRefWrapper<Node> node(new Node(container));
+    if (name)
+        node->setName(name);
+    return node;
+}
+
+Node::Node(Container* container)
+    : m_inputs(PortList::createNew()),
+      m_outputs(PortList::createNew()),
+      m_container(container)
+{
+    m_inputs->setParent(this);
+    m_inputs->setPortIOType(PortInput);
+    m_outputs->setParent(this);
+    m_outputs->setPortIOType(PortOutput);
+}
+
+Node::~Node()
+{
+    m_inputs->onParentDied(this);
+    m_outputs->onParentDied(this);
+    if (m_ownedCompound)
+        m_ownedCompound->onOwnerDied(this);
+}
+
+bool Node::isCompound()
+{
+    return static_cast<bool>(m_ownedCompound);
+}
+
+AddRefWrapper<Compound> Node::getAsCompound()
+{
+    return m_ownedCompound;
+}
+
+Namable Node::getFullPathName()
+{
+    std::string path;
+    recurse_parent_first(GPFN_Callback, &path);
+    if (!path.empty())
+        path.erase(0, 1);
+    return Namable(path.c_str());
+}
+
+const char* Node::getNodeTypeName() const
+{
+    return m_nodeTypeName.c_str();
+}
+
+void Node::setNodeTypeName(const char* name)
+{
+    // Copied before the old text is freed: name may point into it.
+    std::string copy(name);
+    m_nodeTypeName.swap(copy);
+}
+
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): every member takes itself.
+Node& Node::operator=(const Node& other)
+{
+    // Released last: other may lie inside the compound that is replaced.
+    const AddRefWrapper<Compound> replacedCompound(m_ownedCompound);
+    Namable::operator=(other);
+    m_inputs = other.m_inputs;
+    m_outputs = other.m_outputs;
+    m_parentCompound = other.m_parentCompound;
+    m_ownedCompound = other.m_ownedCompound;
+    m_container = other.m_container;
+    m_nodeTypeName = other.m_nodeTypeName;
+    return *this;
+}
+
+void Node::onThisNodeDeleted()
+{
+    m_inputs->onParentNodeDeleted();
+    m_outputs->onParentNodeDeleted();
+}
+
+bool Node::onPortAddConnection(const AddRefWrapper<Port>& /*port*/,
+                               const AddRefWrapper<Port>& /*other*/)
+{
+    return true;
+}
+
+bool Node::onPortRemoveConnection(const AddRefWrapper<Port>& /*port*/,
+                                  const AddRefWrapper<Port>& /*other*/)
+{
+    return true;
+}
+
+bool Node::onPortSetDataType(const AddRefWrapper<Port>& /*port*/,
+                             const AddRefWrapper<PortDataType>& /*type*/)
+{
+    return true;
+}
+
+bool Node::onPortListPortAdded(const PortList& /*list*/, const AddRefWrapper<Port>& /*port*/)
+{
+    return true;
+}
+
+bool Node::onPortListPortRemoved(const PortList& /*list*/, const AddRefWrapper<Port>& /*port*/)
+{
+    return true;
+}
+
+bool Node::onPortListPortMove(const PortList& /*list*/, int /*from*/, int /*to*/)
+{
+    return true;
+}
+
+void Node::onPortListPortMoved(const PortList& /*list*/, int /*from*/, int /*to*/) {}
+
+const char* Node::onPortGetDefaultValue(const AddRefWrapper<Port>& /*port*/)
+{
+    return nullptr;
+}
+
+bool Node::onPortSetDefaultValue(const AddRefWrapper<Port>& /*port*/, const char* /*value*/)
+{
+    return true;
+}
+
+bool Node::onPortSetName(const AddRefWrapper<Port>& /*port*/, const char* /*name*/)
+{
+    return true;
+}
+
+Namable Node::onGetParentFullPathName()
+{
+    return getFullPathName();
+}
+
+PortList& Node::inputs()
+{
+    return *m_inputs;
+}
+
+PortList& Node::outputs()
+{
+    return *m_outputs;
+}
+
+AddRefWrapper<Compound> Node::getParentCompound()
+{
+    return m_parentCompound;
+}
+
+void Node::setParentCompound(Compound* compound)
+{
+    m_parentCompound = compound;
+}
+
+void Node::setOwnedCompound(Compound* compound)
+{
+    m_ownedCompound = compound;
+}
+
+Container* Node::getContainer()
+{
+    return m_container;
+}
+
+void Node::recurse_parent_first(void (*callback)(Node*, void*), void* data)
+{
+    if (m_parentCompound)
+        m_parentCompound->recurse_parent_first(callback, data);
+    callback(this, data);
+}
+
+} // namespace ZEL

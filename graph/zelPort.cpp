@@ -1,0 +1,217 @@
+#include "zelPort.h"
+
+#include "core/zelKeepAlive.h"
+
+#include <cstring>
+
+namespace ZEL {
+
+// PortDataType.
+
+PortDataType::PortDataType(const char* name) : Namable(name ? name : "") {}
+
+PortDataType::~PortDataType() = default;
+
+AddRefWrapper<PortDataType> PortDataType::createNew(const char* name)
+{
+    return new PortDataType(name);
+}
+
+bool PortDataType::operator==(const PortDataType& other) const
+{
+    return Namable::operator==(other);
+}
+
+// PortNotification.
+
+PortNotification::~PortNotification() = default;
+
+// Port.
+
+namespace {
+
+/// True for a port that only ever receives: an input that is no inner port of a compound.
+bool isPlainInput(Port& port)
+{
+    return port.getPortIOType() == PortInput && !port.isCompoundInternalPort();
+}
+
+/// The end that sends in a connection to be made; null when neither can.
+Port* findSendingEnd(Port* called, Port* other)
+{
+    const bool calledIsInner = called->isCompoundInternalPort();
+    const bool otherIsInner = other->isCompoundInternalPort();
+    if (calledIsInner && otherIsInner) {
+        if (called->getPortIOType() == other->getPortIOType())
+            return nullptr;
+        return called->getPortIOType() == PortOutput ? called : other;
+    }
+    if (otherIsInner)
+        return other;
+    if (!isPlainInput(*called))
+        return called;
+    return isPlainInput(*other) ? nullptr : other;
+}
+
+} // namespace
+
+Port::Port(const char* name, PortIOType ioType)
+    : Namable(name ? name : ""),
+      m_connections(PortList::createNew()),
+      m_ioType(ioType)
+{
+}
+
+Port::~Port() = default;
+
+AddRefWrapper<Port> Port::createNew(const char* name, PortIOType ioType)
+{
+    return new Port(name, ioType);
+}
+
+void Port::setName(const char* name)
+{
+    if (!name || std::strcmp(name, getName()) == 0)
+        return;
+    const KeepAlive self(this);
+    const std::string copy(name); // The listener may change the text that name points into.
+    if (!m_parent || m_parent->onPortSetName(this, copy.c_str()))
+        Namable::setName(copy.c_str());
+}
+
+void Port::setParent(PortNotification* parent)
+{
+    m_parent = parent;
+}
+
+PortNotification* Port::getParent()
+{
+    return m_parent;
+}
+
+Namable Port::getFullPathName()
+{
+    if (!m_parent)
+        return Namable(getName());
+    const KeepAlive self(this);
+    Namable path = m_parent->onGetParentFullPathName();
+    path.appendString(".");
+    path.appendString(getName());
+    return path;
+}
+
+PortList& Port::connectedTo()
+{
+    return *m_connections;
+}
+
+bool Port::isConnected()
+{
+    return m_connections->size() > 0;
+}
+
+bool Port::addConnection(const AddRefWrapper<Port>& other)
+{
+    if (!other)
+        return false;
+    Port* const sendingEnd = findSendingEnd(this, other.get());
+    if (!sendingEnd)
+        return false;
+    // Held over the question: the listener may drop every other reference.
+    const AddRefWrapper<Port> sender(sendingEnd);
+    const AddRefWrapper<Port> receiver(sendingEnd == this ? other.get() : this);
+    if (sender->m_parent && !sender->m_parent->onPortAddConnection(sender, receiver))
+        return false;
+    sender->m_connections->add(receiver);
+    receiver->m_connections->add(sender);
+    return true;
+}
+
+bool Port::removeConnection(const AddRefWrapper<Port>& other)
+{
+    if (!other)
+        return false;
+    const AddRefWrapper<Port> self(this);
+    const AddRefWrapper<Port> partner(other.get());
+    // Contract: only this port decides who is asked; an output keeps the role before an inner port.
+    if (isPlainInput(*this))
+        return !isPlainInput(*partner) && partner->removeConnection(self);
+    if (m_parent && !m_parent->onPortRemoveConnection(self, partner))
+        return false;
+    return m_connections->remove(partner) && partner->m_connections->remove(self);
+}
+
+void Port::removeAllConnections()
+{
+    const AddRefWrapper<Port> self(this);
+    for (int i = m_connections->size() - 1; i >= 0; --i) {
+        // A place is gone when its port stood twice and went with its twin, or a listener took it.
+        if (i < m_connections->size())
+            removeConnection((*m_connections)[i]);
+    }
+}
+
+void Port::removeFromConnectedList(Port* port)
+{
+    m_connections->onPortDeleted(port);
+}
+
+void Port::onParentNodeDeleted()
+{
+    for (int i = 0; i < m_connections->size();) {
+        const AddRefWrapper<Port> other = (*m_connections)[i];
+        other->removeFromConnectedList(this);
+        // A port that is connected to itself has just left its own list: the next one moved up.
+        if (other != this)
+            ++i;
+    }
+}
+
+PortIOType Port::getPortIOType()
+{
+    return m_ioType;
+}
+
+AddRefWrapper<PortDataType> Port::getDataType()
+{
+    return m_dataType;
+}
+
+bool Port::setDataType(const AddRefWrapper<PortDataType>& type)
+{
+    const KeepAlive self(this);
+    const AddRefWrapper<PortDataType> newType(type.get());
+    if (m_parent && !m_parent->onPortSetDataType(this, newType))
+        return false;
+    m_dataType = newType;
+    return true;
+}
+
+const char* Port::getPortDefaultValue()
+{
+    const KeepAlive self(this);
+    const char* const value = m_parent ? m_parent->onPortGetDefaultValue(this) : nullptr;
+    return value ? value : m_defaultValue.c_str();
+}
+
+void Port::setPortDefaultValue(const char* value)
+{
+    // Copied at first: value may point into the present one, which a listener may change.
+    std::string copy(value);
+    const KeepAlive self(this);
+    if (m_parent && !m_parent->onPortSetDefaultValue(this, copy.c_str()))
+        return;
+    m_defaultValue.swap(copy);
+}
+
+void Port::hidePort(bool hide)
+{
+    m_hidden = hide;
+}
+
+bool Port::isPortHidden()
+{
+    return m_hidden;
+}
+
+} // namespace ZEL
