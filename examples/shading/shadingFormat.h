@@ -1,0 +1,35 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+
+namespace shading {
+
+/// What an element of a document is to the network.
+enum class ElementKind {
+    Input,
+    Output,
+    Graph, ///< `nodegraph`: a compound node.
+    Node,  ///< A plain node, whose type name is the element's name.
+    Other, ///< No part of the network: looks, geometry, definitions, anything with a name space.
+};
+
+/// Any child of a document or a graph that the format does not name as something else is a node:
+/// node definitions may add any name.
+ElementKind kindOf(pugi::xml_node element);
+
+/// The format's names of two types that no port carries: a node that has several outputs, and
+/// nothing.
+extern const char* const kMultiOutput;
+extern const char* const kNoType;
+
+/// The output that a node with a type has, and that a reference without `output` means.
+extern const char* const kDefaultOutput;
+
+/// The value of an attribute, empty when it is missing: the format takes both for the same.
+std::string attributeOf(pugi::xml_node element, const char* name);
+
+/// True when the element refers to a node, a graph or an interface, or names an output.
+bool hasReference(pugi::xml_node element);
+
+} // namespace shading

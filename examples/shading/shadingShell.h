@@ -1,0 +1,66 @@
+#pragma once
+
+#include "shadingContainer.h"
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace shading {
+
+class Shell;
+
+/// One command of the shell. The texts live as long as the program.
+struct Command {
+    const char* name;
+    const char* arguments; ///< As shown in the help: "[PATH]", "" for none.
+    const char* help;      ///< One or more lines, without the last line end.
+    int minArguments;
+    int maxArguments;
+    /// False when it failed: it has reported why with Shell::fail.
+    bool (*run)(Shell& shell, const std::vector<std::string>& arguments);
+};
+
+/// Runs commands, given as lines of text, on one document.
+class Shell {
+public:
+    /// Nothing given is owned; all must outlive the shell. Knows `help` and `quit`.
+    Shell(Container& container, std::ostream& out, std::ostream& err);
+
+    /// Adds commands to the table; a name is used once.
+    void add(const std::vector<Command>& commands);
+
+    /// Runs one line. An empty line and a comment do nothing. False when there is no such command,
+    /// it has the wrong number of arguments, or it failed; the reason is on err.
+    bool run(const std::string& line);
+    /// True after `quit`: the caller reads no more lines.
+    bool hasQuit() const { return m_hasQuit; }
+
+    // For commands.
+    Container& container() { return m_container; }
+    std::ostream& out() { return m_out; }
+    /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON". Returns false.
+    bool fail(const std::string& subject, const std::string& reason);
+    /// The node at the path; empty, and reported, when the path names none.
+    ZEL::AddRefWrapper<ZEL::Node> nodeAt(const std::string& path);
+    /// The compound at the path, that of the root node without one; empty, and reported, when the
+    /// path names none.
+    ZEL::AddRefWrapper<ZEL::Compound> compoundAt(const std::vector<std::string>& arguments);
+
+private:
+    const Command* findCommand(const std::string& name) const;
+    static bool help(Shell& shell, const std::vector<std::string>& arguments);
+    static bool quit(Shell& shell, const std::vector<std::string>& arguments);
+
+    Container& m_container;
+    std::ostream& m_out;
+    std::ostream& m_err;
+    std::vector<Command> m_commands;
+    std::string m_running; ///< The name of the command that runs.
+    bool m_hasQuit = false;
+};
+
+/// The commands that show a network and change nothing.
+const std::vector<Command>& viewCommands();
+
+} // namespace shading

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "shadingMessage.h"
+
+#include <cstddef>
+#include <pugixml.hpp>
+#include <string>
+#include <vector>
+
+namespace shading {
+
+/// The XML of one document, kept whole: comments, white space, processing instructions and all that
+/// is no part of the network stay in it for saving. Private to the host's library.
+class XmlSource {
+public:
+    XmlSource() = default;
+    XmlSource(const XmlSource&) = delete;
+    XmlSource& operator=(const XmlSource&) = delete;
+
+    /// Reads and parses the file. False when it cannot be read, is not XML, not a `materialx`
+    /// document, or nested too deep: error says where and why. Called once.
+    bool load(const std::string& path, Message& error);
+    /// The `materialx` element.
+    pugi::xml_node documentElement() const { return m_xml.document_element(); }
+    /// A warning about that element, at its place in the file.
+    Message warningAt(pugi::xml_node element, const std::string& text) const;
+
+private:
+    void indexText();
+    bool parse(Message& error);
+    bool checkTopLevel(Message& error) const;
+    bool checkDepth(Message& error) const;
+    Message messageAt(std::size_t offset, bool isError, const std::string& text) const;
+
+    std::string m_path;
+    std::string m_text;                    ///< The file in UTF-8; offsets count its bytes.
+    std::vector<std::size_t> m_lineStarts; ///< Offsets; the first is 0.
+    std::vector<std::size_t> m_inner;      ///< Offsets of the bytes that continue a character.
+    pugi::xml_document m_xml;
+};
+
+} // namespace shading

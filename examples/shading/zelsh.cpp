@@ -1,0 +1,137 @@
+#include "shadingContainer.h"
+#include "shadingShell.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <getopt.h>
+#include <iostream>
+#include <readline/history.h>
+#include <readline/readline.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+// What the program returns: all went well, an error in the document or a command, wrong usage.
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+constexpr int kWrongUsage = 2;
+
+const char* const kUsage =
+    "usage: zelsh [--strict] DOCUMENT.mtlx [-c COMMAND]...\n"
+    "Opens a shading document and runs the commands, or those on standard input.\n"
+    "  -c COMMAND  run this command; may be repeated\n"
+    "  --strict    do not open a document that has warnings\n"
+    "  --help      show this text\n"
+    "The command help lists the commands.\n";
+
+struct Arguments {
+    std::string document;
+    std::vector<std::string> commands; ///< Empty: read them from standard input.
+    shading::OpenOptions options;
+    bool wantsHelp = false;
+};
+
+/// False when the usage is wrong.
+bool readArguments(int argc, char** argv, Arguments& arguments)
+{
+    const option longOptions[] = {
+        {"strict", no_argument, nullptr, 's'},
+        {"help", no_argument, nullptr, 'h'},
+        {nullptr, 0, nullptr, 0},
+    };
+    int letter = 0;
+    while ((letter = getopt_long(argc, argv, "c:h", longOptions, nullptr)) != -1) {
+        if (letter == 'c')
+            arguments.commands.emplace_back(optarg);
+        else if (letter == 's')
+            arguments.options.isStrict = true;
+        else if (letter == 'h')
+            arguments.wantsHelp = true;
+        else
+            return false; // getopt_long has said why.
+    }
+    if (optind + 1 == argc)
+        arguments.document = argv[optind];
+    else if (!arguments.wantsHelp)
+        std::cerr << "zelsh: " << (optind == argc ? "no document" : "more than one document")
+                  << "\n";
+    return optind + 1 == argc || arguments.wantsHelp;
+}
+
+/// With line editing and history. What fails is on the screen and is no failure of the session.
+bool runFromTerminal(shading::Shell& shell)
+{
+    while (!shell.hasQuit()) {
+        char* const line = readline("zelsh> ");
+        if (!line) {
+            std::cout << std::endl;
+            break;
+        }
+        if (*line != '\0')
+            add_history(line);
+        shell.run(line);
+        std::cout.flush();
+        std::free(line);
+    }
+    return true;
+}
+
+/// Goes on after a command that failed; false when there was one.
+bool runFromInput(shading::Shell& shell)
+{
+    bool isGood = true;
+    std::string line;
+    while (!shell.hasQuit() && std::getline(std::cin, line))
+        isGood = shell.run(line) && isGood;
+    return isGood;
+}
+
+bool runCommands(shading::Shell& shell, const std::vector<std::string>& commands)
+{
+    bool isGood = true;
+    for (std::size_t i = 0; i < commands.size() && !shell.hasQuit(); ++i)
+        isGood = shell.run(commands[i]) && isGood;
+    return isGood;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Arguments arguments;
+    if (!readArguments(argc, argv, arguments)) {
+        std::cerr << kUsage;
+        return kWrongUsage;
+    }
+    if (arguments.wantsHelp) {
+        std::cout << kUsage;
+        return kSuccess;
+    }
+
+    std::vector<shading::Message> messages;
+    const std::unique_ptr<shading::Container> container =
+        shading::Container::open(arguments.document, arguments.options, messages);
+    for (const shading::Message& message : messages)
+        std::cerr << shading::messageText(message) << "\n";
+    if (!container)
+        return kFailure;
+
+    shading::Shell shell(*container, std::cout, std::cerr);
+    shell.add(shading::viewCommands());
+    bool isGood = false;
+    if (!arguments.commands.empty())
+        isGood = runCommands(shell, arguments.commands);
+    else if (isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0)
+        isGood = runFromTerminal(shell);
+    else
+        isGood = runFromInput(shell);
+
+    std::cout.flush();
+    if (!std::cout || std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        std::cerr << "error: standard output: cannot be written\n";
+        return kFailure;
+    }
+    return isGood ? kSuccess : kFailure;
+}
