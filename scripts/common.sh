@@ -1,0 +1,48 @@
+# shellcheck shell=bash disable=SC2034
+# Sourced by the scripts beside it: goes to the top of the tree, and installs what is missing.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+build_packages=(cmake g++ ninja-build)
+host_packages=(libpugixml-dev libreadline-dev)
+test_packages=(libgtest-dev libbenchmark-dev pkgconf)
+tidy_packages=(clang clang-format-14 clang-tidy-14)
+
+say()
+{
+    printf '== %s\n' "$*"
+}
+
+fail()
+{
+    printf '%s: %s\n' "$0" "$*" >&2
+    exit 1
+}
+
+# Installs the Debian packages that are not there yet; does nothing, at once, when all are.
+need_packages()
+{
+    command -v dpkg-query >/dev/null || {
+        say "No Debian system: expecting what these packages hold: $*"
+        return 0
+    }
+    local package missing=() as_root=()
+    for package; do
+        dpkg-query --show --showformat '${db:Status-Status}\n' "$package" 2>/dev/null \
+            | grep -qx installed || missing+=("$package")
+    done
+    if ((${#missing[@]} == 0)); then
+        return 0
+    fi
+
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null \
+            || fail "these packages are missing, and there is neither root nor sudo to install them: ${missing[*]}"
+        as_root=(sudo)
+    fi
+    as_root+=(env DEBIAN_FRONTEND=noninteractive)
+    say "Installing: ${missing[*]}"
+    "${as_root[@]}" apt-get -qq update
+    "${as_root[@]}" apt-get -qq -y --no-install-recommends install "${missing[@]}" >/dev/null \
+        || fail "could not install: ${missing[*]}"
+}

@@ -1,0 +1,48 @@
+# Installs the library from buildDir below workDir, moves the installed tree, and there builds and
+# runs the consumer through find_package and through pkg-config. Any failure is the test's.
+set(first ${workDir}/first)
+set(prefix ${workDir}/moved)
+set(source ${CMAKE_CURRENT_LIST_DIR})
+
+function(run)
+    execute_process(COMMAND ${ARGN} COMMAND_ECHO STDOUT COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+function(expectSame what actual expected)
+    if(NOT "${actual}" STREQUAL "${expected}")
+        message(FATAL_ERROR "${what}: \"${actual}\" instead of \"${expected}\"")
+    endif()
+endfunction()
+
+if(IS_ABSOLUTE "${libDir}")
+    message(FATAL_ERROR "CMAKE_INSTALL_LIBDIR is absolute (${libDir}): the test would install "
+        "there. Configure with a relative one.")
+endif()
+file(REMOVE_RECURSE ${workDir})
+run(${CMAKE_COMMAND} --install ${buildDir} --prefix ${first})
+file(RENAME ${first} ${prefix})
+if(NOT EXISTS ${prefix}/include/zel/zel.h)
+    message(FATAL_ERROR "The headers are not in include/zel.")
+endif()
+
+message(STATUS "Through find_package")
+run(${CMAKE_COMMAND} -S ${source} -B ${workDir}/build -G ${generator}
+    -D CMAKE_PREFIX_PATH=${prefix} -D CMAKE_CXX_COMPILER=${compiler} -D CMAKE_CXX_FLAGS=${flags}
+    -D ZEL_VERSION_WANTED=${version})
+run(${CMAKE_COMMAND} --build ${workDir}/build)
+run(${workDir}/build/consumer)
+file(STRINGS ${workDir}/build/CMakeCache.txt found REGEX "^ZEL_DIR:")
+expectSame("find_package found" "${found}" "ZEL_DIR:PATH=${prefix}/${libDir}/cmake/ZEL")
+
+message(STATUS "Through pkg-config")
+set(ENV{PKG_CONFIG_PATH} ${prefix}/${libDir}/pkgconfig)
+foreach(question IN ITEMS --modversion --cflags --libs)
+    execute_process(COMMAND ${pkgConfig} ${question} zel
+        OUTPUT_VARIABLE answer${question} OUTPUT_STRIP_TRAILING_WHITESPACE
+        COMMAND_ECHO STDOUT COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+expectSame("pkg-config --modversion" "${answer--modversion}" "${version}")
+separate_arguments(arguments UNIX_COMMAND
+    "${flags} ${answer--cflags} ${source}/consumer.cpp ${answer--libs}")
+run(${compiler} -std=c++17 ${arguments} -o ${workDir}/consumer)
+run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${prefix}/${libDir} ${workDir}/consumer)

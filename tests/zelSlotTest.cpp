@@ -1,0 +1,104 @@
+// The order of virtual operations is what hosts and plugins are compiled against: nothing may be
+// inserted, removed, exchanged or appended.
+
+#include "zel.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace ZEL {
+namespace {
+
+/// Adds one virtual operation behind those of Base.
+template <class Base>
+struct Probe : Base {
+    using Base::operator=; // Virtual in Node and Compound.
+    virtual void probe() {}
+};
+
+/// A pointer to a virtual member begins with 1 + 8 * slot (x86-64).
+template <class Member>
+std::size_t slot(Member member)
+{
+    std::size_t word = 0;
+    std::memcpy(&word, &member, sizeof(word));
+    return (word - 1) / 8;
+}
+
+/// The operations fill the slots from the first on; then the table ends. Two slots are the
+/// destructor's, to which there is no pointer.
+template <class Class, class... Members>
+void expectSlots(std::size_t first, Members... members)
+{
+    const auto expectNext = [&](auto member) {
+        EXPECT_EQ(first++, slot(member)) << typeid(Class).name();
+    };
+    (expectNext(members), ...);
+    expectNext(&Probe<Class>::probe);
+}
+
+TEST(Slots, StandInPublishedOrderAndNothingFollows)
+{
+    EXPECT_EQ(0U, slot(&ReferenceCounted::deleteThis));
+    expectSlots<ReferenceCounted>(3);
+    expectSlots<PortList>(3);
+    expectSlots<NodeList>(3);
+    expectSlots<HostEditorNotifier>(2);
+    expectSlots<Namable>(2, &Namable::getName, &Namable::setName, &Namable::appendString);
+    expectSlots<Port>(2, &Port::getName, &Port::setName, &Port::appendString);
+    expectSlots<PortDataType>(3, &PortDataType::operator==);
+    expectSlots<HostEditor>(2, &HostEditor::zel_onConnectionChange,
+                            &HostEditor::zel_onCompoundConnectionChange,
+                            &HostEditor::zel_onCompoundPortChange, &HostEditor::zel_onNodeChange);
+    expectSlots<Container>(2, &Container::getRootNode, &Container::rebuildCompounds,
+                           &Container::hostOperation, &Container::getRuntime);
+    using Asked = PortNotification;
+    expectSlots<Asked>(
+        2, &Asked::onPortAddConnection, &Asked::onPortRemoveConnection, &Asked::onPortSetDataType,
+        &Asked::onPortListPortAdded, &Asked::onPortListPortRemoved, &Asked::onPortListPortMove,
+        &Asked::onPortListPortMoved, &Asked::onPortGetDefaultValue, &Asked::onPortSetDefaultValue,
+        &Asked::onPortSetName, &Asked::onGetParentFullPathName);
+    expectSlots<Node>(
+        3, &Node::isCompound, &Node::getAsCompound, &Node::getFullPathName, &Node::getNodeTypeName,
+        &Node::setNodeTypeName, &Node::operator=, &Node::onThisNodeDeleted,
+        &Node::onPortAddConnection, &Node::onPortRemoveConnection, &Node::onPortSetDataType,
+        &Node::onPortListPortAdded, &Node::onPortListPortRemoved, &Node::onPortListPortMove,
+        &Node::onPortListPortMoved, &Node::onPortGetDefaultValue, &Node::onPortSetDefaultValue,
+        &Node::onPortSetName, &Node::onGetParentFullPathName);
+    expectSlots<Compound>(
+        3, &Compound::nodes, &Compound::innerInputs, &Compound::innerOutputs, &Compound::operator=,
+        &Compound::onPortAddConnection, &Compound::onPortRemoveConnection,
+        &Compound::onPortSetDataType, &Compound::onPortListPortAdded,
+        &Compound::onPortListPortRemoved, &Compound::onPortListPortMove,
+        &Compound::onPortListPortMoved, &Compound::onPortGetDefaultValue,
+        &Compound::onPortSetDefaultValue, &Compound::onPortSetName,
+        &Compound::onGetParentFullPathName, &Compound::onNodeAdd, &Compound::onNodeRemove,
+        &Compound::createNodeFromPreset, &Compound::createNewCompound, &Compound::saveAs,
+        &Compound::createCompoundPort, &Compound::deleteCompoundPort, &Compound::createLinkedPort,
+        &Compound::getSpecializedCompoundTypeName, &Compound::getName, &Compound::setName);
+}
+
+/// How far the base lies behind the start of the object.
+template <class Base, class Derived>
+std::ptrdiff_t offset(const AddRefWrapper<Derived>& object)
+{
+    return reinterpret_cast<char*>(static_cast<Base*>(object.get())) -
+           reinterpret_cast<char*>(object.get());
+}
+
+TEST(Slots, BasesStandInPublishedOrder)
+{
+    const AddRefWrapper<Node> node = Node::createNew(nullptr, "N");
+    const AddRefWrapper<Compound> compound = Compound::createNew(node, nullptr);
+    EXPECT_TRUE(offset<ReferenceCounted>(node) == 0 && offset<Namable>(node) > 0);
+    EXPECT_LT(offset<Namable>(node), offset<PortNotification>(node));
+    EXPECT_LT(offset<PortNotification>(node), offset<HostEditorNotifier>(node));
+    EXPECT_EQ(0, offset<ReferenceCounted>(compound));
+    EXPECT_LT(offset<Namable>(compound), offset<PortNotification>(compound));
+    EXPECT_EQ(0, offset<Namable>(Port::createNew("P", PortInput)));
+    EXPECT_EQ(0, offset<ReferenceCounted>(PortDataType::createNew("T")));
+}
+
+} // namespace
+} // namespace ZEL
