@@ -1,4 +1,5 @@
 #include "zelCore.h"
+#include "zelNameIndex.h"
 
 #include <cstring>
 
@@ -7,6 +8,8 @@ namespace ZEL {
 Namable::Namable() = default;
 
 Namable::Namable(const char* name) : m_name(name) {}
+
+Namable::Namable(std::string&& name) : m_name(std::move(name)) {}
 
 Namable::Namable(const Namable& other) : m_name(other.getName()) {}
 
@@ -23,20 +26,35 @@ void Namable::setName(const char* name)
         return;
     // Copied before the old text is freed: name may point into it.
     std::string copy(name);
-    m_name.swap(copy);
+    replaceName(copy);
 }
 
 void Namable::appendString(const char* text)
 {
     if (!text)
         return;
-    // Copied before the old text is freed: text may point into it.
-    m_name += std::string(text);
+    std::string longer(m_name);
+    longer += text;
+    replaceName(longer);
 }
 
 bool Namable::operator==(const Namable& other) const
 {
     return std::strcmp(getName(), other.getName()) == 0;
+}
+
+/// The one place where a name changes: the index that knows the name is told.
+void Namable::replaceName(std::string& name)
+{
+    if (!m_index) {
+        m_name.swap(name);
+        return;
+    }
+    NameIndex* const index = m_index;
+    const std::uint32_t slot = index->beginRename(*this);
+    m_name.swap(name);
+    if (slot != NameIndex::kNoSlot)
+        index->endRename(*this, slot);
 }
 
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): setName takes the object's own name.

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "core/zelSequence.h"
 #include "zelEditor.h"
-
-#include <vector>
 
 namespace ZEL {
 
@@ -14,9 +13,11 @@ struct HostEditorImpl {
     /// Forgets the notifier; does nothing once the editor is being destroyed.
     void removeMe(HostEditorNotifier* notifier);
 
-    std::vector<HostEditorNotifier*> notifiers; ///< Not owned, in order of registration.
-    HostEditor* owner;                          ///< Not owned: the editor that owns this record.
-    bool beingDestroyed = false; ///< Keeps notifiers unchanged while the destructor walks it.
+    Sequence notifiers() { return Sequence(notifierData); }
+
+    std::uintptr_t notifierData = 0; ///< HostEditorNotifiers, not owned, in order of registration.
+    HostEditor* owner;               ///< Not owned: the editor that owns this record.
+    bool beingDestroyed = false;     ///< Keeps notifiers unchanged while the destructor walks it.
 };
 
 /// The notifier's side of its registrations.
@@ -50,12 +51,15 @@ struct HostEditorNotifierImpl {
     {
         const Pass pass(*this);
         // Contract: the length is read on every turn; a callback may register or remove editors.
-        for (std::size_t i = 0; pass.notifier && i < pass.notifier->editors.size(); ++i)
-            callback(*pass.notifier->editors[i]);
+        for (int i = 0; pass.notifier && i < pass.notifier->editors().size(); ++i)
+            callback(*static_cast<HostEditor*>(pass.notifier->editors().at(i)));
     }
 
-    std::vector<HostEditor*> editors; ///< Not owned, in order of registration, no doubles.
-    Pass* innermostPass = nullptr;    ///< Not owned. Null: no notification is under way.
+    Sequence editors() { return Sequence(editorData); }
+
+    std::uintptr_t editorData =
+        0; ///< HostEditors, not owned, in order of registration, no doubles.
+    Pass* innermostPass = nullptr; ///< Not owned. Null: no notification is under way.
 };
 
 } // namespace ZEL

@@ -1,7 +1,5 @@
 #include "zelEditorImpl.h"
 
-#include <algorithm>
-
 namespace ZEL {
 
 HostEditorImpl::HostEditorImpl(HostEditor* editor) : owner(editor) {}
@@ -9,17 +7,16 @@ HostEditorImpl::HostEditorImpl(HostEditor* editor) : owner(editor) {}
 HostEditorImpl::~HostEditorImpl()
 {
     beingDestroyed = true;
-    for (HostEditorNotifier* notifier : notifiers)
-        notifier->unregisterEditor(owner);
+    const int count = notifiers().size();
+    for (int i = 0; i < count; ++i)
+        static_cast<HostEditorNotifier*>(notifiers().at(i))->unregisterEditor(owner);
+    notifiers().clear();
 }
 
 void HostEditorImpl::removeMe(HostEditorNotifier* notifier)
 {
-    if (beingDestroyed)
-        return;
-    const auto place = std::find(notifiers.begin(), notifiers.end(), notifier);
-    if (place != notifiers.end())
-        notifiers.erase(place);
+    if (!beingDestroyed)
+        notifiers().eraseFirst(notifier);
 }
 
 HostEditor::HostEditor() : m_impl(new HostEditorImpl(this)) {}

@@ -1,37 +1,45 @@
 #include "zelEditorImpl.h"
 #include "zelPort.h"
 
-#include <algorithm>
-
 namespace ZEL {
+
+namespace {
+
+/// Calls callback(editor) for each editor; a notifier that never had one has no record.
+template <class Callback>
+void forEachEditor(HostEditorNotifierImpl* impl, Callback callback)
+{
+    if (impl)
+        impl->forEachEditor(callback);
+}
+
+} // namespace
 
 HostEditorNotifierImpl::~HostEditorNotifierImpl()
 {
     for (Pass* pass = innermostPass; pass; pass = pass->outer)
         pass->notifier = nullptr;
+    editors().clear();
 }
 
 void HostEditorNotifierImpl::registerEditor(HostEditor* editor, HostEditorNotifier* notifier)
 {
-    if (std::find(editors.begin(), editors.end(), editor) != editors.end())
+    if (editors().contains(editor))
         return;
-    editors.push_back(editor);
-    editor->m_impl->notifiers.push_back(notifier);
+    editors().append(editor);
+    editor->m_impl->notifiers().append(notifier);
 }
 
 void HostEditorNotifierImpl::unregisterEditor(HostEditor* editor, HostEditorNotifier* notifier)
 {
-    const auto place = std::find(editors.begin(), editors.end(), editor);
-    if (place == editors.end())
-        return;
-    editors.erase(place);
-    editor->m_impl->removeMe(notifier);
+    if (editors().eraseFirst(editor))
+        editor->m_impl->removeMe(notifier);
 }
 
 void HostEditorNotifierImpl::unregisterNotifier(HostEditorNotifier* notifier)
 {
-    for (HostEditor* editor : editors)
-        editor->m_impl->removeMe(notifier);
+    for (int i = 0; i < editors().size(); ++i)
+        static_cast<HostEditor*>(editors().at(i))->m_impl->removeMe(notifier);
 }
 
 HostEditorNotifierImpl::Pass::Pass(HostEditorNotifierImpl& impl)
@@ -47,22 +55,27 @@ HostEditorNotifierImpl::Pass::~Pass()
         notifier->innermostPass = outer;
 }
 
-HostEditorNotifier::HostEditorNotifier() : m_impl(new HostEditorNotifierImpl) {}
+HostEditorNotifier::HostEditorNotifier() = default;
 
 HostEditorNotifier::~HostEditorNotifier()
 {
+    if (!m_impl)
+        return;
     m_impl->unregisterNotifier(this);
     delete m_impl;
 }
 
 void HostEditorNotifier::registerEditor(HostEditor* editor)
 {
+    if (!m_impl)
+        m_impl = new HostEditorNotifierImpl;
     m_impl->registerEditor(editor, this);
 }
 
 void HostEditorNotifier::unregisterEditor(HostEditor* editor)
 {
-    m_impl->unregisterEditor(editor, this);
+    if (m_impl)
+        m_impl->unregisterEditor(editor, this);
 }
 
 void HostEditorNotifier::notifyConnectionChange(ECnxChangeType type,
@@ -74,8 +87,8 @@ void HostEditorNotifier::notifyConnectionChange(ECnxChangeType type,
     // Contract: the direction of the first port decides; not the test of the compound notification.
     if (first->getPortIOType() == PortInput)
         first.swap(second);
-    m_impl->forEachEditor(
-        [&](HostEditor& editor) { editor.zel_onConnectionChange(type, first, second); });
+    forEachEditor(m_impl,
+                  [&](HostEditor& editor) { editor.zel_onConnectionChange(type, first, second); });
 }
 
 void HostEditorNotifier::notifyCompoundConnectionChange(ECnxChangeType type,
@@ -87,22 +100,23 @@ void HostEditorNotifier::notifyCompoundConnectionChange(ECnxChangeType type,
     // Contract: the kind of the second port decides; not the test of the plain notification.
     if (second->isCompoundInternalPort())
         first.swap(second);
-    m_impl->forEachEditor(
-        [&](HostEditor& editor) { editor.zel_onCompoundConnectionChange(type, first, second); });
+    forEachEditor(m_impl, [&](HostEditor& editor) {
+        editor.zel_onCompoundConnectionChange(type, first, second);
+    });
 }
 
 void HostEditorNotifier::notifyNodeChange(ENodeChangeType type,
                                           const AddRefWrapper<Compound>& compound,
                                           const AddRefWrapper<Node>& node)
 {
-    m_impl->forEachEditor(
-        [&](HostEditor& editor) { editor.zel_onNodeChange(type, compound, node); });
+    forEachEditor(m_impl,
+                  [&](HostEditor& editor) { editor.zel_onNodeChange(type, compound, node); });
 }
 
 void HostEditorNotifier::notifyCompoundPortChange(ECompoundPortChangeType type,
                                                   const AddRefWrapper<Port>& port)
 {
-    m_impl->forEachEditor([&](HostEditor& editor) { editor.zel_onCompoundPortChange(type, port); });
+    forEachEditor(m_impl, [&](HostEditor& editor) { editor.zel_onCompoundPortChange(type, port); });
 }
 
 } // namespace ZEL

@@ -284,6 +284,11 @@ void Compound::recurse_parent_first(void (*callback)(Node*, void*), void* data)
         m_impl->owner->recurse_parent_first(callback, data);
 }
 
+Node* Compound::owner() const
+{
+    return m_impl->owner;
+}
+
 void Compound::onOwnerDied(Node* owner)
 {
     if (m_impl->owner == owner)

@@ -15,27 +15,35 @@ namespace {
 /// The documents by UUID; owns none of them. Made when the library is loaded.
 std::map<std::string, Container*> g_knownContainers;
 
-/// The names in the path; none when it is null.
-std::vector<std::string> namesInPath(const char* path)
-{
-    std::vector<std::string> names;
-    if (path)
-        Container::tokenizePath(path, names);
-    return names;
-}
+/// Takes the names of a path one after the other: one more than it has dots.
+class NameReader {
+public:
+    explicit NameReader(std::string_view path) : m_rest(path) {}
 
-/// The node that the first count names lead to, from the root node down; empty when there is none.
-AddRefWrapper<Node>
-findNode(Container& container, const std::vector<std::string>& names, std::size_t count)
-{
-    AddRefWrapper<Node> node = container.getRootNode();
-    if (!node || names[0] != node->getName())
-        return nullptr;
-    for (std::size_t i = 1; node && i < count; ++i) {
-        const AddRefWrapper<Compound> compound = node->getAsCompound();
-        node = compound ? compound->nodes()[names[i].c_str()] : nullptr;
+    /// False when there is no name left.
+    bool next(std::string_view& name)
+    {
+        if (m_isDone)
+            return false;
+        const std::size_t dot = m_rest.find('.');
+        name = m_rest.substr(0, dot);
+        m_isDone = dot == std::string_view::npos;
+        if (!m_isDone)
+            m_rest.remove_prefix(dot + 1);
+        return true;
     }
-    return node;
+
+private:
+    std::string_view m_rest;
+    bool m_isDone = false;
+};
+
+/// The path without a dot at its end: that one adds no empty name.
+std::string_view withoutLastDot(std::string_view path)
+{
+    if (!path.empty() && path.back() == '.')
+        path.remove_suffix(1);
+    return path;
 }
 
 /// The output that the path names, or else the input.
@@ -58,6 +66,31 @@ bool isSeenFromInside(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>
 
 } // namespace
 
+/// Looks names up that are parts of a path, without copying them.
+class PathWalker {
+public:
+    /// The node that the names lead to, from the root node down; empty when there is none.
+    static AddRefWrapper<Node> findNode(Container& container, std::string_view path)
+    {
+        NameReader names(path);
+        std::string_view name;
+        names.next(name);
+        AddRefWrapper<Node> node = container.getRootNode();
+        if (!node || name != node->getName())
+            return nullptr;
+        while (node && names.next(name)) {
+            const AddRefWrapper<Compound> compound = node->getAsCompound();
+            node = compound ? compound->nodes().findNamed(name) : nullptr;
+        }
+        return node;
+    }
+
+    static AddRefWrapper<Port> findPort(const PortList& ports, std::string_view name)
+    {
+        return ports.findNamed(name);
+    }
+};
+
 Container::Container() = default;
 
 Container::~Container() = default;
@@ -67,36 +100,37 @@ void Container::hostOperation() {}
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the published signature.
 void Container::tokenizePath(std::string path, std::vector<std::string>& tokens)
 {
-    for (std::size_t begin = 0; begin < path.size();) {
-        const std::size_t end = std::min(path.find('.', begin), path.size());
-        tokens.push_back(path.substr(begin, end - begin));
-        begin = end + 1;
-    }
+    if (path.empty())
+        return;
+    NameReader names(withoutLastDot(path));
+    for (std::string_view name; names.next(name);)
+        tokens.emplace_back(name);
 }
 
 AddRefWrapper<Node> Container::findNodeFromPath(const char* path)
 {
-    const std::vector<std::string> names = namesInPath(path);
-    return names.empty() ? nullptr : findNode(*this, names, names.size());
+    return path && *path ? PathWalker::findNode(*this, withoutLastDot(path)) : nullptr;
 }
 
 AddRefWrapper<Port>
 Container::findPortFromPath(const char* path, PortIOType ioType, ESearchMode mode)
 {
-    const std::vector<std::string> names = namesInPath(path);
-    if (names.size() < 2)
+    const std::string_view names = withoutLastDot(path ? path : "");
+    const std::size_t lastDot = names.rfind('.');
+    if (lastDot == std::string_view::npos)
         return nullptr;
-    const AddRefWrapper<Node> node = findNode(*this, names, names.size() - 1);
+    const AddRefWrapper<Node> node = PathWalker::findNode(*this, names.substr(0, lastDot));
     if (!node)
         return nullptr;
-    const char* const name = names.back().c_str();
-    AddRefWrapper<Port> port = (ioType == PortInput ? node->inputs() : node->outputs())[name];
+    const std::string_view name = names.substr(lastDot + 1);
+    AddRefWrapper<Port> port =
+        PathWalker::findPort(ioType == PortInput ? node->inputs() : node->outputs(), name);
     if (port || mode != eSearchNodeAndInner)
         return port;
     // The inner lists are crossed: a port of the direction asked for stands in the other one.
-    const AddRefWrapper<Compound> compound = node->getAsCompound();
-    if (compound)
-        port = (ioType == PortInput ? compound->innerOutputs() : compound->innerInputs())[name];
+    if (const AddRefWrapper<Compound> compound = node->getAsCompound())
+        port = PathWalker::findPort(
+            ioType == PortInput ? compound->innerOutputs() : compound->innerInputs(), name);
     return port;
 }
 

@@ -1,5 +1,6 @@
 #include "zelNode.h"
 
+#include "core/zelNameIndex.h"
 #include "zelCompound.h"
 
 namespace ZEL {
@@ -23,9 +24,9 @@ Node::Node(Container* container)
       m_outputs(PortList::createNew()),
       m_container(container)
 {
-    m_inputs->setParent(this);
+    m_inputs->setParent(this, kParentIsNode);
     m_inputs->setPortIOType(PortInput);
-    m_outputs->setParent(this);
+    m_outputs->setParent(this, kParentIsNode);
     m_outputs->setPortIOType(PortOutput);
 }
 
@@ -50,10 +51,8 @@ AddRefWrapper<Compound> Node::getAsCompound()
 Namable Node::getFullPathName()
 {
     std::string path;
-    recurse_parent_first(GPFN_Callback, &path);
-    if (!path.empty())
-        path.erase(0, 1);
-    return Namable(path.c_str());
+    appendFullPath(path, 1);
+    return Namable(std::move(path));
 }
 
 const char* Node::getNodeTypeName() const
@@ -172,6 +171,21 @@ void Node::setOwnedCompound(Compound* compound)
 Container* Node::getContainer()
 {
     return m_container;
+}
+
+/// Appends the names from the outermost ancestor down to this node; so many names follow it.
+void Node::appendFullPath(std::string& path, std::size_t following)
+{
+    // A short path fits into the string itself; a longer one gets its room at once.
+    constexpr std::size_t kFewNames = 3;
+    constexpr std::size_t kUsualNameLength = 12;
+    if (Node* const owner = m_parentCompound ? m_parentCompound->owner() : nullptr) {
+        owner->appendFullPath(path, following + 1);
+        path += '.';
+    } else if (following >= kFewNames) {
+        path.reserve((following + 1) * kUsualNameLength);
+    }
+    NameIndex::appendName(*this, path);
 }
 
 void Node::recurse_parent_first(void (*callback)(Node*, void*), void* data)

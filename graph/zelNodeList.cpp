@@ -1,11 +1,36 @@
 #include "core/zelKeepAlive.h"
+#include "core/zelSequence.h"
 #include "zelCompound.h"
 #include "zelNode.h"
 
-#include <algorithm>
-#include <cstring>
-
 namespace ZEL {
+
+namespace {
+
+void* toEntry(Node* node)
+{
+    return static_cast<Namable*>(node);
+}
+
+Node* toNode(void* entry)
+{
+    return static_cast<Node*>(static_cast<Namable*>(entry));
+}
+
+/// Empties the sequence, then drops the references of its entries, first to last: a node that dies
+/// finds the list without it.
+void releaseAll(Sequence nodes)
+{
+    nodes.dropIndex();
+    std::uintptr_t data = 0;
+    Sequence released(data);
+    released.swap(nodes);
+    for (int i = 0; i < released.size(); ++i)
+        toNode(released.at(i))->release();
+    released.clear();
+}
+
+} // namespace
 
 AddRefWrapper<NodeList> NodeList::createNew()
 {
@@ -15,39 +40,46 @@ AddRefWrapper<NodeList> NodeList::createNew()
 NodeList::NodeList() = default;
 
 // Contract: the nodes only; a new list has no parent compound.
-NodeList::NodeList(const NodeList& other) : ReferenceCounted(other), m_nodes(other.m_nodes) {}
+NodeList::NodeList(const NodeList& other) : ReferenceCounted(other)
+{
+    const Sequence nodes = other.entries();
+    for (int i = 0; i < nodes.size(); ++i)
+        append(toNode(nodes.at(i)));
+}
 
 NodeList& NodeList::operator=(const NodeList& other)
 {
+    if (this == &other)
+        return *this;
     // The old nodes are released last: one that dies finds the list in its new state.
-    NodeList copy(other);
-    m_nodes.swap(copy.m_nodes);
+    NodeList old;
+    entries().dropIndex();
+    entries().swap(old.entries());
+    const Sequence nodes = other.entries();
+    for (int i = 0; i < nodes.size(); ++i)
+        append(toNode(nodes.at(i)));
     return *this;
 }
 
-NodeList::~NodeList() = default;
+NodeList::~NodeList()
+{
+    releaseAll(entries());
+}
 
 int NodeList::size()
 {
-    return static_cast<int>(m_nodes.size());
+    return entries().size();
 }
 
 AddRefWrapper<Node> NodeList::operator[](int index)
 {
-    if (index < 0 || index >= size())
-        return nullptr;
-    return m_nodes[index];
+    const Sequence nodes = entries();
+    return index < 0 || index >= nodes.size() ? nullptr : toNode(nodes.at(index));
 }
 
 AddRefWrapper<Node> NodeList::operator[](const char* name)
 {
-    if (!name)
-        return nullptr;
-    const auto place =
-        std::find_if(m_nodes.begin(), m_nodes.end(), [name](const AddRefWrapper<Node>& node) {
-            return std::strcmp(node->getName(), name) == 0;
-        });
-    return place == m_nodes.end() ? nullptr : *place;
+    return name ? findNamed(name) : nullptr;
 }
 
 AddRefWrapper<Compound> NodeList::getParentCompound()
@@ -58,8 +90,9 @@ AddRefWrapper<Compound> NodeList::getParentCompound()
 void NodeList::setParentCompound(Compound* compound)
 {
     m_parentCompound = compound;
-    for (const AddRefWrapper<Node>& node : m_nodes)
-        node->setParentCompound(compound);
+    const Sequence nodes = entries();
+    for (int i = 0; i < nodes.size(); ++i)
+        toNode(nodes.at(i))->setParentCompound(compound);
 }
 
 bool NodeList::add(const AddRefWrapper<Node>& node)
@@ -77,31 +110,48 @@ bool NodeList::add(const AddRefWrapper<Node>& node)
         held->setParentCompound(former);
         return false;
     }
-    m_nodes.push_back(held);
+    append(held.get());
     return true;
 }
 
 bool NodeList::remove(const AddRefWrapper<Node>& node)
 {
-    if (!m_parentCompound || std::find(m_nodes.begin(), m_nodes.end(), node) == m_nodes.end())
+    if (!m_parentCompound || !node || !entries().contains(toEntry(node.get())))
         return false;
     const KeepAlive self(this);
     const AddRefWrapper<Node> held(node.get());
     if (!m_parentCompound->onNodeRemove(held))
         return false;
     held->onThisNodeDeleted();
-    // Found again: the host may have changed the list in either call.
-    const auto place = std::find(m_nodes.begin(), m_nodes.end(), held);
-    if (place != m_nodes.end())
-        m_nodes.erase(place);
+    // Looked for again: the host may have changed the list in either call.
+    if (entries().eraseFirst(toEntry(held.get())))
+        held->release();
     return true;
+}
+
+Sequence NodeList::entries() const
+{
+    return Sequence(m_entries);
+}
+
+void NodeList::append(Node* node)
+{
+    node->addRef();
+    entries().append(toEntry(node));
+}
+
+Node* NodeList::findNamed(std::string_view name)
+{
+    return static_cast<Node*>(entries().findNamed(name));
 }
 
 void NodeList::onCompoundDied(Compound* compound)
 {
     if (m_parentCompound == compound)
         m_parentCompound = nullptr;
-    for (const AddRefWrapper<Node>& node : m_nodes) {
+    const Sequence nodes = entries();
+    for (int i = 0; i < nodes.size(); ++i) {
+        Node* const node = toNode(nodes.at(i));
         if (node->m_parentCompound == compound)
             node->m_parentCompound = nullptr;
     }

@@ -1,6 +1,8 @@
 #include "zelPort.h"
 
 #include "core/zelKeepAlive.h"
+#include "core/zelNameIndex.h"
+#include "zelPortParent.h"
 
 #include <cstring>
 
@@ -57,8 +59,8 @@ Port* findSendingEnd(Port* called, Port* other)
 
 Port::Port(const char* name, PortIOType ioType)
     : Namable(name ? name : ""),
-      m_connections(PortList::createNew()),
-      m_ioType(ioType)
+      m_ioType(ioType),
+      m_connections(PortList::createNew())
 {
 }
 
@@ -81,7 +83,18 @@ void Port::setName(const char* name)
 
 void Port::setParent(PortNotification* parent)
 {
+    setParent(parent, findParentKinds(parent));
+}
+
+void Port::setParent(PortNotification* parent, ParentKinds kinds)
+{
     m_parent = parent;
+    m_parentKinds = kinds;
+}
+
+bool Port::isCompoundInternalPort()
+{
+    return (m_parentKinds & kParentIsCompound) != 0;
 }
 
 PortNotification* Port::getParent()
@@ -95,8 +108,8 @@ Namable Port::getFullPathName()
         return Namable(getName());
     const KeepAlive self(this);
     Namable path = m_parent->onGetParentFullPathName();
-    path.appendString(".");
-    path.appendString(getName());
+    path.m_name += '.';
+    NameIndex::appendName(*this, path.m_name);
     return path;
 }
 
@@ -122,8 +135,8 @@ bool Port::addConnection(const AddRefWrapper<Port>& other)
     const AddRefWrapper<Port> receiver(sendingEnd == this ? other.get() : this);
     if (sender->m_parent && !sender->m_parent->onPortAddConnection(sender, receiver))
         return false;
-    sender->m_connections->add(receiver);
-    receiver->m_connections->add(sender);
+    sender->connectedTo().add(receiver);
+    receiver->connectedTo().add(sender);
     return true;
 }
 
@@ -138,7 +151,7 @@ bool Port::removeConnection(const AddRefWrapper<Port>& other)
         return !isPlainInput(*partner) && partner->removeConnection(self);
     if (m_parent && !m_parent->onPortRemoveConnection(self, partner))
         return false;
-    return m_connections->remove(partner) && partner->m_connections->remove(self);
+    return connectedTo().remove(partner) && partner->connectedTo().remove(self);
 }
 
 void Port::removeAllConnections()
@@ -191,15 +204,17 @@ const char* Port::getPortDefaultValue()
 {
     const KeepAlive self(this);
     const char* const value = m_parent ? m_parent->onPortGetDefaultValue(this) : nullptr;
-    return value ? value : m_defaultValue.c_str();
+    if (value)
+        return value;
+    return m_defaultValue ? m_defaultValue->c_str() : "";
 }
 
 void Port::setPortDefaultValue(const char* value)
 {
     // Copied at first: value may point into the present one, which a listener may change.
-    std::string copy(value);
+    std::unique_ptr<std::string> copy = *value ? std::make_unique<std::string>(value) : nullptr;
     const KeepAlive self(this);
-    if (m_parent && !m_parent->onPortSetDefaultValue(this, copy.c_str()))
+    if (m_parent && !m_parent->onPortSetDefaultValue(this, copy ? copy->c_str() : ""))
         return;
     m_defaultValue.swap(copy);
 }

@@ -1,11 +1,26 @@
 #include "core/zelKeepAlive.h"
+#include "core/zelSequence.h"
 #include "zelPort.h"
+#include "zelPortParent.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 namespace ZEL {
+
+namespace {
+
+void* toEntry(Port* port)
+{
+    return static_cast<Namable*>(port);
+}
+
+Port* toPort(void* entry)
+{
+    return static_cast<Port*>(static_cast<Namable*>(entry));
+}
+
+} // namespace
 
 AddRefWrapper<PortList> PortList::createNew()
 {
@@ -16,11 +31,12 @@ PortList::PortList() = default;
 
 PortList::PortList(const PortList& other)
     : ReferenceCounted(other),
-      m_ports(other.m_ports),
-      m_parent(other.m_parent),
       m_ioType(other.m_ioType),
+      m_parent(other.m_parent),
+      m_parentKinds(other.m_parentKinds),
       m_orphaned(other.m_orphaned)
 {
+    entries().assign(other.entries());
 }
 
 PortList& PortList::operator=(const PortList& other)
@@ -28,31 +44,47 @@ PortList& PortList::operator=(const PortList& other)
     if (this == &other)
         return *this;
     if (holdsReferences()) {
-        for (Port* port : m_ports)
-            addSurplus(port, 1);
+        for (int i = 0; i < size(); ++i)
+            addSurplus(toPort(entries().at(i)), 1);
     }
-    m_ports = other.m_ports;
-    m_parent = other.m_parent;
+    entries().assign(other.entries());
     m_ioType = other.m_ioType;
+    m_parent = other.m_parent;
+    m_parentKinds = other.m_parentKinds;
     m_orphaned = other.m_orphaned;
     return *this;
 }
 
 PortList::~PortList()
 {
+    Sequence ports = entries();
+    ports.dropIndex();
     if (holdsReferences()) {
-        for (Port* port : m_ports)
+        for (int i = 0; i < ports.size(); ++i) {
+            Port* const port = toPort(ports.at(i));
+            if (m_orphaned && port->getRefCount() > 1 && port->m_parent == m_parent)
+                port->setParent(nullptr, 0);
             releasePlace(port);
+        }
     }
-    for (const Balance& balance : m_balance) {
-        for (int i = 0; i < balance.surplus; ++i)
-            balance.port->release();
+    if (SequenceExtras* const rare = ports.findExtras()) {
+        for (const auto& [entry, surplus] : rare->balance) {
+            for (int i = 0; i < surplus; ++i)
+                toPort(entry)->release();
+        }
     }
+    ports.clear();
 }
 
 void PortList::setParent(PortNotification* parent)
 {
+    setParent(parent, findParentKinds(parent));
+}
+
+void PortList::setParent(PortNotification* parent, ParentKinds kinds)
+{
     m_parent = parent;
+    m_parentKinds = kinds;
     m_orphaned = false;
 }
 
@@ -68,48 +100,53 @@ void PortList::setPortIOType(PortIOType type)
 
 int PortList::size()
 {
-    return static_cast<int>(m_ports.size());
+    return entries().size();
 }
 
 AddRefWrapper<Port> PortList::operator[](int index) const
 {
-    if (index < 0 || index >= static_cast<int>(m_ports.size()))
-        return nullptr;
-    return m_ports[index];
+    const Sequence ports = entries();
+    return index < 0 || index >= ports.size() ? nullptr : toPort(ports.at(index));
 }
 
 AddRefWrapper<Port> PortList::operator[](const char* name) const
 {
-    if (!name)
-        return nullptr;
-    const auto place = std::find_if(m_ports.begin(), m_ports.end(), [name](const Port* port) {
-        return std::strcmp(port->getName(), name) == 0;
-    });
-    return place == m_ports.end() ? nullptr : *place;
+    return name ? findNamed(name) : nullptr;
+}
+
+ListIterator<const PortList> PortList::end() const
+{
+    return {this, entries().size()};
 }
 
 int PortList::findPort(const AddRefWrapper<Port>& port)
 {
-    const auto place = std::find(m_ports.begin(), m_ports.end(), port.get());
-    return place == m_ports.end() ? -1 : static_cast<int>(place - m_ports.begin());
+    return port ? entries().indexOf(toEntry(port.get())) : -1;
 }
 
 bool PortList::add(const AddRefWrapper<Port>& port)
 {
     if (!port)
         return false;
+    if (!m_parent) {
+        append(port.get());
+        return true;
+    }
     const KeepAlive self(this);
     const AddRefWrapper<Port> held(port.get());
-    if (m_parent) {
-        // Contract: set before the question, and not taken back when the answer is false.
-        held->setParent(m_parent);
-        if (!m_parent->onPortListPortAdded(*this, held))
-            return false;
-    }
-    if (holdsReferences())
-        held->addRef();
-    m_ports.push_back(held.get());
+    // Contract: set before the question, and not taken back when the answer is false.
+    held->setParent(m_parent, m_parentKinds);
+    if (!m_parent->onPortListPortAdded(*this, held))
+        return false;
+    append(held.get());
     return true;
+}
+
+void PortList::append(Port* port)
+{
+    if (holdsReferences())
+        port->addRef();
+    entries().append(toEntry(port));
 }
 
 AddRefWrapper<Port> PortList::addPort(const char* name, const AddRefWrapper<PortDataType>& type)
@@ -128,16 +165,18 @@ bool PortList::remove(const AddRefWrapper<Port>& port)
     const AddRefWrapper<Port> held(port.get());
     bool found = false;
     // Looked for again after each question: the listener may have changed the list.
-    while (findPort(held) >= 0) {
+    while (m_parent && entries().contains(toEntry(held.get()))) {
         found = true;
-        if (m_parent && !m_parent->onPortListPortRemoved(*this, held))
+        if (!m_parent->onPortListPortRemoved(*this, held))
             return false;
-        const int index = findPort(held);
-        if (index < 0)
-            break;
-        m_ports.erase(m_ports.begin() + index);
-        if (holdsReferences())
+        if (entries().eraseFirst(toEntry(held.get())) && holdsReferences())
             releasePlace(held.get());
+    }
+    if (!m_parent) {
+        const int erased = entries().eraseEvery(toEntry(held.get()));
+        for (int i = 0; i < erased && holdsReferences(); ++i)
+            releasePlace(held.get());
+        found = found || erased > 0;
     }
     if (!found)
         std::printf("ZEL::did not find a connection to remove to %s\n",
@@ -159,11 +198,14 @@ bool PortList::movePort(int from, int to)
     // Tested again: the listener may have changed the list.
     if (from >= size() || to > size())
         return false;
-    const auto begin = m_ports.begin();
-    if (to < from)
-        std::rotate(begin + to, begin + from, begin + from + 1);
-    else
+    Sequence ports = entries();
+    void* const moved = ports.at(from);
+    if (to < from) {
+        ports.eraseAt(from);
+        ports.insertAt(to, moved);
+    } else {
         repeatForward(from, to);
+    }
     if (m_parent)
         m_parent->onPortListPortMoved(*this, from, to);
     return true;
@@ -173,25 +215,39 @@ void PortList::repeatForward(int from, int to)
 {
     // Contract: the entry behind the moved port is erased, not the moved port's old place. One
     // place further on that entry is the inserted copy itself, and the list ends as it began.
-    Port* const moved = m_ports[from];
-    m_ports.insert(m_ports.begin() + to, moved);
-    Port* const dropped = m_ports[from + 1];
-    m_ports.erase(m_ports.begin() + from + 1);
+    Sequence ports = entries();
+    void* const moved = ports.at(from);
+    ports.insertAt(to, moved);
+    void* const dropped = ports.at(from + 1);
+    ports.eraseAt(from + 1);
     if (holdsReferences()) {
-        addSurplus(moved, -1);
-        addSurplus(dropped, 1);
+        addSurplus(toPort(moved), -1);
+        addSurplus(toPort(dropped), 1);
     }
 }
 
 void PortList::onPortDeleted(Port* port)
 {
-    m_ports.erase(std::remove(m_ports.begin(), m_ports.end(), port), m_ports.end());
+    entries().eraseEvery(toEntry(port));
 }
 
 void PortList::onParentNodeDeleted()
 {
     for (int i = 0; i < size(); ++i)
-        m_ports[i]->onParentNodeDeleted();
+        toPort(entries().at(i))->onParentNodeDeleted();
+}
+
+Sequence PortList::entries() const
+{
+    return Sequence(m_entries);
+}
+
+AddRefWrapper<Port> PortList::findNamed(std::string_view name) const
+{
+    // Only references guarantee that an entry lives as long as an index may know it.
+    Sequence ports = entries();
+    Namable* const found = holdsReferences() ? ports.findNamed(name) : ports.scanNames(name);
+    return static_cast<Port*>(found);
 }
 
 bool PortList::holdsReferences() const
@@ -201,36 +257,44 @@ bool PortList::holdsReferences() const
 
 void PortList::addSurplus(Port* port, int change)
 {
-    const auto place =
-        std::find_if(m_balance.begin(), m_balance.end(),
-                     [port](const Balance& balance) { return balance.port == port; });
-    if (place == m_balance.end())
-        m_balance.push_back({port, change});
-    else if ((place->surplus += change) == 0)
-        m_balance.erase(place);
+    auto& balance = entries().extras().balance;
+    const auto place = std::find_if(balance.begin(), balance.end(), [port](const auto& entry) {
+        return entry.first == toEntry(port);
+    });
+    if (place == balance.end())
+        balance.emplace_back(toEntry(port), change);
+    else if ((place->second += change) == 0)
+        balance.erase(place);
 }
 
 void PortList::releasePlace(Port* port)
 {
-    const bool hasReference =
-        std::none_of(m_balance.begin(), m_balance.end(), [port](const Balance& balance) {
-            return balance.port == port && balance.surplus < 0;
-        });
-    if (hasReference)
-        port->release();
-    else
-        addSurplus(port, 1);
+    if (SequenceExtras* const rare = entries().findExtras()) {
+        for (const auto& [entry, surplus] : rare->balance) {
+            if (entry == toEntry(port) && surplus < 0) {
+                addSurplus(port, 1);
+                return;
+            }
+        }
+    }
+    port->release();
 }
 
 void PortList::onParentDied(PortNotification* parent)
 {
     if (m_parent == parent) {
-        m_parent = nullptr;
         m_orphaned = true;
+        // A list that dies with its parent orphans its ports when it releases them.
+        if (getRefCount() == 1)
+            return;
+        m_parent = nullptr;
+        m_parentKinds = 0;
     }
-    for (Port* port : m_ports) {
-        if (port->getParent() == parent)
-            port->setParent(nullptr);
+    const Sequence ports = entries();
+    for (int i = 0; i < ports.size(); ++i) {
+        Port* const port = toPort(ports.at(i));
+        if (port->m_parent == parent)
+            port->setParent(nullptr, 0);
     }
 }
 

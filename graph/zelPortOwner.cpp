@@ -2,27 +2,30 @@
 
 #include "zelCompound.h"
 #include "zelNode.h"
-#include "zelPort.h"
+#include "zelPortParent.h"
 
 namespace ZEL {
 
-bool Port::isCompoundInternalPort()
+ParentKinds findParentKinds(PortNotification* parent)
 {
-    return dynamic_cast<Compound*>(m_parent) != nullptr;
+    const bool isNode = dynamic_cast<Node*>(parent) != nullptr;
+    const bool isCompound = dynamic_cast<Compound*>(parent) != nullptr;
+    return static_cast<ParentKinds>((isNode ? kParentIsNode : 0) |
+                                    (isCompound ? kParentIsCompound : 0));
 }
 
 AddRefWrapper<Node> Port::getParentNode()
 {
-    if (auto* const node = dynamic_cast<Node*>(m_parent))
-        return node;
-    if (auto* const compound = dynamic_cast<Compound*>(m_parent))
-        return compound->getAsNode();
+    if ((m_parentKinds & kParentIsNode) != 0)
+        return static_cast<Node*>(m_parent);
+    if ((m_parentKinds & kParentIsCompound) != 0)
+        return static_cast<Compound*>(m_parent)->getAsNode();
     return nullptr;
 }
 
 AddRefWrapper<Compound> Port::getParentCompound()
 {
-    return dynamic_cast<Compound*>(m_parent);
+    return isCompoundInternalPort() ? static_cast<Compound*>(m_parent) : nullptr;
 }
 
 } // namespace ZEL

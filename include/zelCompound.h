@@ -117,6 +117,7 @@ public:
 private:
     friend class Node;
 
+    Node* owner() const;
     void onOwnerDied(Node* owner);
 
     struct Impl;

@@ -10,6 +10,8 @@
 
 namespace ZEL {
 
+class NameIndex;
+
 /// Base of every object that is shared by counting its holders. The count starts at 0; the
 /// createNew functions bring it to 1 by wrapping the new object. The count is a plain integer: one
 /// thread only. No wrapper may be made of an object whose count is 0 because it is being
@@ -183,7 +185,15 @@ public:
     Namable& operator=(const Namable& other);
 
 private:
+    friend class NameIndex;
+    friend class Node;
+    friend class Port;
+
+    explicit Namable(std::string&& name);
+    void replaceName(std::string& name);
+
     std::string m_name;
+    NameIndex* m_index = nullptr; ///< Not owned: knows the name. It clears this when it forgets it.
 };
 
 /// The result of an operation that can fail with a message: `if (!status)

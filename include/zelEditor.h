@@ -108,7 +108,7 @@ public:
     void notifyCompoundPortChange(ECompoundPortChangeType type, const AddRefWrapper<Port>& port);
 
 private:
-    HostEditorNotifierImpl* m_impl; ///< Owned, never null.
+    HostEditorNotifierImpl* m_impl = nullptr; ///< Owned. Null: no editor was ever registered.
 };
 
 } // namespace ZEL

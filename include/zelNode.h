@@ -4,13 +4,14 @@
 #include "zelPort.h"
 
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace ZEL {
 
 class Compound;
 class Container;
 class NodeList;
+class Sequence;
 
 /// One vertex of the network: a name, ordered inputs and outputs, the name of its type and, for a
 /// compound node, the compound inside it. It holds its two lists, which hold the ports, and its
@@ -91,6 +92,8 @@ public:
 private:
     friend class NodeList;
 
+    void appendFullPath(std::string& path, std::size_t following);
+
     // Destroyed in reverse order: the type name, the compound, the outputs, the inputs.
     AddRefWrapper<PortList> m_inputs;        ///< Never empty.
     AddRefWrapper<PortList> m_outputs;       ///< Never empty.
@@ -122,9 +125,9 @@ public:
     AddRefWrapper<Node> operator[](int index);
     /// The first node whose getName() is that name; empty when there is none, or name is null.
     AddRefWrapper<Node> operator[](const char* name);
-    /// The entries, first to last. Valid until the list changes.
-    const AddRefWrapper<Node>* begin() const { return m_nodes.data(); }
-    const AddRefWrapper<Node>* end() const { return m_nodes.data() + m_nodes.size(); }
+    /// The entries as plain pointers, first to last.
+    ListIterator<NodeList> begin() { return {this, 0}; }
+    ListIterator<NodeList> end() { return {this, size()}; }
 
     /// Not owned; empty when unset, and when that compound died. Contract: a list that two
     /// compounds share by assignment keeps the compound that made it.
@@ -144,10 +147,15 @@ public:
 
 private:
     friend class Compound;
+    friend class PathWalker;
 
+    Sequence entries() const;
+    void append(Node* node);
+    /// As the operator, for a part of a longer text.
+    Node* findNamed(std::string_view name);
     void onCompoundDied(Compound* compound);
 
-    std::vector<AddRefWrapper<Node>> m_nodes;
+    mutable std::uintptr_t m_entries = 0; ///< The word of a Sequence; one reference for each entry.
     Compound* m_parentCompound = nullptr; ///< Not owned. Null: nothing can be added or removed.
 };
 

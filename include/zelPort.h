@@ -3,8 +3,9 @@
 #include "zelCore.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace ZEL {
 
@@ -12,6 +13,7 @@ class Compound;
 class Node;
 class Port;
 class PortList;
+class Sequence;
 
 /// The direction of a port. The inner ports of a compound are crossed: an inner input feeds the
 /// inner nodes and has the direction PortOutput, an inner output is fed by them and has PortInput.
@@ -76,6 +78,33 @@ public:
     virtual Namable onGetParentFullPathName() = 0;
 };
 
+/// Walks a list by index; the end is where the list ended when it was asked for.
+template <class List>
+class ListIterator {
+public:
+    ListIterator(List* list, int index) : m_list(list), m_index(index) {}
+    auto operator*() const { return (*m_list)[m_index].get(); }
+    ListIterator& operator++()
+    {
+        ++m_index;
+        return *this;
+    }
+    ListIterator operator+(int places) const { return {m_list, m_index + places}; }
+    ListIterator operator-(int places) const { return {m_list, m_index - places}; }
+    int operator-(const ListIterator& other) const { return m_index - other.m_index; }
+    bool operator==(const ListIterator& other) const { return m_index == other.m_index; }
+    bool operator!=(const ListIterator& other) const { return m_index != other.m_index; }
+
+private:
+    List* m_list; ///< Not owned.
+    int m_index;
+};
+
+/// What a parent is, found out when it is set: bit 0 a Node, bit 1 a Compound.
+using ParentKinds = std::uint8_t;
+constexpr ParentKinds kParentIsNode = 1;
+constexpr ParentKinds kParentIsCompound = 2;
+
 /// An ordered sequence of ports, in one of two roles. With a parent (the inputs, outputs and inner
 /// ports) it asks the parent before each change and holds one reference for each entry. Without a
 /// parent (the connections of a port) it asks nobody and holds none. Indexes count from 0; a port
@@ -109,9 +138,9 @@ public:
     AddRefWrapper<Port> operator[](const char* name) const;
     /// The first index of that very port, -1 when it is not in the list or empty.
     int findPort(const AddRefWrapper<Port>& port);
-    /// The entries as plain pointers, first to last. Valid until the list changes.
-    Port* const* begin() const { return m_ports.data(); }
-    Port* const* end() const { return m_ports.data() + m_ports.size(); }
+    /// The entries as plain pointers, first to last.
+    ListIterator<const PortList> begin() const { return {this, 0}; }
+    ListIterator<const PortList> end() const;
 
     /// Appends the port. With a parent: makes it the port's parent, then asks onPortListPortAdded.
     /// False when empty or refused: the list has not changed. Neither doubles nor directions are
@@ -140,24 +169,25 @@ public:
 
 private:
     friend class Compound;
+    friend class PathWalker;
     friend class Node;
 
-    /// References held beyond the places (positive), or places beyond the references (negative).
-    struct Balance {
-        Port* port;
-        int surplus;
-    };
-
+    Sequence entries() const;
+    AddRefWrapper<Port> findNamed(std::string_view name) const;
+    void append(Port* port);
     bool holdsReferences() const;
     void addSurplus(Port* port, int change);
     void releasePlace(Port* port);
     void repeatForward(int from, int to);
+    void setParent(PortNotification* parent, ParentKinds kinds);
     void onParentDied(PortNotification* parent);
 
-    std::vector<Port*> m_ports; ///< One reference each while there is a parent, but for m_balance.
-    std::vector<Balance> m_balance;       ///< Where forward moves and assignments left both uneven.
-    PortNotification* m_parent = nullptr; ///< Not owned. Null: nobody is asked.
     PortIOType m_ioType = PortInput;
+    PortNotification* m_parent = nullptr; ///< Not owned. Null: nobody is asked.
+    /// The word of a Sequence. There is one reference for each entry while there is a parent, but
+    /// for what forward moves and assignments have left uneven, which the extras remember.
+    mutable std::uintptr_t m_entries = 0;
+    ParentKinds m_parentKinds = 0;
     bool m_orphaned = false; ///< The parent died: the list holds references without it.
 };
 
@@ -243,11 +273,16 @@ protected:
     Port(const char* name, PortIOType ioType);
 
 private:
-    PortNotification* m_parent = nullptr;   ///< Not owned. Null: a port on its own.
-    AddRefWrapper<PortList> m_connections;  ///< Never empty, never replaced, has no parent.
-    AddRefWrapper<PortDataType> m_dataType; ///< Empty: no type.
-    std::string m_defaultValue;
+    friend class PortList;
+
+    void setParent(PortNotification* parent, ParentKinds kinds);
+
     PortIOType m_ioType;
+    PortNotification* m_parent = nullptr;        ///< Not owned. Null: a port on its own.
+    AddRefWrapper<PortList> m_connections;       ///< Never empty, never replaced, has no parent.
+    AddRefWrapper<PortDataType> m_dataType;      ///< Empty: no type.
+    std::unique_ptr<std::string> m_defaultValue; ///< Null: the empty text.
+    ParentKinds m_parentKinds = 0;
     bool m_hidden = false;
 };
 

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "zelSlotTable.h"
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ZEL {
+
+class Namable;
+class NameIndex;
+struct SequenceBlock;
+
+/// What only a long or unusual sequence needs.
+struct SequenceExtras {
+    SequenceExtras();
+    SequenceExtras(const SequenceExtras&) = delete;
+    SequenceExtras& operator=(const SequenceExtras&) = delete;
+    ~SequenceExtras();
+
+    std::uint32_t first = 0;       ///< The first slot that is no hole.
+    std::uint32_t holes = 0;       ///< Slots that were erased, the leading ones too.
+    std::uint32_t placedSlots = 0; ///< How many slots the places hold, from slot 0.
+    bool hasDoubles =
+        false; ///< An object stood twice when the places were filled: they are not used.
+    std::uint64_t searchWork = 0;     ///< Slots visited and moved since the places were emptied.
+    std::uint64_t scanWork = 0;       ///< Slots visited by name since the names were emptied.
+    SlotTable places;                 ///< From an object to its slot.
+    std::unique_ptr<NameIndex> names; ///< Null: nothing was looked up by name often enough.
+    /// PortList's references without a place (positive) and places without a reference (negative).
+    std::vector<std::pair<void*, int>> balance;
+};
+
+/// Ordered pointers: the entries of a list of ports, of nodes, of editors. The one place that knows
+/// how such a list finds and removes an entry. It owns nothing.
+///
+/// The state is one word of the list: nothing, the only entry, or a block of slots. A short
+/// sequence is a plain array. In a long one an erased entry leaves a hole, and a table finds an
+/// object's slot, as soon as plain searching has cost more than filling the table does; reading by
+/// index closes the holes. So appending, finding and erasing cost the same at any length, and the
+/// order is kept.
+class Sequence {
+public:
+    explicit Sequence(std::uintptr_t& data) : m_data(data) {}
+
+    int size() const;
+    /// The index must be in range.
+    void* at(int index) const;
+    /// -1 when the object is not in the sequence.
+    int indexOf(const void* object) const;
+    bool contains(const void* object) const;
+
+    void append(void* object);
+    /// Erases the first place of the object. False when it has none.
+    bool eraseFirst(const void* object);
+    /// Erases every place of the object; returns how many there were.
+    int eraseEvery(const void* object);
+    /// Erases the entry at the index, which must be in range.
+    void eraseAt(int index);
+    /// Inserts before the index, from 0 to size().
+    void insertAt(int index, void* object);
+    void clear();
+    /// Exchanges the entries; neither may have an index.
+    void swap(Sequence other);
+    void assign(const Sequence& other);
+
+    // By name; only for sequences of Namable pointers.
+    /// The first entry whose getName() is the name, null when there is none. Uses an index when the
+    /// sequence is long; its entries must then not die before they are erased.
+    Namable* findNamed(std::string_view name);
+    /// The same without an index.
+    Namable* scanNames(std::string_view name) const;
+
+    /// Ends the use of an index: from here on the entries may die.
+    void dropIndex();
+
+    /// Made when first asked for; lives until clear.
+    SequenceExtras& extras();
+    /// Null when there are none.
+    SequenceExtras* findExtras() const;
+
+    // For the name index.
+    /// How many slots there are, holes too; 0 for a sequence without a block.
+    std::uint32_t usedSlots() const;
+    /// Null for a hole. The slot must be below usedSlots.
+    void* slotEntry(std::uint32_t slot) const;
+
+private:
+    SequenceBlock* block() const;
+    void* single() const;
+    SequenceBlock& growTo(std::uint32_t capacity);
+    std::uint32_t findSlot(const void* object) const;
+    std::uint32_t findPlacedSlot(SequenceExtras& rare, const void* object) const;
+    void eraseSlot(std::uint32_t slot);
+    void leaveHole(SequenceExtras& rare, std::uint32_t slot);
+    void closeHoles() const;
+    std::uint32_t slotAt(int index) const;
+
+    std::uintptr_t& m_data; ///< 0: empty; odd: the only entry, plus 1; else a SequenceBlock.
+};
+
+} // namespace ZEL

@@ -1,0 +1,284 @@
+// Long lists find and remove with tables: every answer is held against a plain scan.
+
+#include "zel.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace ZEL;
+
+namespace {
+
+using NodePtr = AddRefWrapper<Node>;
+using PortPtr = AddRefWrapper<Port>;
+
+class Random {
+public:
+    explicit Random(unsigned seed) : m_engine(seed) {}
+    int below(int end) { return static_cast<int>(m_engine() % static_cast<unsigned>(end)); }
+    bool oneIn(int count) { return below(count) == 0; }
+
+private:
+    std::mt19937 m_engine;
+};
+
+/// Answers a name of its own, and counts how often it is asked.
+class Alias : public Node {
+public:
+    explicit Alias(const char* answer) : Node(nullptr), m_answer(answer) {}
+    using Node::operator=;
+    const char* getName() const override
+    {
+        ++asked;
+        return m_answer.c_str();
+    }
+    void setName(const char* name) override { m_answer = name; }
+
+    mutable int asked = 0;
+
+private:
+    std::string m_answer;
+};
+
+class OddPort : public Port {
+public:
+    explicit OddPort(const char* name) : Port(name, PortInput) {}
+    using Port::operator=;
+    const char* getName() const override { return isOdd ? "odd" : Port::getName(); }
+
+    bool isOdd = false;
+};
+
+/// Most names occur once, some often.
+std::string someName(Random& random)
+{
+    const int number = random.below(400);
+    return number < 20 ? "often" + std::to_string(number % 4) : "name" + std::to_string(number);
+}
+
+void renameSomehow(Random& random, Namable& object)
+{
+    const std::string name = someName(random);
+    switch (random.below(3)) {
+    case 0:
+        object.setName(name.c_str());
+        break;
+    case 1:
+        object.appendString("x");
+        break;
+    default:
+        object = Namable(name.c_str());
+    }
+}
+
+/// The first entry with that name, as a scan finds it.
+template <class Pointers>
+auto scan(const Pointers& entries, const std::string& name)
+{
+    for (const auto& entry : entries) {
+        if (name == entry->getName())
+            return entry;
+    }
+    return typename Pointers::value_type();
+}
+
+/// One compound's list and what should stand in it.
+struct ModelledNodes {
+    NodePtr owner = Node::createNew(nullptr, "Top");
+    AddRefWrapper<Compound> compound = Compound::createNew(owner, nullptr);
+    std::vector<NodePtr> entries;
+
+    void add(const NodePtr& node)
+    {
+        ASSERT_TRUE(compound->nodes().add(node));
+        entries.push_back(node);
+    }
+    void remove(const NodePtr& node)
+    {
+        const auto place = std::find(entries.begin(), entries.end(), node);
+        ASSERT_EQ(place != entries.end(), compound->nodes().remove(node));
+        if (place != entries.end())
+            entries.erase(place);
+    }
+    void check(Random& random)
+    {
+        NodeList& nodes = compound->nodes();
+        ASSERT_EQ(static_cast<int>(entries.size()), nodes.size());
+        for (int i = 0; i < 8; ++i) {
+            const std::string name = someName(random) + (random.oneIn(4) ? "x" : "");
+            ASSERT_EQ(scan(entries, name), nodes[name.c_str()]) << name;
+        }
+        if (!random.oneIn(20))
+            return;
+        for (int i = 0; i < nodes.size(); ++i)
+            ASSERT_EQ(entries[i], nodes[i]) << i;
+        NodeList copy(nodes);
+        const std::string name = someName(random);
+        ASSERT_EQ(scan(entries, name), copy[name.c_str()]);
+    }
+};
+
+} // namespace
+
+TEST(LongNodeList, FindsAndRemovesAsAScanDoes)
+{
+    for (unsigned seed = 1; seed <= 3; ++seed) {
+        SCOPED_TRACE(seed);
+        Random random(seed);
+        ModelledNodes lists[2];
+        std::vector<NodePtr> known;
+        for (int step = 0; step < 3000 && !HasFatalFailure(); ++step) {
+            ModelledNodes& list = lists[random.below(2)];
+            const bool grows = random.below(600) > static_cast<int>(list.entries.size());
+            const NodePtr some =
+                known.empty() ? nullptr : known[random.below(static_cast<int>(known.size()))];
+            if (!some || random.below(10) < (grows ? 4 : 1)) {
+                const std::string name = someName(random);
+                known.push_back(random.oneIn(12) ? NodePtr(new Alias(name.c_str()))
+                                                 : Node::createNew(nullptr, name.c_str()));
+                list.add(known.back());
+            } else if (random.oneIn(12)) {
+                list.add(some); // A second time, or in the other list too.
+            } else if (random.oneIn(2)) {
+                renameSomehow(random, *some);
+            } else {
+                list.remove(some);
+            }
+            list.check(random);
+        }
+    }
+}
+
+TEST(LongNodeList, AsksEveryOverriderBeforeTheMatchAndNoneBehindIt)
+{
+    ModelledNodes list;
+    std::vector<AddRefWrapper<Alias>> aliases;
+    for (int i = 0; i < 300; ++i) {
+        list.add(Node::createNew(nullptr, ("plain" + std::to_string(i)).c_str()));
+        if (i % 100 == 50) {
+            aliases.emplace_back(new Alias("alias"));
+            list.add(NodePtr(aliases.back()));
+        }
+    }
+    NodeList& nodes = list.compound->nodes();
+    for (int round = 0; round < 20; ++round) {
+        for (const AddRefWrapper<Alias>& alias : aliases)
+            alias->asked = 0;
+        const NodePtr found = nodes["plain199"];
+        ASSERT_TRUE(found && found == list.entries[201]);
+        EXPECT_EQ(1, aliases[0]->asked);
+        EXPECT_EQ(1, aliases[1]->asked);
+        EXPECT_EQ(0, aliases[2]->asked) << "stands behind the match";
+    }
+    aliases[1]->setName("plain199");
+    EXPECT_EQ(aliases[1], nodes["plain199"]) << "an answer is never remembered";
+    aliases[1]->setName("other");
+    EXPECT_EQ(list.entries[201], nodes["plain199"]);
+}
+
+TEST(LongPortList, FindsMovesAndRemovesAsAScanDoes)
+{
+    Random random(7);
+    const NodePtr node = Node::createNew(nullptr, "node");
+    PortList& inputs = node->inputs();
+    std::vector<PortPtr> entries;
+    std::vector<AddRefWrapper<OddPort>> oddPorts;
+    for (int step = 0; step < 4000 && !HasFatalFailure(); ++step) {
+        const int count = static_cast<int>(entries.size());
+        if (count < 3 || (count < 250 && random.oneIn(3))) {
+            const std::string name = someName(random);
+            if (random.oneIn(20)) {
+                oddPorts.emplace_back(new OddPort(name.c_str()));
+                ASSERT_TRUE(inputs.add(PortPtr(oddPorts.back())));
+                entries.emplace_back(oddPorts.back());
+            } else {
+                entries.push_back(inputs.addPort(name.c_str(), nullptr));
+            }
+        } else if (random.oneIn(4)) {
+            const int from = random.below(count);
+            const int to = random.below(from + 1);
+            ASSERT_TRUE(inputs.movePort(from, to));
+            std::rotate(entries.begin() + to, entries.begin() + from, entries.begin() + from + 1);
+        } else if (random.oneIn(2)) {
+            renameSomehow(random, *entries[random.below(count)]);
+        } else if (random.oneIn(2)) {
+            const PortPtr port = entries[random.below(count)];
+            ASSERT_TRUE(inputs.remove(port));
+            entries.erase(std::remove(entries.begin(), entries.end(), port), entries.end());
+        } else if (!oddPorts.empty()) {
+            oddPorts[random.below(static_cast<int>(oddPorts.size()))]->isOdd = random.oneIn(2);
+        }
+        for (int i = 0; i < 4; ++i) {
+            const std::string name = random.oneIn(9) ? "odd" : someName(random);
+            ASSERT_EQ(scan(entries, name), inputs[name.c_str()]) << name;
+        }
+        const int place = random.below(static_cast<int>(entries.size()));
+        ASSERT_EQ(place, inputs.findPort(entries[place]));
+    }
+}
+
+TEST(LongConnections, KeepTheirOrderThroughEveryRemoval)
+{
+    Random random(11);
+    const PortPtr output = Port::createNew("out", PortOutput);
+    std::vector<PortPtr> inputs;
+    inputs.reserve(300);
+    for (int i = 0; i < 300; ++i)
+        inputs.push_back(Port::createNew(("in" + std::to_string(i)).c_str(), PortInput));
+    std::vector<PortPtr> entries;
+    for (int step = 0; step < 6000 && !HasFatalFailure(); ++step) {
+        const PortPtr input = inputs[random.below(300)];
+        const bool isConnected = std::find(entries.begin(), entries.end(), input) != entries.end();
+        if (!isConnected || random.oneIn(30)) {
+            ASSERT_TRUE(input->addConnection(output));
+            entries.push_back(input);
+        } else if (random.oneIn(40)) {
+            input->onParentNodeDeleted(); // The output forgets it; its own list stays.
+            input->removeFromConnectedList(output.get());
+            entries.erase(std::remove(entries.begin(), entries.end(), input), entries.end());
+        } else {
+            ASSERT_TRUE(output->removeConnection(input));
+            entries.erase(std::remove(entries.begin(), entries.end(), input), entries.end());
+        }
+        ASSERT_EQ(static_cast<int>(entries.size()), output->connectedTo().size());
+        if (random.oneIn(10) || step > 5900) {
+            for (int i = 0; i < static_cast<int>(entries.size()); ++i)
+                ASSERT_EQ(entries[i], output->connectedTo()[i]) << i;
+        }
+    }
+    output->removeAllConnections();
+    for (const PortPtr& input : inputs)
+        EXPECT_FALSE(input->isConnected());
+}
+
+TEST(LongEditorList, ForgetsNotifiersInAnyOrderAndReachesTheRest)
+{
+    struct Counter : HostEditor {
+        void zel_onNodeChange(ENodeChangeType /*type*/,
+                              const AddRefWrapper<Compound>& /*compound*/,
+                              const NodePtr& node) override
+        {
+            seen.push_back(node);
+        }
+        std::vector<NodePtr> seen;
+    } editor;
+    Random random(13);
+    std::vector<NodePtr> nodes;
+    for (int i = 0; i < 300; ++i) {
+        nodes.push_back(Node::createNew(nullptr, "node"));
+        nodes.back()->registerEditor(&editor);
+    }
+    while (nodes.size() > 100)
+        nodes.erase(nodes.begin() + random.below(static_cast<int>(nodes.size())));
+    for (std::size_t i = 0; i < 50; ++i)
+        nodes[i * 2]->unregisterEditor(&editor);
+    for (const NodePtr& node : nodes)
+        node->notifyNodeChange(eNodeChanged, nullptr, node);
+    ASSERT_EQ(50U, editor.seen.size());
+    for (std::size_t i = 0; i < 50; ++i)
+        EXPECT_EQ(nodes[i * 2 + 1], editor.seen[i]);
+}
