@@ -73,8 +73,7 @@ int NodeList::size()
 
 AddRefWrapper<Node> NodeList::operator[](int index)
 {
-    const Sequence nodes = entries();
-    return index < 0 || index >= nodes.size() ? nullptr : toNode(nodes.at(index));
+    return entryAt(index);
 }
 
 AddRefWrapper<Node> NodeList::operator[](const char* name)
@@ -132,6 +131,12 @@ bool NodeList::remove(const AddRefWrapper<Node>& node)
 Sequence NodeList::entries() const
 {
     return Sequence(m_entries);
+}
+
+Node* NodeList::entryAt(int index) const
+{
+    const Sequence nodes = entries();
+    return index < 0 || index >= nodes.size() ? nullptr : toNode(nodes.at(index));
 }
 
 void NodeList::append(Node* node)

@@ -105,8 +105,7 @@ int PortList::size()
 
 AddRefWrapper<Port> PortList::operator[](int index) const
 {
-    const Sequence ports = entries();
-    return index < 0 || index >= ports.size() ? nullptr : toPort(ports.at(index));
+    return entryAt(index);
 }
 
 AddRefWrapper<Port> PortList::operator[](const char* name) const
@@ -240,6 +239,13 @@ void PortList::onParentNodeDeleted()
 Sequence PortList::entries() const
 {
     return Sequence(m_entries);
+}
+
+/// The entry as it stands, alive or not; null when the index is out of range.
+Port* PortList::entryAt(int index) const
+{
+    const Sequence ports = entries();
+    return index < 0 || index >= ports.size() ? nullptr : toPort(ports.at(index));
 }
 
 AddRefWrapper<Port> PortList::findNamed(std::string_view name) const

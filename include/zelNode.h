@@ -147,9 +147,11 @@ public:
 
 private:
     friend class Compound;
+    friend class ListIterator<NodeList>;
     friend class PathWalker;
 
     Sequence entries() const;
+    Node* entryAt(int index) const;
     void append(Node* node);
     /// As the operator, for a part of a longer text.
     Node* findNamed(std::string_view name);

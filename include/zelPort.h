@@ -78,12 +78,13 @@ public:
     virtual Namable onGetParentFullPathName() = 0;
 };
 
-/// Walks a list by index; the end is where the list ended when it was asked for.
+/// Walks a list by index and gives plain pointers, without touching what they point to. The end is
+/// where the list ended when it was asked for; an entry that is gone since is null.
 template <class List>
 class ListIterator {
 public:
     ListIterator(List* list, int index) : m_list(list), m_index(index) {}
-    auto operator*() const { return (*m_list)[m_index].get(); }
+    auto operator*() const { return m_list->entryAt(m_index); }
     ListIterator& operator++()
     {
         ++m_index;
@@ -169,10 +170,12 @@ public:
 
 private:
     friend class Compound;
+    friend class ListIterator<const PortList>;
     friend class PathWalker;
     friend class Node;
 
     Sequence entries() const;
+    Port* entryAt(int index) const;
     AddRefWrapper<Port> findNamed(std::string_view name) const;
     void append(Port* port);
     bool holdsReferences() const;
