@@ -1,28 +1,67 @@
 #include "shadingContainer.h"
 
+#include "shadingDefinedNode.h"
+#include "shadingJournal.h"
 #include "shadingReader.h"
 #include "shadingXml.h"
 
 #include <algorithm>
-#include <map>
+#include <array>
+#include <cstdio>
+#include <random>
 
 namespace shading {
 
 struct Container::Impl {
-    // Destroyed in reverse order: the nodes before the XML whose elements they remember.
+    // Destroyed in reverse order: the nodes before the XML whose elements they remember, and before
+    // the runtime.
+    ZEL::Runtime ownRuntime; ///< Serves a document that was given none.
+    ZEL::Runtime* runtime;   ///< Not owned, never null: the one given or the own one.
+    std::string uuid;
+    DefinitionIndex definitions;
+    Journal journal;
     XmlSource xml;
-    std::map<std::string, ZEL::AddRefWrapper<ZEL::PortDataType>> dataTypes;
     ZEL::AddRefWrapper<ZEL::Node> root; ///< Never empty in an open document.
 };
 
-Container::Container() : m_impl(std::make_unique<Impl>()) {}
+namespace {
 
-Container::~Container() = default;
+std::string makeUuid()
+{
+    std::random_device source;
+    std::array<unsigned, 8> words; // 16 bits each
+    for (unsigned& word : words)
+        word = source() & 0xFFFFU;
+    words[3] = (words[3] & 0x0FFFU) | 0x4000U; // Version 4, random.
+    words[4] = (words[4] & 0x3FFFU) | 0x8000U; // The usual variant.
+    std::array<char, 37> text;
+    std::snprintf(text.data(), text.size(), "%04x%04x-%04x-%04x-%04x-%04x%04x%04x", words[0],
+                  words[1], words[2], words[3], words[4], words[5], words[6], words[7]);
+    return text.data();
+}
+
+} // namespace
+
+Container::Container(ZEL::Runtime* runtime) : m_impl(std::make_unique<Impl>())
+{
+    m_impl->runtime = runtime ? runtime : &m_impl->ownRuntime;
+    m_impl->uuid = makeUuid();
+    m_impl->definitions = DefinitionIndex(*m_impl->runtime);
+    m_impl->runtime->registerContainer(this);
+    registerWithUUID(uuid().c_str(), this);
+}
+
+Container::~Container()
+{
+    // Both tables hold plain pointers and are not told when a document dies.
+    registerWithUUID(uuid().c_str(), nullptr);
+    m_impl->runtime->unregisterContainer(this);
+}
 
 std::unique_ptr<Container>
 Container::open(const std::string& path, const OpenOptions& options, std::vector<Message>& messages)
 {
-    std::unique_ptr<Container> container(new Container);
+    std::unique_ptr<Container> container(new Container(options.runtime));
     Impl& impl = *container->m_impl;
     Message error;
     if (!impl.xml.load(path, error)) {
@@ -49,20 +88,33 @@ ZEL::AddRefWrapper<ZEL::Node> Container::getRootNode()
 
 void Container::rebuildCompounds()
 {
-    // Nothing depends on definitions yet: see the declaration.
+    m_impl->definitions = DefinitionIndex(*m_impl->runtime);
+    defineNodes(*this, *m_impl->root->getAsCompound(), {});
 }
 
 ZEL::Runtime* Container::getRuntime()
 {
-    return nullptr;
+    return m_impl->runtime;
+}
+
+const DefinitionIndex& Container::definitions() const
+{
+    return m_impl->definitions;
+}
+
+const std::string& Container::uuid() const
+{
+    return m_impl->uuid;
 }
 
 ZEL::AddRefWrapper<ZEL::PortDataType> Container::dataType(const std::string& name)
 {
-    ZEL::AddRefWrapper<ZEL::PortDataType>& type = m_impl->dataTypes[name];
-    if (!type)
-        type = ZEL::PortDataType::createNew(name.c_str());
-    return type;
+    return m_impl->runtime->createPortDataType(name.c_str());
+}
+
+Journal& Container::journal()
+{
+    return m_impl->journal;
 }
 
 } // namespace shading

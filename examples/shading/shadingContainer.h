@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shadingDefinitionIndex.h"
 #include "shadingMessage.h"
 #include "zel.h"
 
@@ -9,8 +10,12 @@
 
 namespace shading {
 
+class Journal;
+
 struct OpenOptions {
     bool isStrict = false; ///< Warnings become errors: the document does not open.
+    /// Not owned; must outlive the container. Null: the container makes an empty one of its own.
+    ZEL::Runtime* runtime = nullptr;
 };
 
 /// One shading document: the XML of its file and the network made from it, below a root node named
@@ -27,17 +32,25 @@ public:
     ~Container() override;
 
     ZEL::AddRefWrapper<ZEL::Node> getRootNode() override;
-    /// Without a runtime there are no definitions that nodes could be rebuilt from: the network is
-    /// what the document says, and stays as it is.
+    /// Reads the runtime's node library anew and brings every node of the document up to its
+    /// definition. Connections stay, and so does all that the document says.
     void rebuildCompounds() override;
-    /// Null: the document brings its own data types.
+    /// Never null. The container is registered with it from opening to its end.
     ZEL::Runtime* getRuntime() override;
 
-    /// The type of that name, made at the first call: all ports of one type share it.
+    /// The definitions of the runtime, as they were at opening or at the last rebuild.
+    const DefinitionIndex& definitions() const;
+    /// The text under which Container::getFromUUID finds this document while it lives: random, in
+    /// the form of a UUID of version 4.
+    const std::string& uuid() const;
+    /// The runtime's type of that name, made at the first call: all ports of one type share it.
     ZEL::AddRefWrapper<ZEL::PortDataType> dataType(const std::string& name);
 
+    /// Hears all changes. Lives as long as the container.
+    Journal& journal();
+
 private:
-    Container();
+    explicit Container(ZEL::Runtime* runtime);
 
     struct Impl;
     std::unique_ptr<Impl> m_impl; ///< Never empty.

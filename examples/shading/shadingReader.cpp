@@ -1,5 +1,7 @@
 #include "shadingReader.h"
 
+#include "shadingContainer.h"
+#include "shadingDefinedNode.h"
 #include "shadingFormat.h"
 #include "shadingNetworkBuilder.h"
 #include "shadingXml.h"
@@ -108,6 +110,9 @@ private:
         const std::string path = node->getFullPathName().getName();
         const bool isMultiOutput = attributeOf(element, "type") == kMultiOutput;
         std::string name = attributeOf(reference.element, "output");
+        // The first that the document lists, also where the definition has another one before it.
+        if (name.empty() && isMultiOutput)
+            name = attributeOf(element.child("output"), "name");
         if (name.empty() && (node->isCompound() || (isMultiOutput && element.child("output")))) {
             PortPtr first = node->outputs()[0];
             if (!first)
@@ -145,6 +150,21 @@ private:
     const Scope& m_document;
 };
 
+/// The outputs that references name, by the node that they mean.
+NamedOutputs namedOutputs(const UnconnectedNetwork& network)
+{
+    NamedOutputs result;
+    for (const Reference& reference : network.references) {
+        const std::string output = attributeOf(reference.element, "output");
+        if (!reference.scope || output.empty())
+            continue;
+        const auto node = reference.scope->nodes.find(attributeOf(reference.element, "nodename"));
+        if (node != reference.scope->nodes.end())
+            result[node->second.get()].push_back(output);
+    }
+    return result;
+}
+
 } // namespace
 
 ZEL::AddRefWrapper<ZEL::Node>
@@ -152,6 +172,7 @@ readNetwork(Container& container, const XmlSource& xml, std::vector<Message>& wa
 {
     UnconnectedNetwork network;
     NetworkBuilder(container, xml, warnings, network).build();
+    defineNodes(container, *network.root->getAsCompound(), namedOutputs(network));
     Connector connector(xml, warnings, network.scopes.front());
     for (const Reference& reference : network.references)
         connector.connect(reference);

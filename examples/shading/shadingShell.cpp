@@ -18,6 +18,7 @@ std::string usageOf(const Command& command)
 
 Shell::Shell(Container& container, std::ostream& out, std::ostream& err)
     : m_container(container),
+      m_editor(container),
       m_out(out),
       m_err(err)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shadingContainer.h"
+#include "shadingEditor.h"
 
 #include <iosfwd>
 #include <string>
@@ -38,6 +39,8 @@ public:
 
     // For commands.
     Container& container() { return m_container; }
+    /// All changes of the document go through it.
+    Editor& editor() { return m_editor; }
     std::ostream& out() { return m_out; }
     /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON". Returns false.
     bool fail(const std::string& subject, const std::string& reason);
@@ -53,6 +56,7 @@ private:
     static bool quit(Shell& shell, const std::vector<std::string>& arguments);
 
     Container& m_container;
+    Editor m_editor;
     std::ostream& m_out;
     std::ostream& m_err;
     std::vector<Command> m_commands;
@@ -62,5 +66,9 @@ private:
 
 /// The commands that show a network and change nothing.
 const std::vector<Command>& viewCommands();
+/// The commands that show what the runtime offers, and make nodes of it.
+const std::vector<Command>& libraryCommands();
+/// The commands that change a network, take changes back, and check it.
+const std::vector<Command>& editCommands();
 
 } // namespace shading

@@ -1,5 +1,8 @@
 #include "shadingContainer.h"
+#include "shadingDefinitionReader.h"
+#include "shadingPluginModule.h"
 #include "shadingShell.h"
+#include "shadingWatcher.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -19,34 +22,46 @@ constexpr int kFailure = 1;
 constexpr int kWrongUsage = 2;
 
 const char* const kUsage =
-    "usage: zelsh [--strict] DOCUMENT.mtlx [-c COMMAND]...\n"
+    "usage: zelsh [OPTION]... DOCUMENT.mtlx [-c COMMAND]...\n"
     "Opens a shading document and runs the commands, or those on standard input.\n"
-    "  -c COMMAND  run this command; may be repeated\n"
-    "  --strict    do not open a document that has warnings\n"
-    "  --help      show this text\n"
+    "  -c COMMAND      run this command; may be repeated\n"
+    "  --plugin PATH   load this plugin (default: shadingPlugin.so beside the program)\n"
+    "  --library FILE  read more data types and node definitions; may be repeated\n"
+    "  --strict        do not open a document that has warnings\n"
+    "  --watch         print what editors are told of each change\n"
+    "  --help          show this text\n"
     "The command help lists the commands.\n";
 
 struct Arguments {
     std::string document;
     std::vector<std::string> commands; ///< Empty: read them from standard input.
+    std::string plugin = shading::defaultPluginPath();
+    std::vector<std::string> libraries;
     shading::OpenOptions options;
     bool wantsHelp = false;
+    bool isWatched = false;
 };
 
 /// False when the usage is wrong.
 bool readArguments(int argc, char** argv, Arguments& arguments)
 {
     const option longOptions[] = {
-        {"strict", no_argument, nullptr, 's'},
-        {"help", no_argument, nullptr, 'h'},
-        {nullptr, 0, nullptr, 0},
+        {"plugin", required_argument, nullptr, 'p'}, {"library", required_argument, nullptr, 'l'},
+        {"strict", no_argument, nullptr, 's'},       {"watch", no_argument, nullptr, 'w'},
+        {"help", no_argument, nullptr, 'h'},         {nullptr, 0, nullptr, 0},
     };
     int letter = 0;
     while ((letter = getopt_long(argc, argv, "c:h", longOptions, nullptr)) != -1) {
         if (letter == 'c')
             arguments.commands.emplace_back(optarg);
+        else if (letter == 'p')
+            arguments.plugin = optarg;
+        else if (letter == 'l')
+            arguments.libraries.emplace_back(optarg);
         else if (letter == 's')
             arguments.options.isStrict = true;
+        else if (letter == 'w')
+            arguments.isWatched = true;
         else if (letter == 'h')
             arguments.wantsHelp = true;
         else
@@ -88,6 +103,17 @@ bool runFromInput(shading::Shell& shell)
     return isGood;
 }
 
+/// The plugin's runtime; without a plugin the host's own, which has no definitions.
+ZEL::Runtime*
+chooseRuntime(const std::string& path, shading::PluginModule& plugin, ZEL::Runtime& own)
+{
+    std::string problem;
+    if (plugin.load(path, problem))
+        return plugin.runtime();
+    std::cerr << "zelsh: plugin " << path << ": " << problem << "; going on without it\n";
+    return &own;
+}
+
 bool runCommands(shading::Shell& shell, const std::vector<std::string>& commands)
 {
     bool isGood = true;
@@ -110,9 +136,20 @@ int main(int argc, char** argv)
         return kSuccess;
     }
 
+    // The order matters: at the end the document goes before the runtime that serves it, and the
+    // plugin, which owns the runtime and the code behind it, goes last.
+    shading::PluginModule plugin;
+    ZEL::Runtime ownRuntime;
+    ZEL::Runtime* const runtime = chooseRuntime(arguments.plugin, plugin, ownRuntime);
+    arguments.options.runtime = runtime;
+
     std::vector<shading::Message> messages;
-    const std::unique_ptr<shading::Container> container =
-        shading::Container::open(arguments.document, arguments.options, messages);
+    bool isRead = true;
+    for (const std::string& library : arguments.libraries)
+        isRead = shading::readDefinitions(library, *runtime, messages) && isRead;
+    std::unique_ptr<shading::Container> container;
+    if (isRead)
+        container = shading::Container::open(arguments.document, arguments.options, messages);
     for (const shading::Message& message : messages)
         std::cerr << shading::messageText(message) << "\n";
     if (!container)
@@ -120,6 +157,11 @@ int main(int argc, char** argv)
 
     shading::Shell shell(*container, std::cout, std::cerr);
     shell.add(shading::viewCommands());
+    shell.add(shading::libraryCommands());
+    shell.add(shading::editCommands());
+    std::unique_ptr<shading::Watcher> watcher;
+    if (arguments.isWatched)
+        watcher = std::make_unique<shading::Watcher>(container->getRootNode(), std::cout);
     bool isGood = false;
     if (!arguments.commands.empty())
         isGood = runCommands(shell, arguments.commands);

@@ -45,6 +45,12 @@ const struct {
     {"zelsh \"$1\" -c 'ls x' -c ls 2>/dev/null", 1, "n n\n"},
     {"printf 'ls x\\n\\nls' | zelsh \"$1\" 2>/dev/null", 1, "n n\n"},
     {"printf 'ls\\nquit\\nls\\n' | zelsh \"$1\" 2>/dev/null", 0, "n n\n"},
+    {"zelsh --watch \"$1\" -c 'rename Top.n m' -c undo 2>/dev/null", 0,
+     "node renamed: Top.m\nnode renamed: Top.n\nundo: rename Top.n m\n"},
+    {"zelsh \"$1\" -c check 2>/dev/null", 0, ""},
+    {"echo '<materialx><n name=\"a.b\" type=\"t\"/></materialx>' >\"$1.bad\"; "
+     "zelsh \"$1.bad\" -c check 2>/dev/null",
+     1, "Top.a.b: no path reaches a name with a \".\" in it\n"},
     {"zelsh \"$1\" </dev/null 2>/dev/null", 0, ""},
     {"zelsh \"$1\" -c 'find Top.n' -c dump -c ls 2>/dev/null | grep -E '^(node|ZEL|name|n n)'", 0,
      "node\nZEL Compound \"Top\"\nname: Top.n\nn n\n"},
@@ -56,7 +62,7 @@ const struct {
     {"zelsh 2>/dev/null", 2, ""},
     {"zelsh \"$1\" \"$1\" 2>/dev/null", 2, ""},
     {"zelsh \"$1\" --no-such 2>/dev/null", 2, ""},
-    {"zelsh --help | head -1", 0, "usage: zelsh [--strict] DOCUMENT.mtlx [-c COMMAND]...\n"},
+    {"zelsh --help | head -1", 0, "usage: zelsh [OPTION]... DOCUMENT.mtlx [-c COMMAND]...\n"},
 };
 
 TEST(Program, RunsCommandsAndTellsTheOutcome)

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "shadingDefinitionIndex.h"
+#include "shadingNode.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace shading {
+
+class Container;
+
+/// The names of outputs that references ask of a node.
+using NamedOutputs = std::unordered_map<const ZEL::Node*, std::vector<std::string>>;
+
+/// Brings the node up to the definition, which becomes its own; empty leaves the ports alone.
+/// Ports that it lacks are made, with the default value; its ports stand in the definition's order,
+/// the others behind them. What the document or a connection needs stays: ports, values and
+/// connections. Ports and values that only the former definition gave follow the new one. Nothing
+/// is touched that fits.
+void defineNode(Container& container, Node& node, const DefinitionPtr& definition);
+
+/// Does so with all plain nodes in the compound and below, by the container's definitions. A node
+/// keeps to the definition of the name that it has; others are matched by what they have.
+void defineNodes(Container& container, ZEL::Compound& compound, const NamedOutputs& namedOutputs);
+
+/// A new node of that definition, in no compound yet, with its ports and their default values. The
+/// container must outlive it.
+ZEL::AddRefWrapper<Node>
+createNode(Container& container, const DefinitionPtr& definition, const char* name);
+
+} // namespace shading

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "zel.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace shading {
+
+class Definition;
+class Node;
+
+using PortPtr = ZEL::AddRefWrapper<ZEL::Port>;
+using NodePtr = ZEL::AddRefWrapper<ZEL::Node>;
+using CompoundPtr = ZEL::AddRefWrapper<ZEL::Compound>;
+using TypePtr = ZEL::AddRefWrapper<ZEL::PortDataType>;
+
+/// One change of a network, the smallest that the library asks about, with all that is needed to
+/// take it back exactly: also the places in the lists that it touched. It holds the objects, so
+/// that what was deleted comes back as the same object. Steps are taken back in reverse order.
+class Step {
+public:
+    Step() = default;
+    Step(const Step&) = delete;
+    Step& operator=(const Step&) = delete;
+    virtual ~Step();
+
+    /// Does the step again (forward) or takes it back. False when a listener refused: nothing
+    /// changed.
+    virtual bool run(bool isForward) = 0;
+    /// True when the network is as the step leaves it. A step is written down when the library asks
+    /// whether it may be, so a later refusal shows here.
+    virtual bool isDone() const = 0;
+    /// Tells the editors of the node that owns the surrounding compound.
+    virtual void notify(bool isForward) const = 0;
+};
+
+using Steps = std::vector<std::unique_ptr<Step>>;
+
+// Made before the change. The lists are those that the port or node stands in, or will.
+
+/// Either end may come first.
+std::unique_ptr<Step> makeConnectStep(const PortPtr& a, const PortPtr& b);
+std::unique_ptr<Step> makeDisconnectStep(const PortPtr& a, const PortPtr& b);
+std::unique_ptr<Step> makeAddPortStep(ZEL::PortList& list, const PortPtr& port);
+std::unique_ptr<Step> makeRemovePortStep(ZEL::PortList& list, const PortPtr& port);
+std::unique_ptr<Step> makeMovePortStep(ZEL::PortList& list, int from, int to);
+std::unique_ptr<Step> makeRenamePortStep(const PortPtr& port, const std::string& name);
+std::unique_ptr<Step> makeTypeStep(const PortPtr& port, const TypePtr& type);
+std::unique_ptr<Step> makeValueStep(const PortPtr& port, const std::string& value);
+std::unique_ptr<Step> makeAddNodeStep(ZEL::Compound& compound, const NodePtr& node);
+std::unique_ptr<Step> makeRemoveNodeStep(ZEL::Compound& compound, const NodePtr& node);
+std::unique_ptr<Step> makeRenameNodeStep(const NodePtr& node, const std::string& name);
+std::unique_ptr<Step> makeDefinitionStep(const ZEL::AddRefWrapper<Node>& node,
+                                         const ZEL::AddRefWrapper<Definition>& definition);
+
+/// Runs the steps from the first to the last, or backward, and tells nobody. False when one was
+/// refused: those that had run are taken back.
+bool runSteps(const Steps& steps, bool isForward);
+
+} // namespace shading

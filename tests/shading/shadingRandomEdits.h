@@ -1,0 +1,40 @@
+#pragma once
+
+#include "shadingContainer.h"
+#include "shadingEditor.h"
+
+#include <random>
+#include <string>
+
+/// Everything that edits may change, as text: nodes and ports in order with types and values, and
+/// the connections of each port in their order, inner ports too.
+std::string networkText(shading::Container& container);
+
+/// Makes random edits on a document, by the paths of what is there now.
+class RandomEdits {
+public:
+    RandomEdits(shading::Container& container, unsigned seed);
+
+    /// Makes one edit, good or refused, or takes some back, or does them again. Returns the command
+    /// line that would do it, "refused" behind it.
+    std::string step();
+    shading::Editor& editor() { return m_editor; }
+
+private:
+    int number(int limit);
+    shading::NodePtr anyNode();
+    shading::CompoundPtr anyCompound();
+    shading::PortPtr anyPort(bool isSource, const shading::CompoundPtr& compound, ZEL::Port* like);
+    std::string anyName();
+    bool edit(std::string& line);
+    bool expandOrCollapse(bool isExpand, std::string& line);
+    bool createNode(std::string& line);
+    bool editPort(std::string& line);
+    void collect(const shading::NodePtr& node);
+
+    shading::Container& m_container;
+    shading::Editor m_editor;
+    std::mt19937 m_random;
+    std::vector<shading::NodePtr> m_nodes; ///< All but the root; collected anew for each edit.
+    std::vector<shading::CompoundPtr> m_compounds;
+};
