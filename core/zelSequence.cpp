@@ -9,15 +9,6 @@
 
 namespace ZEL {
 
-/// A block of slots; they follow it in memory.
-struct SequenceBlock {
-    std::uint32_t used = 0; ///< Slots in use, the holes among them too.
-    std::uint32_t capacity = 0;
-    SequenceExtras* extras = nullptr; ///< Owned. Null: no holes, no tables.
-
-    void** slots() { return reinterpret_cast<void**>(this + 1); }
-};
-
 namespace {
 
 constexpr std::uint32_t kNoSlot = SlotTable::kNoSlot;

@@ -12,7 +12,6 @@ namespace ZEL {
 
 class Namable;
 class NameIndex;
-struct SequenceBlock;
 
 /// What only a long or unusual sequence needs.
 struct SequenceExtras {
@@ -32,6 +31,15 @@ struct SequenceExtras {
     std::unique_ptr<NameIndex> names; ///< Null: nothing was looked up by name often enough.
     /// PortList's references without a place (positive) and places without a reference (negative).
     std::vector<std::pair<void*, int>> balance;
+};
+
+/// A block of slots; they follow it in memory.
+struct SequenceBlock {
+    std::uint32_t used = 0; ///< Slots in use, the holes among them too.
+    std::uint32_t capacity = 0;
+    SequenceExtras* extras = nullptr; ///< Owned. Null: no holes, no tables.
+
+    void** slots() { return reinterpret_cast<void**>(this + 1); }
 };
 
 /// Ordered pointers: the entries of a list of ports, of nodes, of editors. The one place that knows

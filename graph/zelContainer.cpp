@@ -66,7 +66,7 @@ bool isSeenFromInside(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>
 
 } // namespace
 
-/// Looks names up that are parts of a path, without copying them.
+/// Looks up the names that a path is made of, without copying them.
 class PathWalker {
 public:
     /// The node that the names lead to, from the root node down; empty when there is none.

@@ -86,6 +86,8 @@ void PortList::setParent(PortNotification* parent, ParentKinds kinds)
     m_parent = parent;
     m_parentKinds = kinds;
     m_orphaned = false;
+    if (!parent)
+        entries().dropIndex(); // Without a parent the entries may die in the list.
 }
 
 PortNotification* PortList::getParent()
