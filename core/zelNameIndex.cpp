@@ -31,8 +31,9 @@ Namable* NameIndex::find(std::string_view name)
 {
     takeUpNewEntries();
     const std::uint32_t hash = hashOf(name);
-    std::uint32_t slot = m_table.find(hash, [this, name](std::uint32_t other) {
-        return other != kManySlots && name == objectAt(other)->m_name;
+    void* const* const slots = Sequence(m_home).slots();
+    const std::uint32_t slot = m_table.find(hash, [slots, name](std::uint32_t other) {
+        return other != kManySlots && name == static_cast<Namable*>(slots[other])->m_name;
     });
     const bool isUnsure =
         slot == kNoSlot
@@ -137,7 +138,7 @@ void NameIndex::enter(const Namable& object, std::uint32_t slot)
 
 Namable* NameIndex::objectAt(std::uint32_t slot) const
 {
-    return static_cast<Namable*>(Sequence(m_home).slotEntry(slot));
+    return static_cast<Namable*>(Sequence(m_home).slots()[slot]);
 }
 
 } // namespace ZEL

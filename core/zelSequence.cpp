@@ -351,9 +351,9 @@ std::uint32_t Sequence::usedSlots() const
     return entries ? entries->used : 0;
 }
 
-void* Sequence::slotEntry(std::uint32_t slot) const
+void* const* Sequence::slots() const
 {
-    return block()->slots()[slot];
+    return block()->slots();
 }
 
 // Names.

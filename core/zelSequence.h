@@ -93,8 +93,8 @@ public:
     // For the name index.
     /// How many slots there are, holes too; 0 for a sequence without a block.
     std::uint32_t usedSlots() const;
-    /// Null for a hole. The slot must be below usedSlots.
-    void* slotEntry(std::uint32_t slot) const;
+    /// The slots, null for a hole; only for a sequence with a block. Valid until it changes.
+    void* const* slots() const;
 
 private:
     SequenceBlock* block() const;
