@@ -20,11 +20,10 @@ struct SequenceExtras {
     SequenceExtras& operator=(const SequenceExtras&) = delete;
     ~SequenceExtras();
 
-    std::uint32_t first = 0;       ///< The first slot that is no hole.
-    std::uint32_t holes = 0;       ///< Slots that were erased, the leading ones too.
-    std::uint32_t placedSlots = 0; ///< How many slots the places hold, from slot 0.
-    bool hasDoubles =
-        false; ///< An object stood twice when the places were filled: they are not used.
+    std::uint32_t first = 0;          ///< The first slot that is no hole.
+    std::uint32_t holes = 0;          ///< Slots that were erased, the leading ones too.
+    std::uint32_t placedSlots = 0;    ///< How many slots the places hold, from slot 0.
+    bool hasDoubles = false;          ///< The places are not used: an object stands twice.
     std::uint64_t searchWork = 0;     ///< Slots visited and moved since the places were emptied.
     std::uint64_t scanWork = 0;       ///< Slots visited by name since the names were emptied.
     SlotTable places;                 ///< From an object to its slot.

@@ -100,5 +100,24 @@ TEST(Slots, BasesStandInPublishedOrder)
     EXPECT_EQ(0, offset<ReferenceCounted>(PortDataType::createNew("T")));
 }
 
+TEST(Slots, OfPluginsStandInPublishedOrderAndNothingFollows)
+{
+    using ByIndex = AddRefWrapper<PortDataType> (Runtime::*)(int);
+    using ByName = AddRefWrapper<PortDataType> (Runtime::*)(const char*);
+    expectSlots<PluginInfo>(2, &PluginInfo::setUserName, &PluginInfo::getUserName);
+    expectSlots<PluginRegistrar>(2, &PluginRegistrar::registerRuntime);
+    expectSlots<Host>(2, &Host::registerRuntime);
+    expectSlots<Runtime>(2, &Runtime::getName, &Runtime::setName, &Runtime::appendString,
+                         &Runtime::setNodeLibrary, &Runtime::getNodeLibrary, &Runtime::findLibrary,
+                         &Runtime::getNumberOfPortDataTypes, ByIndex(&Runtime::getPortDataType),
+                         ByName(&Runtime::getPortDataType), &Runtime::createPortDataType);
+    expectSlots<NodeDefinition>(2, &NodeDefinition::getName, &NodeDefinition::setName,
+                                &NodeDefinition::appendString);
+    expectSlots<NodeLibrary>(2, &NodeLibrary::getName, &NodeLibrary::setName,
+                             &NodeLibrary::appendString);
+    const AddRefWrapper<NodeLibrary> library = NodeLibrary::createNew("L");
+    EXPECT_EQ(static_cast<void*>(library.get()), static_cast<Namable*>(library.get()));
+}
+
 } // namespace
 } // namespace ZEL

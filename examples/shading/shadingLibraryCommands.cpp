@@ -111,7 +111,7 @@ const std::vector<Command>& libraryCommands()
          "    that makes a float, else the first by name. Prints the node's path and the "
          "definition.",
          2, 3, runCreate},
-        {"rebuild", "", "Brings all nodes of the documents up to their definitions.", 0, 0,
+        {"rebuild", "", "Brings all nodes of the document up to their definitions.", 0, 0,
          runRebuild},
     };
     return commands;
