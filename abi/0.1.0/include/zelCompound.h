@@ -1,0 +1,127 @@
+#pragma once
+
+#include "zelPort.h"
+
+namespace ZEL {
+
+class Node;
+class NodeList;
+
+/// The sub-network of a compound node: the nodes inside, and two lists of inner ports that mirror
+/// the owning node's inputs and outputs by position, with crossed directions. The owning node holds
+/// the compound; the compound holds its three lists; its pointer back to the node owns nothing and
+/// is reset when the node dies holding the compound. A compound without an owner finds nothing and
+/// changes nothing. Contract: a compound that its node has let go, or that took its owner by
+/// assignment, keeps the pointer: it must not be used longer than that node lives.
+///
+/// Only createCompoundPort and deleteCompoundPort keep the inner lists in step with the node's.
+class ZEL_API Compound : public ReferenceCounted, public Namable, public PortNotification {
+public:
+    /// A new compound of that node, held by the node and the wrapper. A name that is not null
+    /// renames the node.
+    static AddRefWrapper<Compound> createNew(const AddRefWrapper<Node>& owner, const char* name);
+    /// Makes the lists and becomes the owner's compound. Make compounds on the heap only: the owner
+    /// holds a reference from here on.
+    explicit Compound(const AddRefWrapper<Node>& owner);
+    Compound(const Compound&) = delete;
+    /// Takes the nodes and ports in its lists off this parent, then releases the nodes, the inner
+    /// outputs and the inner inputs. The owner is not touched.
+    ~Compound() override;
+
+    // Virtual operations: the order is binary contract.
+    /// The three lists live as long as the compound, unless an assignment replaces them.
+    virtual NodeList& nodes();
+    /// Mirrors the owner's inputs; the ports have the direction PortOutput.
+    virtual PortList& innerInputs();
+    /// Mirrors the owner's outputs; the ports have the direction PortInput.
+    virtual PortList& innerOutputs();
+    /// Assigns the name, which renames the owner, then shares the other's lists and takes its
+    /// owner. Contract: the lists are shared, not copied: a change through either compound shows in
+    /// both, and the lists keep the compound that made them as their parent.
+    virtual Compound& operator=(const Compound& other);
+
+    // Questions of the inner ports and lists: every change is agreed to; no default value is given.
+    bool onPortAddConnection(const AddRefWrapper<Port>& port,
+                             const AddRefWrapper<Port>& other) override;
+    bool onPortRemoveConnection(const AddRefWrapper<Port>& port,
+                                const AddRefWrapper<Port>& other) override;
+    bool onPortSetDataType(const AddRefWrapper<Port>& port,
+                           const AddRefWrapper<PortDataType>& type) override;
+    bool onPortListPortAdded(const PortList& list, const AddRefWrapper<Port>& port) override;
+    bool onPortListPortRemoved(const PortList& list, const AddRefWrapper<Port>& port) override;
+    bool onPortListPortMove(const PortList& list, int from, int to) override;
+    void onPortListPortMoved(const PortList& list, int from, int to) override;
+    const char* onPortGetDefaultValue(const AddRefWrapper<Port>& port) override;
+    bool onPortSetDefaultValue(const AddRefWrapper<Port>& port, const char* value) override;
+    bool onPortSetName(const AddRefWrapper<Port>& port, const char* name) override;
+    /// The owner's virtual getFullPathName.
+    Namable onGetParentFullPathName() override;
+
+    // Questions of the node list, for a host to override: every change is agreed to.
+    virtual bool onNodeAdd(const AddRefWrapper<Node>& node);
+    virtual bool onNodeRemove(const AddRefWrapper<Node>& node);
+
+    // Work that only a host can do. The defaults do nothing and answer empty, false or 0.
+    virtual AddRefWrapper<Node> createNodeFromPreset(const char* preset);
+    /// An override makes a compound node of that name inside this compound and returns its
+    /// compound.
+    virtual AddRefWrapper<Compound> createNewCompound(const char* name);
+    virtual bool saveAs(const char* name);
+
+    // Ports of the compound: a port of the owning node and its inner port, made and deleted
+    // together.
+    /// Adds a port to the owner's inputs (PortInput) or outputs (any other direction), then one of
+    /// the same name and type to the inner list. Returns the inner port's index, -1 when the
+    /// owner's list refused the port or there is no owner: nothing changed. Contract: the second
+    /// addition is not checked, so the index may name no port when the inner list refused.
+    virtual int createCompoundPort(PortIOType ioType,
+                                   const char* name,
+                                   const AddRefWrapper<PortDataType>& type);
+    /// Removes the inner port from its list, then the first port of its name from the owner's list.
+    /// Returns the index that the inner port had, -1 when it is in neither inner list or refused.
+    /// Contract: the owner's port is found by name, not by position, and neither port is
+    /// disconnected first: a host does that in its onPortListPortRemoved.
+    virtual int deleteCompoundPort(AddRefWrapper<Port> innerPort);
+    virtual int
+    createLinkedPort(const char* name, const char* target, const AddRefWrapper<PortDataType>& type);
+    /// "Compound"; for a host's class to override.
+    virtual const char* getSpecializedCompoundTypeName();
+
+    // The name is the owner's.
+    const char* getName() const override;
+    /// Renames the owner. Contract: appendString is not overridden and does not reach the owner.
+    void setName(const char* name) override;
+
+    /// The owning node; empty when it died.
+    AddRefWrapper<Node> getAsNode() const;
+    /// The port on the other side of the compound's border, by position: an inner port's mirror on
+    /// the owning node and the reverse. Empty when port is in none of the four lists or has no
+    /// mirror.
+    AddRefWrapper<Port> getReversePort(const AddRefWrapper<Port>& port);
+
+    /// Connects an output of from to an input of to, found by name; for the owning node its inner
+    /// inputs and inner outputs stand in. Fails with a message when a node is empty or has no such
+    /// port. Contract: success also when a listener refused the connection.
+    StatusStr makeConnection(AddRefWrapper<Node> from,
+                             const char* outName,
+                             AddRefWrapper<Node> to,
+                             const char* inName);
+    /// Removes the first node of that name. Empty when there is none, or when refused.
+    AddRefWrapper<Node> removeNode(const char* name);
+    /// Calls callback for every node from the outermost ancestor down to the owner.
+    void recurse_parent_first(void (*callback)(Node*, void*), void* data);
+    /// Prints the ports, their connections and the nodes on standard output, nested compounds in
+    /// place.
+    void debugPrint();
+
+private:
+    friend class Node;
+
+    Node* owner() const;
+    void onOwnerDied(Node* owner);
+
+    struct Impl;
+    Impl* m_impl; ///< Owned, never null.
+};
+
+} // namespace ZEL

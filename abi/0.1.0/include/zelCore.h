@@ -1,0 +1,274 @@
+#pragma once
+
+#include "zelExport.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace ZEL {
+
+class NameIndex;
+
+/// Base of every object that is shared by counting its holders. The count starts at 0; the
+/// createNew functions bring it to 1 by wrapping the new object. The count is a plain integer: one
+/// thread only. No wrapper may be made of an object whose count is 0 because it is being
+/// constructed or lies on the stack: dropping that wrapper would destroy the object.
+class ZEL_API ReferenceCounted {
+public:
+    ReferenceCounted() = default;
+    /// A count belongs to one object: a copy starts at 0, an assignment keeps the target's count.
+    ReferenceCounted(const ReferenceCounted& /*other*/) {}
+    ReferenceCounted& operator=(const ReferenceCounted& /*other*/) { return *this; }
+
+    // Virtual operations: the order is binary contract.
+    /// Destroys the object and frees its memory. Called when the count falls to 0. A destructor
+    /// that runs from here may make and drop wrappers of its object.
+    virtual void deleteThis();
+    virtual ~ReferenceCounted();
+
+    void addRef() { ++m_count; }
+
+    /// Drops one reference and returns how many are left; at 0 or below it calls deleteThis.
+    /// Contract: a release on an object that was never referenced destroys it.
+    /// The result of the call that destroyed the object means nothing.
+    std::int32_t release()
+    {
+        const std::int32_t left = --m_count;
+        if (left <= 0)
+            deleteThis();
+        return left;
+    }
+
+    /// The number of references held, for tests and diagnostics.
+    std::int32_t getRefCount() const { return m_count; }
+
+private:
+    std::int32_t m_count = 0;
+};
+
+/// The pointer in which every interface of the library passes counted objects. A wrapper that is
+/// not empty owns exactly one reference of its object. T has a ReferenceCounted base, first or not.
+template <class T>
+class AddRefWrapper {
+public:
+    AddRefWrapper() = default;
+    AddRefWrapper(std::nullptr_t) {}
+    /// Takes a reference of its own, unless the pointer is null.
+    AddRefWrapper(T* object) : m_object(object)
+    {
+        if (m_object)
+            m_object->addRef();
+    }
+    AddRefWrapper(const AddRefWrapper& other) : AddRefWrapper(other.m_object) {}
+    /// Takes over the reference of the other wrapper, which is left empty; no count changes.
+    AddRefWrapper(AddRefWrapper&& other) noexcept : m_object(std::exchange(other.m_object, nullptr))
+    {
+    }
+    template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
+    AddRefWrapper(const AddRefWrapper<U>& other) : AddRefWrapper(other.get())
+    {
+    }
+    ~AddRefWrapper()
+    {
+        if (m_object)
+            m_object->release();
+    }
+
+    /// Takes the new reference, then drops the old one; nothing happens when both are one object.
+    /// The wrapper holds the new object before the old one can die: an object may hold this very
+    /// wrapper.
+    AddRefWrapper& operator=(T* object)
+    {
+        if (object != m_object)
+            AddRefWrapper(object).swap(*this);
+        return *this;
+    }
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the pointer's assignment tests for it.
+    AddRefWrapper& operator=(const AddRefWrapper& other) { return *this = other.m_object; }
+    AddRefWrapper& operator=(AddRefWrapper&& other) noexcept
+    {
+        AddRefWrapper(std::move(other)).swap(*this);
+        return *this;
+    }
+
+    /// The object, or null when empty. Not owned by the caller; valid while a reference is held.
+    T* get() const { return m_object; }
+    T* operator->() const { return m_object; }
+    T& operator*() const { return *m_object; }
+    explicit operator bool() const { return m_object != nullptr; }
+
+    void swap(AddRefWrapper& other) noexcept { std::swap(m_object, other.m_object); }
+
+private:
+    T* m_object = nullptr; ///< Owns one reference. Null: no object.
+};
+
+/// Two wrappers, or a wrapper and a pointer, are equal when they name the same object.
+template <class T, class U>
+bool operator==(const AddRefWrapper<T>& a, const AddRefWrapper<U>& b)
+{
+    return a.get() == b.get();
+}
+template <class T, class U>
+bool operator!=(const AddRefWrapper<T>& a, const AddRefWrapper<U>& b)
+{
+    return a.get() != b.get();
+}
+template <class T, class U>
+bool operator==(const AddRefWrapper<T>& a, U* b)
+{
+    return a.get() == b;
+}
+template <class T, class U>
+bool operator!=(const AddRefWrapper<T>& a, U* b)
+{
+    return a.get() != b;
+}
+template <class T, class U>
+bool operator==(U* a, const AddRefWrapper<T>& b)
+{
+    return a == b.get();
+}
+template <class T, class U>
+bool operator!=(U* a, const AddRefWrapper<T>& b)
+{
+    return a != b.get();
+}
+template <class T>
+bool operator==(const AddRefWrapper<T>& a, std::nullptr_t)
+{
+    return !a;
+}
+template <class T>
+bool operator!=(const AddRefWrapper<T>& a, std::nullptr_t)
+{
+    return static_cast<bool>(a);
+}
+template <class T>
+bool operator==(std::nullptr_t, const AddRefWrapper<T>& b)
+{
+    return !b;
+}
+template <class T>
+bool operator!=(std::nullptr_t, const AddRefWrapper<T>& b)
+{
+    return static_cast<bool>(b);
+}
+
+/// Base of everything that has a name. Names are compared exactly, byte for byte.
+class ZEL_API Namable {
+public:
+    Namable();
+    /// Copies the name, which must not be null.
+    Namable(const char* name);
+    /// Copies what the other's virtual getName answers.
+    Namable(const Namable& other);
+
+    // Virtual operations: the order is binary contract.
+    virtual ~Namable();
+    /// Never null; empty when unnamed. Valid until the name changes or the object dies.
+    virtual const char* getName() const;
+    /// Copies the name. A null name is ignored. The object's own getName() may be given.
+    virtual void setName(const char* name);
+    /// Adds the text at the end of the name. A null text is ignored.
+    virtual void appendString(const char* text);
+
+    /// True when both virtual getName answer the same bytes.
+    bool operator==(const Namable& other) const;
+    bool operator!=(const Namable& other) const { return !(*this == other); }
+
+    /// Calls this object's virtual setName with the other's virtual getName, so that an override
+    /// (and the question a port asks) takes effect. The identity stays: only the name is assigned.
+    Namable& operator=(const Namable& other);
+
+private:
+    friend class NameIndex;
+    friend class Node;
+    friend class Port;
+
+    explicit Namable(std::string&& name);
+    void replaceName(std::string& name);
+
+    std::string m_name;
+    NameIndex* m_index = nullptr; ///< Not owned: knows the name. It clears this when it forgets it.
+};
+
+/// The result of an operation that can fail with a message: `if (!status)
+/// report(status.getErrorString())`.
+class ZEL_API StatusStr {
+public:
+    /// Success.
+    StatusStr() = default;
+    /// A failure with that message, also when it is empty. A null message: see setErrorString.
+    StatusStr(const char* message);
+    /// A failure whose message is formatted by the rules of printf and cut to 1023 bytes. A null
+    /// format is success. Contract: a null arg1 makes the format itself the message, unformatted.
+    StatusStr(const char* format, const char* arg1, const char* arg2);
+    /// Contract: a copy is made from the message alone, so the copy of a status that was set from a
+    /// null message is a failure with an empty message although its source is none.
+    StatusStr(const StatusStr& other);
+    /// Contract: clears first, then copies, without a guard: a status assigned to itself is
+    /// success.
+    StatusStr& operator=(const StatusStr& other);
+    ~StatusStr();
+
+    /// True when this is a failure.
+    bool operator!() const;
+    /// Never null; "" for success. Valid until the status changes.
+    const char* getErrorString() const;
+    /// Copies the message and makes this a failure. A null message leaves a record that is no
+    /// failure. The status' own getErrorString() may be given.
+    void setErrorString(const char* message);
+    /// Makes this a success.
+    void clearError();
+
+private:
+    struct ErrorRecord;
+    ErrorRecord* m_error = nullptr; ///< Owned. Null: success.
+};
+
+/// A tree of strings: ordered pairs of key and value, and ordered named child lists. Keys and names
+/// need not be unique; the first match wins. A value type: copies are deep. No argument may be
+/// null.
+///
+/// Texts and child pointers that a list gives out belong to it. They are valid until the next
+/// change of the same list.
+class ZEL_API PropertyList {
+public:
+    PropertyList();
+    PropertyList(const PropertyList& other);
+    /// A list may be assigned one of its own children.
+    PropertyList& operator=(const PropertyList& other);
+    ~PropertyList();
+
+    // Pairs. Indexes count from 0 in the order of adding.
+    /// Adds a pair at the end; one with the same key stays, and lookups go on finding the older
+    /// one.
+    void addStringPair(const char* key, const char* value);
+    /// The value of the first pair with that key, null when there is none.
+    const char* getStringPairValue(const char* key);
+    int getNumberOfPairs();
+    /// False when index is out of range: nothing changed, the outputs neither.
+    bool getStringPairAt(int index, const char** key, const char** value);
+
+    // Child lists. Indexes count from 0 in the order of adding.
+    /// Adds an empty child list at the end and returns it; one with the same name stays the first.
+    PropertyList* addChildList(const char* name);
+    /// The first child list of that name, null when there is none.
+    PropertyList* getChildList(const char* name);
+    int getNumberOfChildList();
+    /// False when index is out of range: nothing changed, the outputs neither.
+    bool getChildListAt(int index, const char** name, PropertyList** list);
+
+    /// Removes all pairs and all child lists.
+    void removeAll();
+
+private:
+    struct Impl;
+    Impl* m_impl; ///< Owned, never null.
+};
+
+} // namespace ZEL

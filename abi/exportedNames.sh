@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# The names that libZEL.so exports, against the reviewed list libZEL.map beside this script, which is
+# the linker's version script too. UNLISTED is the same library linked without the list.
+#   exportedNames.sh check LIBRARY UNLISTED  prints the differences and fails when there is one
+#   exportedNames.sh update UNLISTED         writes the list anew
+set -euo pipefail
+export LC_ALL=C
+list=$(dirname "${BASH_SOURCE[0]}")/libZEL.map
+
+# g++ makes constructors for whole objects of abstract classes too, clang++ does not, nobody calls
+# them: they are not exported.
+of_abstract_classes='^_ZN3ZEL9ContainerC1Ev$'
+
+# The public names: the strong ones, and the weak ones of namespace ZEL, which are virtual tables and
+# type information. Instances of the standard library's templates are weak too and come with the
+# optimiser's mood; two underscores begin the names of sanitizers.
+public()
+{
+    nm --dynamic --defined-only --format=posix "$1" \
+        | awk '($2 ~ /^[TDBR]$/ && $1 !~ /^__|^_(init|fini|end|edata)$/) ||
+               $1 ~ /^_Z(T[VTISC])?NK?3ZEL/ { print $1 }' \
+        | grep -v "$of_abstract_classes" | sort -u
+}
+
+# All names, but for the one of the version itself.
+exported()
+{
+    nm --dynamic --defined-only --format=posix "$1" | awk '$2 != "A" { sub(/@.*/, "", $1); print $1 }' | sort -u
+}
+
+listed()
+{
+    sed -n 's/^ *\(_Z[A-Za-z0-9_]*\); # .*/\1/p' "$list" | sort -u
+}
+
+compare()
+{
+    local names difference
+    names=$("$2" "$3")
+    difference=$(diff <(listed) - <<<"$names" | grep '^[<>]' | c++filt) || return 0
+    printf '%s\n%s\n' "$1" "$difference"
+    return 1
+}
+
+usage="usage: $0 check LIBRARY UNLISTED | update UNLISTED"
+case ${1:-} in
+check)
+    good=true
+    [[ -r ${2:?$usage} && -r ${3:?$usage} ]] || { echo "$0: no library $2 or $3" >&2; exit 2; }
+    compare "Exported by the library (>) against abi/libZEL.map (<):" exported "$2" || good=false
+    compare "Public in the sources (>) against abi/libZEL.map (<):" public "$3" || good=false
+    $good || {
+        echo "If that is meant, review the names and run scripts/abi update."
+        exit 1
+    }
+    ;;
+update)
+    names=$(public "${2:?$usage}")
+    {
+        sed '/^global:$/q' "$list"
+        paste -d ' ' <(sed 's/.*/    &; #/' <<<"$names") <(c++filt <<<"$names") | sort -t '#' -k 2
+        printf 'local:\n    *;\n};\n'
+    } >"$list.new"
+    mv "$list.new" "$list"
+    ;;
+*)
+    echo "$usage" >&2
+    exit 2
+    ;;
+esac
