@@ -1,0 +1,40 @@
+#pragma once
+
+#include "zel.h"
+
+#include <typeinfo>
+
+// What the host and the module of this test share. Both classes are inline: each side of the border
+// has its own virtual table and type information of them.
+
+/// Exported, as a header of a plugin's public classes has it.
+class __attribute__((visibility("default"))) ToneNode : public ZEL::Node {
+public:
+    using Node::Node;
+    virtual int tone() const { return 7; }
+};
+
+/// Hidden with the rest, as most headers have it.
+class PlainNode : public ZEL::Node {
+public:
+    using Node::Node;
+    virtual int plain() const { return 8; }
+};
+
+/// What the module answers: functions, and the types as it sees them.
+struct Module {
+    ZEL::AddRefWrapper<ZEL::Node> (*createTone)();
+    ZEL::AddRefWrapper<ZEL::Node> (*createPlain)();
+    /// A node of a class that only the module knows, with another base in front.
+    ZEL::AddRefWrapper<ZEL::Node> (*createOwn)();
+    /// A compound of a class that only the module knows.
+    ZEL::AddRefWrapper<ZEL::Compound> (*createCompound)(const ZEL::AddRefWrapper<ZEL::Node>& owner);
+    /// "Tone", "Plain", "Own" or "Node": the nearest class that dynamic_cast finds in the module.
+    const char* (*classOf)(ZEL::Node* node);
+    /// Whether that listener is a Compound, seen from the module.
+    bool (*isCompound)(ZEL::PortNotification* listener);
+    const std::type_info* node;
+    const std::type_info* compound;
+    const std::type_info* port;
+    const std::type_info* tone;
+};

@@ -1,0 +1,59 @@
+// The module: loaded at run time, everything hidden but its one function.
+
+#include "border.h"
+
+using ZEL::AddRefWrapper;
+
+namespace {
+
+class Extra {
+public:
+    virtual ~Extra() = default;
+    long m_room[3] = {};
+};
+
+class OwnNode : public Extra, public ZEL::Node {
+public:
+    OwnNode() : Node(nullptr) {}
+};
+
+class OwnCompound : public ZEL::Compound {
+public:
+    using Compound::Compound;
+    const char* getSpecializedCompoundTypeName() override { return "Own"; }
+};
+
+const char* classOf(ZEL::Node* node)
+{
+    if (dynamic_cast<ToneNode*>(node))
+        return "Tone";
+    if (dynamic_cast<PlainNode*>(node))
+        return "Plain";
+    return dynamic_cast<OwnNode*>(node) ? "Own" : "Node";
+}
+
+template <class Class>
+AddRefWrapper<ZEL::Node> create()
+{
+    return new Class(nullptr);
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) Module borderModule()
+{
+    return {create<ToneNode>,
+            create<PlainNode>,
+            []() -> AddRefWrapper<ZEL::Node> { return new OwnNode; },
+            [](const AddRefWrapper<ZEL::Node>& owner) -> AddRefWrapper<ZEL::Compound> {
+                return new OwnCompound(owner);
+            },
+            classOf,
+            [](ZEL::PortNotification* listener) {
+                return dynamic_cast<ZEL::Compound*>(listener) != nullptr;
+            },
+            &typeid(ZEL::Node),
+            &typeid(ZEL::Compound),
+            &typeid(ZEL::Port),
+            &typeid(ToneNode)};
+}
