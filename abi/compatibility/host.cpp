@@ -100,7 +100,10 @@ void edit(ZEL::Runtime* runtime, decltype(&createPluginNode) create)
     const AddRefWrapper<ZEL::Compound> network = document.getRootNode()->getAsCompound();
     network->createNodeFromPreset("A");
     network->createNodeFromPreset("B");
-    network->nodes().add(create(&document, "P"));
+    AddRefWrapper<ZEL::Node> plugged;
+    create(&document, "P", &plugged);
+    network->nodes().add(plugged);
+    plugged = nullptr;
     connectAndUndo(document);
     printNetwork(*network);
     collapseAndEdit(document);

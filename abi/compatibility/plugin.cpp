@@ -82,12 +82,11 @@ const bool g_registered = (ZEL::selfRegisterPlugin(registerTones, unregisterTone
 
 } // namespace
 
-AddRefWrapper<ZEL::Node> createPluginNode(ZEL::Container* container, const char* name)
+void createPluginNode(ZEL::Container* container, const char* name, AddRefWrapper<ZEL::Node>* made)
 {
-    AddRefWrapper<ZEL::Node> node = new PluginNode(container);
-    node->setName(name);
+    *made = new PluginNode(container);
+    (*made)->setName(name);
     const AddRefWrapper<ZEL::PortDataType> type = new ToneType("tone");
-    node->inputs().addPort("In", type);
-    node->outputs().addPort("Out", type);
-    return node;
+    (*made)->inputs().addPort("In", type);
+    (*made)->outputs().addPort("Out", type);
 }
