@@ -1,5 +1,6 @@
 #include "zelNode.h"
 
+#include "core/zelKeepAlive.h"
 #include "core/zelNameIndex.h"
 #include "zelCompound.h"
 
@@ -190,6 +191,7 @@ void Node::appendFullPath(std::string& path, std::size_t following)
 
 void Node::recurse_parent_first(void (*callback)(Node*, void*), void* data)
 {
+    const KeepAlive self(this); // The callback for an ancestor may drop this one.
     if (m_parentCompound)
         m_parentCompound->recurse_parent_first(callback, data);
     callback(this, data);

@@ -135,6 +135,9 @@ bool Port::addConnection(const AddRefWrapper<Port>& other)
     const AddRefWrapper<Port> receiver(sendingEnd == this ? other.get() : this);
     if (sender->m_parent && !sender->m_parent->onPortAddConnection(sender, receiver))
         return false;
+    // The listener dropped one of them for good: it would die connected.
+    if (sender->getRefCount() == 1 || receiver->getRefCount() == 1)
+        return false;
     sender->connectedTo().add(receiver);
     receiver->connectedTo().add(sender);
     return true;

@@ -1,0 +1,377 @@
+#include "zelRuntime.h"
+#include "zelTestEditing.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace ZEL {
+namespace {
+
+// What docs/callbacks.md allows inside a callback, done, each with its outcome.
+
+/// The nodes A > Out and B < In in Top, connected, where C < X waits for a connection. The port
+/// A.Out is held by its list alone.
+struct Asked {
+    Asked()
+    {
+        net = std::make_unique<TestNetwork>();
+        net->addNode("Top", "A", "", "First Out");
+        net->addNode("Top", "B", "In");
+        net->addNode("Top", "C", "X");
+        net->connect("Top.A.Out", "Top.B.In");
+        outputs = &net->findNodeFromPath("Top.A")->outputs();
+        out = (*outputs)["Out"].get();
+    }
+
+    /// The outputs of A with their connections, without "Top.".
+    std::string outputsText()
+    {
+        std::string line = wholeText(*net);
+        line = line.substr(line.find("Top.A") + 5);
+        line = line.substr(0, line.find('\n'));
+        for (std::size_t i = line.find("Top."); i != std::string::npos; i = line.find("Top."))
+            line.erase(i, 4);
+        return line.substr(std::min<std::size_t>(3, line.size()));
+    }
+
+    std::unique_ptr<TestNetwork> net;
+    PortList* outputs; ///< Those of A.
+    Port* out;         ///< Not held: it dies when it is taken out of its list.
+};
+
+struct Change {
+    const char* name;
+    std::function<void(Asked&)> run;
+};
+
+const Change kQuestionsOfPorts[] = {
+    {"connect", [](Asked& t) { t.out->addConnection(t.net->port("Top.C.X")); }},
+    {"disconnect", [](Asked& t) { t.out->removeConnection(t.net->port("Top.B.In")); }},
+    {"type", [](Asked& t) { t.out->setDataType(PortDataType::createNew("Color")); }},
+    {"value", [](Asked& t) { t.out->setPortDefaultValue("1"); }},
+    {"name", [](Asked& t) { t.out->setName("New"); }},
+    {"add", [](Asked& t) { t.outputs->addPort("Late", PortDataType::createNew("Float")); }},
+    {"remove", [](Asked& t) { t.outputs->remove(t.out); }},
+    {"move", [](Asked& t) { t.outputs->movePort(1, 0); }},
+};
+
+const Change kChangesInside[] = {
+    {"remove it", [](Asked& t) { t.out->removeAllConnections(), t.outputs->remove(t.out); }},
+    {"remove the other", [](Asked& t) { t.outputs->remove((*t.outputs)["First"]); }},
+    {"add a port", [](Asked& t) { t.outputs->addPort("More", PortDataType::createNew("Float")); }},
+    {"connect", [](Asked& t) { t.out->addConnection(t.net->port("Top.C.X")); }},
+    {"disconnect", [](Asked& t) { t.out->removeAllConnections(); }},
+};
+
+TEST(Callback, PortsAndConnectionsMayChangeInEachQuestion)
+{
+    const char* const outcomes[][5] = {
+        // The outputs of A afterwards: in the order of the table of changes.
+        {"First", "Out=B.In,C.X", "First Out=B.In,C.X More", "First Out=B.In,C.X,C.X",
+         "First Out=C.X"},
+        {"First", "Out", "First Out More", "First Out=C.X", "First Out"},
+        {"First", "Out:Color=B.In", "First Out:Color=B.In More", "First Out:Color=B.In,C.X",
+         "First Out:Color"},
+        {"First", "Out=B.In", "First Out=B.In More", "First Out=B.In,C.X", "First Out"},
+        {"First", "New=B.In", "First New=B.In More", "First New=B.In,C.X", "First New"},
+        {"First Late", "Out=B.In Late", "First Out=B.In More Late", "First Out=B.In,C.X Late",
+         "First Out Late"},
+        {"First", "", "First More", "First", "First"},
+        {"First", "Out=B.In", "Out=B.In First More", "Out=B.In,C.X First", "Out First"},
+    };
+    const int alive = Live::count;
+    for (std::size_t i = 0; i < std::size(kQuestionsOfPorts); ++i) {
+        for (std::size_t j = 0; j < std::size(kChangesInside); ++j) {
+            SCOPED_TRACE(kQuestionsOfPorts[i].name + std::string(", ") + kChangesInside[j].name);
+            Asked asked;
+            asked.net->questions.during = [&] {
+                kChangesInside[j].run(asked);
+                if (kQuestionsOfPorts[i].name == std::string("remove"))
+                    asked.out->removeAllConnections(); // As a host does: the port goes.
+            };
+            printed([&] { kQuestionsOfPorts[i].run(asked); });
+            EXPECT_EQ(outcomes[i][j], asked.outputsText());
+        }
+    }
+    EXPECT_EQ(alive, Live::count);
+}
+
+/// A node that answers a name with one of its own, as hosts do to keep names unique.
+struct Renaming : Node {
+    using Node::Node;
+    using Node::operator=;
+    bool onPortSetName(PortArg port, const char* name) override
+    {
+        if (std::exchange(asked, true))
+            return true;
+        port->setName((name + std::string("1")).c_str());
+        asked = false;
+        return agrees;
+    }
+    bool asked = false;
+    bool agrees = false;
+};
+
+TEST(Callback, ANameGivenInOnPortSetNameStaysWhenTheOtherIsRefused)
+{
+    const AddRefWrapper<Renaming> node(new Renaming(nullptr));
+    const AddRefWrapper<Port> port = node->inputs().addPort("In", nullptr);
+    port->setName("New");
+    EXPECT_STREQ("New1", port->getName());
+    node->agrees = true;
+    port->setName("Agreed");
+    EXPECT_STREQ("Agreed", port->getName()) << "the question is answered last";
+}
+
+TEST(Callback, NodesMayComeAndGoInEachQuestion)
+{
+    using Inside = void (*)(TestNetwork&, NodeArg);
+    const struct {
+        const char* name;
+        Inside run;
+        const char* afterAdd;    ///< The nodes in Top after N was added to First.
+        const char* afterRemove; ///< After N behind First was removed: asked, or told.
+    } cases[] = {
+        {"remove it", [](TestNetwork& t, NodeArg n) { t.compound()->nodes().remove(n); }, "First N",
+         "First"},
+        {"remove the other", [](TestNetwork& t, NodeArg) { t.compound()->removeNode("First"); },
+         "N", ""},
+        {"make one", [](TestNetwork& t, NodeArg) { t.compound()->createNewCompound("C"); },
+         "First C N", "First C"},
+        {"add it", [](TestNetwork& t, NodeArg n) { t.compound()->nodes().add(n); }, "First N N",
+         "First N"},
+        {"no compound", [](TestNetwork& t, NodeArg) { t.root->setOwnedCompound(nullptr); }, "-",
+         "-"},
+        {"no document", [](TestNetwork& t, NodeArg) { t.root = nullptr; }, "-", "-"},
+    };
+    for (const auto& row : cases) {
+        for (const char* question : {"add node", "remove node", "forget"}) {
+            SCOPED_TRACE(row.name + std::string(" in ") + question);
+            TestNetwork net;
+            net.addNode("Top", "First");
+            const AddRefWrapper<Node> node = net.addNode("Top", "N");
+            NodeList& nodes = net.compound()->nodes();
+            const bool isAdding = question == std::string("add node");
+            if (isAdding)
+                nodes.remove(node);
+            const auto inside = [&] { row.run(net, node); };
+            net.questions.during = inside;
+            if (question == std::string("forget"))
+                net.questions.during = [&] { net.questions.during = inside; };
+            EXPECT_TRUE(isAdding ? nodes.add(node) || !node->getParentCompound()
+                                 : nodes.remove(node));
+            std::string left;
+            if (net.root && net.root->isCompound()) {
+                for (const Node* present : net.compound()->nodes())
+                    left += (left.empty() ? "" : " ") + std::string(present->getName());
+            } else {
+                left = "-";
+                EXPECT_EQ(1, node->getRefCount());
+            }
+            EXPECT_EQ(isAdding ? row.afterAdd : row.afterRemove, left);
+        }
+    }
+}
+
+/// Logs its name at every callback, and runs during once, inside the next.
+struct Ear : HostEditor {
+    Ear(std::string& log, char name) : m_log(log), m_name(name) {}
+    void zel_onConnectionChange(ECnxChangeType, PortArg, PortArg) override { hear(); }
+    void zel_onCompoundConnectionChange(ECnxChangeType, PortArg, PortArg) override { hear(); }
+    void zel_onCompoundPortChange(ECompoundPortChangeType, PortArg) override { hear(); }
+    void zel_onNodeChange(ENodeChangeType, const AddRefWrapper<Compound>&, NodeArg) override
+    {
+        hear();
+    }
+    std::function<void()> during;
+
+private:
+    void hear()
+    {
+        m_log += m_name;
+        if (const std::function<void()> action = std::exchange(during, nullptr))
+            action();
+    }
+    std::string& m_log;
+    char m_name;
+};
+
+TEST(Callback, EditorsComeAndGoInEveryNotification)
+{
+    using Ears = std::vector<std::unique_ptr<Ear>>;
+    const struct {
+        const char* inside; ///< In the first callback of the editor b; a, b and c are registered.
+        std::function<void(Ears&, AddRefWrapper<Node>&, TestNetwork&)> run;
+        const char* heard; ///< In this notification, and in the next.
+    } cases[] = {
+        {"register",
+         [](Ears& e, AddRefWrapper<Node>& n, TestNetwork&) { n->registerEditor(e[3].get()); },
+         "abcd abcd"},
+        {"unregister",
+         [](Ears& e, AddRefWrapper<Node>& n, TestNetwork&) { n->unregisterEditor(e[1].get()); },
+         "ab ac"},
+        {"own editor dies", [](Ears& e, AddRefWrapper<Node>&, TestNetwork&) { e[1] = nullptr; },
+         "ab ac"},
+        {"others die",
+         [](Ears& e, AddRefWrapper<Node>&, TestNetwork&) { e[0] = nullptr, e[2] = nullptr; },
+         "ab b"},
+        {"all die", [](Ears& e, AddRefWrapper<Node>&, TestNetwork&) { e.clear(); }, "ab "},
+        {"the notifier dies",
+         [](Ears&, AddRefWrapper<Node>& n, TestNetwork& t) {
+             t.compound()->removeNode("N"), n = nullptr;
+         },
+         "ab gone"},
+    };
+    const std::function<void(Node&, PortArg, NodeArg, const AddRefWrapper<Compound>&)>
+        notifications[] = {
+            [](Node& n, PortArg port, NodeArg, const AddRefWrapper<Compound>&) {
+                n.notifyConnectionChange(eCnxAdded, port, port);
+            },
+            [](Node& n, PortArg port, NodeArg, const AddRefWrapper<Compound>&) {
+                n.notifyCompoundConnectionChange(eCnxAdded, port, port);
+            },
+            [](Node& n, PortArg port, NodeArg, const AddRefWrapper<Compound>&) {
+                n.notifyCompoundPortChange(eCompoundPortAdded, port);
+            },
+            [](Node& n, PortArg, NodeArg node, const AddRefWrapper<Compound>& c) {
+                n.notifyNodeChange(eNodeAdded, c, node);
+            },
+        };
+    for (const auto& row : cases) {
+        for (const auto& notify : notifications) {
+            TestNetwork net;
+            AddRefWrapper<Node> node = net.addNode("Top", "N", "In");
+            std::string log;
+            Ears ears;
+            for (const char name : {'a', 'b', 'c', 'd'})
+                ears.push_back(std::make_unique<Ear>(log, name));
+            for (int i = 0; i < 3; ++i)
+                node->registerEditor(ears[i].get());
+            ears[1]->during = [&] { row.run(ears, node, net); };
+            const AddRefWrapper<Port> port = node->inputs()[0];
+            const AddRefWrapper<Compound> compound = net.compound();
+            notify(*node, port, nullptr, compound);
+            log += " ";
+            if (node)
+                notify(*node, port, nullptr, compound);
+            else
+                log += "gone";
+            EXPECT_EQ(row.heard, log) << row.inside;
+        }
+    }
+}
+
+struct Rebuilt : TestNetwork {
+    void rebuildCompounds() override
+    {
+        ++rebuilds;
+        if (const std::function<void()> action = std::exchange(during, nullptr))
+            action();
+    }
+    std::function<void()> during;
+};
+
+TEST(Callback, ADocumentMayBeClosedInACallbackOfAnother)
+{
+    const int alive = Live::count;
+    Runtime runtime;
+    std::unique_ptr<Rebuilt> documents[3];
+    const auto open = [&] {
+        for (auto& document : documents) {
+            document = std::make_unique<Rebuilt>();
+            document->addNode("Top", "A", "In", "Out");
+            runtime.registerContainer(document.get());
+        }
+        std::sort(std::begin(documents), std::end(documents));
+    };
+    const auto close = [&](int i) {
+        runtime.unregisterContainer(documents[i].get());
+        documents[i] = nullptr;
+    };
+    // While the one in the middle is rebuilt it closes the one before, the one behind, or both.
+    const struct {
+        std::vector<int> closed;
+        const char* rebuilds;
+    } cases[] = {{{0}, "-11"}, {{2}, "11-"}, {{0, 2}, "-1-"}};
+    for (const auto& row : cases) {
+        open();
+        documents[1]->during = [&] { std::for_each(row.closed.begin(), row.closed.end(), close); };
+        runtime.forceRebuildCompounds();
+        std::string rebuilds;
+        for (int i : {0, 1, 2}) {
+            rebuilds += documents[i] ? std::to_string(documents[i]->rebuilds) : "-";
+            if (documents[i])
+                close(i);
+        }
+        EXPECT_EQ(row.rebuilds, rebuilds);
+    }
+    // In a question and in a callback of an editor that watches both.
+    open();
+    documents[0]->questions.during = [&] { close(1); };
+    EXPECT_TRUE(documents[0]->port("Top.A.Out")->addConnection(documents[0]->port("Top.A.In")));
+    std::string log;
+    Ear ear(log, 'e');
+    for (int i : {0, 2})
+        documents[i]->root->registerEditor(&ear);
+    ear.during = [&] { close(2); };
+    documents[0]->root->notifyNodeChange(eNodeChanged, nullptr, nullptr);
+    documents[0]->root->notifyNodeChange(eNodeChanged, nullptr, nullptr);
+    EXPECT_EQ("ee", log);
+    EXPECT_EQ("Top.A.Out > Top.A.In\n", documents[0]->text());
+    ear.during = [&] { close(0); }; // In a callback of its own.
+    documents[0]->root->notifyNodeChange(eNodeChanged, nullptr, nullptr);
+    EXPECT_EQ("eee", log);
+    EXPECT_EQ(alive, Live::count);
+}
+
+TEST(Callback, TheChainMayGoInRecurseParentFirst)
+{
+    const int alive = Live::count;
+    TestNetwork net;
+    net.addCompound("Top", "Mid");
+    net.addNode("Top.Mid", "Leaf");
+    static std::string visited;
+    visited.clear();
+    Node& leaf = *net.compound("Top.Mid")->nodes()[0].get();
+    leaf.recurse_parent_first(
+        [](Node* node, void* data) {
+            visited += node->getName();
+            static_cast<TestNetwork*>(data)->root = nullptr;
+        },
+        &net);
+    EXPECT_EQ("TopMidLeaf", visited);
+    EXPECT_EQ(alive, Live::count);
+}
+
+/// A compound whose createNewCompound takes out the node that is about to be moved, disconnected
+/// first.
+struct Taking : TestCompound {
+    using TestCompound::TestCompound;
+    using Compound::operator=;
+    AddRefWrapper<Compound> createNewCompound(const char* name) override
+    {
+        nodes()["M"]->inputs()[0]->removeAllConnections();
+        removeNode("M");
+        return TestCompound::createNewCompound(name);
+    }
+};
+
+TEST(Callback, CreateNewCompoundMayChangeTheNetwork)
+{
+    TestNetwork net;
+    const AddRefWrapper<Compound> top(new Taking(net.questions, net.root));
+    net.addNode("Top", "M", "In");
+    net.addNode("Top", "S", "", "Out");
+    net.connect("Top.S.Out", "Top.M.In");
+    CreateCompoundCommand command;
+    EXPECT_TRUE(command.setParentCompound(&net, "Top") && command.addNodeToMove("M"));
+    EXPECT_TRUE(command.doit());
+    EXPECT_EQ("Top\nTop.S > Out\nTop.Compound\nTop.Compound.M < In\n", wholeText(net))
+        << "the command holds M and moves it all the same";
+}
+
+} // namespace
+} // namespace ZEL
