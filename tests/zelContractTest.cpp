@@ -1,0 +1,53 @@
+#include "zelTestNetwork.h"
+
+#include <gtest/gtest.h>
+
+namespace ZEL {
+namespace {
+
+TEST(Contract, TextAddedToANameAsksNobody)
+{
+    TestNetwork net;
+    const AddRefWrapper<Port> port = net.addNode("Top", "A", "In")->inputs()[0];
+    net.questions.refused = "name";
+    port->appendString("1");
+    EXPECT_STREQ("In1", port->getName());
+    EXPECT_EQ("", net.questions.take());
+}
+
+TEST(Contract, APortThatDiesTouchesNobody)
+{
+    const AddRefWrapper<Port> out = Port::createNew("Out", PortOutput);
+    AddRefWrapper<Port> in = Port::createNew("In", PortInput);
+    EXPECT_TRUE(out->addConnection(in));
+    Port* const dead = in.get();
+    in = nullptr;
+    EXPECT_EQ(1, out->connectedTo().size()) << "a dead pointer";
+    out->removeFromConnectedList(dead); // Compares pointers only.
+    EXPECT_FALSE(out->isConnected());
+}
+
+TEST(Contract, ASharedNodeListKeepsItsMaker)
+{
+    TestNetwork net;
+    const AddRefWrapper<Compound> maker = net.compound();
+    const AddRefWrapper<Compound> target = net.addCompound("Top", "Sub");
+    *target = *maker;
+    EXPECT_EQ(maker, target->nodes().getParentCompound());
+    net.questions.take();
+    EXPECT_TRUE(target->nodes().add(Node::createNew(&net, "N")));
+    EXPECT_EQ("Top{}: add node N", net.questions.take()) << "the maker is asked";
+}
+
+TEST(Contract, ACompoundLetGoKeepsItsOwner)
+{
+    TestNetwork net;
+    const AddRefWrapper<Compound> compound = net.compound();
+    net.root->setOwnedCompound(nullptr);
+    EXPECT_EQ(net.root, compound->getAsNode());
+    compound->setName("Renamed");
+    EXPECT_STREQ("Renamed", net.root->getName());
+}
+
+} // namespace
+} // namespace ZEL
