@@ -7,6 +7,7 @@ build_packages=(cmake g++ ninja-build)
 host_packages=(libpugixml-dev libreadline-dev)
 test_packages=(libgtest-dev libbenchmark-dev pkgconf)
 tidy_packages=(clang clang-format-14 clang-tidy-14)
+docs_packages=(doxygen)
 
 say()
 {
