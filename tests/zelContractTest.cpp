@@ -31,7 +31,8 @@ TEST(Contract, ASharedNodeListKeepsItsMaker)
 {
     TestNetwork net;
     const AddRefWrapper<Compound> maker = net.compound();
-    const AddRefWrapper<Compound> target = net.addCompound("Top", "Sub");
+    const AddRefWrapper<Node> owner = Node::createNew(&net, "Sub");
+    const AddRefWrapper<Compound> target = Compound::createNew(owner, nullptr);
     *target = *maker;
     EXPECT_EQ(maker, target->nodes().getParentCompound());
     net.questions.take();
