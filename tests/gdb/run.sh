@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Lets gdb show the objects of a small program and compares what it shows with expected.txt, with the
+# library of the build tree, with an installed one in a moved tree, and with a stripped one.
+#   run.sh GDB CMAKE BUILD_DIR LIB_DIR WORK_DIR LIBRARY PROGRAM
+set -euo pipefail
+gdb=$1 cmake=$2 build=$3 libdir=$4 work=$5 library=$6 program=$7
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+
+# What gdb shows when it runs the program with the library in the folder; only that folder is safe.
+shown()
+{
+    local folder=$1
+    LD_LIBRARY_PATH=$folder "$gdb" -batch -nx -iex "set debuginfod enabled off" \
+        -iex "add-auto-load-safe-path $folder" -x "$here/commands.gdb" "$program" \
+        >"$work/output.txt" 2>&1 || true
+    if grep -qiE 'ptrace|could not trace' "$work/output.txt"; then
+        echo "SKIPPED: this system does not let gdb run a program"
+        exit 77
+    fi
+    if grep -E 'Python Exception|Traceback|Error|auto-loading has been declined' "$work/output.txt"; then
+        echo "gdb failed on the library in $folder"
+        exit 1
+    fi
+    sed -n 's/^show: //p' "$work/output.txt"
+}
+
+expect()
+{
+    diff -u --label "expected ($2)" --label "shown" "$1" - \
+        || { sed 's/^/gdb: /' "$work/output.txt"; exit 1; }
+    echo "As expected: $2"
+}
+
+rm -rf "$work"
+mkdir -p "$work"
+"$cmake" --install "$build" --prefix "$work/first" >/dev/null
+mv "$work/first" "$work/moved"
+installed=$work/moved/$libdir
+
+if readelf --sections --wide "$library" | grep -q debug_info; then
+    shown "$(dirname "$library")" | expect "$here/expected.txt" "the library of the build tree"
+    shown "$installed" | expect "$here/expected.txt" "an installed library"
+else
+    echo "The library was built without debug information: only that case is tested"
+fi
+strip --strip-debug "$installed/$(basename "$library")"
+shown "$installed" | expect "$here/expectedStripped.txt" "a library without debug information"
