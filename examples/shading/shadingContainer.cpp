@@ -2,6 +2,7 @@
 
 #include "shadingDefinedNode.h"
 #include "shadingJournal.h"
+#include "shadingOrigins.h"
 #include "shadingReader.h"
 #include "shadingXml.h"
 
@@ -21,6 +22,7 @@ struct Container::Impl {
     DefinitionIndex definitions;
     Journal journal;
     XmlSource xml;
+    Origins origins;
     ZEL::AddRefWrapper<ZEL::Node> root; ///< Never empty in an open document.
 };
 
@@ -81,6 +83,18 @@ Container::open(const std::string& path, const OpenOptions& options, std::vector
     return container;
 }
 
+std::unique_ptr<Container> Container::openText(const std::string& text, Message& error) const
+{
+    std::unique_ptr<Container> container(new Container(m_impl->runtime));
+    Impl& impl = *container->m_impl;
+    impl.definitions = m_impl->definitions;
+    if (!impl.xml.loadText("the saved document", text, error))
+        return nullptr;
+    std::vector<Message> ignored;
+    impl.root = readNetwork(*container, impl.xml, ignored);
+    return container;
+}
+
 ZEL::AddRefWrapper<ZEL::Node> Container::getRootNode()
 {
     return m_impl->root;
@@ -115,6 +129,16 @@ ZEL::AddRefWrapper<ZEL::PortDataType> Container::dataType(const std::string& nam
 Journal& Container::journal()
 {
     return m_impl->journal;
+}
+
+const XmlSource& Container::xml() const
+{
+    return m_impl->xml;
+}
+
+Origins& Container::origins()
+{
+    return m_impl->origins;
 }
 
 } // namespace shading

@@ -11,6 +11,8 @@
 namespace shading {
 
 class Journal;
+class Origins;
+class XmlSource;
 
 struct OpenOptions {
     bool isStrict = false; ///< Warnings become errors: the document does not open.
@@ -29,6 +31,9 @@ public:
     /// lines. Empty when there is an error among them.
     static std::unique_ptr<Container>
     open(const std::string& path, const OpenOptions& options, std::vector<Message>& messages);
+    /// A document of that text in UTF-8, with the runtime and the definitions of this one. Empty,
+    /// with an error, when it cannot be opened.
+    std::unique_ptr<Container> openText(const std::string& text, Message& error) const;
     ~Container() override;
 
     ZEL::AddRefWrapper<ZEL::Node> getRootNode() override;
@@ -48,6 +53,9 @@ public:
 
     /// Hears all changes. Lives as long as the container.
     Journal& journal();
+    /// What the document said when it was opened; edits do not change it.
+    const XmlSource& xml() const;
+    Origins& origins();
 
 private:
     explicit Container(ZEL::Runtime* runtime);

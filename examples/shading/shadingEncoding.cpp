@@ -68,36 +68,90 @@ bool convert(iconv_t converter, const char* input, std::size_t size, std::string
     return true;
 }
 
+/// False when there is no such conversion, or the input is not in the first encoding.
+bool convert(const std::string& from,
+             const std::string& to,
+             const std::string& input,
+             std::size_t skipped,
+             std::string& output,
+             bool& isKnown)
+{
+    iconv_t converter = iconv_open(to.c_str(), from.c_str());
+    // iconv reports failure by the address -1.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    isKnown = converter != reinterpret_cast<iconv_t>(-1);
+    if (!isKnown)
+        return false;
+    const bool isConverted =
+        convert(converter, input.data() + skipped, input.size() - skipped, output);
+    iconv_close(converter);
+    return isConverted;
+}
+
 } // namespace
 
-bool convertToUtf8(const std::string& bytes, std::string& text, std::string& problem)
+bool convertToUtf8(const std::string& bytes,
+                   std::string& text,
+                   Encoding& encoding,
+                   std::string& problem)
 {
     text.clear();
-    std::string encoding;
-    std::size_t skipped = 0;
+    encoding = Encoding();
+    encoding.name.clear();
     for (const Signature& signature : signatures()) {
         if (bytes.compare(0, signature.start.size(), signature.start) != 0)
             continue;
-        encoding = signature.encoding;
-        skipped = signature.skipped;
+        encoding.name = signature.encoding;
+        encoding.mark = bytes.substr(0, signature.skipped);
         break;
     }
-    if (encoding.empty())
-        encoding = declaredEncoding(bytes);
-
-    iconv_t converter = iconv_open("UTF-8", encoding.c_str());
-    // iconv reports failure by the address -1.
-    // NOLINTNEXTLINE(performance-no-int-to-ptr)
-    if (converter == reinterpret_cast<iconv_t>(-1)) {
-        problem = "unknown encoding \"" + encoding + "\"";
-        return false;
-    }
+    if (encoding.name.empty())
+        encoding.name = declaredEncoding(bytes);
+    bool isKnown = false;
     const bool isConverted =
-        convert(converter, bytes.data() + skipped, bytes.size() - skipped, text);
-    iconv_close(converter);
-    if (!isConverted)
-        problem = "the bytes that follow are not " + encoding;
+        convert(encoding.name, "UTF-8", bytes, encoding.mark.size(), text, isKnown);
+    if (!isKnown)
+        problem = "unknown encoding \"" + encoding.name + "\"";
+    else if (!isConverted)
+        problem = "the bytes that follow are not " + encoding.name;
     return isConverted;
+}
+
+bool convertFromUtf8(const std::string& text, const Encoding& encoding, std::string& bytes)
+{
+    bool isKnown = false;
+    bytes.clear();
+    if (!convert("UTF-8", encoding.name, text, 0, bytes, isKnown))
+        return false;
+    std::string back;
+    const bool isSame = convert(encoding.name, "UTF-8", bytes, 0, back, isKnown) && back == text;
+    bytes.insert(0, encoding.mark);
+    return isSame;
+}
+
+std::size_t characterSize(const std::string& text, std::size_t begin)
+{
+    std::size_t end = begin + 1;
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        ++end;
+    return end - begin;
+}
+
+bool canEncode(const Encoding& encoding, const std::string& character)
+{
+    std::string bytes;
+    return character.size() == 1 || encoding.name == "UTF-8" ||
+           convertFromUtf8(character, {encoding.name, ""}, bytes);
+}
+
+std::string characterReference(const std::string& character)
+{
+    unsigned code = static_cast<unsigned char>(character.front());
+    if (character.size() > 1)
+        code &= 0x7FU >> character.size();
+    for (std::size_t i = 1; i < character.size(); ++i)
+        code = code << 6U | (static_cast<unsigned char>(character[i]) & 0x3FU);
+    return "&#" + std::to_string(code) + ";";
 }
 
 } // namespace shading

@@ -12,6 +12,12 @@ const char* const kDefaultOutput = "out";
 
 ElementKind kindOf(pugi::xml_node element)
 {
+    return element.type() == pugi::node_element ? kindOf(std::string(element.name()))
+                                                : ElementKind::Other;
+}
+
+ElementKind kindOf(const std::string& elementName)
+{
     // The names of versions 1.38 and 1.39, and the older ones that documents still carry.
     static const std::unordered_set<std::string_view> noNodes = {
         "attributedef",   "backdrop",
@@ -36,9 +42,7 @@ ElementKind kindOf(pugi::xml_node element)
         "variantassign",  "variantassignset",
         "variantset",     "visibility",
     };
-    if (element.type() != pugi::node_element)
-        return ElementKind::Other;
-    const std::string_view name = element.name();
+    const std::string_view name = elementName;
     if (name == "input")
         return ElementKind::Input;
     if (name == "output")

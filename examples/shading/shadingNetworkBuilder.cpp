@@ -3,6 +3,7 @@
 #include "shadingCompound.h"
 #include "shadingContainer.h"
 #include "shadingFormat.h"
+#include "shadingOrigins.h"
 #include "shadingXml.h"
 
 #include <unordered_set>
@@ -106,6 +107,7 @@ void NetworkBuilder::addCompoundPort(pugi::xml_node element,
         scope.compound->createCompoundPort(isInput ? ZEL::PortInput : ZEL::PortOutput, name.c_str(),
                                            typeOf(element, names.pathOf(name)));
     ZEL::PortList& outerPorts = isInput ? owner->inputs() : owner->outputs();
+    m_container.origins().setPort(outerPorts[index], element.internal_object());
     outerPorts[index]->setPortDefaultValue(element.attribute("value").value());
     // An input of a graph is fed from outside it, an output from inside.
     if (isInput)
@@ -163,6 +165,7 @@ void NetworkBuilder::addInput(pugi::xml_node element,
     const std::string name = takeName(element, names);
     const ZEL::AddRefWrapper<ZEL::Port> port =
         node.inputs().addPort(name.c_str(), typeOf(element, names.pathOf(name)));
+    m_container.origins().setPort(port, element.internal_object());
     port->setPortDefaultValue(element.attribute("value").value());
     addReference(element, port, &scope);
 }
@@ -174,9 +177,11 @@ void NetworkBuilder::addOutput(pugi::xml_node element, SiblingNames& names, Node
     const std::string path = names.pathOf(name);
     const pugi::xml_node first =
         element.parent().find_child_by_attribute("output", "name", name.c_str());
-    const bool isImplied = element == first && node.outputs()[name.c_str()];
-    if (!isImplied)
-        node.outputs().addPort(name.c_str(), typeOf(element, path));
+    ZEL::AddRefWrapper<ZEL::Port> port =
+        element == first ? node.outputs()[name.c_str()] : ZEL::AddRefWrapper<ZEL::Port>();
+    if (!port)
+        port = node.outputs().addPort(name.c_str(), typeOf(element, path));
+    m_container.origins().setPort(port, element.internal_object());
     if (hasReference(element))
         warn(element, path, "an output of a plain node has no source");
 }

@@ -4,6 +4,7 @@
 #include "shadingDefinedNode.h"
 #include "shadingFormat.h"
 #include "shadingNetworkBuilder.h"
+#include "shadingOrigins.h"
 #include "shadingXml.h"
 
 #include <cstring>
@@ -18,9 +19,13 @@ namespace {
 /// itself. An `interfacename` means an input of the graph around. No other border is crossed.
 class Connector {
 public:
-    Connector(const XmlSource& xml, std::vector<Message>& warnings, const Scope& document)
+    Connector(const XmlSource& xml,
+              std::vector<Message>& warnings,
+              Origins& origins,
+              const Scope& document)
         : m_xml(xml),
           m_warnings(warnings),
+          m_origins(origins),
           m_document(document)
     {
     }
@@ -34,6 +39,8 @@ public:
                 std::string("refused a connection from ") + source->getFullPathName().getName();
         if (!problem.empty())
             warn(reference, problem);
+        else if (source)
+            m_origins.setConnected(reference.element.internal_object());
     }
 
 private:
@@ -147,6 +154,7 @@ private:
 
     const XmlSource& m_xml;
     std::vector<Message>& m_warnings;
+    Origins& m_origins;
     const Scope& m_document;
 };
 
@@ -173,7 +181,7 @@ readNetwork(Container& container, const XmlSource& xml, std::vector<Message>& wa
     UnconnectedNetwork network;
     NetworkBuilder(container, xml, warnings, network).build();
     defineNodes(container, *network.root->getAsCompound(), namedOutputs(network));
-    Connector connector(xml, warnings, network.scopes.front());
+    Connector connector(xml, warnings, container.origins(), network.scopes.front());
     for (const Reference& reference : network.references)
         connector.connect(reference);
     return network.root;

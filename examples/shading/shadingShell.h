@@ -70,5 +70,7 @@ const std::vector<Command>& viewCommands();
 const std::vector<Command>& libraryCommands();
 /// The commands that change a network, take changes back, and check it.
 const std::vector<Command>& editCommands();
+/// The commands that write files.
+const std::vector<Command>& fileCommands();
 
 } // namespace shading

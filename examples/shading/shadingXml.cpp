@@ -37,6 +37,8 @@ bool readFile(const std::string& path, std::string& bytes, std::string& problem)
     return error == 0;
 }
 
+} // namespace
+
 std::size_t offsetOf(pugi::xml_node node)
 {
     const std::size_t offset =
@@ -44,8 +46,6 @@ std::size_t offsetOf(pugi::xml_node node)
     const bool isElement = node.type() == pugi::node_element;
     return isElement && offset > 0 ? offset - 1 : offset; // An element begins before its name.
 }
-
-} // namespace
 
 bool XmlSource::load(const std::string& path, Message& error)
 {
@@ -57,18 +57,31 @@ bool XmlSource::load(const std::string& path, Message& error)
         error = messageAt(0, true, "cannot be read: " + problem);
         return false;
     }
-    const bool isConverted = convertToUtf8(bytes, m_text, problem);
+    const bool isConverted = convertToUtf8(bytes, m_text, m_encoding, problem);
     indexText();
     if (!isConverted) {
         error = messageAt(m_text.size(), true, "not XML: " + problem);
         return false;
     }
-    return parse(error) && checkTopLevel(error) && checkDepth(error);
+    return read(error);
+}
+
+bool XmlSource::loadText(const std::string& path, const std::string& text, Message& error)
+{
+    m_path = path;
+    m_text = text;
+    indexText();
+    return read(error);
 }
 
 Message XmlSource::warningAt(pugi::xml_node element, const std::string& text) const
 {
     return messageAt(offsetOf(element), false, text);
+}
+
+bool XmlSource::read(Message& error)
+{
+    return parse(error) && checkTopLevel(error) && checkDepth(error);
 }
 
 void XmlSource::indexText()

@@ -159,6 +159,7 @@ int main(int argc, char** argv)
     shell.add(shading::viewCommands());
     shell.add(shading::libraryCommands());
     shell.add(shading::editCommands());
+    shell.add(shading::fileCommands());
     std::unique_ptr<shading::Watcher> watcher;
     if (arguments.isWatched)
         watcher = std::make_unique<shading::Watcher>(container->getRootNode(), std::cout);

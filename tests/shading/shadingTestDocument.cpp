@@ -50,6 +50,7 @@ std::string TestDocument::run(const std::string& commands) const
     std::ostringstream out;
     shading::Shell shell(*container, out, out);
     shell.add(shading::viewCommands());
+    shell.add(shading::fileCommands());
     std::istringstream lines(commands);
     std::string line;
     while (std::getline(lines, line))

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "shadingEncoding.h"
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace shading {
+
+struct DraftAttribute {
+    std::string lead;   ///< The white space before the name.
+    std::string name;   ///< As written, like all that follows.
+    std::string equals; ///< From behind the name to the quote.
+    char quote = '"';
+    std::string value; ///< Between the quotes, escaped.
+};
+
+/// One piece of a document as it is written: an element, or text, a comment, a processing
+/// instruction and the like. The pieces of an element hang in a list.
+struct DraftItem {
+    enum class Kind {
+        Element,
+        Text,
+        Other,
+    };
+
+    Kind kind = Kind::Element;
+    std::string text; ///< The element's name; the whole of another piece.
+    std::vector<DraftAttribute> attributes;
+    std::string tail;        ///< The white space at the end of the start tag.
+    std::string endTag;      ///< Empty: the element ends with its start tag.
+    std::size_t offset = 0;  ///< In the text that was read.
+    bool isFromText = false; ///< It was read; offset holds.
+
+    DraftItem* parent = nullptr; ///< Null: not in the document.
+    DraftItem* previous = nullptr;
+    DraftItem* next = nullptr;
+    DraftItem* first = nullptr; ///< Of the children.
+    DraftItem* last = nullptr;
+
+    bool isElement() const { return kind == Kind::Element; }
+    bool isBlank() const; ///< Text of white space only.
+    const DraftAttribute* attribute(const std::string& name) const;
+};
+
+/// A document's text on its way into a file: what is not touched is written byte for byte as it was
+/// read, quotes, white space and entities too. Private to the host's library.
+class Draft {
+public:
+    /// Takes the text apart, which must be XML; the encoding is that of the file.
+    Draft(const std::string& text, Encoding encoding);
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+
+    /// The pieces outside the document element hang below this one, which writes nothing itself.
+    DraftItem& top() { return m_items.front(); }
+    /// The element that began there in the text that was read; null when none did.
+    DraftItem* elementAt(std::size_t offset) const;
+    std::size_t elementCount() const { return m_byOffset.size(); }
+    /// The document. Gives each element by the offset at which it begins there.
+    std::string write(std::map<std::size_t, DraftItem*>& places) const;
+
+    // Attributes. Each returns true when it changed something.
+    bool setAttribute(DraftItem& element, const std::string& name, const std::string& value);
+    bool removeAttribute(DraftItem& element, const std::string& name);
+    bool setElementName(DraftItem& element, const std::string& name);
+
+    // Places. White space follows: what is put somewhere stands on a line of its own there,
+    // indented like its siblings, if those do.
+    /// An element that is nowhere yet.
+    DraftItem& newElement(const std::string& name);
+    /// Puts the piece, which must be nowhere, behind that sibling; null: before all others.
+    void insert(DraftItem& item, DraftItem& parent, DraftItem* previous);
+    /// Takes the piece out, with the white space before it.
+    void remove(DraftItem& item);
+    void move(DraftItem& item, DraftItem& parent, DraftItem* previous);
+
+private:
+    friend class DraftParser;
+
+    DraftItem& newItem(DraftItem::Kind kind, const std::string& text);
+    static void link(DraftItem& item, DraftItem& parent, DraftItem* previous);
+    static void unlink(DraftItem& item);
+    std::string lineOf(const DraftItem& item) const;
+    std::string lineInside(const DraftItem& parent) const;
+    std::string escaped(const std::string& value, char quote) const;
+
+    std::deque<DraftItem> m_items; ///< Also those that were taken out.
+    std::unordered_map<std::size_t, DraftItem*> m_byOffset;
+    Encoding m_encoding;
+    std::string m_lineEnd; ///< Empty: the document is one line.
+    std::string m_indent;  ///< What one level adds.
+};
+
+} // namespace shading

@@ -1,0 +1,34 @@
+#include "shadingSave.h"
+#include "shadingShell.h"
+
+namespace shading {
+
+namespace {
+
+bool runSave(Shell& shell, const std::vector<std::string>& arguments)
+{
+    std::vector<SaveProblem> problems;
+    if (saveToFile(shell.container(), arguments[0], problems))
+        return true;
+    for (const SaveProblem& problem : problems)
+        shell.fail(problem.path, problem.reason);
+    return false;
+}
+
+} // namespace
+
+const std::vector<Command>& fileCommands()
+{
+    static const std::vector<Command> commands = {
+        {"save", "FILE",
+         "Writes the document into the file, which is replaced when all is written; prints "
+         "nothing.\n"
+         "    What was not edited stands byte for byte as it was read. What the format cannot say "
+         "is\n"
+         "    refused, with all paths and reasons, before anything is written.",
+         1, 1, runSave},
+    };
+    return commands;
+}
+
+} // namespace shading

@@ -1,0 +1,16 @@
+#include "shadingOrigins.h"
+
+namespace shading {
+
+void Origins::setPort(const ZEL::AddRefWrapper<ZEL::Port>& port, pugi::xml_node_struct* element)
+{
+    m_ports.emplace(port.get(), Origin{port, element});
+}
+
+pugi::xml_node_struct* Origins::elementOf(const ZEL::Port& port) const
+{
+    const auto found = m_ports.find(&port);
+    return found == m_ports.end() ? nullptr : found->second.element;
+}
+
+} // namespace shading

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "zel.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+namespace pugi {
+struct xml_node_struct;
+}
+
+namespace shading {
+
+/// Which elements of a document its ports were made from, and which of them found a source when it
+/// was opened. A compound's port stands for its inner port too.
+///
+/// Contract: holds every port that it knows, so that one which an edit deleted is known again when
+/// undo brings it back, and its address means no other port.
+class Origins {
+public:
+    void setPort(const ZEL::AddRefWrapper<ZEL::Port>& port, pugi::xml_node_struct* element);
+    /// Null for a port that has no element.
+    pugi::xml_node_struct* elementOf(const ZEL::Port& port) const;
+
+    void setConnected(pugi::xml_node_struct* element) { m_connected.insert(element); }
+    /// False for a reference that named nothing when the document was opened.
+    bool wasConnected(pugi::xml_node_struct* element) const
+    {
+        return m_connected.count(element) > 0;
+    }
+
+private:
+    struct Origin {
+        ZEL::AddRefWrapper<ZEL::Port> port;
+        pugi::xml_node_struct* element; ///< Not owned.
+    };
+
+    std::unordered_map<const ZEL::Port*, Origin> m_ports;
+    std::unordered_set<pugi::xml_node_struct*> m_connected;
+};
+
+} // namespace shading

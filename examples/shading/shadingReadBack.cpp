@@ -1,0 +1,277 @@
+#include "shadingReadBack.h"
+
+#include "shadingContainer.h"
+#include "shadingFormat.h"
+#include "shadingOrigins.h"
+#include "shadingReferenceWriter.h"
+#include "shadingStep.h"
+#include "shadingXml.h"
+
+#include <algorithm>
+
+namespace shading {
+
+namespace {
+
+std::string definitionOf(const Node& node)
+{
+    return node.definition() ? node.definition()->record().name : "";
+}
+
+/// The nodes of this host's compounds are its own.
+Node& nodeAt(ZEL::NodeList& list, int index)
+{
+    return static_cast<Node&>(*list[index]);
+}
+
+} // namespace
+
+ReadBack::ReadBack(DraftNetwork& network,
+                   Container& back,
+                   const std::map<std::size_t, DraftItem*>& places)
+    : m_network(network),
+      m_back(back),
+      m_places(places)
+{
+}
+
+void ReadBack::run()
+{
+    const NodePtr live = m_network.container().getRootNode();
+    const NodePtr back = m_back.getRootNode();
+    compareNodes(static_cast<Node&>(*live), static_cast<Node&>(*back));
+    compareSources(*live);
+    if (m_hasChanged)
+        return;
+    for (Node* const node : m_unclear)
+        declareAll(*node);
+}
+
+void ReadBack::compareNodes(Node& live, Node& back)
+{
+    DraftItem& item = *m_network.itemOf(live);
+    Draft& draft = m_network.draft();
+    const std::string path = pathOf(live);
+    const std::string name = live.getName();
+    const std::string type = live.getNodeTypeName();
+    const std::string definition = definitionOf(live);
+    if (live.getParentCompound() && name != back.getName())
+        differ(path, "its name is read back as " + std::string(back.getName()),
+               draft.setAttribute(item, "name", name));
+    if (type != back.getNodeTypeName())
+        differ(path, "its node type is read back as " + std::string(back.getNodeTypeName()),
+               live.getParentCompound() && draft.setElementName(item, type));
+    if (definition != definitionOf(back) && !definition.empty())
+        differ(path, "its definition is read back as another one",
+               draft.setAttribute(item, "nodedef", definition));
+    compareLists(live, back, live.inputs(), back.inputs());
+    compareLists(live, back, live.outputs(), back.outputs());
+    if (live.isCompound() && back.isCompound())
+        compareInside(*live.getAsCompound(), *back.getAsCompound());
+}
+
+void ReadBack::compareInside(ZEL::Compound& live, ZEL::Compound& back)
+{
+    for (ZEL::PortList* const list : {&back.innerInputs(), &back.innerOutputs()}) {
+        for (ZEL::Port* const port : *list) {
+            const PortPtr outer = back.getReversePort(port);
+            const auto found = m_liveOf.find(outer.get());
+            if (found != m_liveOf.end())
+                pair(live.getReversePort(found->second).get(), port);
+        }
+    }
+    ZEL::NodeList& nodes = live.nodes();
+    ZEL::NodeList& backNodes = back.nodes();
+    bool isSame = nodes.size() == backNodes.size();
+    for (int i = 0; isSame && i < nodes.size(); ++i)
+        isSame = m_network.nodeOf(itemAt(nodeAt(backNodes, i).element())) == nodes[i].get() &&
+                 nodes[i]->isCompound() == backNodes[i]->isCompound();
+    if (!isSame) {
+        differ(pathOf(*live.getAsNode()), "its nodes are not read back in their order", false);
+        return;
+    }
+    for (int i = 0; i < nodes.size(); ++i)
+        compareNodes(nodeAt(nodes, i), nodeAt(backNodes, i));
+}
+
+void ReadBack::compareLists(Node& live,
+                            Node& back,
+                            ZEL::PortList& livePorts,
+                            ZEL::PortList& backPorts)
+{
+    const Ports found = counterparts(livePorts, backPorts);
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const PortPtr port = backPorts[static_cast<int>(i)];
+        if (!found[i]) {
+            differ(pathOf(back) + "." + port->getName(),
+                   "it would be read back without being there", false);
+            m_unclear.push_back(&live);
+        } else {
+            pair(found[i], port.get());
+            comparePorts(live, *found[i], *port);
+        }
+    }
+    for (ZEL::Port* const port : livePorts) {
+        if (m_backOf.count(port) > 0)
+            continue;
+        const bool isNew = !m_network.itemOf(*port);
+        if (isNew)
+            m_network.declare(live, *port);
+        differ(pathOf(*port), "it is not read back", isNew);
+    }
+    compareOrder(live, livePorts, found);
+}
+
+/// The live port for each port read back, null where there is none: by its element, else by name.
+ReadBack::Ports ReadBack::counterparts(ZEL::PortList& livePorts, ZEL::PortList& backPorts)
+{
+    Ports found;
+    std::unordered_map<std::string, Ports> withoutElement;
+    for (int i = livePorts.size() - 1; i >= 0; --i) {
+        if (!m_network.itemOf(*livePorts[i]))
+            withoutElement[livePorts[i]->getName()].push_back(livePorts[i].get());
+    }
+    for (ZEL::Port* const port : backPorts) {
+        const DraftItem* const item = itemAt(m_back.origins().elementOf(*port));
+        ZEL::Port* live = m_network.portOf(item);
+        Ports& named = withoutElement[port->getName()];
+        if (!item && !named.empty()) {
+            live = named.back();
+            named.pop_back();
+        }
+        found.push_back(live);
+    }
+    return found;
+}
+
+void ReadBack::comparePorts(Node& node, ZEL::Port& live, ZEL::Port& back)
+{
+    Draft& draft = m_network.draft();
+    DraftItem* item = m_network.itemOf(live);
+    const std::string name = live.getName();
+    const std::string type = typeNameOf(live);
+    const std::string value = live.getPortDefaultValue();
+    const bool isTypeSame = type == typeNameOf(back);
+    const bool isValueSame = value == back.getPortDefaultValue();
+    if (name == back.getName() && isTypeSame && isValueSame)
+        return;
+    if (!item) {
+        m_network.declare(node, live);
+        differ(pathOf(live), "it is read back with another type or value", true);
+        return;
+    }
+    if (name != back.getName())
+        differ(pathOf(live), "its name is read back as " + std::string(back.getName()),
+               draft.setAttribute(*item, "name", name));
+    if (!isTypeSame) {
+        bool isWritten = draft.setAttribute(*item, "type", type);
+        DraftItem& owner = *m_network.itemOf(node);
+        if (name == kDefaultOutput && item->text == "output" && !node.isCompound() &&
+            owner.attribute("type") && owner.attribute("type")->value != kMultiOutput)
+            isWritten = draft.setAttribute(owner, "type", type) || isWritten;
+        differ(pathOf(live), "its type is read back as " + typeNameOf(back), isWritten);
+    }
+    if (!isValueSame)
+        differ(pathOf(live),
+               "its value is read back as \"" + std::string(back.getPortDefaultValue()) + "\"",
+               value.empty() ? draft.removeAttribute(*item, "value")
+                             : draft.setAttribute(*item, "value", value));
+}
+
+void ReadBack::compareOrder(Node& node, ZEL::PortList& livePorts, const Ports& found)
+{
+    if (static_cast<int>(found.size()) != livePorts.size() ||
+        std::equal(found.begin(), found.end(), livePorts.begin()))
+        return;
+    std::vector<DraftItem*> items;
+    for (ZEL::Port* const port : livePorts) {
+        if (DraftItem* const item = m_network.itemOf(*port))
+            items.push_back(item);
+    }
+    DraftItem* const parent = m_network.itemOf(node);
+    const bool hasMoved =
+        !items.empty() && m_network.arrange(*parent, items, pieceBefore(*items.front()));
+    differ(pathOf(node), "its ports are read back in another order", hasMoved);
+    m_unclear.push_back(&node);
+}
+
+/// With all of its ports written down, nothing is left to the definition and to references.
+void ReadBack::declareAll(Node& node)
+{
+    for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+        for (ZEL::Port* const port : *list) {
+            if (m_network.itemOf(*port))
+                continue;
+            m_network.declare(node, *port);
+            m_hasChanged = true;
+        }
+    }
+}
+
+void ReadBack::compareSources(ZEL::Node& node)
+{
+    for (ZEL::Port* const input : node.inputs())
+        compareSource(node, *input, *input);
+    const CompoundPtr compound = node.getAsCompound();
+    if (!compound)
+        return;
+    for (ZEL::Port* const inner : compound->innerOutputs())
+        compareSource(node, *inner, *compound->getReversePort(inner));
+    for (const NodePtr& child : compound->nodes())
+        compareSources(*child);
+}
+
+/// The outer port is the one that has the element.
+void ReadBack::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer)
+{
+    const auto found = m_backOf.find(&receiver);
+    if (found == m_backOf.end())
+        return; // Its element has just been written, without a source.
+    const PortPtr source = receiver.connectedTo()[0];
+    const PortPtr backSource = found->second->connectedTo()[0];
+    const auto backAsLive = m_liveOf.find(backSource.get());
+    DraftItem* const item = m_network.itemOf(outer);
+    const bool isSame =
+        source ? backAsLive != m_liveOf.end() && backAsLive->second == source.get() : !backSource;
+    if (isSame && (source || !item || !isStale(*item, outer)))
+        return;
+    bool isWritten = !item;
+    if (item)
+        isWritten = writeReference(m_network, *item, source);
+    else
+        m_network.declare(node, outer);
+    differ(pathOf(receiver),
+           source ? "the format has no words for its source " + pathOf(*source)
+                  : "it is read back with the source " + pathOf(*backSource),
+           isWritten);
+}
+
+/// True for a reference that meant something and means nothing now.
+bool ReadBack::isStale(const DraftItem& item, ZEL::Port& port) const
+{
+    const Origins& origins = m_network.container().origins();
+    return hasReference(item) &&
+           (!item.isFromText || origins.wasConnected(origins.elementOf(port)));
+}
+
+void ReadBack::pair(ZEL::Port* live, ZEL::Port* back)
+{
+    if (!live)
+        return;
+    m_liveOf[back] = live;
+    m_backOf[live] = back;
+}
+
+DraftItem* ReadBack::itemAt(pugi::xml_node_struct* element) const
+{
+    const auto found = element ? m_places.find(offsetOf(pugi::xml_node(element))) : m_places.end();
+    return found == m_places.end() ? nullptr : found->second;
+}
+
+void ReadBack::differ(const std::string& path, const std::string& reason, bool isWritten)
+{
+    m_differences.push_back({path, reason});
+    m_hasChanged = m_hasChanged || isWritten;
+}
+
+} // namespace shading
