@@ -11,6 +11,8 @@ namespace shading {
 
 namespace {
 
+const char* const kBetweenNames = ", \t\r\n";
+
 class OutsideNames {
 public:
     OutsideNames(DraftNetwork& network, std::vector<SaveProblem>& problems)
@@ -86,27 +88,29 @@ private:
                                   (own.empty() ? "" : " \"" + own + "\"") + " still names it"});
     }
 
-    /// The names of siblings, with commas between them.
+    /// Names of siblings, with commas or blanks between them. One that left takes those before it
+    /// along.
     void updateContents(DraftItem& item, pugi::xml_node element)
     {
         const std::string contents = attributeOf(element, "contains");
         std::string after;
-        bool isChange = false;
         std::size_t begin = 0;
         while (begin < contents.size()) {
-            const std::size_t end = std::min(contents.find(',', begin), contents.size());
-            std::string name = contents.substr(begin, end - begin);
-            begin = end + 1;
-            name.erase(0, name.find_first_not_of(" \t\r\n"));
-            name.erase(name.find_last_not_of(" \t\r\n") + 1);
-            const pugi::xml_node meant = nodeNamed(element.parent(), name);
+            const std::size_t name = contents.find_first_not_of(kBetweenNames, begin);
+            const std::size_t end =
+                std::min(contents.find_first_of(kBetweenNames, name), contents.size());
+            if (name >= end)
+                break;
+            const std::string read = contents.substr(name, end - name);
+            const pugi::xml_node meant = nodeNamed(element.parent(), read);
             const ZEL::Node* const node = meant ? nodeIn(*item.parent, meant) : nullptr;
-            isChange = isChange || (meant && (!node || name != node->getName()));
-            if (meant && !node)
-                continue;
-            after += (after.empty() ? "" : ", ") + (node ? node->getName() : name);
+            if (!meant || node)
+                after += (after.empty() && begin > 0 ? "" : contents.substr(begin, name - begin)) +
+                         (node ? node->getName() : read);
+            begin = end;
         }
-        if (isChange)
+        after += begin < contents.size() ? contents.substr(begin) : "";
+        if (after != contents)
             m_network.draft().setAttribute(item, "contains", after);
     }
 

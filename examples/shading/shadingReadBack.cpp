@@ -240,10 +240,12 @@ void ReadBack::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& ou
         isWritten = writeReference(m_network, *item, source);
     else
         m_network.declare(node, outer);
-    differ(pathOf(receiver),
-           source ? "the format has no words for its source " + pathOf(*source)
-                  : "it is read back with the source " + pathOf(*backSource),
-           isWritten);
+    std::string reason = "it still names a source";
+    if (source)
+        reason = "the format has no words for its source " + pathOf(*source);
+    else if (backSource)
+        reason = "it is read back with the source " + pathOf(*backSource);
+    differ(pathOf(receiver), reason, isWritten);
 }
 
 /// True for a reference that meant something and means nothing now.

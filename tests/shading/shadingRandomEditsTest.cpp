@@ -1,5 +1,7 @@
 #include "shadingRandomEdits.h"
 
+#include "shadingSave.h"
+#include "shadingTestDocument.h"
 #include "shadingWatcher.h"
 #include "zelCheck.h"
 
@@ -7,6 +9,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
+#include <map>
+#include <set>
 #include <sstream>
 
 namespace {
@@ -25,6 +30,64 @@ std::string findings(shading::Container& container)
     return text;
 }
 
+/// What became of the documents that were saved: "saved", or the reason of a refusal without paths.
+using Outcomes = std::map<std::string, int>;
+
+/// The lines in order of bytes, the targets of each port too: a document keeps no order of those.
+std::string sortedText(const std::string& text)
+{
+    std::string result;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        std::set<std::string> targets;
+        const std::size_t arrow = line.rfind(" -> ");
+        std::istringstream names(arrow == std::string::npos ? "" : line.substr(arrow + 4));
+        for (std::string name; names >> name;)
+            targets.insert(name.back() == ',' ? name.substr(0, name.size() - 1) : name);
+        result += line.substr(0, arrow);
+        for (const std::string& target : targets)
+            result += " -> " + target;
+        result += "\n";
+    }
+    return result;
+}
+
+std::string reasonOf(const shading::SaveProblem& problem)
+{
+    std::istringstream words(problem.reason);
+    std::string reason;
+    for (std::string word; words >> word;)
+        reason += (reason.empty() ? "" : " ") + (word.compare(0, 4, "Top.") == 0 ? "PATH" : word);
+    return reason;
+}
+
+/// Saves the document and opens what was written: the network is the same.
+void saveAndOpen(shading::Container& container, Outcomes& outcomes)
+{
+    const std::string before = networkText(container);
+    std::string bytes;
+    std::vector<shading::SaveProblem> problems;
+    if (!shading::saveToBytes(container, bytes, problems)) {
+        ASSERT_FALSE(problems.empty());
+        std::set<std::string> reasons;
+        for (const shading::SaveProblem& problem : problems)
+            reasons.insert(reasonOf(problem));
+        for (const std::string& reason : reasons)
+            ++outcomes[reason];
+        ASSERT_EQ(before, networkText(container));
+        return;
+    }
+    ++outcomes["saved"];
+    const TestFile file(bytes);
+    std::vector<shading::Message> messages;
+    shading::OpenOptions options;
+    options.runtime = container.getRuntime();
+    const auto saved = shading::Container::open(file.path(), options, messages);
+    ASSERT_TRUE(saved) << bytes;
+    ASSERT_EQ(sortedText(before), sortedText(networkText(*saved))) << bytes;
+    ASSERT_EQ(before, networkText(container));
+}
+
 /// Edits the document, then goes back to the start and again to the end.
 void editAtRandom(const std::string& path, unsigned seed, long steps)
 {
@@ -37,6 +100,7 @@ void editAtRandom(const std::string& path, unsigned seed, long steps)
     const std::string before = networkText(*container);
     RandomEdits edits(*container, seed);
     shading::History& history = edits.editor().history();
+    Outcomes outcomes;
     std::ostringstream told;
     const shading::Watcher watcher(container->getRootNode(), told);
     for (long i = 0; i < steps; ++i) {
@@ -53,7 +117,14 @@ void editAtRandom(const std::string& path, unsigned seed, long steps)
             ASSERT_EQ(count, history.undoCount()) << where;
             ASSERT_EQ("", told.str()) << where;
         }
+        if (i % 10 == 9) {
+            SCOPED_TRACE(where);
+            ASSERT_NO_FATAL_FAILURE(saveAndOpen(*container, outcomes));
+        }
     }
+    for (const auto& [outcome, times] : outcomes)
+        std::cout << std::filesystem::path(path).filename().string() << ": " << times
+                  << " times: " << outcome << "\n";
     const int count = history.undoCount();
     const std::string after = networkText(*container);
     std::string title;
@@ -61,6 +132,10 @@ void editAtRandom(const std::string& path, unsigned seed, long steps)
     while (history.undoCount() > 0)
         ASSERT_TRUE(history.undo(title, problem)) << title << ": " << problem;
     EXPECT_EQ(before, networkText(*container));
+    std::string bytes;
+    std::vector<shading::SaveProblem> problems;
+    EXPECT_TRUE(shading::saveToBytes(*container, bytes, problems));
+    EXPECT_EQ(fileBytes(path), bytes);
     while (history.undoCount() < count)
         ASSERT_TRUE(history.redo(title, problem)) << title << ": " << problem;
     EXPECT_EQ(after, networkText(*container));

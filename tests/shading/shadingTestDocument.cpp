@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 namespace {
@@ -33,6 +34,12 @@ TestFile::~TestFile()
 {
     std::error_code ignored;
     std::filesystem::remove_all(m_folder, ignored);
+}
+
+std::string fileBytes(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 TestDocument::TestDocument(const std::string& elements, bool isStrict)

@@ -21,6 +21,8 @@ private:
     std::string m_path;
 };
 
+std::string fileBytes(const std::string& path);
+
 /// A document of those elements, opened. Line 1 is the first of the elements.
 struct TestDocument {
     explicit TestDocument(const std::string& elements, bool isStrict = false);
