@@ -84,9 +84,25 @@ Draft::Draft(const std::string& text, Encoding encoding) : m_encoding(std::move(
 {
     newItem(DraftItem::Kind::Element, "");
     DraftParser(text, *this).run();
+    findStyle(text);
+}
+
+void Draft::findStyle(const std::string& text)
+{
     const std::size_t lineEnd = text.find('\n');
     if (lineEnd != std::string::npos)
         m_lineEnd = lineEnd > 0 && text[lineEnd - 1] == '\r' ? "\r\n" : "\n";
+    int surplus = 0;
+    for (const DraftItem& item : m_items) {
+        for (const DraftAttribute& attribute : item.attributes)
+            surplus += attribute.quote == '"' ? 1 : -1;
+    }
+    m_quote = surplus < 0 ? '\'' : '"';
+    const auto empty = std::find_if(m_items.begin() + 1, m_items.end(), [](const DraftItem& item) {
+        return item.isElement() && item.endTag.empty();
+    });
+    if (empty != m_items.end())
+        m_tail = empty->tail;
     m_indent = "  ";
     for (const DraftItem* root = top().first; root; root = root->next) {
         const std::string line = root->isElement() && root->first ? lineInside(*root) : "";
@@ -123,8 +139,7 @@ bool Draft::setAttribute(DraftItem& element, const std::string& name, const std:
     attribute.lead = " ";
     attribute.name = name;
     attribute.equals = "=";
-    if (!element.attributes.empty())
-        attribute.quote = element.attributes.back().quote;
+    attribute.quote = element.attributes.empty() ? m_quote : element.attributes.back().quote;
     attribute.value = escaped(value, attribute.quote);
     auto place = element.attributes.end();
     if (name == "name")
@@ -159,7 +174,7 @@ bool Draft::setElementName(DraftItem& element, const std::string& name)
 DraftItem& Draft::newElement(const std::string& name)
 {
     DraftItem& element = newItem(DraftItem::Kind::Element, name);
-    element.tail = " ";
+    element.tail = m_tail;
     return element;
 }
 
@@ -177,7 +192,7 @@ void Draft::insert(DraftItem& item, DraftItem& parent, DraftItem* previous)
         previous = nullptr;
     }
     if (isOnly) {
-        if (parent.endTag.empty() && parent.tail == " ")
+        if (parent.endTag.empty())
             parent.tail.clear();
         parent.endTag = "</" + parent.text + ">";
         if (!line.empty())
@@ -199,6 +214,8 @@ void Draft::remove(DraftItem& item)
     if (parent.first)
         unlink(*parent.first);
     parent.endTag.clear();
+    if (parent.tail.empty())
+        parent.tail = m_tail;
 }
 
 void Draft::move(DraftItem& item, DraftItem& parent, DraftItem* previous)

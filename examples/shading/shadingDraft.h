@@ -43,7 +43,8 @@ struct DraftItem {
     DraftItem* last = nullptr;
 
     bool isElement() const { return kind == Kind::Element; }
-    bool isBlank() const; ///< Text of white space only.
+    /// Text of white space only.
+    bool isBlank() const;
     const DraftAttribute* attribute(const std::string& name) const;
 };
 
@@ -82,6 +83,7 @@ public:
 private:
     friend class DraftParser;
 
+    void findStyle(const std::string& text);
     DraftItem& newItem(DraftItem::Kind kind, const std::string& text);
     static void link(DraftItem& item, DraftItem& parent, DraftItem* previous);
     static void unlink(DraftItem& item);
@@ -92,8 +94,10 @@ private:
     std::deque<DraftItem> m_items; ///< Also those that were taken out.
     std::unordered_map<std::size_t, DraftItem*> m_byOffset;
     Encoding m_encoding;
-    std::string m_lineEnd; ///< Empty: the document is one line.
-    std::string m_indent;  ///< What one level adds.
+    std::string m_lineEnd;    ///< Empty: the document is one line.
+    std::string m_indent;     ///< What one level adds.
+    char m_quote = '"';       ///< The more common one.
+    std::string m_tail = " "; ///< Before the end of an element that has nothing inside.
 };
 
 } // namespace shading

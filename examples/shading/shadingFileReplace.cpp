@@ -1,7 +1,7 @@
 #include "shadingFileReplace.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -16,7 +16,7 @@ namespace {
 std::string folderOf(const std::string& path)
 {
     const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    return slash == std::string::npos ? "." : path.substr(0, std::max<std::size_t>(slash, 1));
 }
 
 /// The file behind all symbolic links; the path itself when it names nothing yet. Empty: errno.
@@ -39,9 +39,11 @@ mode_t defaultMode()
 /// A file beside the one that it is to replace; it goes unless it was put in its place.
 class NewFile {
 public:
-    explicit NewFile(const std::string& target) : m_path(target + ".XXXXXX")
+    explicit NewFile(const std::string& folder)
+        : m_path(folder + "/.zelsh-XXXXXX"),
+          m_file(mkostemp(m_path.data(), O_CLOEXEC)),
+          m_isThere(m_file >= 0)
     {
-        m_file = mkostemp(m_path.data(), O_CLOEXEC);
     }
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
@@ -54,11 +56,7 @@ public:
     }
 
     // Each is false when it failed; errno says why.
-    bool isOpen()
-    {
-        m_isThere = m_file >= 0;
-        return m_isThere;
-    }
+    bool isOpen() const { return m_file >= 0; }
     bool takeOver(const struct stat* replaced)
     {
         // Another owner's file becomes the user's, if nobody else may give it away.
@@ -75,11 +73,7 @@ public:
                 return false;
             done += count > 0 ? static_cast<std::size_t>(count) : 0;
         }
-        const int file = m_file;
-        if (fsync(file) != 0)
-            return false;
-        m_file = -1;
-        return close(file) == 0;
+        return fsync(m_file) == 0;
     }
     bool putInPlaceOf(const std::string& target)
     {
@@ -89,8 +83,8 @@ public:
 
 private:
     std::string m_path;
-    int m_file;
-    bool m_isThere = false;
+    int m_file; ///< Below 0: it could not be made.
+    bool m_isThere;
 };
 
 /// The new name is on the disk only when the folder is. Not all file systems can do that.
@@ -116,7 +110,7 @@ bool replaceFile(const std::string& path, const std::string& bytes, std::string&
     }
     bool isDone = !target.empty() && (isThere || errno == ENOENT);
     if (isDone) {
-        NewFile file(target);
+        NewFile file(folderOf(target));
         isDone = file.isOpen() && file.takeOver(isThere ? &status : nullptr) && file.write(bytes) &&
                  file.putInPlaceOf(target);
         problem = isDone ? "" : std::strerror(errno);

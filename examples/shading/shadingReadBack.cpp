@@ -41,10 +41,8 @@ void ReadBack::run()
     const NodePtr back = m_back.getRootNode();
     compareNodes(static_cast<Node&>(*live), static_cast<Node&>(*back));
     compareSources(*live);
-    if (m_hasChanged)
-        return;
-    for (Node* const node : m_unclear)
-        declareAll(*node);
+    if (!m_hasChanged)
+        declareMissing();
 }
 
 void ReadBack::compareNodes(Node& live, Node& back)
@@ -61,9 +59,12 @@ void ReadBack::compareNodes(Node& live, Node& back)
     if (type != back.getNodeTypeName())
         differ(path, "its node type is read back as " + std::string(back.getNodeTypeName()),
                live.getParentCompound() && draft.setElementName(item, type));
-    if (definition != definitionOf(back) && !definition.empty())
-        differ(path, "its definition is read back as another one",
-               draft.setAttribute(item, "nodedef", definition));
+    if (definition != definitionOf(back) && !definition.empty()) {
+        const bool isWritten = draft.setAttribute(item, "nodedef", definition);
+        differ(path, "its definition is read back as another one", isWritten);
+        if (isWritten)
+            return; // It gives other ports.
+    }
     compareLists(live, back, live.inputs(), back.inputs());
     compareLists(live, back, live.outputs(), back.outputs());
     if (live.isCompound() && back.isCompound())
@@ -114,10 +115,8 @@ void ReadBack::compareLists(Node& live,
     for (ZEL::Port* const port : livePorts) {
         if (m_backOf.count(port) > 0)
             continue;
-        const bool isNew = !m_network.itemOf(*port);
-        if (isNew)
-            m_network.declare(live, *port);
-        differ(pathOf(*port), "it is not read back", isNew);
+        m_missing.emplace_back(&live, port);
+        differ(pathOf(*port), "it is not read back", false);
     }
     compareOrder(live, livePorts, found);
 }
@@ -147,35 +146,42 @@ ReadBack::Ports ReadBack::counterparts(ZEL::PortList& livePorts, ZEL::PortList& 
 void ReadBack::comparePorts(Node& node, ZEL::Port& live, ZEL::Port& back)
 {
     Draft& draft = m_network.draft();
-    DraftItem* item = m_network.itemOf(live);
+    DraftItem* const item = m_network.itemOf(live);
     const std::string name = live.getName();
-    const std::string type = typeNameOf(live);
     const std::string value = live.getPortDefaultValue();
-    const bool isTypeSame = type == typeNameOf(back);
-    const bool isValueSame = value == back.getPortDefaultValue();
-    if (name == back.getName() && isTypeSame && isValueSame)
-        return;
-    if (!item) {
-        m_network.declare(node, live);
-        differ(pathOf(live), "it is read back with another type or value", true);
-        return;
-    }
     if (name != back.getName())
         differ(pathOf(live), "its name is read back as " + std::string(back.getName()),
                draft.setAttribute(*item, "name", name));
-    if (!isTypeSame) {
-        bool isWritten = draft.setAttribute(*item, "type", type);
-        DraftItem& owner = *m_network.itemOf(node);
-        if (name == kDefaultOutput && item->text == "output" && !node.isCompound() &&
-            owner.attribute("type") && owner.attribute("type")->value != kMultiOutput)
-            isWritten = draft.setAttribute(owner, "type", type) || isWritten;
-        differ(pathOf(live), "its type is read back as " + typeNameOf(back), isWritten);
-    }
-    if (!isValueSame)
-        differ(pathOf(live),
-               "its value is read back as \"" + std::string(back.getPortDefaultValue()) + "\"",
-               value.empty() ? draft.removeAttribute(*item, "value")
-                             : draft.setAttribute(*item, "value", value));
+    if (typeNameOf(live) != typeNameOf(back))
+        differ(pathOf(live), "its type is read back as " + typeNameOf(back), writeType(node, live));
+    if (value == back.getPortDefaultValue())
+        return;
+    bool isWritten = true;
+    if (!item)
+        m_missing.emplace_back(&node, &live);
+    else
+        isWritten = value.empty() ? draft.removeAttribute(*item, "value")
+                                  : draft.setAttribute(*item, "value", value);
+    differ(pathOf(live),
+           "its value is read back as \"" + std::string(back.getPortDefaultValue()) + "\"",
+           item && isWritten);
+}
+
+/// The output that a plain node has by its type needs no element.
+bool ReadBack::writeType(Node& node, ZEL::Port& live)
+{
+    Draft& draft = m_network.draft();
+    DraftItem* const item = m_network.itemOf(live);
+    DraftItem& owner = *m_network.itemOf(node);
+    const std::string type = typeNameOf(live);
+    const DraftAttribute* const ownerType = owner.attribute("type");
+    const bool isImplied = live.getPortIOType() == ZEL::PortOutput && !node.isCompound() &&
+                           std::string(live.getName()) == kDefaultOutput && ownerType &&
+                           !ownerType->value.empty() && ownerType->value != kMultiOutput;
+    if (!item && !isImplied)
+        m_missing.emplace_back(&node, &live);
+    const bool isOwnWritten = item && draft.setAttribute(*item, "type", type);
+    return (isImplied && draft.setAttribute(owner, "type", type)) || isOwnWritten;
 }
 
 void ReadBack::compareOrder(Node& node, ZEL::PortList& livePorts, const Ports& found)
@@ -195,15 +201,24 @@ void ReadBack::compareOrder(Node& node, ZEL::PortList& livePorts, const Ports& f
     m_unclear.push_back(&node);
 }
 
-/// With all of its ports written down, nothing is left to the definition and to references.
-void ReadBack::declareAll(Node& node)
+/// Elements for the ports that do not come back otherwise; at last for all of a node, so that
+/// nothing is left to its definition and to references.
+void ReadBack::declareMissing()
 {
-    for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
-        for (ZEL::Port* const port : *list) {
-            if (m_network.itemOf(*port))
-                continue;
-            m_network.declare(node, *port);
-            m_hasChanged = true;
+    for (const auto& [node, port] : m_missing) {
+        if (m_network.itemOf(*port))
+            continue;
+        m_network.declare(*node, *port);
+        m_hasChanged = true;
+    }
+    for (Node* const node : m_hasChanged ? std::vector<Node*>() : m_unclear) {
+        for (ZEL::PortList* const list : {&node->inputs(), &node->outputs()}) {
+            for (ZEL::Port* const port : *list) {
+                if (m_network.itemOf(*port))
+                    continue;
+                m_network.declare(*node, *port);
+                m_hasChanged = true;
+            }
         }
     }
 }
@@ -235,11 +250,9 @@ void ReadBack::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& ou
         source ? backAsLive != m_liveOf.end() && backAsLive->second == source.get() : !backSource;
     if (isSame && (source || !item || !isStale(*item, outer)))
         return;
-    bool isWritten = !item;
-    if (item)
-        isWritten = writeReference(m_network, *item, source);
-    else
-        m_network.declare(node, outer);
+    if (!item)
+        m_missing.emplace_back(&static_cast<Node&>(node), &outer);
+    const bool isWritten = item && writeReference(m_network, *item, source);
     std::string reason = "it still names a source";
     if (source)
         reason = "the format has no words for its source " + pathOf(*source);

@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace shading {
@@ -35,8 +36,9 @@ private:
     void compareLists(Node& live, Node& back, ZEL::PortList& livePorts, ZEL::PortList& backPorts);
     Ports counterparts(ZEL::PortList& livePorts, ZEL::PortList& backPorts);
     void comparePorts(Node& node, ZEL::Port& live, ZEL::Port& back);
+    bool writeType(Node& node, ZEL::Port& live);
     void compareOrder(Node& node, ZEL::PortList& livePorts, const Ports& found);
-    void declareAll(Node& node);
+    void declareMissing();
     void compareSources(ZEL::Node& node);
     void compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer);
     bool isStale(const DraftItem& item, ZEL::Port& port) const;
@@ -49,7 +51,8 @@ private:
     const std::map<std::size_t, DraftItem*>& m_places;
     std::unordered_map<const ZEL::Port*, ZEL::Port*> m_liveOf;
     std::unordered_map<const ZEL::Port*, ZEL::Port*> m_backOf;
-    std::vector<Node*> m_unclear; ///< Their ports came back different, and nothing was written.
+    std::vector<std::pair<Node*, ZEL::Port*>> m_missing; ///< Live ports without a counterpart.
+    std::vector<Node*> m_unclear;                        ///< Their ports are not as they are live.
     std::vector<SaveProblem> m_differences;
     bool m_hasChanged = false;
 };
