@@ -330,19 +330,24 @@ TEST(Callback, ADocumentMayBeClosedInACallbackOfAnother)
 TEST(Callback, TheChainMayGoInRecurseParentFirst)
 {
     const int alive = Live::count;
-    TestNetwork net;
-    net.addCompound("Top", "Mid");
-    net.addNode("Top.Mid", "Leaf");
-    static std::string visited;
-    visited.clear();
-    Node& leaf = *net.compound("Top.Mid")->nodes()[0].get();
+    struct Walk {
+        TestNetwork net;
+        std::string visited;
+        int others; ///< Objects of other tests.
+    } walk;
+    walk.others = alive;
+    walk.net.addCompound("Top", "Mid");
+    walk.net.addNode("Top.Mid", "Leaf");
+    Node& leaf = *walk.net.compound("Top.Mid")->nodes()[0].get();
     leaf.recurse_parent_first(
         [](Node* node, void* data) {
-            visited += node->getName();
-            static_cast<TestNetwork*>(data)->root = nullptr;
+            auto& reached = *static_cast<Walk*>(data);
+            reached.net.root = nullptr;
+            reached.visited += node->getName() + std::to_string(Live::count - reached.others);
         },
-        &net);
-    EXPECT_EQ("TopMidLeaf", visited);
+        &walk);
+    // The nodes and compounds that are alive: each node is held until its turn is over.
+    EXPECT_EQ("Top5Mid3Leaf1", walk.visited);
     EXPECT_EQ(alive, Live::count);
 }
 

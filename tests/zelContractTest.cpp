@@ -1,3 +1,4 @@
+#include "zelCommands.h"
 #include "zelTestNetwork.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +49,17 @@ TEST(Contract, ACompoundLetGoKeepsItsOwner)
     EXPECT_EQ(net.root, compound->getAsNode());
     compound->setName("Renamed");
     EXPECT_STREQ("Renamed", net.root->getName());
+}
+
+TEST(Contract, UndoOfACollapseLooksNoPathUp)
+{
+    TestNetwork net;
+    TestNetwork other;
+    other.root->setOwnedCompound(nullptr); // Its Top has none: looked up there, it would be lost.
+    CreateCompoundCommand command;
+    EXPECT_TRUE(command.setParentCompound(&net, "Top"));
+    EXPECT_TRUE(command.undo(&other) && command.doit());
+    EXPECT_STREQ("Compound", net.compound()->nodes()[0]->getName());
 }
 
 } // namespace
