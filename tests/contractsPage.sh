@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The pages on contracts and callbacks against the tests and the public headers.
+# The pages on contracts and callbacks against the tests and the public headers, and the links of all
+# pages against the files and headings that they lead to.
 #   contractsPage.sh TESTS    prints what does not fit and fails: TESTS is the program zelTests
 set -euo pipefail
 export LC_ALL=C
@@ -57,5 +58,17 @@ done <<<"$quotes"
 while read -r row; do
     grep -qE '`[A-Z][A-Za-z]*\.[A-Z][A-Za-z]*`' <<<"$row" || fault "$page: a row names no test: $row"
 done < <(grep -E '^\|.*`zel[A-Za-z]*\.h` "' "$page")
+
+# Links within the tree: "[text](file#heading)".
+for file in docs/*.md README.md; do
+    while read -r link; do
+        target=$(dirname "$file")/${link%%#*}
+        [[ -n ${link%%#*} ]] || target=$file
+        [[ -e $target ]] || { fault "$file: no such file: $link"; continue; }
+        [[ $link == *#* ]] || continue
+        sed -n 's/^#* //p' "$target" | tr 'A-Z ' 'a-z-' | tr -cd 'a-z0-9\n_-' | grep -qxF "${link#*#}" \
+            || fault "$file: no such heading: $link"
+    done < <(grep -oE '\]\([^)]+\)' "$file" | sed 's/^](//; s/)$//' | grep -v '^https\?:' | sort -u)
+done
 
 ((faults == 0)) || exit 1

@@ -58,7 +58,7 @@ TEST(Contract, UndoOfACollapseLooksNoPathUp)
     other.root->setOwnedCompound(nullptr); // Its Top has none: looked up there, it would be lost.
     CreateCompoundCommand command;
     EXPECT_TRUE(command.setParentCompound(&net, "Top"));
-    EXPECT_TRUE(command.undo(&other) && command.doit());
+    ASSERT_TRUE(command.undo(&other) && command.doit());
     EXPECT_STREQ("Compound", net.compound()->nodes()[0]->getName());
 }
 

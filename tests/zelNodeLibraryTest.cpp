@@ -54,7 +54,7 @@ TEST(NodeLibrary, FindLibraryLooksAtItselfThenAtItsChildrenThenDownwards)
     EXPECT_EQ(x, root->findLibrary("X")) << "a child before a grandchild, the first of two";
     EXPECT_EQ(aXDeep, root->findLibrary("Deep")) << "the first child down to its end";
     EXPECT_EQ(slash, root->findLibrary("A/C")) << "one name, not a path";
-    for (const char* miss : {"A/X", "deep", "Dee", ""})
+    for (const char* miss : {"A/X", "A.X", "deep", "Dee", ""})
         EXPECT_FALSE(root->findLibrary(miss)) << miss;
 }
 
