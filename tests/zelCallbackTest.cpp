@@ -338,7 +338,7 @@ TEST(Callback, TheChainMayGoInRecurseParentFirst)
     walk.others = alive;
     walk.net.addCompound("Top", "Mid");
     walk.net.addNode("Top.Mid", "Leaf");
-    Node& leaf = *walk.net.compound("Top.Mid")->nodes()[0].get();
+    Node& leaf = *walk.net.compound("Top.Mid")->nodes()[0];
     leaf.recurse_parent_first(
         [](Node* node, void* data) {
             auto& reached = *static_cast<Walk*>(data);
