@@ -12,34 +12,36 @@ namespace {
 
 // What docs/callbacks.md allows inside a callback, done, each with its outcome.
 
-/// The nodes A > Out and B < In in Top, connected, where C < X waits for a connection. The port
-/// A.Out is held by its list alone.
+/// The outputs First and Out of the node A, or the inner inputs of Top with these names; Out is
+/// connected to B.In, and C.X waits for a connection. Out is held by its list alone.
 struct Asked {
-    Asked()
+    explicit Asked(bool inner) : net(inner ? "First Out" : ""), mark(inner ? " {< " : " > ")
     {
-        net = std::make_unique<TestNetwork>();
-        net->addNode("Top", "A", "", "First Out");
-        net->addNode("Top", "B", "In");
-        net->addNode("Top", "C", "X");
-        net->connect("Top.A.Out", "Top.B.In");
-        outputs = &net->findNodeFromPath("Top.A")->outputs();
+        const AddRefWrapper<Node> a = net.addNode("Top", "A", "", inner ? "" : "First Out");
+        net.addNode("Top", "B", "In");
+        net.addNode("Top", "C", "X");
+        outputs = inner ? &net.compound()->innerInputs() : &a->outputs();
         out = (*outputs)["Out"].get();
+        out->addConnection(net.port("Top.B.In"));
+        net.questions.take();
     }
 
-    /// The outputs of A with their connections, without "Top.".
+    /// The ports in the list with their connections, without "Top.".
     std::string outputsText()
     {
-        std::string line = wholeText(*net);
-        line = line.substr(line.find("Top.A") + 5);
-        line = line.substr(0, line.find('\n'));
-        for (std::size_t i = line.find("Top."); i != std::string::npos; i = line.find("Top."))
-            line.erase(i, 4);
-        return line.substr(std::min<std::size_t>(3, line.size()));
+        const std::string whole = wholeText(net);
+        const std::size_t begin = whole.find(mark);
+        std::string ports = begin == std::string::npos ? "" : whole.substr(begin + mark.size());
+        ports = ports.substr(0, ports.find('\n'));
+        for (std::size_t i = ports.find("Top."); i != std::string::npos; i = ports.find("Top."))
+            ports.erase(i, 4);
+        return ports;
     }
 
-    std::unique_ptr<TestNetwork> net;
-    PortList* outputs; ///< Those of A.
-    Port* out;         ///< Not held: it dies when it is taken out of its list.
+    TestNetwork net;
+    std::string mark; ///< Stands before the ports in the whole text.
+    PortList* outputs;
+    Port* out; ///< Not held: it dies when it is taken out of its list.
 };
 
 struct Change {
@@ -48,8 +50,8 @@ struct Change {
 };
 
 const Change kQuestionsOfPorts[] = {
-    {"connect", [](Asked& t) { t.out->addConnection(t.net->port("Top.C.X")); }},
-    {"disconnect", [](Asked& t) { t.out->removeConnection(t.net->port("Top.B.In")); }},
+    {"connect", [](Asked& t) { t.out->addConnection(t.net.port("Top.C.X")); }},
+    {"disconnect", [](Asked& t) { t.out->removeConnection(t.net.port("Top.B.In")); }},
     {"type", [](Asked& t) { t.out->setDataType(PortDataType::createNew("Color")); }},
     {"value", [](Asked& t) { t.out->setPortDefaultValue("1"); }},
     {"name", [](Asked& t) { t.out->setName("New"); }},
@@ -62,14 +64,14 @@ const Change kChangesInside[] = {
     {"remove it", [](Asked& t) { t.out->removeAllConnections(), t.outputs->remove(t.out); }},
     {"remove the other", [](Asked& t) { t.outputs->remove((*t.outputs)["First"]); }},
     {"add a port", [](Asked& t) { t.outputs->addPort("More", PortDataType::createNew("Float")); }},
-    {"connect", [](Asked& t) { t.out->addConnection(t.net->port("Top.C.X")); }},
+    {"connect", [](Asked& t) { t.out->addConnection(t.net.port("Top.C.X")); }},
     {"disconnect", [](Asked& t) { t.out->removeAllConnections(); }},
 };
 
 TEST(Callback, PortsAndConnectionsMayChangeInEachQuestion)
 {
     const char* const outcomes[][5] = {
-        // The outputs of A afterwards: in the order of the table of changes.
+        // The list afterwards, whoever is asked: in the order of the table of changes.
         {"First", "Out=B.In,C.X", "First Out=B.In,C.X More", "First Out=B.In,C.X,C.X",
          "First Out=C.X"},
         {"First", "Out", "First Out More", "First Out=C.X", "First Out"},
@@ -83,18 +85,19 @@ TEST(Callback, PortsAndConnectionsMayChangeInEachQuestion)
         {"First", "Out=B.In", "Out=B.In First More", "Out=B.In,C.X First", "Out First"},
     };
     const int alive = Live::count;
-    for (std::size_t i = 0; i < std::size(kQuestionsOfPorts); ++i) {
-        for (std::size_t j = 0; j < std::size(kChangesInside); ++j) {
-            SCOPED_TRACE(kQuestionsOfPorts[i].name + std::string(", ") + kChangesInside[j].name);
-            Asked asked;
-            asked.net->questions.during = [&] {
-                kChangesInside[j].run(asked);
-                if (kQuestionsOfPorts[i].name == std::string("remove"))
-                    asked.out->removeAllConnections(); // As a host does: the port goes.
-            };
-            printed([&] { kQuestionsOfPorts[i].run(asked); });
-            EXPECT_EQ(outcomes[i][j], asked.outputsText());
-        }
+    const std::size_t changes = std::size(kChangesInside);
+    for (std::size_t i = 0; i < std::size(kQuestionsOfPorts) * changes * 2; ++i) {
+        const Change& question = kQuestionsOfPorts[i / 2 / changes];
+        const Change& change = kChangesInside[i / 2 % changes];
+        SCOPED_TRACE(question.name + std::string(i % 2 ? " inner, " : ", ") + change.name);
+        Asked asked(i % 2 != 0);
+        asked.net.questions.during = [&] {
+            change.run(asked);
+            if (question.name == std::string("remove"))
+                asked.out->removeAllConnections(); // As a host does: the port goes.
+        };
+        printed([&] { question.run(asked); });
+        EXPECT_EQ(outcomes[i / 2 / changes][i / 2 % changes], asked.outputsText());
     }
     EXPECT_EQ(alive, Live::count);
 }
