@@ -78,7 +78,7 @@ void unregisterTones(const ZEL::PluginInfo& info)
     delete g_tones;
 }
 
-const bool g_registered = (ZEL::selfRegisterPlugin(registerTones, unregisterTones), true);
+const bool kRegistered = (ZEL::selfRegisterPlugin(registerTones, unregisterTones), true);
 
 } // namespace
 

@@ -30,10 +30,12 @@ void seeNodesOfTheModule(const Module& module)
     auto* asPlain = dynamic_cast<PlainNode*>(plain.get());
     expect(asPlain && asPlain->plain() == 8, "the host casts to a hidden class of the header");
     expect(!dynamic_cast<ToneNode*>(own.get()), "the module's own class is no ToneNode");
-    const ZEL::Node& ownNode = *own;
-    const ZEL::Node& toneNode = *tone;
-    expect(typeid(ownNode) != typeid(ZEL::Node), "its type is not Node's");
-    expect(typeid(toneNode) == typeid(ToneNode) && *module.tone == typeid(ToneNode),
+    const ZEL::Node* ownNode = own.get();
+    const ZEL::Node* toneNode = tone.get();
+    if (!ownNode || !toneNode)
+        return expect(false, "the module makes nodes");
+    expect(typeid(*ownNode) != typeid(ZEL::Node), "its type is not Node's");
+    expect(typeid(*toneNode) == typeid(ToneNode) && *module.tone == typeid(ToneNode),
            "both sides mean one type by ToneNode");
     ZEL::PortNotification* listener = own.get();
     expect(dynamic_cast<ZEL::Node*>(listener) == own.get(), "the host casts across to Node");

@@ -9,7 +9,7 @@ namespace {
 class Extra {
 public:
     virtual ~Extra() = default;
-    long m_room[3] = {};
+    long room[3] = {};
 };
 
 class OwnNode : public Extra, public ZEL::Node {
