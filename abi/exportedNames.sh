@@ -12,12 +12,12 @@ list=$(dirname "${BASH_SOURCE[0]}")/libZEL.map
 of_abstract_classes='^_ZN3ZEL9ContainerC1Ev$'
 
 # The public names: the strong ones, and the weak ones of namespace ZEL, which are virtual tables and
-# type information. Instances of the standard library's templates are weak too and come with the
-# optimiser's mood; two underscores begin the names of sanitizers.
+# type information. What comes from the standard library's headers depends on the optimiser; two
+# underscores begin the names of sanitizers.
 public()
 {
     nm --dynamic --defined-only --format=posix "$1" \
-        | awk '($2 ~ /^[TDBR]$/ && $1 !~ /^__|^_(init|fini|end|edata)$/) ||
+        | awk '($2 ~ /^[TDBR]$/ && $1 !~ /^__|^_(init|fini|end|edata)$|^_Z(NK?)?St/) ||
                $1 ~ /^_Z(T[VTISC])?NK?3ZEL/ { print $1 }' \
         | grep -v "$of_abstract_classes" | sort -u
 }
@@ -37,9 +37,12 @@ compare()
 {
     local names difference
     names=$("$2" "$3")
-    difference=$(diff <(listed) - <<<"$names" | grep '^[<>]' | c++filt) || return 0
-    printf '%s\n%s\n' "$1" "$difference"
-    return 1
+    difference=$(diff <(listed) - <<<"$names" || true)
+    if [[ -n $difference ]]; then
+        printf '%s\n' "$1"
+        grep '^[<>]' <<<"$difference" | c++filt
+        return 1
+    fi
 }
 
 usage="usage: $0 check LIBRARY UNLISTED | update UNLISTED"
