@@ -31,6 +31,11 @@ run(${CMAKE_COMMAND} -S ${source} -B ${workDir}/build -G ${generator}
     -D ZEL_VERSION_WANTED=${version})
 run(${CMAKE_COMMAND} --build ${workDir}/build)
 run(${workDir}/build/consumer)
+if(EXISTS ${prefix}/include/zel/zelConformance.h)
+    run(${workDir}/build/conformance)
+else()
+    message(STATUS "SKIPPED: the conformance kit was built without GoogleTest, so not at all")
+endif()
 file(STRINGS ${workDir}/build/CMakeCache.txt found REGEX "^ZEL_DIR:")
 expectSame("find_package found" "${found}" "ZEL_DIR:PATH=${prefix}/${libDir}/cmake/ZEL")
 

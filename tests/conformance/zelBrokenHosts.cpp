@@ -1,0 +1,381 @@
+// Hosts that each break one rule. The program runs the kit on all of them and prints what it says,
+// one line for each failure: SUITE.TEST: WORDS.
+#include "zelPlainHost.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+namespace {
+
+using plain::CompoundPtr;
+using plain::NodePtr;
+using plain::PortPtr;
+using NodeClass = plain::Node;
+using CompoundClass = plain::Compound;
+using TypePtr = ZEL::AddRefWrapper<ZEL::PortDataType>;
+
+// The document.
+
+struct ForgetfulDocument : plain::Document<NodeClass, CompoundClass> {
+    NodePtr getRootNode() override
+    {
+        const NodePtr root(new NodeClass(this));
+        root->setName("Top");
+        return root;
+    }
+};
+
+struct EmptyDocument : plain::Document<NodeClass, CompoundClass> {
+    NodePtr getRootNode() override { return nullptr; }
+};
+
+struct TwoRuntimesDocument : plain::Document<NodeClass, CompoundClass> {
+    ZEL::Runtime* getRuntime() override { return &m_runtimes[m_turn ^= 1]; }
+
+private:
+    ZEL::Runtime m_runtimes[2];
+    int m_turn = 0;
+};
+
+struct RebuildsTooMuch : plain::Document<NodeClass, CompoundClass> {
+    void rebuildCompounds() override
+    {
+        ZEL::NodeList& nodes = getRootNode()->getAsCompound()->nodes();
+        nodes.remove(nodes[0]);
+    }
+};
+
+struct ImmortalHost : plain::Host<> {
+    std::unique_ptr<ZEL::Container> makeDocument() override
+    {
+        auto document = Host::makeDocument();
+        ZEL::Container::registerWithUUID(uuidOf(*document).c_str(), document.get());
+        return document;
+    }
+    std::string uuidOf(ZEL::Container& document) override
+    {
+        return std::to_string(reinterpret_cast<std::uintptr_t>(&document));
+    }
+};
+
+struct SavesNothing : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    bool saveAs(const char* /*name*/) override { return true; }
+};
+struct SavesNothingHost : plain::Host<NodeClass, SavesNothing> {
+    std::string savePath() override { return "no such folder/saved"; }
+};
+
+// Paths.
+
+struct NamesOnlyItself : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    ZEL::Namable getFullPathName() override { return getName(); }
+};
+
+struct NoParentPath : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    ZEL::Namable onGetParentFullPathName() override { return getName(); }
+};
+
+// Compounds.
+
+/// Makes compounds of its own class.
+template <class Self>
+struct OwnCompound : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    CompoundPtr createNewCompound(const char* name) override
+    {
+        return plain::makeCompound<NodeClass, Self>(*this, name);
+    }
+};
+
+struct MakesNone : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    CompoundPtr createNewCompound(const char* /*name*/) override { return nullptr; }
+};
+
+struct MakesForeignOnes : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    CompoundPtr createNewCompound(const char* name) override
+    {
+        return plain::makeCompound<ZEL::Node, ZEL::Compound>(*this, name);
+    }
+};
+
+struct MakesLostOnes : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    CompoundPtr createNewCompound(const char* name) override
+    {
+        CompoundPtr made = CompoundClass::createNewCompound(name);
+        m_lost = made->getAsNode();
+        nodes().remove(m_lost);
+        return made;
+    }
+
+private:
+    NodePtr m_lost;
+};
+
+struct HasItsOwnName : OwnCompound<HasItsOwnName> {
+    using OwnCompound::OwnCompound;
+    using ZEL::Compound::operator=;
+    const char* getName() const override { return m_name.c_str(); }
+    void setName(const char* name) override { m_name = name; }
+
+private:
+    std::string m_name;
+};
+
+struct CountsFromOne : OwnCompound<CountsFromOne> {
+    using OwnCompound::OwnCompound;
+    using ZEL::Compound::operator=;
+    int createCompoundPort(ZEL::PortIOType ioType, const char* name, const TypePtr& type) override
+    {
+        return CompoundClass::createCompoundPort(ioType, name, type) + 1;
+    }
+};
+
+struct CreatesInsideOnly : OwnCompound<CreatesInsideOnly> {
+    using OwnCompound::OwnCompound;
+    using ZEL::Compound::operator=;
+    int createCompoundPort(ZEL::PortIOType ioType, const char* name, const TypePtr& type) override
+    {
+        ZEL::PortList& list = ioType == ZEL::PortInput ? innerInputs() : innerOutputs();
+        list.addPort(name, type);
+        return list.size() - 1;
+    }
+};
+
+struct DeletesInsideOnly : OwnCompound<DeletesInsideOnly> {
+    using OwnCompound::OwnCompound;
+    using ZEL::Compound::operator=;
+    int deleteCompoundPort(PortPtr innerPort) override
+    {
+        const int index = innerInputs().findPort(innerPort);
+        return index >= 0 && innerInputs().remove(innerPort) ? index : -1;
+    }
+};
+
+struct FollowsNoMove : OwnCompound<FollowsNoMove> {
+    using OwnCompound::OwnCompound;
+    using ZEL::Compound::operator=;
+    void onPortListPortMoved(const ZEL::PortList& /*list*/, int /*from*/, int /*to*/) override {}
+};
+
+// Ports.
+
+struct KeepsConnections : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    bool onPortListPortRemoved(const ZEL::PortList& /*list*/, const PortPtr& /*port*/) override
+    {
+        return true;
+    }
+};
+
+struct KeepsInnerConnections : OwnCompound<KeepsInnerConnections> {
+    using OwnCompound::OwnCompound;
+    using ZEL::Compound::operator=;
+    bool onPortListPortRemoved(const ZEL::PortList& /*list*/, const PortPtr& /*port*/) override
+    {
+        return true;
+    }
+};
+
+struct ConnectsItself : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    bool onPortAddConnection(const PortPtr& port, const PortPtr& other) override
+    {
+        port->connectedTo().add(other);
+        return true;
+    }
+};
+
+struct ChangesAndRefuses : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    bool onPortAddConnection(const PortPtr& /*port*/, const PortPtr& other) override
+    {
+        if (!other->isConnected())
+            return true;
+        other->removeAllConnections();
+        return false;
+    }
+};
+
+struct NeverDisconnects : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    bool onPortRemoveConnection(const PortPtr& /*port*/, const PortPtr& /*other*/) override
+    {
+        return false;
+    }
+};
+
+struct RenamesAsItLikes : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    bool onPortSetName(const PortPtr& port, const char* name) override
+    {
+        const std::string other = name + std::string("2");
+        if (port->getName() != other && name != other)
+            port->ZEL::Namable::setName(other.c_str());
+        return false;
+    }
+};
+
+struct FickleValues : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    const char* onPortGetDefaultValue(const PortPtr& /*port*/) override
+    {
+        return (m_turn = !m_turn) ? "1" : "2";
+    }
+
+private:
+    bool m_turn = false;
+};
+
+// Nodes.
+
+struct AddsNodesItself : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    bool onNodeAdd(const NodePtr& node) override
+    {
+        if (m_isAdding)
+            return true;
+        m_isAdding = true;
+        nodes().add(node);
+        m_isAdding = false;
+        return true;
+    }
+
+private:
+    bool m_isAdding = false;
+};
+
+struct NeverForgotten : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    void onThisNodeDeleted() override {}
+};
+struct KeepsNodesConnected : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    bool onNodeRemove(const NodePtr& /*node*/) override { return true; }
+};
+
+struct HoldsTooMuch : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    bool onNodeAdd(const NodePtr& node) override
+    {
+        node->addRef();
+        return true;
+    }
+};
+
+struct ReleasesTooMuch : CompoundClass {
+    using CompoundClass::CompoundClass;
+    using ZEL::Compound::operator=;
+    bool onNodeAdd(const NodePtr& node) override
+    {
+        // Only where the node survives it.
+        if (node->getRefCount() > 8)
+            node->release();
+        return true;
+    }
+};
+
+struct AssignsNothing : NodeClass {
+    using NodeClass::NodeClass;
+    ZEL::Node& operator=(const ZEL::Node& /*other*/) override { return *this; }
+};
+
+struct NamelessHost : plain::Host<> {
+    NodePtr makeNode(ZEL::Container& /*document*/, const char* /*name*/) override
+    {
+        return new NodeClass(nullptr);
+    }
+};
+
+/// Prints the failures, and nothing else.
+class Words : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo& test) override
+    {
+        m_test = test.test_suite_name() + std::string(".") + test.name();
+    }
+    void OnTestPartResult(const testing::TestPartResult& result) override
+    {
+        const std::string message = result.message();
+        if (result.failed())
+            std::printf("%s: %s\n", m_test.c_str(), message.c_str() + message.find('\n') + 1);
+    }
+
+    std::string m_test;
+};
+
+template <class Host>
+void add(const char* name)
+{
+    ZEL::registerConformanceTests(name, [] { return std::make_unique<Host>(); });
+}
+
+template <class Broken>
+using Nodes = plain::Host<Broken, CompoundClass>;
+template <class Broken>
+using Compounds = plain::Host<NodeClass, Broken>;
+template <class Broken>
+using Documents = plain::Host<NodeClass, CompoundClass, Broken>;
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    add<Documents<ForgetfulDocument>>("ForgetfulDocument");
+    add<Documents<EmptyDocument>>("EmptyDocument");
+    add<plain::Host<NodeClass, ZEL::Compound>>("LibrarysCompound");
+    add<Documents<TwoRuntimesDocument>>("TwoRuntimesDocument");
+    add<Documents<RebuildsTooMuch>>("RebuildsTooMuch");
+    add<ImmortalHost>("ImmortalHost");
+    add<SavesNothingHost>("SavesNothing");
+    add<Nodes<NamesOnlyItself>>("NamesOnlyItself");
+    add<Nodes<NoParentPath>>("NoParentPath");
+    add<Compounds<MakesNone>>("MakesNone");
+    add<Compounds<MakesForeignOnes>>("MakesForeignOnes");
+    add<Compounds<MakesLostOnes>>("MakesLostOnes");
+    add<Compounds<HasItsOwnName>>("HasItsOwnName");
+    add<Compounds<CountsFromOne>>("CountsFromOne");
+    add<Compounds<CreatesInsideOnly>>("CreatesInsideOnly");
+    add<Compounds<DeletesInsideOnly>>("DeletesInsideOnly");
+    add<Compounds<FollowsNoMove>>("FollowsNoMove");
+    add<Nodes<KeepsConnections>>("KeepsConnections");
+    add<Compounds<KeepsInnerConnections>>("KeepsInnerConnections");
+    add<Nodes<ConnectsItself>>("ConnectsItself");
+    add<Nodes<ChangesAndRefuses>>("ChangesAndRefuses");
+    add<Nodes<NeverDisconnects>>("NeverDisconnects");
+    add<Nodes<RenamesAsItLikes>>("RenamesAsItLikes");
+    add<Nodes<FickleValues>>("FickleValues");
+    add<Compounds<AddsNodesItself>>("AddsNodesItself");
+    add<plain::Host<NeverForgotten, KeepsNodesConnected>>("NeverForgotten");
+    add<Compounds<HoldsTooMuch>>("HoldsTooMuch");
+    add<Compounds<ReleasesTooMuch>>("ReleasesTooMuch");
+    add<Nodes<AssignsNothing>>("AssignsNothing");
+    add<NamelessHost>("NamelessHost");
+    testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
+    delete listeners.Release(listeners.default_result_printer());
+    listeners.Append(new Words);
+    return RUN_ALL_TESTS() == 0 ? 1 : 0; // A host that passes is not broken.
+}
