@@ -1,5 +1,6 @@
 #include "shadingRandomEdits.h"
 
+#include "shadingDefinedNode.h"
 #include "shadingNode.h"
 #include "shadingReport.h"
 #include "shadingRules.h"
@@ -95,12 +96,20 @@ bool RandomEdits::createNode(std::string& line)
     const shading::CompoundPtr compound = anyCompound();
     const std::string name = anyName();
     line = "create " + pathOf(*compound->getAsNode()) + " " + name;
+    const std::vector<shading::DefinitionPtr>& definitions =
+        m_container.definitions().ofNodeType(anyNode()->getNodeTypeName());
+    const int choice = number(static_cast<int>(definitions.size()) + 1);
+    const auto definition = static_cast<std::size_t>(choice);
     return m_editor.run(line, name, [&] {
-        const ZEL::AddRefWrapper<shading::Node> node =
-            shading::Node::createNew(&m_container, name.c_str());
-        node->setNodeTypeName("made");
-        node->inputs().addPort("in", m_container.dataType("float"));
-        node->outputs().addPort("out", m_container.dataType("float"));
+        ZEL::AddRefWrapper<shading::Node> node;
+        if (definition < definitions.size()) {
+            node = shading::createNode(m_container, definitions[definition], name.c_str());
+        } else {
+            node = shading::Node::createNew(&m_container, name.c_str());
+            node->setNodeTypeName("made");
+            node->inputs().addPort("in", m_container.dataType("float"));
+            node->outputs().addPort("out", m_container.dataType("float"));
+        }
         const std::string problem = shading::nameProblem(name);
         return problem.empty() && !compound->nodes().add(node) ? "refused" : problem;
     });
