@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace zelDraw {
+
+// The measures, in pixels, that the placing and the writing of a picture share.
+constexpr int kNameSize = 13; ///< Sizes of fonts.
+constexpr int kTypeSize = 11;
+constexpr int kPortSize = 11;
+constexpr std::size_t kLongestName = 40; ///< In characters; longer ones are shortened.
+constexpr std::size_t kLongestPortName = 32;
+
+constexpr int kTextMargin = 12; ///< Between a box's border and its texts.
+constexpr int kSignWidth = 24;  ///< The sign of a closed compound, beside its name.
+constexpr int kBoxHeader = 42;  ///< The part of a box above its ports.
+constexpr int kRowHeight = 19;  ///< Of a port of a box.
+constexpr int kBoxFooter = 7;   ///< Below the last port.
+constexpr int kStubHeight = 22;
+constexpr int kFrameHeader = 34;
+constexpr int kFramePadding = 20;
+constexpr int kEdgeRowHeight = 26; ///< Of a port on a frame's edge.
+constexpr int kPictureMargin = 20; ///< Around the outermost frame.
+
+/// What stands in a box with inputs that are not drawn.
+std::string omittedText(int count);
+
+/// The colour of a data type, as "#rrggbb": chosen for the common types, otherwise made of the
+/// name.
+std::string typeColour(const std::string& type);
+
+} // namespace zelDraw
