@@ -1,5 +1,6 @@
 #include "shadingContainer.h"
 #include "shadingDefinitionReader.h"
+#include "shadingDrawCommand.h"
 #include "shadingPluginModule.h"
 #include "shadingShell.h"
 #include "shadingWatcher.h"
@@ -157,6 +158,7 @@ int main(int argc, char** argv)
 
     shading::Shell shell(*container, std::cout, std::cerr);
     shell.add(shading::viewCommands());
+    shell.add(shading::drawCommands());
     shell.add(shading::libraryCommands());
     shell.add(shading::editCommands());
     shell.add(shading::fileCommands());

@@ -1,5 +1,6 @@
 #include "shadingTestDocument.h"
 
+#include "shadingDrawCommand.h"
 #include "shadingShell.h"
 
 #include <cstdlib>
@@ -58,6 +59,7 @@ std::string TestDocument::run(const std::string& commands) const
     shading::Shell shell(*container, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::fileCommands());
+    shell.add(shading::drawCommands());
     std::istringstream lines(commands);
     std::string line;
     while (std::getline(lines, line))

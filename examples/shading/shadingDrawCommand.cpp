@@ -1,0 +1,127 @@
+#include "shadingDrawCommand.h"
+
+#include "shadingNode.h"
+#include "zelPicture.h"
+
+#include <cerrno>
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <unistd.h>
+
+namespace shading {
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+struct DrawArguments {
+    std::string file;
+    Words path; ///< Empty, or the one path.
+    int depth = 0;
+    bool showsAll = false;
+};
+
+bool readDepth(const std::string& text, int& depth)
+{
+    const char* const end = text.data() + text.size();
+    const std::from_chars_result read = std::from_chars(text.data(), end, depth);
+    return read.ec == std::errc() && read.ptr == end && depth >= 0;
+}
+
+/// False, and reported, when the words are none of the command's.
+bool readArguments(Shell& shell, const Words& words, DrawArguments& arguments)
+{
+    Words names;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i] == "--all") {
+            arguments.showsAll = true;
+        } else if (words[i] == "--depth") {
+            const std::string depth = ++i < words.size() ? words[i] : "";
+            if (!readDepth(depth, arguments.depth))
+                return shell.fail("--depth " + depth, "needs a number of levels, from 0");
+        } else if (words[i].rfind("--", 0) == 0) {
+            return shell.fail(words[i], "no such option");
+        } else {
+            names.push_back(words[i]);
+        }
+    }
+    if (names.empty() || names.size() > 2)
+        return shell.fail(std::to_string(names.size()) + " names",
+                          "needs a file and one path at most");
+    arguments.file = names.front();
+    arguments.path.assign(names.begin() + 1, names.end());
+    return true;
+}
+
+/// False for a port that says no more than the definition of the node does.
+bool isTelling(ZEL::Node& node, ZEL::Port& port)
+{
+    auto* const own = dynamic_cast<Node*>(&node);
+    if (!own || !own->definition() || own->isInDocument(port))
+        return true;
+    for (const PortDescription& described : own->definition()->record().inputs) {
+        if (described.name == port.getName())
+            return described.value != port.getPortDefaultValue();
+    }
+    return true;
+}
+
+/// Replaces the file when all of the text is written; otherwise it stays as it was.
+bool writeFile(const std::string& path, const std::string& text, std::string& problem)
+{
+    const std::string draft = path + "." + std::to_string(getpid()) + ".new";
+    std::FILE* const file = std::fopen(draft.c_str(), "wbx");
+    bool isWritten = file && std::fwrite(text.data(), 1, text.size(), file) == text.size();
+    int error = errno;
+    if (file && std::fclose(file) != 0 && isWritten) {
+        isWritten = false;
+        error = errno;
+    }
+    if (isWritten && std::rename(draft.c_str(), path.c_str()) == 0)
+        return true;
+    if (isWritten)
+        error = errno;
+    if (file)
+        std::remove(draft.c_str());
+    problem = std::strerror(error);
+    return false;
+}
+
+bool runDraw(Shell& shell, const Words& words)
+{
+    DrawArguments arguments;
+    if (!readArguments(shell, words, arguments))
+        return false;
+    const ZEL::AddRefWrapper<ZEL::Compound> compound = shell.compoundAt(arguments.path);
+    if (!compound)
+        return false;
+    zelDraw::PictureOptions options;
+    options.depth = arguments.depth;
+    if (!arguments.showsAll)
+        options.isShown = isTelling;
+    std::string svg;
+    std::string problem;
+    const bool isDrawn = zelDraw::drawCompound(*compound, options, svg, problem) &&
+                         writeFile(arguments.file, svg, problem);
+    return isDrawn || shell.fail(arguments.file, problem);
+}
+
+} // namespace
+
+const std::vector<Command>& drawCommands()
+{
+    static const std::vector<Command> commands = {
+        {"draw", "FILE.svg [PATH] [--depth N] [--all]",
+         "Writes a picture of the compound at PATH (default: the root): its nodes with their "
+         "ports\n"
+         "    in order, coloured by data type, and the connections, from left to right. Compounds\n"
+         "    in it are closed boxes; with --depth they are open frames, N levels down. Inputs "
+         "that\n"
+         "    say no more than the node's definition are counted, and drawn with --all.",
+         1, 5, runDraw},
+    };
+    return commands;
+}
+
+} // namespace shading
