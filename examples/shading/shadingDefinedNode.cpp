@@ -57,7 +57,7 @@ private:
         PortPtr port = m_ports[after.name.c_str()];
         if (!port) {
             port = m_ports.addPort(after.name.c_str(), m_container.dataType(after.type));
-            if (isValued(after))
+            if (hasValues() && !after.value.empty())
                 port->setPortDefaultValue(after.value.c_str());
             return;
         }
@@ -65,16 +65,13 @@ private:
             return;
         if (before->type != after.type)
             port->setDataType(m_container.dataType(after.type));
-        if (&m_ports == &m_node.inputs() && before->value != after.value &&
+        if (hasValues() && before->value != after.value &&
             before->value == port->getPortDefaultValue())
             port->setPortDefaultValue(after.value.c_str());
     }
 
-    /// No document can give an output a value, so a definition gives it none either.
-    bool isValued(const PortDescription& description) const
-    {
-        return !description.value.empty() && &m_ports == &m_node.inputs();
-    }
+    /// A document cannot give an output of a plain node a value, so no definition does.
+    bool hasValues() const { return &m_ports == &m_node.inputs(); }
 
     Container& m_container;
     Node& m_node;

@@ -21,23 +21,31 @@ bool isNameCharacter(char c)
            c == ':' || byte >= 0x80U;
 }
 
-/// Of UTF-8, but for the control characters that XML cannot hold.
+/// One character of UTF-8 that has more than one byte, and that XML can hold.
+bool isWideCharacter(const std::string& character)
+{
+    const auto first = static_cast<unsigned char>(character[0]);
+    const auto second = static_cast<unsigned char>(character.size() > 1 ? character[1] : 0);
+    const bool isTooLong = (first == 0xE0U && second < 0xA0U) || (first == 0xF0U && second < 0x90U);
+    const bool isSurrogate = first == 0xEDU && second >= 0xA0U;
+    const bool isTooLarge = first == 0xF4U && second >= 0x90U;
+    if (isTooLong || isSurrogate || isTooLarge || character == "\xEF\xBF\xBE" ||
+        character == "\xEF\xBF\xBF")
+        return false;
+    if (first < 0xE0U)
+        return first >= 0xC2U && character.size() == 2;
+    return first < 0xF0U ? character.size() == 3 : first < 0xF5U && character.size() == 4;
+}
+
+/// Of UTF-8, but for the characters that XML cannot hold.
 bool isXmlText(const std::string& text)
 {
-    for (std::size_t i = 0; i < text.size();) {
+    std::size_t i = 0;
+    while (i < text.size()) {
         const auto first = static_cast<unsigned char>(text[i]);
-        const std::size_t size = characterSize(text, i);
-        const std::size_t wanted = first < 0x80U                     ? 1
-                                   : first >= 0xC2U && first < 0xE0U ? 2
-                                   : first >= 0xE0U && first < 0xF0U ? 3
-                                   : first >= 0xF0U && first < 0xF5U ? 4
-                                                                     : 0;
-        const std::string character = text.substr(i, size);
+        const std::size_t size = first < 0x80U ? 1 : characterSize(text, i);
         const bool isControl = first < 0x20U && first != '\n' && first != '\r' && first != '\t';
-        if (size != wanted || isControl || character == "\xEF\xBF\xBE" ||
-            character == "\xEF\xBF\xBF" || (first == 0xEDU && character[1] >= '\xA0') ||
-            (first == 0xE0U && character[1] < '\xA0') ||
-            (first == 0xF0U && character[1] < '\x90') || (first == 0xF4U && character[1] > '\x8F'))
+        if (isControl || (first >= 0x80U && !isWideCharacter(text.substr(i, size))))
             return false;
         i += size;
     }

@@ -51,6 +51,12 @@ const struct {
     {"echo '<materialx><n name=\"a.b\" type=\"t\"/></materialx>' >\"$1.bad\"; "
      "zelsh \"$1.bad\" -c check 2>/dev/null",
      1, "Top.a.b: no path reaches a name with a \".\" in it\n"},
+    {"zelsh \"$1\" -c 'rename Top.n m' -c \"save $1.new\" 2>/dev/null; sed -n 2p \"$1.new\"", 0,
+     "<n name='m' type='t'><input name='a' type='t' nodename='no'/></n></materialx>"},
+    {"zelsh \"$1\" -c 'rename Top.n x-y' -c \"save $1\" -c undo 2>&1 | grep -v warning", 0,
+     "error: save: Top.x-y: a name has letters, digits and _, and begins with no digit\n"
+     "undo: rename Top.n x-y\n"},
+    {"zelsh \"$1\" -c \"save $1/x\" 2>/dev/null", 1, ""},
     {"zelsh \"$1\" </dev/null 2>/dev/null", 0, ""},
     {"zelsh \"$1\" -c 'find Top.n' -c dump -c ls 2>/dev/null | grep -E '^(node|ZEL|name|n n)'", 0,
      "node\nZEL Compound \"Top\"\nname: Top.n\nn n\n"},

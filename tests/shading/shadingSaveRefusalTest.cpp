@@ -147,6 +147,41 @@ TEST(SaveRefusal, NamesAllPathsAndReasons)
     }
 }
 
+TEST(SaveRefusal, ValuesAreOfUtf8AndOfXml)
+{
+    const struct {
+        const char* value;
+        bool isGood;
+    } cases[] = {
+        {"\t\n\r ~\x7F", true},
+        {"\x1F", false},
+        {"\xC2\x80", true},
+        {"\xC1\xBF", false},
+        {"\xE0\xA0\x80", true},
+        {"\xE0\x9F\xBF", false},
+        {"\xED\x9F\xBF", true},
+        {"\xED\xA0\x80", false},
+        {"\xEF\xBF\xBD", true},
+        {"\xEF\xBF\xBE", false},
+        {"\xF0\x90\x80\x80", true},
+        {"\xF0\x8F\xBF\xBF", false},
+        {"\xF4\x8F\xBF\xBD", true},
+        {"\xF4\x90\x80\x80", false},
+        {"\xC2", false},
+        {"\x80", false},
+        {"\xF0\x90\x80", false},
+        {"\xC2\x80\x80", false},
+    };
+    const TestDocument test(kElements);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.value));
+        in(*test.container, "Top.a.i")->setPortDefaultValue(c.value);
+        std::string bytes;
+        std::vector<shading::SaveProblem> problems;
+        EXPECT_EQ(c.isGood, shading::saveToBytes(*test.container, bytes, problems));
+    }
+}
+
 TEST(SaveRefusal, TheCommandReportsEach)
 {
     const TestDocument test(kElements);

@@ -212,7 +212,7 @@ TEST(Save, DefinitionsGiveWhatIsNotWritten)
         "<nodedef name='ND_a' node='a'><input name='i' type='t' value='1'/><output name='out' "
         "type='t'/></nodedef><nodedef name='ND_b' node='a'><input name='i' type='t'/><input "
         "name='j' type='t'/><output name='out' type='t'/></nodedef><nodedef name='ND_m' node='m'>"
-        "<output name='x' type='t'/><output name='y' type='t'/></nodedef>");
+        "<output name='x' type='t' value='9'/><output name='y' type='t'/></nodedef>");
     const char* const commands = "create ND_a one\ncreate ND_b two\ncreate m many\n"
                                  "connect Top.many.y Top.two.j";
     EXPECT_EQ(document("\n  <a name=\"one\" type=\"t\" />\n  <a name=\"two\" type=\"t\" nodedef="
