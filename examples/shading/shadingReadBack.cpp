@@ -59,12 +59,9 @@ void ReadBack::compareNodes(Node& live, Node& back)
     if (type != back.getNodeTypeName())
         differ(path, "its node type is read back as " + std::string(back.getNodeTypeName()),
                live.getParentCompound() && draft.setElementName(item, type));
-    if (definition != definitionOf(back) && !definition.empty()) {
-        const bool isWritten = draft.setAttribute(item, "nodedef", definition);
-        differ(path, "its definition is read back as another one", isWritten);
-        if (isWritten)
-            return; // It gives other ports.
-    }
+    if (definition != definitionOf(back) && !definition.empty())
+        differ(path, "its definition is read back as another one",
+               draft.setAttribute(item, "nodedef", definition));
     compareLists(live, back, live.inputs(), back.inputs());
     compareLists(live, back, live.outputs(), back.outputs());
     if (live.isCompound() && back.isCompound())

@@ -127,6 +127,12 @@ const SaveCase kSaves[] = {
      "<n name='a' type='multioutput'><output name='x' type='t'/></n><n name='b' type='t'><input "
      "name='i' type='t' value='7' nodename='a' output='x'/></n><output name='o' type='t' "
      "nodename='b'/>"},
+    {"several outputs: no name would mean the first",
+     "<n name='a' type='multioutput'><output name='x' type='t'/><output name='out' type='t'/></n>"
+     "<n name='b' type='t'><input name='i' type='t'/></n>",
+     "connect Top.a.out Top.b.i",
+     "<n name='a' type='multioutput'><output name='x' type='t'/><output name='out' type='t'/></n>"
+     "<n name='b' type='t'><input name='i' type='t' nodename='a' output='out'/></n>"},
     {"an output that only a reference named is written when the reference goes",
      "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='s' nodename='a' "
      "output='x'/></n>",
@@ -210,9 +216,10 @@ TEST(Save, DefinitionsGiveWhatIsNotWritten)
 {
     const std::string definitions = document(
         "<nodedef name='ND_a' node='a'><input name='i' type='t' value='1'/><output name='out' "
-        "type='t'/></nodedef><nodedef name='ND_b' node='a'><input name='i' type='t'/><input "
+        "type='t' value='9'/></nodedef><nodedef name='ND_b' node='a'><input name='i' "
+        "type='t'/><input "
         "name='j' type='t'/><output name='out' type='t'/></nodedef><nodedef name='ND_m' node='m'>"
-        "<output name='x' type='t' value='9'/><output name='y' type='t'/></nodedef>");
+        "<output name='x' type='t'/><output name='y' type='t'/></nodedef>");
     const char* const commands = "create ND_a one\ncreate ND_b two\ncreate m many\n"
                                  "connect Top.many.y Top.two.j";
     EXPECT_EQ(document("\n  <a name=\"one\" type=\"t\" />\n  <a name=\"two\" type=\"t\" nodedef="
