@@ -1,13 +1,10 @@
 #include "shadingDrawCommand.h"
 
+#include "shadingFileReplace.h"
 #include "shadingNode.h"
 #include "zelPicture.h"
 
-#include <cerrno>
 #include <charconv>
-#include <cstdio>
-#include <cstring>
-#include <unistd.h>
 
 namespace shading {
 
@@ -67,27 +64,6 @@ bool isTelling(ZEL::Node& node, ZEL::Port& port)
     return true;
 }
 
-/// Replaces the file when all of the text is written; otherwise it stays as it was.
-bool writeFile(const std::string& path, const std::string& text, std::string& problem)
-{
-    const std::string draft = path + "." + std::to_string(getpid()) + ".new";
-    std::FILE* const file = std::fopen(draft.c_str(), "wbx");
-    bool isWritten = file && std::fwrite(text.data(), 1, text.size(), file) == text.size();
-    int error = errno;
-    if (file && std::fclose(file) != 0 && isWritten) {
-        isWritten = false;
-        error = errno;
-    }
-    if (isWritten && std::rename(draft.c_str(), path.c_str()) == 0)
-        return true;
-    if (isWritten)
-        error = errno;
-    if (file)
-        std::remove(draft.c_str());
-    problem = std::strerror(error);
-    return false;
-}
-
 bool runDraw(Shell& shell, const Words& words)
 {
     DrawArguments arguments;
@@ -102,9 +78,10 @@ bool runDraw(Shell& shell, const Words& words)
         options.isShown = isTelling;
     std::string svg;
     std::string problem;
-    const bool isDrawn = zelDraw::drawCompound(*compound, options, svg, problem) &&
-                         writeFile(arguments.file, svg, problem);
-    return isDrawn || shell.fail(arguments.file, problem);
+    if (!zelDraw::drawCompound(*compound, options, svg, problem))
+        return shell.fail(arguments.file, problem);
+    return replaceFile(arguments.file, svg, problem) ||
+           shell.fail(arguments.file, "cannot be written: " + problem);
 }
 
 } // namespace
