@@ -118,10 +118,8 @@ Row roundTrip(const std::string& path, const std::string& scratch, ZEL::Runtime*
         return row;
     const std::string before = networkText(*container, row);
     const std::vector<zelCheck::Finding> findings = zelCheck::checkNetwork(*container);
-    if (!findings.empty()) {
+    if (!findings.empty())
         row.problem = zelCheck::findingText(findings.front());
-        return row;
-    }
     std::vector<shading::SaveProblem> problems;
     if (!shading::saveToFile(*container, scratch, problems)) {
         row.problem = problems.front().path + ": " + problems.front().reason;
@@ -131,7 +129,8 @@ Row roundTrip(const std::string& path, const std::string& scratch, ZEL::Runtime*
     Row again;
     const std::unique_ptr<shading::Container> saved = openDocument(scratch, runtime, again);
     row.hasEqualNetwork = saved && networkText(*saved, again) == before;
-    row.problem = again.problem;
+    if (row.problem.empty())
+        row.problem = again.problem;
     return row;
 }
 
