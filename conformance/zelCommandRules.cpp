@@ -70,7 +70,7 @@ PortPtr sourceOf(PortPtr port)
     for (int i = 0; i < 100 && port; ++i) {
         if (port->connectedTo().size() == 0)
             return nullptr;
-        const PortPtr from = port->connectedTo()[0];
+        PortPtr from = port->connectedTo()[0];
         const NodePtr node = from->getParentNode();
         const CompoundPtr compound = node ? node->getAsCompound() : nullptr;
         if (!compound)

@@ -70,11 +70,13 @@ CompoundPtr makeSub(Scene& scene)
 
 void expectOwnClass(Scene& scene, Compound& made, Node& node)
 {
-    if (typeid(made) == typeid(Compound) && typeid(*scene.top) != typeid(Compound))
+    const Compound& top = *scene.top;
+    if (typeid(made) == typeid(Compound) && typeid(top) != typeid(Compound))
         ADD_FAILURE() << "createNewCompound made a compound of the library's own class, that of "
                          "the root node is the host's: commands make compounds through it";
     const NodePtr plain = scene.host.makeNode(*scene.document, scene.name("alpha").c_str());
-    if (plain && typeid(node) == typeid(Node) && typeid(*plain) != typeid(Node))
+    const Node& ordinary = plain ? *plain : node;
+    if (typeid(node) == typeid(Node) && typeid(ordinary) != typeid(Node))
         ADD_FAILURE() << "createNewCompound made a node of the library's own class, those that "
                          "makeNode makes are the host's";
     const char* const kind = made.getSpecializedCompoundTypeName();

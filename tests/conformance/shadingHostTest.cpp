@@ -46,7 +46,7 @@ private:
     std::string m_folder;
 };
 
-const bool g_registered =
+const bool kRegistered =
     ZEL::registerConformanceTests("ShadingHost", [] { return std::make_unique<ShadingHost>(); });
 
 } // namespace

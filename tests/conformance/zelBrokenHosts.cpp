@@ -20,7 +20,7 @@ using TypePtr = ZEL::AddRefWrapper<ZEL::PortDataType>;
 struct ForgetfulDocument : plain::Document<NodeClass, CompoundClass> {
     NodePtr getRootNode() override
     {
-        const NodePtr root(new NodeClass(this));
+        NodePtr root(new NodeClass(this));
         root->setName("Top");
         return root;
     }

@@ -3,7 +3,7 @@
 
 namespace {
 
-const bool g_registered =
+const bool kRegistered =
     ZEL::registerConformanceTests("PlainHost", [] { return std::make_unique<plain::Host<>>(); });
 
 } // namespace
