@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,7 @@ public:
 
 } // namespace
 
-void lookHere(bool /*ready*/) {}
+void lookHere(std::initializer_list<const void*> /*values*/) {}
 
 int main()
 {
@@ -90,6 +91,6 @@ int main()
     const auto* const rubbish = static_cast<const ZEL::Port*>(places[1]);
     const auto* const rubbishNode = static_cast<const ZEL::Node*>(places[1]);
     const auto* const rubbishList = static_cast<const ZEL::PortList*>(places[1]);
-    lookHere(lost && rubbish && rubbishNode && rubbishList);
+    lookHere({&inner, &alone, &path, lost, rubbish, rubbishNode, rubbishList});
     std::abort();
 }
