@@ -8,7 +8,7 @@ shift 3
 command -v "$compiler" >/dev/null || { echo "skipped: no $compiler here"; exit 77; }
 
 options=(-std="$standard" -fsyntax-only -Werror -I "$folder")
-if "$compiler" --version | grep -q clang; then
+if [[ $("$compiler" --version) == *clang* ]]; then
     # Everything but what asks for older C++, for other layouts of a class, or for another style.
     options+=(-Weverything -Wno-c++98-compat -Wno-c++98-compat-pedantic -Wno-padded
         -Wno-unknown-warning-option -Wno-unsafe-buffer-usage -Wno-pre-c++17-compat)
