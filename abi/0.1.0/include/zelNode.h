@@ -44,11 +44,15 @@ public:
     virtual const char* getNodeTypeName() const;
     /// Copies the name, which must not be null.
     virtual void setNodeTypeName(const char* name);
+    // A derived class hides this one by the assignment that it has implicitly: not worth a warning.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
     /// Assigns the name through the virtual setName and copies the type name and the plain
     /// pointers. Contract: the lists and the owned compound are shared, not copied: both nodes then
     /// have the same objects, whose parent and owner stay the node that made them, and a change
     /// through either node shows in both.
     virtual Node& operator=(const Node& other);
+#pragma GCC diagnostic pop
     /// Makes the ports that are connected to the inputs, then to the outputs, forget them. Called
     /// by NodeList::remove.
     virtual void onThisNodeDeleted();
