@@ -1,0 +1,104 @@
+#include "zelFuzzSteps.h"
+
+#include "zelCallerRules.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace zelFuzz {
+
+namespace {
+
+constexpr std::size_t kMaxNodes = 24;
+constexpr std::size_t kMaxCompounds = 8;
+
+std::vector<Step> allSteps()
+{
+    std::vector<Step> steps;
+    for (const std::vector<Step>* const some :
+         {&kGraphSteps, &kHostSteps, &kCommandSteps, &kValueSteps})
+        steps.insert(steps.end(), some->begin(), some->end());
+    return steps;
+}
+
+template <class T>
+T* pick(Universe& universe, const Counted<T>& objects)
+{
+    if (objects.all().empty())
+        return nullptr;
+    return objects.all()[static_cast<std::size_t>(
+        universe.input.number(static_cast<int>(objects.all().size())))];
+}
+
+} // namespace
+
+void makeStep(Universe& universe)
+{
+    static const std::vector<Step> steps = allSteps();
+    const int number = universe.input.number(static_cast<int>(steps.size()));
+    const Step& step = steps[static_cast<std::size_t>(number)];
+    static const bool isTraced = std::getenv("ZEL_FUZZ_TRACE") != nullptr;
+    if (isTraced)
+        std::fprintf(stderr, "%*s%s\n", 2 * universe.depth, "", step.name);
+    step.run(universe);
+    callerRules::forgetFormerCompounds(universe);
+}
+
+ZEL::Port* pickPort(Universe& universe)
+{
+    if (universe.asked && universe.input.number(3) == 0)
+        return universe.asked;
+    return pick(universe, universe.census().ports);
+}
+
+ZEL::Node* pickNode(Universe& universe)
+{
+    return pick(universe, universe.census().nodes);
+}
+
+ZEL::Compound* pickCompound(Universe& universe)
+{
+    return pick(universe, universe.census().compounds);
+}
+
+ZEL::PortList* pickList(Universe& universe)
+{
+    return pick(universe, universe.census().lists);
+}
+
+TypePtr pickType(Universe& universe)
+{
+    const int number = universe.input.number(4);
+    if (number == 3)
+        return ZEL::PortDataType::createNew("own");
+    return universe.runtime.getPortDataType(number);
+}
+
+bool hasRoom(Universe& universe)
+{
+    const Census census = universe.census();
+    return census.nodes.all().size() < kMaxNodes && census.compounds.all().size() < kMaxCompounds;
+}
+
+void letGo(Universe& universe, PortPtr& port)
+{
+    const PortPtr gone = std::exchange(port, nullptr);
+    if (gone)
+        callerRules::disconnectIfLoose(universe, *gone);
+}
+
+void letGo(Universe& universe, NodePtr& node)
+{
+    const NodePtr gone = std::exchange(node, nullptr);
+    if (gone && !universe.census().nodes.has(gone.get()))
+        callerRules::prepareEnd(universe, *gone);
+}
+
+void letGo(Universe& universe, CompoundPtr& compound)
+{
+    const CompoundPtr gone = std::exchange(compound, nullptr);
+    if (gone && !universe.census().compounds.has(gone.get()))
+        callerRules::prepareEnd(universe, *gone);
+}
+
+} // namespace zelFuzz
