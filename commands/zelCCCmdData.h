@@ -16,7 +16,7 @@ struct ExternalCnxToMakeInfo {
 };
 
 /// One connection between two moved nodes, from the sending end to the receiving input. The ports
-/// serve to break it, the names to make it again inside the new compound.
+/// serve to break it and are let go then, the names to make it again inside the new compound.
 struct InternalCnxToMakeInfo {
     std::string srcNodeName;
     std::string srcPortName;

@@ -1,19 +1,26 @@
 // Doing a collapse: break, move, make the connections again.
 
+#include "graph/zelLostPort.h"
 #include "zelCCCmdData.h"
 #include "zelCompound.h"
 #include "zelNode.h"
+
+#include <unordered_map>
 
 namespace ZEL::CmdImpl {
 
 namespace {
 
+/// How many references to each port the records hold.
+using Holds = std::unordered_map<const Port*, int>;
+
 /// Connects the port at the index; a list that has none there, its port being refused, is passed
 /// over.
-void connectEntry(PortList& ports, int index, const AddRefWrapper<Port>& other)
+void connectEntry(PortList& ports, int index, const AddRefWrapper<Port>& other, const Holds& holds)
 {
-    if (const AddRefWrapper<Port> port = ports[index])
-        port->addConnection(other);
+    const AddRefWrapper<Port> port = ports[index];
+    if (port && port->addConnection(other))
+        forgetLostPort(port, other, 1, holds.at(other.get()));
 }
 
 } // namespace
@@ -32,7 +39,13 @@ bool CCCmdData::doit()
     breakConnections(externals);
     breakConnections(internals);
     moveNodesIntoCompound();
+    // From here on the names do: who holds a port besides these records shows in its count.
+    for (InternalCnxToMakeInfo& cnx : internals) {
+        cnx.srcPort = nullptr;
+        cnx.dstPort = nullptr;
+    }
     makeNewConnections(externals);
+    externals.clear();
     makeNewConnections(internals);
     const AddRefWrapper<Node> compoundNode = newCompound->getAsNode();
     createdCompoundPath = compoundNode ? compoundNode->getFullPathName().getName() : "";
@@ -75,14 +88,20 @@ void CCCmdData::makeNewConnections(ExternalCnxs& externals)
     const AddRefWrapper<Node> compoundNode = newCompound->getAsNode();
     if (!compoundNode)
         return;
+    // A listener may take a port, or its node, away at any time: then only the records have it.
+    Holds holds;
+    for (const ExternalCnxToMakeInfo& cnx : externals) {
+        ++holds[cnx.outsidePort.get()];
+        ++holds[cnx.insidePort.get()];
+    }
     for (const ExternalCnxToMakeInfo& cnx : externals) {
         const int index = cnx.compoundPortIndex;
         if (index == -1)
             continue;
         connectEntry(cnx.isInput ? compoundNode->inputs() : compoundNode->outputs(), index,
-                     cnx.outsidePort);
+                     cnx.outsidePort, holds);
         connectEntry(cnx.isInput ? newCompound->innerInputs() : newCompound->innerOutputs(), index,
-                     cnx.insidePort);
+                     cnx.insidePort, holds);
     }
 }
 
@@ -95,8 +114,8 @@ void CCCmdData::makeNewConnections(InternalCnxs& internals)
             continue;
         const AddRefWrapper<Port> dstPort = dstNode->inputs()[cnx.dstPortName.c_str()];
         const AddRefWrapper<Port> srcPort = srcNode->outputs()[cnx.srcPortName.c_str()];
-        if (dstPort && srcPort)
-            dstPort->addConnection(srcPort);
+        if (dstPort && srcPort && dstPort->addConnection(srcPort))
+            forgetLostPort(dstPort, srcPort);
     }
 }
 

@@ -1,3 +1,4 @@
+#include "graph/zelLostPort.h"
 #include "graph/zelPortOrder.h"
 #include "zelCommands.h"
 #include "zelContainer.h"
@@ -39,9 +40,12 @@ bool restoreConnections(Container* container, PropertyList& state, const AddRefW
             container->findPortFromPath(path, PortOutput, Container::eSearchNode);
         if (!found)
             continue;
+        const AddRefWrapper<Port> source(found.get());
         AddRefWrapper<Port> end(port.get());
         SwapPortsForOutputInput(found, end);
         result = end->addConnection(found);
+        if (result)
+            forgetLostPort(port, source, 2, 2);
     }
     return result;
 }
@@ -94,8 +98,8 @@ bool ConnectCommand::undo(Container* container)
         inPort->removeConnection(outPort);
     if (m_mode == kConnect || m_mode == kDisconnectAll)
         restoreConnections(container, m_state, inPort);
-    else
-        inPort->addConnection(outPort);
+    else if (inPort->addConnection(outPort))
+        forgetLostPort(inPort, outPort);
     return true;
 }
 
@@ -103,7 +107,10 @@ bool ConnectCommand::redo(Container* container)
 {
     AddRefWrapper<Port> outPort;
     AddRefWrapper<Port> inPort;
-    return resolveBothPorts(container, outPort, inPort) && connect(container, outPort, inPort);
+    if (!resolveBothPorts(container, outPort, inPort) || !connect(container, outPort, inPort))
+        return false;
+    forgetLostPort(inPort, outPort);
+    return true;
 }
 
 bool ConnectCommand::resolvePorts(AddRefWrapper<Port>& outPort, AddRefWrapper<Port>& inPort)

@@ -1,5 +1,6 @@
 #include "zelMCPCmdData.h"
 
+#include "graph/zelLostPort.h"
 #include "zelCompound.h"
 #include "zelContainer.h"
 #include "zelNode.h"
@@ -183,13 +184,20 @@ void MCPCmdData::undoDeletePort(DeletePortInfo& info)
     list.movePort(index, info.position);
     for (std::size_t i = info.connections.size(); i-- > 0;) {
         const CnxInfo& cnx = info.connections[i];
-        const AddRefWrapper<Node> node = compound->nodes()[cnx.nodeName.c_str()];
-        if (!node)
-            continue;
-        PortList& ports = info.ioType == PortOutput ? node->outputs() : node->inputs();
-        if (const AddRefWrapper<Port> other = ports[cnx.portName.c_str()])
-            port->addConnection(other);
+        const AddRefWrapper<Port> other = findPort(info.ioType, cnx);
+        if (other && port->addConnection(other))
+            forgetLostPort(port, other);
     }
+}
+
+/// The port of a node inside; the node is not held while the port is at work.
+AddRefWrapper<Port> MCPCmdData::findPort(PortIOType ioType, const CnxInfo& cnx)
+{
+    const AddRefWrapper<Node> node = compound->nodes()[cnx.nodeName.c_str()];
+    if (!node)
+        return nullptr;
+    PortList& ports = ioType == PortOutput ? node->outputs() : node->inputs();
+    return ports[cnx.portName.c_str()];
 }
 
 int findPortInPortList(PortList& list, const char* name)

@@ -61,6 +61,7 @@ struct MCPCmdData {
     AddRefWrapper<Port> getCompoundPort(const char* name);
     /// The inner ports that mirror the compound node's ports of that direction.
     PortList& innerPorts(PortIOType ioType);
+    AddRefWrapper<Port> findPort(PortIOType ioType, const CnxInfo& cnx);
     void doRenamePort(RenameInfo& info);
     bool doCreatePort(CreatePortInfo& info);
     bool doDeletePort(DeletePortInfo& info);

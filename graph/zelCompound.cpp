@@ -1,6 +1,7 @@
 #include "zelCompound.h"
 
 #include "core/zelKeepAlive.h"
+#include "zelLostPort.h"
 #include "zelNode.h"
 
 namespace ZEL {
@@ -267,7 +268,8 @@ StatusStr Compound::makeConnection(AddRefWrapper<Node> from,
     const AddRefWrapper<Port> target = targets[inName];
     if (!target)
         return {kMissingPort, inName, to->getName()};
-    target->addConnection(source);
+    if (target->addConnection(source))
+        forgetLostPort(target, source);
     return {};
 }
 
