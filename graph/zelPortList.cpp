@@ -137,10 +137,14 @@ bool PortList::add(const AddRefWrapper<Port>& port)
     const AddRefWrapper<Port> held(port.get());
     // Contract: set before the question, and not taken back when the answer is false.
     held->setParent(m_parent, m_parentKinds);
-    if (!m_parent->onPortListPortAdded(*this, held))
-        return false;
-    append(held.get());
-    return true;
+    PortNotification* const parent = m_parent;
+    const bool agreed = parent->onPortListPortAdded(*this, held);
+    // The parent died while it was asked, and the port was in no list that could tell it.
+    if (m_orphaned && held->m_parent == parent)
+        held->setParent(nullptr, 0);
+    if (agreed)
+        append(held.get());
+    return agreed;
 }
 
 void PortList::append(Port* port)

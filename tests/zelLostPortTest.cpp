@@ -101,5 +101,20 @@ TEST(LostPort, MakeConnectionAndUndoneDeletionLeaveNoLostPortConnected)
     EXPECT_EQ("Top < In {< In\n", wholeText(net));
 }
 
+TEST(LostPort, PortNamesNoParentThatDiedWhenItWasAskedToTakeIt)
+{
+    for (const char* const refused : {"", "add"}) {
+        SCOPED_TRACE(refused);
+        Questions questions;
+        AddRefWrapper<Node> node(new TestNode(questions, nullptr));
+        PortList& inputs = node->inputs();
+        questions.refused = refused;
+        questions.during = [&] { node = nullptr; };
+        const AddRefWrapper<Port> port = inputs.addPort("In", nullptr);
+        EXPECT_EQ(nullptr, port->getParent());
+        EXPECT_STREQ("In", port->getFullPathName().getName());
+    }
+}
+
 } // namespace
 } // namespace ZEL
