@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <random>
 
 namespace shading {
@@ -23,6 +24,7 @@ struct Container::Impl {
     Journal journal;
     XmlSource xml;
     Origins origins;
+    std::uintmax_t fileSize = 0;
     ZEL::AddRefWrapper<ZEL::Node> root; ///< Never empty in an open document.
 };
 
@@ -70,6 +72,8 @@ Container::open(const std::string& path, const OpenOptions& options, std::vector
         messages.push_back(error);
         return nullptr;
     }
+    std::error_code ignored;
+    impl.fileSize = std::filesystem::file_size(path, ignored);
     std::vector<Message> found;
     impl.root = readNetwork(*container, impl.xml, found);
     std::stable_sort(found.begin(), found.end(),
@@ -114,6 +118,11 @@ ZEL::Runtime* Container::getRuntime()
 const DefinitionIndex& Container::definitions() const
 {
     return m_impl->definitions;
+}
+
+std::uintmax_t Container::fileSize() const
+{
+    return m_impl->fileSize;
 }
 
 const std::string& Container::uuid() const

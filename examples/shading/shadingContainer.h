@@ -4,6 +4,7 @@
 #include "shadingMessage.h"
 #include "zel.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -45,6 +46,8 @@ public:
 
     /// The definitions of the runtime, as they were at opening or at the last rebuild.
     const DefinitionIndex& definitions() const;
+    /// How many bytes the file had that the document was opened from.
+    std::uintmax_t fileSize() const;
     /// The text under which Container::getFromUUID finds this document while it lives: random, in
     /// the form of a UUID of version 4.
     const std::string& uuid() const;

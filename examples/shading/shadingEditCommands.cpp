@@ -1,4 +1,5 @@
 #include "shadingEditor.h"
+#include "shadingJson.h"
 #include "shadingShell.h"
 #include "zelCheck.h"
 
@@ -133,8 +134,11 @@ bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
 bool runCheck(Shell& shell, const Arguments& /*arguments*/)
 {
     const std::vector<zelCheck::Finding> findings = zelCheck::checkNetwork(shell.container());
-    for (const zelCheck::Finding& finding : findings)
-        shell.out() << zelCheck::findingText(finding) << "\n";
+    if (shell.hasOption("--json"))
+        shell.out() << jsonText(findings);
+    else
+        for (const zelCheck::Finding& finding : findings)
+            shell.out() << zelCheck::findingText(finding) << "\n";
     return findings.empty();
 }
 
@@ -145,33 +149,45 @@ const std::vector<Command>& editCommands()
     static const int kAny = 1 << 20;
     static const std::vector<Command> commands = {
         {"connect", "SOURCE TARGET",
-         "Connects an output to an input; the paths may come in either order. A source that the\n"
-         "    input has is replaced.",
-         2, 2, runConnect},
-        {"disconnect", "SOURCE TARGET", "Takes the connection off; the paths in either order.", 2,
-         2, runDisconnect},
-        {"disconnect-all", "PORT", "Takes off all connections of the port, inside a compound too.",
-         1, 1, runDisconnectAll},
+         "Connects an output to an input. The paths may come in either order; where both orders\n"
+         "    make sense, the first is the source. A source that the input has is replaced.",
+         2, 2, runConnect, "port port", "connect Top.noise.out Top.SR_wall.specular"},
+        {"disconnect", "SOURCE TARGET", "Takes a connection off. The paths in either order.", 2, 2,
+         runDisconnect, "port port", "disconnect Top.noise.out Top.SR_wall.specular"},
+        {"disconnect-all", "PORT",
+         "Takes off all connections of a port. Those inside a compound too.", 1, 1,
+         runDisconnectAll, "port", "disconnect-all Top.NG_wall.color"},
         {"collapse", "PATH NAME NODE...",
-         "Moves nodes of the compound at PATH, by name, into a new compound there; prints its "
-         "path.\n    The name is made unique.",
-         3, kAny, runCollapse},
+         "Moves nodes into a new compound. PATH is the compound that they are in, NODE are their\n"
+         "    names. Prints the path of the new one; its name is made unique, and so are those of "
+         "its\n    ports.",
+         3, kAny, runCollapse, "compound name child...",
+         "collapse Top.NG_wall moss moss_line "
+         "above_moss"},
         {"expand", "PATH",
-         "Moves the nodes of the compound up and removes it; connections become direct. Prints "
-         "the\n    nodes that got another name: OLD PATH -> NEW PATH.",
-         1, 1, runExpand},
+         "Moves the nodes of a compound up and removes it. Connections become direct. Prints the\n"
+         "    nodes that got another name: OLD PATH -> NEW PATH.",
+         1, 1, runExpand, "compound", "expand Top.NG_gate.paint"},
         {"port", "add PATH input|output NAME TYPE | delete PATH NAME | rename PATH OLD NEW",
-         "Changes the ports of the compound at PATH.", 3, 5, runPort},
-        {"delete", "PATH", "Deletes the node with its connections.", 1, 1, runDelete},
-        {"rename", "PATH NAME", "Gives the node another name.", 2, 2, runRename},
-        {"undo", "[N]", "Takes the last N edits back (default: 1); prints them.", 0, 1, runUndo},
-        {"redo", "[N]", "Does the last N undone edits again (default: 1); prints them.", 0, 1,
-         runRedo},
+         "Changes the ports of a compound. PATH is the compound.", 3, 5, runPort,
+         "=add compound =input,output name type | =delete compound inner | =rename compound inner "
+         "name",
+         "port add Top.NG_wall input wetness float"},
+        {"delete", "PATH", "Deletes a node with its connections.", 1, 1, runDelete, "node",
+         "delete Top.NG_wall.grain"},
+        {"rename", "PATH NAME", "Gives a node another name.", 2, 2, runRename, "node name",
+         "rename Top.NG_wall.grain fine_grain"},
+        {"undo", "[N]", "Takes the last edits back. N of them (default: 1); prints them.", 0, 1,
+         runUndo, "", "undo 3"},
+        {"redo", "[N]", "Does undone edits again. N of them (default: 1); prints them.", 0, 1,
+         runRedo, "", "redo 3"},
         {"history", "", "All edits, the oldest first, with those that are undone.", 0, 0,
          runShowHistory},
         {"check", "",
-         "What is wrong with the network, PATH: REASON; fails when there is something.", 0, 0,
-         runCheck},
+         "What is wrong with the network. Prints PATH: REASON, a line each; fails when there is\n"
+         "    something. --json prints instead [{\"path\", \"reason\"}], on one line, and fails "
+         "likewise.",
+         0, 0, runCheck, "", "check --json", "--json"},
     };
     return commands;
 }

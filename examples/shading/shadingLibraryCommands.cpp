@@ -100,17 +100,18 @@ const std::vector<Command>& libraryCommands()
     static const std::vector<Command> commands = {
         {"types", "", "The data types of the runtime, in its order.", 0, 0, runTypes},
         {"library", "[NAME]",
-         "The tree of node libraries with the number of definitions in each; or the first library\n"
+         "The tree of node libraries. Each with the number of its definitions; or the first "
+         "library\n"
          "    of that name, with its definitions: node type, name, inputs, outputs.",
-         0, 1, runLibrary},
+         0, 1, runLibrary, "library", "library math"},
         {"runtimes", "", "The runtimes of all plugins, by index and by name.", 0, 0, runRuntimes},
         {"create", "TYPE NAME [PATH]",
-         "Makes a node inside the compound at PATH (default: the root). TYPE is the name of a\n"
-         "    definition (ND_add_color3) or a node type (add); of several definitions it takes "
-         "one\n"
-         "    that makes a float, else the first by name. Prints the node's path and the "
-         "definition.",
-         2, 3, runCreate},
+         "Makes a node. It goes inside the compound at PATH (default: the root). TYPE is the name\n"
+         "    of a definition (ND_add_color3) or a node type (add); of several definitions it "
+         "takes\n"
+         "    one that makes a float, else the first by name. Prints the node's path and the\n"
+         "    definition.",
+         2, 3, runCreate, "nodetype name compound", "create ND_noise2d_float noise Top.NG_wall"},
         {"rebuild", "", "Brings all nodes of the document up to their definitions.", 0, 0,
          runRebuild},
     };

@@ -1,75 +1,47 @@
 #include "shadingReport.h"
 
-#include <algorithm>
-#include <vector>
-
 namespace shading {
 
 namespace {
 
-std::string pathOf(ZEL::Port& port)
-{
-    return port.getFullPathName().getName();
-}
-
 /// The text in double quotes, on one line.
-std::string quoted(const char* text)
+std::string quoted(const std::string& text)
 {
     std::string result = "\"";
-    for (const char* c = text; *c != '\0'; ++c) {
-        if (*c == '"' || *c == '\\')
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
             result += '\\';
-        if (*c == '\n')
+        if (c == '\n')
             result += "\\n";
         else
-            result += *c;
+            result += c;
     }
     return result + "\"";
 }
 
-/// " ARROW PATH, PATH", nothing when there is no port or no connection.
-std::string connectionsOf(ZEL::Port* port, const char* arrow)
+/// " ARROW PATH, PATH", nothing when there is no path.
+std::string pathsText(const std::vector<std::string>& paths, const char* arrow)
 {
     std::string result;
-    if (!port)
-        return result;
-    for (ZEL::Port* const other : port->connectedTo())
-        result += (result.empty() ? std::string(" ") + arrow + " " : ", ") + pathOf(*other);
+    for (const std::string& path : paths)
+        result += (result.empty() ? std::string(" ") + arrow + " " : ", ") + path;
     return result;
 }
 
-std::string portText(ZEL::Port& port, ZEL::Compound* compound)
+std::string nodeText(const NodeRecord& record)
 {
-    const bool isInput = port.getPortIOType() == ZEL::PortInput;
-    const ZEL::AddRefWrapper<ZEL::PortDataType> type = port.getDataType();
-    const ZEL::AddRefWrapper<ZEL::Port> inner =
-        compound ? compound->getReversePort(&port) : nullptr;
-    std::string result = isInput ? "input " : "output ";
-    result += port.getName();
-    result += type ? std::string(" ") + type->getName() : std::string(" none");
-    result += " " + quoted(port.getPortDefaultValue());
-    result += connectionsOf(isInput ? &port : inner.get(), "<-");
-    result += connectionsOf(isInput ? inner.get() : &port, "->");
-    return result + "\n";
+    return record.name + " " + record.type + (record.isCompound ? " compound\n" : "\n");
 }
 
-void addConnections(ZEL::PortList& sources, std::vector<std::string>& lines)
+void addTree(ZEL::Node& node, std::string& indent, std::string& text)
 {
-    for (ZEL::Port* const source : sources) {
-        for (ZEL::Port* const target : source->connectedTo())
-            lines.push_back(pathOf(*source) + " -> " + pathOf(*target) + "\n");
-    }
-}
-
-/// Every connection stands at its sending end: an output, or an inner input.
-void addConnections(ZEL::Compound& compound, std::vector<std::string>& lines)
-{
-    addConnections(compound.innerInputs(), lines);
-    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes()) {
-        addConnections(node->outputs(), lines);
-        if (node->isCompound())
-            addConnections(*node->getAsCompound(), lines);
-    }
+    text += indent + nodeText({node.getName(), node.getNodeTypeName(), node.isCompound()});
+    if (!node.isCompound())
+        return;
+    indent += "  ";
+    for (const ZEL::AddRefWrapper<ZEL::Node>& inner : node.getAsCompound()->nodes())
+        addTree(*inner, indent, text);
+    indent.resize(indent.size() - 2);
 }
 
 } // namespace
@@ -77,33 +49,46 @@ void addConnections(ZEL::Compound& compound, std::vector<std::string>& lines)
 std::string nodesText(ZEL::Compound& compound)
 {
     std::string result;
-    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes()) {
-        result += std::string(node->getName()) + " " + node->getNodeTypeName();
-        result += node->isCompound() ? " compound\n" : "\n";
-    }
+    for (const NodeRecord& record : nodeRecords(compound))
+        result += nodeText(record);
+    return result;
+}
+
+std::string treeText(ZEL::Node& node)
+{
+    std::string result;
+    std::string indent;
+    addTree(node, indent, result);
     return result;
 }
 
 std::string portsText(ZEL::Node& node)
 {
-    const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
     std::string result;
-    for (ZEL::Port* const port : node.inputs())
-        result += portText(*port, compound.get());
-    for (ZEL::Port* const port : node.outputs())
-        result += portText(*port, compound.get());
+    for (const PortRecord& record : portRecords(node)) {
+        result += record.isInput ? "input " : "output ";
+        result += record.name + " " + record.type + " " + quoted(record.value);
+        result += pathsText(record.sources, "<-") + pathsText(record.targets, "->") + "\n";
+    }
     return result;
 }
 
 std::string connectionsText(ZEL::Compound& compound)
 {
-    std::vector<std::string> lines;
-    addConnections(compound, lines);
-    std::sort(lines.begin(), lines.end());
     std::string result;
-    for (const std::string& line : lines)
-        result += line;
+    for (const ConnectionRecord& record : connectionRecords(compound))
+        result.append(record.source).append(" -> ").append(record.target).append("\n");
     return result;
+}
+
+std::string statisticsText(const Statistics& statistics)
+{
+    const auto line = [](const char* name, int count) {
+        return name + (" " + std::to_string(count)) + "\n";
+    };
+    return line("nodes", statistics.nodes) + line("compounds", statistics.compounds) +
+           line("depth", statistics.depth) + line("ports", statistics.ports) +
+           line("connections", statistics.connections);
 }
 
 std::string findText(ZEL::Container& container, const std::string& path)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zel.h"
+#include "shadingRecords.h"
 
 #include <string>
 
@@ -12,14 +12,20 @@ namespace shading {
 /// The nodes inside the compound in order: name and node type name, then `compound` for one.
 std::string nodesText(ZEL::Compound& compound);
 
+/// The node and everything below, two blanks deeper for each level: lines like those of nodesText.
+std::string treeText(ZEL::Node& node);
+
 /// The inputs, then the outputs of the node, in order: direction, name, data type, default value in
 /// quotes, then where the data comes from (`<-`) and goes to (`->`). For a compound the connections
 /// inside stand on the line of its own port: an inner port has the same path.
 std::string portsText(ZEL::Node& node);
 
 /// The connections between the nodes and inner ports of the compound and of all compounds below, as
-/// `SOURCE -> TARGET` with full path names, sorted by bytes.
+/// `SOURCE -> TARGET` with full path names, sorted by source, then by target, by bytes.
 std::string connectionsText(ZEL::Compound& compound);
+
+/// A count on a line, behind its name.
+std::string statisticsText(const Statistics& statistics);
 
 /// What the path names: `node` or `compound`, then `input`, then `output`, each that applies on a
 /// line; `nothing` when none does.

@@ -1,20 +1,12 @@
 #include "shadingShell.h"
 
 #include "shadingCommandLine.h"
+#include "shadingHelp.h"
 
+#include <algorithm>
 #include <ostream>
 
 namespace shading {
-
-namespace {
-
-std::string usageOf(const Command& command)
-{
-    const std::string name = command.name;
-    return *command.arguments == '\0' ? name : name + " " + command.arguments;
-}
-
-} // namespace
 
 Shell::Shell(Container& container, std::ostream& out, std::ostream& err)
     : m_container(container),
@@ -22,15 +14,22 @@ Shell::Shell(Container& container, std::ostream& out, std::ostream& err)
       m_out(out),
       m_err(err)
 {
-    add({
-        {"help", "[COMMAND]", "What the commands do.", 0, 1, &Shell::help},
-        {"quit", "", "Ends the session; so does the end of the input.", 0, 0, &Shell::quit},
-    });
+    add(
+        {
+            {"help", "[COMMAND]",
+             "What the commands do. Without an argument all of them, a line each.", 0, 1,
+             &Shell::help, "command", "help connect"},
+            {"quit", "", "Ends the session; so does the end of the input.", 0, 0, &Shell::quit},
+        },
+        "The session");
 }
 
-void Shell::add(const std::vector<Command>& commands)
+void Shell::add(const std::vector<Command>& commands, const char* title)
 {
-    m_commands.insert(m_commands.end(), commands.begin(), commands.end());
+    for (const Command& command : commands) {
+        m_commands.push_back(command);
+        m_commands.back().group = title;
+    }
 }
 
 bool Shell::run(const std::string& line)
@@ -44,9 +43,10 @@ bool Shell::run(const std::string& line)
         return true;
     const Command* const command = findCommand(words.front());
     if (!command)
-        return fail(words.front(), "no such command; help lists them");
+        return fail(words.front(), noSuchCommand(words.front()));
     m_running = command->name;
     words.erase(words.begin());
+    takeOptions(*command, words);
     const int count = static_cast<int>(words.size());
     if (count < command->minArguments || count > command->maxArguments)
         return fail(std::to_string(count) + " arguments", "usage: " + usageOf(*command));
@@ -81,6 +81,11 @@ ZEL::AddRefWrapper<ZEL::Compound> Shell::compoundAt(const std::vector<std::strin
     return node->getAsCompound();
 }
 
+bool Shell::hasOption(const std::string& option) const
+{
+    return std::find(m_given.begin(), m_given.end(), option) != m_given.end();
+}
+
 const Command* Shell::findCommand(const std::string& name) const
 {
     for (const Command& command : m_commands) {
@@ -90,17 +95,33 @@ const Command* Shell::findCommand(const std::string& name) const
     return nullptr;
 }
 
+std::string Shell::noSuchCommand(const std::string& word) const
+{
+    const std::string nearest = nearestCommand(m_commands, word);
+    return nearest.empty() ? "no such command; help lists them"
+                           : "no such command; did you mean \"" + nearest + "\"?";
+}
+
+void Shell::takeOptions(const Command& command, std::vector<std::string>& words)
+{
+    std::vector<std::string> known;
+    std::string ignored;
+    splitCommand(command.options, known, ignored);
+    const auto isOption = [&](const std::string& word) {
+        return std::find(known.begin(), known.end(), word) != known.end();
+    };
+    m_given.clear();
+    std::copy_if(words.begin(), words.end(), std::back_inserter(m_given), isOption);
+    words.erase(std::remove_if(words.begin(), words.end(), isOption), words.end());
+}
+
 bool Shell::help(Shell& shell, const std::vector<std::string>& arguments)
 {
-    if (arguments.empty()) {
-        for (const Command& command : shell.m_commands)
-            shell.m_out << usageOf(command) << "\n    " << command.help << "\n";
-        return true;
-    }
-    const Command* const command = shell.findCommand(arguments.front());
-    if (!command)
-        return shell.fail(arguments.front(), "no such command");
-    shell.m_out << usageOf(*command) << "\n    " << command->help << "\n";
+    const Command* const command =
+        arguments.empty() ? nullptr : shell.findCommand(arguments.front());
+    if (!arguments.empty() && !command)
+        return shell.fail(arguments.front(), shell.noSuchCommand(arguments.front()));
+    shell.m_out << (command ? helpText(*command) : overviewText(shell.m_commands));
     return true;
 }
 

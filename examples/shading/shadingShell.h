@@ -20,6 +20,12 @@ struct Command {
     int maxArguments;
     /// False when it failed: it has reported why with Shell::fail.
     bool (*run)(Shell& shell, const std::vector<std::string>& arguments);
+
+    // What may be left out; see shadingCompletion.h for the kinds of the arguments.
+    const char* kinds = "";
+    const char* example = ""; ///< One line.
+    const char* options = ""; ///< Words that may stand anywhere among the arguments.
+    const char* group = "";   ///< The title that it was added under.
 };
 
 /// Runs commands, given as lines of text, on one document.
@@ -28,8 +34,8 @@ public:
     /// Nothing given is owned; all must outlive the shell. Knows `help` and `quit`.
     Shell(Container& container, std::ostream& out, std::ostream& err);
 
-    /// Adds commands to the table; a name is used once.
-    void add(const std::vector<Command>& commands);
+    /// Adds commands to the table; a name is used once. The help shows them below the title.
+    void add(const std::vector<Command>& commands, const char* title = "More");
 
     /// Runs one line. An empty line and a comment do nothing. False when there is no such command,
     /// it has the wrong number of arguments, or it failed; the reason is on err.
@@ -42,6 +48,9 @@ public:
     /// All changes of the document go through it.
     Editor& editor() { return m_editor; }
     std::ostream& out() { return m_out; }
+    const std::vector<Command>& commands() const { return m_commands; }
+    /// True when the running command was given that option of its own.
+    bool hasOption(const std::string& option) const;
     /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON". Returns false.
     bool fail(const std::string& subject, const std::string& reason);
     /// The node at the path; empty, and reported, when the path names none.
@@ -52,6 +61,9 @@ public:
 
 private:
     const Command* findCommand(const std::string& name) const;
+    /// What is wrong with a word that names no command.
+    std::string noSuchCommand(const std::string& word) const;
+    void takeOptions(const Command& command, std::vector<std::string>& words);
     static bool help(Shell& shell, const std::vector<std::string>& arguments);
     static bool quit(Shell& shell, const std::vector<std::string>& arguments);
 
@@ -60,7 +72,8 @@ private:
     std::ostream& m_out;
     std::ostream& m_err;
     std::vector<Command> m_commands;
-    std::string m_running; ///< The name of the command that runs.
+    std::string m_running;            ///< The name of the command that runs.
+    std::vector<std::string> m_given; ///< Its options.
     bool m_hasQuit = false;
 };
 

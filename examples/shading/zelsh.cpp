@@ -157,11 +157,11 @@ int main(int argc, char** argv)
         return kFailure;
 
     shading::Shell shell(*container, std::cout, std::cerr);
-    shell.add(shading::viewCommands());
-    shell.add(shading::drawCommands());
-    shell.add(shading::libraryCommands());
-    shell.add(shading::editCommands());
-    shell.add(shading::fileCommands());
+    shell.add(shading::viewCommands(), "Looking");
+    shell.add(shading::drawCommands(), "Looking");
+    shell.add(shading::libraryCommands(), "Definitions");
+    shell.add(shading::editCommands(), "Editing");
+    shell.add(shading::fileCommands(), "Files");
     std::unique_ptr<shading::Watcher> watcher;
     if (arguments.isWatched)
         watcher = std::make_unique<shading::Watcher>(container->getRootNode(), std::cout);

@@ -57,6 +57,9 @@ const struct {
      "error: save: Top.x-y: a name has letters, digits and _, and begins with no digit\n"
      "undo: rename Top.n x-y\n"},
     {"zelsh \"$1\" -c \"save $1/x\" 2>/dev/null", 1, ""},
+    {"zelsh \"$1.bad\" -c 'check --json' 2>/dev/null", 1,
+     "[{\"path\":\"Top.a.b\",\"reason\":\"no path reaches a name with a \\\".\\\" in it\"}]\n"},
+    {"zelsh \"$1\" -c 'check --json' 2>/dev/null", 0, "[]\n"},
     {"zelsh \"$1\" </dev/null 2>/dev/null", 0, ""},
     {"zelsh \"$1\" -c 'find Top.n' -c dump -c ls 2>/dev/null | grep -E '^(node|ZEL|name|n n)'", 0,
      "node\nZEL Compound \"Top\"\nname: Top.n\nn n\n"},

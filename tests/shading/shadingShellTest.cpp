@@ -25,8 +25,8 @@ const struct {
     {"ls Top.g", "x n\n"},
     {"ls Top.g.x", "error: ls: Top.g.x: not a compound\n"},
     {"ls Top.no", "error: ls: Top.no: no such node\n"},
-    {"ls Top Top", "error: ls: 2 arguments: usage: ls [PATH]\n"},
-    {"ports", "error: ports: 0 arguments: usage: ports PATH\n"},
+    {"ls Top Top", "error: ls: 2 arguments: usage: ls [--json] [PATH]\n"},
+    {"ports", "error: ports: 0 arguments: usage: ports [--json] PATH\n"},
     {"ports Top.g",
      "input x t \"say \\\"a\\\\b\\\"\" -> Top.g.x.i\noutput o t \"\" <- Top.g.x.out\n"},
     {"ports 'Top.two words'", "output out t \"\"\n"},
@@ -38,10 +38,29 @@ const struct {
     {"find Top.g.y", "nothing\n"},
     {"find top", "nothing\n"},
     {"dump Top.no", "error: dump: Top.no: no such node\n"},
+    {"ls --json", "[{\"name\":\"g\",\"type\":\"nodegraph\",\"compound\":true},"
+                  "{\"name\":\"two words\",\"type\":\"n\",\"compound\":false}]\n"},
+    {"ls Top.g.x --json", "error: ls: Top.g.x: not a compound\n"},
+    {"find --json", "nothing\n"}, // No option of this one.
+    {"ports Top.g --json",
+     "[{\"direction\":\"input\",\"name\":\"x\",\"type\":\"t\",\"value\":\"say \\\"a\\\\b\\\"\","
+     "\"sources\":[],\"targets\":[\"Top.g.x.i\"]},{\"direction\":\"output\",\"name\":\"o\","
+     "\"type\":\"t\",\"value\":\"\",\"sources\":[\"Top.g.x.out\"],\"targets\":[]}]\n"},
+    {"connections --json Top.g", "[{\"source\":\"Top.g.x\",\"target\":\"Top.g.x.i\"},"
+                                 "{\"source\":\"Top.g.x.out\",\"target\":\"Top.g.o\"}]\n"},
+    {"tree", "Top materialx compound\n  g nodegraph compound\n    x n\n  two words n\n"},
+    {"tree Top.g.x", "x n\n"},
+    {"stats", "nodes 3\ncompounds 1\ndepth 2\nports 5\nconnections 2\nbytes 264\n"},
+    {"stats Top.g", "nodes 1\ncompounds 0\ndepth 1\nports 2\nconnections 2\nbytes 264\n"},
     {"LS", "error: LS: no such command; help lists them\n"},
+    {"prots", "error: prots: no such command; did you mean \"ports\"?\n"},
+    {"sl", "error: sl: no such command; did you mean \"ls\"?\n"},
     {"ls 'Top", "error: ls 'Top: no closing '\n"},
     {"help quit", "quit\n    Ends the session; so does the end of the input.\n"},
-    {"help no", "error: help: no: no such command\n"},
+    {"help find",
+     "find PATH\n    What a path names. `node` or `compound`, `input`, `output`, each that applies "
+     "on a line,\n    or `nothing`.\n    Example: find Top.NG_gate.age\n"},
+    {"help no", "error: help: no: no such command; help lists them\n"},
 };
 
 TEST(Shell, PrintsWhatACommandAsksFor)
@@ -51,6 +70,24 @@ TEST(Shell, PrintsWhatACommandAsksFor)
         SCOPED_TRACE(c.line);
         EXPECT_EQ(c.output, document.run(c.line));
     }
+}
+
+TEST(Shell, ListsTheCommandsByGroup)
+{
+    const TestDocument document("");
+    const std::string text = document.run("help");
+    EXPECT_EQ(0U, text.find("The session\n  help         What the commands do.\n"));
+    EXPECT_NE(std::string::npos, text.find("\n\nMore\n  ls           The nodes inside a compound.\n"
+                                           "  tree         A node and everything below it.\n"));
+    EXPECT_NE(std::string::npos, text.find("\n\n`help COMMAND` tells more of one.\n"));
+}
+
+TEST(Json, ReplacesWhatIsNoUtf8)
+{
+    const TestDocument document("<n name='n' type='t'/>");
+    document.container->findNodeFromPath("Top.n")->setName("a\xC3");
+    EXPECT_EQ("[{\"name\":\"a\xEF\xBF\xBD\",\"type\":\"n\",\"compound\":false}]\n",
+              document.run("ls --json"));
 }
 
 TEST(Shell, TellsFailureAndQuit)

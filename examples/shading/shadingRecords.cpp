@@ -1,0 +1,111 @@
+#include "shadingRecords.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace shading {
+
+namespace {
+
+std::string pathOf(ZEL::Port& port)
+{
+    return port.getFullPathName().getName();
+}
+
+void addPaths(ZEL::Port* port, std::vector<std::string>& paths)
+{
+    if (!port)
+        return;
+    for (ZEL::Port* const other : port->connectedTo())
+        paths.push_back(pathOf(*other));
+}
+
+PortRecord recordOf(ZEL::Port& port, ZEL::Compound* compound)
+{
+    PortRecord record;
+    const ZEL::AddRefWrapper<ZEL::PortDataType> type = port.getDataType();
+    const ZEL::AddRefWrapper<ZEL::Port> inner =
+        compound ? compound->getReversePort(&port) : nullptr;
+    record.isInput = port.getPortIOType() == ZEL::PortInput;
+    record.name = port.getName();
+    record.type = type ? type->getName() : "none";
+    record.value = port.getPortDefaultValue();
+    addPaths(record.isInput ? &port : inner.get(), record.sources);
+    addPaths(record.isInput ? inner.get() : &port, record.targets);
+    return record;
+}
+
+/// Calls with each port that sends inside the compound and below. Every connection stands there: at
+/// an output, or at an inner input.
+template <class Action>
+void forEachSender(ZEL::Compound& compound, const Action& action)
+{
+    for (ZEL::Port* const port : compound.innerInputs())
+        action(*port);
+    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes()) {
+        for (ZEL::Port* const port : node->outputs())
+            action(*port);
+        if (node->isCompound())
+            forEachSender(*node->getAsCompound(), action);
+    }
+}
+
+void countNodes(ZEL::Compound& compound, int level, Statistics& statistics)
+{
+    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes()) {
+        ++statistics.nodes;
+        statistics.ports += node->inputs().size() + node->outputs().size();
+        statistics.depth = std::max(statistics.depth, level);
+        if (!node->isCompound())
+            continue;
+        ++statistics.compounds;
+        countNodes(*node->getAsCompound(), level + 1, statistics);
+    }
+}
+
+} // namespace
+
+std::vector<NodeRecord> nodeRecords(ZEL::Compound& compound)
+{
+    std::vector<NodeRecord> records;
+    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes())
+        records.push_back({node->getName(), node->getNodeTypeName(), node->isCompound()});
+    return records;
+}
+
+std::vector<PortRecord> portRecords(ZEL::Node& node)
+{
+    const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
+    std::vector<PortRecord> records;
+    for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+        for (ZEL::Port* const port : *list)
+            records.push_back(recordOf(*port, compound.get()));
+    }
+    return records;
+}
+
+std::vector<ConnectionRecord> connectionRecords(ZEL::Compound& compound)
+{
+    std::vector<ConnectionRecord> records;
+    forEachSender(compound, [&](ZEL::Port& source) {
+        for (ZEL::Port* const target : source.connectedTo())
+            records.push_back({pathOf(source), pathOf(*target)});
+    });
+    std::sort(records.begin(), records.end(),
+              [](const ConnectionRecord& a, const ConnectionRecord& b) {
+                  return std::tie(a.source, a.target) < std::tie(b.source, b.target);
+              });
+    return records;
+}
+
+Statistics statisticsOf(ZEL::Compound& compound)
+{
+    Statistics statistics;
+    countNodes(compound, 1, statistics);
+    forEachSender(compound, [&](ZEL::Port& source) {
+        statistics.connections += source.connectedTo().size();
+    });
+    return statistics;
+}
+
+} // namespace shading
