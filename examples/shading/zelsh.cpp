@@ -3,14 +3,12 @@
 #include "shadingDrawCommand.h"
 #include "shadingPluginModule.h"
 #include "shadingShell.h"
+#include "shadingTerminal.h"
 #include "shadingWatcher.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <getopt.h>
 #include <iostream>
-#include <readline/history.h>
-#include <readline/readline.h>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -74,24 +72,6 @@ bool readArguments(int argc, char** argv, Arguments& arguments)
         std::cerr << "zelsh: " << (optind == argc ? "no document" : "more than one document")
                   << "\n";
     return optind + 1 == argc || arguments.wantsHelp;
-}
-
-/// With line editing and history. What fails is on the screen and is no failure of the session.
-bool runFromTerminal(shading::Shell& shell)
-{
-    while (!shell.hasQuit()) {
-        char* const line = readline("zelsh> ");
-        if (!line) {
-            std::cout << std::endl;
-            break;
-        }
-        if (*line != '\0')
-            add_history(line);
-        shell.run(line);
-        std::cout.flush();
-        std::free(line);
-    }
-    return true;
 }
 
 /// Goes on after a command that failed; false when there was one.
@@ -165,11 +145,11 @@ int main(int argc, char** argv)
     std::unique_ptr<shading::Watcher> watcher;
     if (arguments.isWatched)
         watcher = std::make_unique<shading::Watcher>(container->getRootNode(), std::cout);
-    bool isGood = false;
+    bool isGood = true;
     if (!arguments.commands.empty())
         isGood = runCommands(shell, arguments.commands);
     else if (isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0)
-        isGood = runFromTerminal(shell);
+        shading::runFromTerminal(shell);
     else
         isGood = runFromInput(shell);
 
