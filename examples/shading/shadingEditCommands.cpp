@@ -71,6 +71,11 @@ bool runPort(Shell& shell, const Arguments& arguments)
                             "port rename PATH OLD NEW");
 }
 
+bool runSet(Shell& shell, const Arguments& arguments)
+{
+    return report(shell, shell.editor().setValue(arguments[0], arguments[1]));
+}
+
 bool runDelete(Shell& shell, const Arguments& arguments)
 {
     return report(shell, shell.editor().deleteNode(arguments[0]));
@@ -173,6 +178,12 @@ const std::vector<Command>& editCommands()
          "=add compound =input,output name type | =delete compound inner | =rename compound inner "
          "name",
          "port add Top.NG_wall input wetness float"},
+        {"set", "PATH VALUE",
+         "Gives an input a value. PATH is an input of a node or a compound; VALUE is written as "
+         "in\n"
+         "    the document, where numbers have commas between: \"0.1, 0.2, 0.3\". It counts where\n"
+         "    nothing feeds the input. An empty VALUE takes the value off.",
+         2, 2, runSet, "input", "set Top.NG_wall.rows 16"},
         {"delete", "PATH", "Deletes a node with its connections.", 1, 1, runDelete, "node",
          "delete Top.NG_wall.grain"},
         {"rename", "PATH NAME", "Gives a node another name.", 2, 2, runRename, "node name",

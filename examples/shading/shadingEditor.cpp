@@ -1,7 +1,9 @@
 #include "shadingEditor.h"
 
+#include "shadingCommandLine.h"
 #include "shadingContainer.h"
 #include "shadingRules.h"
+#include "shadingValue.h"
 
 #include <unordered_set>
 
@@ -122,6 +124,26 @@ bool Editor::renamePort(const std::string& path,
         };
     }
     return isDone;
+}
+
+bool Editor::setValue(const std::string& path, const std::string& value)
+{
+    const auto find = [&](ZEL::PortIOType ioType) {
+        return m_container.findPortFromPath(path.c_str(), ioType, ZEL::Container::eSearchNode);
+    };
+    const PortPtr port = find(ZEL::PortInput);
+    if (!port)
+        return fail(path, find(ZEL::PortOutput) ? "an output has no value" : "no such input");
+    const TypePtr type = port->getDataType();
+    const std::string problem = valueProblem(type ? type->getName() : "", value);
+    if (!problem.empty())
+        return fail(path, problem);
+    if (value == port->getPortDefaultValue())
+        return fail(path, "it has that value");
+    return run("set " + path + " " + quoteWord(value), path, [&] {
+        port->setPortDefaultValue(value.c_str());
+        return "";
+    });
 }
 
 bool Editor::deleteNode(const std::string& path)

@@ -56,6 +56,11 @@ public:
     bool
     renamePort(const std::string& path, const std::string& oldName, const std::string& newName);
 
+    // Values.
+    /// Gives the input of a node, or of a compound from both sides, a value: a text that its data
+    /// type knows. It counts where nothing feeds the input.
+    bool setValue(const std::string& path, const std::string& value);
+
     // Nodes.
     bool deleteNode(const std::string& path);
     bool renameNode(const std::string& path, const std::string& name);

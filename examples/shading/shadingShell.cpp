@@ -19,6 +19,13 @@ Shell::Shell(Container& container, std::ostream& out, std::ostream& err)
             {"help", "[COMMAND]",
              "What the commands do. Without an argument all of them, a line each.", 0, 1,
              &Shell::help, "command", "help connect"},
+            {"source", "FILE",
+             "Runs the commands in a file, one a line. A line may be empty or a comment, which\n"
+             "    begins with `#`. Stops at the first that fails and fails itself: the error has\n"
+             "    FILE:LINE: before it; what was done until then stays and can be undone. A FILE "
+             "in\n"
+             "    a script is looked up beside that script; `quit` ends the session.",
+             1, 1, &Shell::source, "file", "source examples/scripts/tidy_wall.zelsh"},
             {"quit", "", "Ends the session; so does the end of the input.", 0, 0, &Shell::quit},
         },
         "The session");
@@ -37,6 +44,7 @@ bool Shell::run(const std::string& line)
     std::vector<std::string> words;
     std::string problem;
     m_running.clear();
+    m_hasReported = false;
     if (!splitCommand(line, words, problem))
         return fail(line, problem);
     if (words.empty())
@@ -53,11 +61,35 @@ bool Shell::run(const std::string& line)
     return command->run(*this, words);
 }
 
+bool Shell::runScript(const std::string& path)
+{
+    std::string problem;
+    if (!m_scripts.enter(path, problem))
+        return fail(path, problem);
+    // Each turn looks the script up again: running a line may move the stack.
+    for (std::size_t i = 0; i < m_scripts.current().lines.size() && !m_hasQuit; ++i) {
+        ++m_scripts.current().line;
+        const std::string text = m_scripts.current().lines[i];
+        if (run(text))
+            continue;
+        // A check that finds something has printed that and reports no error.
+        if (!m_hasReported)
+            fail("failed", "the script stops here");
+        const int line = m_scripts.current().line;
+        m_scripts.leave();
+        m_running = "source";
+        return m_scripts.isEmpty() ? false : fail(path, "stopped at line " + std::to_string(line));
+    }
+    m_scripts.leave();
+    return true;
+}
+
 bool Shell::fail(const std::string& subject, const std::string& reason)
 {
     m_out.flush();
-    m_err << "error: " << (m_running.empty() ? "" : m_running + ": ") << subject << ": " << reason
-          << std::endl;
+    m_hasReported = true;
+    m_err << m_scripts.place() << "error: " << (m_running.empty() ? "" : m_running + ": ")
+          << subject << ": " << reason << std::endl;
     return false;
 }
 
@@ -123,6 +155,11 @@ bool Shell::help(Shell& shell, const std::vector<std::string>& arguments)
         return shell.fail(arguments.front(), shell.noSuchCommand(arguments.front()));
     shell.m_out << (command ? helpText(*command) : overviewText(shell.m_commands));
     return true;
+}
+
+bool Shell::source(Shell& shell, const std::vector<std::string>& arguments)
+{
+    return shell.runScript(arguments.front());
 }
 
 bool Shell::quit(Shell& shell, const std::vector<std::string>& /*arguments*/)

@@ -2,6 +2,7 @@
 
 #include "shadingContainer.h"
 #include "shadingEditor.h"
+#include "shadingScript.h"
 
 #include <iosfwd>
 #include <string>
@@ -31,7 +32,8 @@ struct Command {
 /// Runs commands, given as lines of text, on one document.
 class Shell {
 public:
-    /// Nothing given is owned; all must outlive the shell. Knows `help` and `quit`.
+    /// Nothing given is owned; all must outlive the shell. Knows `help`, `source` and
+    /// `quit`.
     Shell(Container& container, std::ostream& out, std::ostream& err);
 
     /// Adds commands to the table; a name is used once. The help shows them below the title.
@@ -40,6 +42,9 @@ public:
     /// Runs one line. An empty line and a comment do nothing. False when there is no such command,
     /// it has the wrong number of arguments, or it failed; the reason is on err.
     bool run(const std::string& line);
+    /// Runs the lines of a script until one fails. False then, or when the script cannot be read;
+    /// the reason is on err, with "FILE:LINE: " before it where a line failed.
+    bool runScript(const std::string& path);
     /// True after `quit`: the caller reads no more lines.
     bool hasQuit() const { return m_hasQuit; }
 
@@ -51,7 +56,8 @@ public:
     const std::vector<Command>& commands() const { return m_commands; }
     /// True when the running command was given that option of its own.
     bool hasOption(const std::string& option) const;
-    /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON". Returns false.
+    /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON", in a script with
+    /// "FILE:LINE: " before it. Returns false.
     bool fail(const std::string& subject, const std::string& reason);
     /// The node at the path; empty, and reported, when the path names none.
     ZEL::AddRefWrapper<ZEL::Node> nodeAt(const std::string& path);
@@ -65,6 +71,7 @@ private:
     std::string noSuchCommand(const std::string& word) const;
     void takeOptions(const Command& command, std::vector<std::string>& words);
     static bool help(Shell& shell, const std::vector<std::string>& arguments);
+    static bool source(Shell& shell, const std::vector<std::string>& arguments);
     static bool quit(Shell& shell, const std::vector<std::string>& arguments);
 
     Container& m_container;
@@ -74,7 +81,9 @@ private:
     std::vector<Command> m_commands;
     std::string m_running;            ///< The name of the command that runs.
     std::vector<std::string> m_given; ///< Its options.
+    bool m_hasReported = false;       ///< The line that runs has said why it fails.
     bool m_hasQuit = false;
+    ScriptStack m_scripts;
 };
 
 /// The commands that show a network and change nothing.

@@ -1,11 +1,9 @@
 #include "shadingXml.h"
 
 #include "shadingEncoding.h"
+#include "shadingFile.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 namespace shading {
@@ -18,24 +16,6 @@ constexpr int kMaxDepth = 512;
 
 constexpr unsigned kParseEverything =
     pugi::parse_full | pugi::parse_ws_pcdata | pugi::parse_fragment;
-
-bool readFile(const std::string& path, std::string& bytes, std::string& problem)
-{
-    std::FILE* const file = std::fopen(path.c_str(), "rb");
-    if (!file) {
-        problem = std::strerror(errno);
-        return false;
-    }
-    std::array<char, 65536> buffer;
-    std::size_t count = 0;
-    while ((count = std::fread(buffer.data(), 1, buffer.size(), file)) > 0)
-        bytes.append(buffer.data(), count);
-    const int error = std::ferror(file) ? errno : 0;
-    std::fclose(file);
-    if (error != 0)
-        problem = std::strerror(error);
-    return error == 0;
-}
 
 } // namespace
 
