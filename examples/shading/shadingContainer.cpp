@@ -2,6 +2,7 @@
 
 #include "shadingDefinedNode.h"
 #include "shadingJournal.h"
+#include "shadingOpeningProgress.h"
 #include "shadingOrigins.h"
 #include "shadingReader.h"
 #include "shadingXml.h"
@@ -75,7 +76,8 @@ Container::open(const std::string& path, const OpenOptions& options, std::vector
     std::error_code ignored;
     impl.fileSize = std::filesystem::file_size(path, ignored);
     std::vector<Message> found;
-    impl.root = readNetwork(*container, impl.xml, found);
+    OpeningProgress progress(options.progress);
+    impl.root = readNetwork(*container, impl.xml, found, progress);
     std::stable_sort(found.begin(), found.end(),
                      [](const Message& a, const Message& b) { return a.line < b.line; });
     for (Message& message : found) {
@@ -95,7 +97,8 @@ std::unique_ptr<Container> Container::openText(const std::string& text, Message&
     if (!impl.xml.loadText("the saved document", text, error))
         return nullptr;
     std::vector<Message> ignored;
-    impl.root = readNetwork(*container, impl.xml, ignored);
+    OpeningProgress untold({});
+    impl.root = readNetwork(*container, impl.xml, ignored, untold);
     return container;
 }
 

@@ -5,6 +5,7 @@
 #include "zel.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +20,8 @@ struct OpenOptions {
     bool isStrict = false; ///< Warnings become errors: the document does not open.
     /// Not owned; must outlive the container. Null: the container makes an empty one of its own.
     ZEL::Runtime* runtime = nullptr;
+    /// Called now and then with how far the opening is; empty: nobody is told.
+    std::function<void(int permille)> progress;
 };
 
 /// One shading document: the XML of its file and the network made from it, below a root node named

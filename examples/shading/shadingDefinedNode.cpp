@@ -2,6 +2,7 @@
 
 #include "shadingContainer.h"
 #include "shadingFormat.h"
+#include "shadingOpeningProgress.h"
 
 #include <algorithm>
 
@@ -122,13 +123,18 @@ void defineNode(Container& container, Node& node, const DefinitionPtr& definitio
     ListUpdate(container, node, node.outputs()).run(before.outputs, after.outputs);
 }
 
-void defineNodes(Container& container, ZEL::Compound& compound, const NamedOutputs& namedOutputs)
+void defineNodes(Container& container,
+                 ZEL::Compound& compound,
+                 const NamedOutputs& namedOutputs,
+                 OpeningProgress* progress)
 {
     for (int i = 0; i < compound.nodes().size(); ++i) {
         // The compounds of this host hold nodes of this host.
         const ZEL::AddRefWrapper<Node> node(static_cast<Node*>(compound.nodes()[i].get()));
+        if (progress)
+            progress->step();
         if (node->isCompound()) {
-            defineNodes(container, *node->getAsCompound(), namedOutputs);
+            defineNodes(container, *node->getAsCompound(), namedOutputs, progress);
             continue;
         }
         DefinitionPtr definition = node->definition();

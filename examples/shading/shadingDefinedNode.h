@@ -10,6 +10,7 @@
 namespace shading {
 
 class Container;
+class OpeningProgress;
 
 /// The names of outputs that references ask of a node.
 using NamedOutputs = std::unordered_map<const ZEL::Node*, std::vector<std::string>>;
@@ -22,8 +23,12 @@ using NamedOutputs = std::unordered_map<const ZEL::Node*, std::vector<std::strin
 void defineNode(Container& container, Node& node, const DefinitionPtr& definition);
 
 /// Does so with all plain nodes in the compound and below, by the container's definitions. A node
-/// keeps to the definition of the name that it has; others are matched by what they have.
-void defineNodes(Container& container, ZEL::Compound& compound, const NamedOutputs& namedOutputs);
+/// keeps to the definition of the name that it has; others are matched by what they have. Each is a
+/// step of the progress; null: nobody is told.
+void defineNodes(Container& container,
+                 ZEL::Compound& compound,
+                 const NamedOutputs& namedOutputs,
+                 OpeningProgress* progress = nullptr);
 
 /// A new node of that definition, in no compound yet, with its ports and their default values. The
 /// container must outlive it.

@@ -3,6 +3,7 @@
 #include "shadingCompound.h"
 #include "shadingContainer.h"
 #include "shadingFormat.h"
+#include "shadingOpeningProgress.h"
 #include "shadingOrigins.h"
 #include "shadingXml.h"
 
@@ -55,17 +56,20 @@ private:
 NetworkBuilder::NetworkBuilder(Container& container,
                                const XmlSource& xml,
                                std::vector<Message>& warnings,
-                               UnconnectedNetwork& network)
+                               UnconnectedNetwork& network,
+                               OpeningProgress& progress)
     : m_container(container),
       m_xml(xml),
       m_warnings(warnings),
-      m_network(network)
+      m_network(network),
+      m_progress(progress)
 {
 }
 
 void NetworkBuilder::build()
 {
     const pugi::xml_node element = m_xml.documentElement();
+    m_progress.begin(150, 550, m_xml.text().size());
     m_network.root = Node::createNew(&m_container, "Top");
     m_network.root->setNodeTypeName(element.name());
     m_network.root->setElement(element.internal_object());
@@ -78,6 +82,8 @@ void NetworkBuilder::fillCompound(pugi::xml_node element, Scope& scope, const Sc
 {
     SiblingNames names(element, *scope.compound->getAsNode());
     for (const pugi::xml_node child : element.children()) {
+        if (m_progress.isDue())
+            m_progress.tell(offsetOf(child));
         switch (kindOf(child)) {
         case ElementKind::Input:
         case ElementKind::Output:

@@ -13,6 +13,7 @@
 namespace shading {
 
 class Container;
+class OpeningProgress;
 class XmlSource;
 
 /// One compound while a document is read, with its nodes by name: where siblings have one name, the
@@ -45,7 +46,8 @@ public:
     NetworkBuilder(Container& container,
                    const XmlSource& xml,
                    std::vector<Message>& warnings,
-                   UnconnectedNetwork& network);
+                   UnconnectedNetwork& network,
+                   OpeningProgress& progress);
 
     void build();
 
@@ -72,6 +74,7 @@ private:
     const XmlSource& m_xml;
     std::vector<Message>& m_warnings;
     UnconnectedNetwork& m_network;
+    OpeningProgress& m_progress;
 };
 
 } // namespace shading

@@ -4,6 +4,7 @@
 #include "shadingDefinedNode.h"
 #include "shadingFormat.h"
 #include "shadingNetworkBuilder.h"
+#include "shadingOpeningProgress.h"
 #include "shadingOrigins.h"
 #include "shadingXml.h"
 
@@ -175,15 +176,24 @@ NamedOutputs namedOutputs(const UnconnectedNetwork& network)
 
 } // namespace
 
-ZEL::AddRefWrapper<ZEL::Node>
-readNetwork(Container& container, const XmlSource& xml, std::vector<Message>& warnings)
+ZEL::AddRefWrapper<ZEL::Node> readNetwork(Container& container,
+                                          const XmlSource& xml,
+                                          std::vector<Message>& warnings,
+                                          OpeningProgress& progress)
 {
     UnconnectedNetwork network;
-    NetworkBuilder(container, xml, warnings, network).build();
-    defineNodes(container, *network.root->getAsCompound(), namedOutputs(network));
+    NetworkBuilder(container, xml, warnings, network, progress).build();
+    std::size_t nodeCount = 0;
+    for (const Scope& scope : network.scopes)
+        nodeCount += scope.nodes.size();
+    progress.begin(550, 850, nodeCount);
+    defineNodes(container, *network.root->getAsCompound(), namedOutputs(network), &progress);
+    progress.begin(850, 1000, network.references.size());
     Connector connector(xml, warnings, container.origins(), network.scopes.front());
-    for (const Reference& reference : network.references)
+    for (const Reference& reference : network.references) {
         connector.connect(reference);
+        progress.step();
+    }
     return network.root;
 }
 

@@ -2,6 +2,7 @@
 #include "shadingDefinitionReader.h"
 #include "shadingDrawCommand.h"
 #include "shadingPluginModule.h"
+#include "shadingProgressLine.h"
 #include "shadingShell.h"
 #include "shadingTerminal.h"
 #include "shadingWatcher.h"
@@ -95,6 +96,17 @@ chooseRuntime(const std::string& path, shading::PluginModule& plugin, ZEL::Runti
     return &own;
 }
 
+/// With a line on standard error when it takes its time.
+std::unique_ptr<shading::Container> openDocument(const Arguments& arguments,
+                                                 std::vector<shading::Message>& messages)
+{
+    shading::ProgressLine line(std::cerr, isatty(STDERR_FILENO) != 0,
+                               "opening " + arguments.document, std::chrono::steady_clock::now);
+    shading::OpenOptions options = arguments.options;
+    options.progress = [&](int permille) { line.update(permille); };
+    return shading::Container::open(arguments.document, options, messages);
+}
+
 bool runCommands(shading::Shell& shell, const std::vector<std::string>& commands)
 {
     bool isGood = true;
@@ -130,7 +142,7 @@ int main(int argc, char** argv)
         isRead = shading::readDefinitions(library, *runtime, messages) && isRead;
     std::unique_ptr<shading::Container> container;
     if (isRead)
-        container = shading::Container::open(arguments.document, arguments.options, messages);
+        container = openDocument(arguments, messages);
     for (const shading::Message& message : messages)
         std::cerr << shading::messageText(message) << "\n";
     if (!container)

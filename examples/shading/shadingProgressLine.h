@@ -1,0 +1,37 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+namespace shading {
+
+/// Shows that something takes its time: nothing within the first second; then on a terminal a line
+/// "TITLE: 42 %", written anew at most ten times a second and cleared at the end; elsewhere that
+/// line once, with a line end.
+class ProgressLine {
+public:
+    using Clock = std::function<std::chrono::steady_clock::time_point()>;
+
+    /// The time begins here. The stream is not owned and must outlive the line.
+    ProgressLine(std::ostream& out, bool isTerminal, std::string title, Clock clock);
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+    ~ProgressLine() { clear(); }
+
+    void update(int permille);
+    /// Takes the line off the terminal.
+    void clear();
+
+private:
+    std::ostream& m_out;
+    bool m_isTerminal;
+    std::string m_title;
+    Clock m_clock;
+    std::chrono::steady_clock::time_point m_next; ///< Nothing is written before.
+    bool m_isWritten = false;
+    std::size_t m_width = 0; ///< Of what stands on the terminal.
+};
+
+} // namespace shading
