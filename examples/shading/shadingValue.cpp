@@ -1,5 +1,6 @@
 #include "shadingValue.h"
 
+#include <algorithm>
 #include <charconv>
 #include <system_error>
 
@@ -71,7 +72,7 @@ listProblem(const std::string& type, const std::string& part, int wanted, const 
     std::size_t start = 0;
     while (start <= value.size()) {
         const std::size_t end = std::min(value.find(',', start), value.size());
-        const std::string problem = partProblem(part, trimmed(value.substr(start, end - start)));
+        std::string problem = partProblem(part, trimmed(value.substr(start, end - start)));
         if (!problem.empty())
             return problem;
         ++count;
