@@ -90,13 +90,13 @@ const std::vector<Command>& drawCommands()
 {
     static const std::vector<Command> commands = {
         {"draw", "FILE.svg [PATH] [--depth N] [--all]",
-         "Writes a picture of the compound at PATH (default: the root): its nodes with their "
-         "ports\n"
-         "    in order, coloured by data type, and the connections, from left to right. Compounds\n"
-         "    in it are closed boxes; with --depth they are open frames, N levels down. Inputs "
-         "that\n"
-         "    say no more than the node's definition are counted, and drawn with --all.",
-         1, 5, runDraw},
+         "Draws a compound as a picture. PATH is the compound (default: the root). Its nodes\n"
+         "    stand with their ports in order, coloured by data type, from left to right along\n"
+         "    the connections. Compounds in it are closed boxes; with --depth they are open "
+         "frames,\n"
+         "    N levels down. Inputs that say no more than the node's definition are counted, and\n"
+         "    drawn with --all. FILE.svg is replaced when all is written; nothing is printed.",
+         1, 5, runDraw, "file compound", "draw gate.svg Top.NG_gate --depth 2"},
     };
     return commands;
 }

@@ -21,12 +21,10 @@ const std::vector<Command>& fileCommands()
 {
     static const std::vector<Command> commands = {
         {"save", "FILE",
-         "Writes the document into the file, which is replaced when all is written; prints "
-         "nothing.\n"
-         "    What was not edited stands byte for byte as it was read. What the format cannot say "
-         "is\n"
-         "    refused, with all paths and reasons, before anything is written.",
-         1, 1, runSave},
+         "Writes the document into a file. FILE is replaced when all is written; nothing is\n"
+         "    printed. What was not edited stands byte for byte as it was read. What the format\n"
+         "    cannot say is refused, with all paths and reasons, before anything is written.",
+         1, 1, runSave, "file", "save gate.mtlx"},
     };
     return commands;
 }

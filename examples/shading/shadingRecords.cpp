@@ -1,7 +1,7 @@
 #include "shadingRecords.h"
 
 #include <algorithm>
-#include <tuple>
+#include <utility>
 
 namespace shading {
 
@@ -84,17 +84,27 @@ std::vector<PortRecord> portRecords(ZEL::Node& node)
     return records;
 }
 
+std::string lineOf(const ConnectionRecord& record)
+{
+    return record.source + " -> " + record.target;
+}
+
 std::vector<ConnectionRecord> connectionRecords(ZEL::Compound& compound)
 {
-    std::vector<ConnectionRecord> records;
+    std::vector<std::pair<std::string, ConnectionRecord>> sorted;
     forEachSender(compound, [&](ZEL::Port& source) {
-        for (ZEL::Port* const target : source.connectedTo())
-            records.push_back({pathOf(source), pathOf(*target)});
+        for (ZEL::Port* const target : source.connectedTo()) {
+            ConnectionRecord record{pathOf(source), pathOf(*target)};
+            std::string line = lineOf(record);
+            sorted.emplace_back(std::move(line), std::move(record));
+        }
     });
-    std::sort(records.begin(), records.end(),
-              [](const ConnectionRecord& a, const ConnectionRecord& b) {
-                  return std::tie(a.source, a.target) < std::tie(b.source, b.target);
-              });
+    std::sort(sorted.begin(), sorted.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<ConnectionRecord> records;
+    records.reserve(sorted.size());
+    for (auto& [line, record] : sorted)
+        records.push_back(std::move(record));
     return records;
 }
 

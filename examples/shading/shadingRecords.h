@@ -45,8 +45,11 @@ std::vector<NodeRecord> nodeRecords(ZEL::Compound& compound);
 /// connections of its inner port, which has the same path.
 std::vector<PortRecord> portRecords(ZEL::Node& node);
 
+/// `SOURCE -> TARGET`, without a line end.
+std::string lineOf(const ConnectionRecord& record);
+
 /// The connections between the nodes and inner ports of the compound and of all compounds below,
-/// sorted by source, then by target, by bytes.
+/// sorted by the bytes of their lines.
 std::vector<ConnectionRecord> connectionRecords(ZEL::Compound& compound);
 
 Statistics statisticsOf(ZEL::Compound& compound);

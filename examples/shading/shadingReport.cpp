@@ -77,7 +77,7 @@ std::string connectionsText(ZEL::Compound& compound)
 {
     std::string result;
     for (const ConnectionRecord& record : connectionRecords(compound))
-        result.append(record.source).append(" -> ").append(record.target).append("\n");
+        result += lineOf(record) + "\n";
     return result;
 }
 

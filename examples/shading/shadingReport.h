@@ -21,7 +21,7 @@ std::string treeText(ZEL::Node& node);
 std::string portsText(ZEL::Node& node);
 
 /// The connections between the nodes and inner ports of the compound and of all compounds below, as
-/// `SOURCE -> TARGET` with full path names, sorted by source, then by target, by bytes.
+/// `SOURCE -> TARGET` with full path names, sorted by bytes.
 std::string connectionsText(ZEL::Compound& compound);
 
 /// A count on a line, behind its name.

@@ -100,8 +100,8 @@ const std::vector<Command>& viewCommands()
          "    [{\"direction\", \"name\", \"type\", \"value\", \"sources\": [], \"targets\": []}].",
          1, 1, runPorts, "node", "ports Top.NG_gate.gate_color", "--json"},
         {"connections", "[PATH]",
-         "The connections in a compound and below. PATH is the compound (default: the root); a\n"
-         "    line has source and target, in the order of these. --json prints instead\n"
+         "The connections in a compound and below, sorted. PATH is the compound (default: the\n"
+         "    root); a line has source and target. --json prints instead\n"
          "    [{\"source\", \"target\"}].",
          0, 1, runConnections, "compound", "connections Top.NG_gate.rust", "--json"},
         {"stats", "[PATH]",
