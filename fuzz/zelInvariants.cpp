@@ -61,10 +61,11 @@ void checkMirrors(ZEL::Compound& compound)
     if (!owner || owner->getAsCompound() != &compound ||
         !static_cast<FuzzCompound&>(compound).isMirrored)
         return;
-    // Lists that two nodes share speak to the one that made them.
-    ZEL::PortNotification* const maker = owner.get();
-    if (owner->inputs().getParent() != maker || owner->outputs().getParent() != maker)
-        return;
+    // Nodes that share lists by assignment may have a compound each.
+    for (ZEL::PortList* const list : {&owner->inputs(), &owner->outputs()}) {
+        if (list->getRefCount() > 1 || list->getParent() != owner.get())
+            return;
+    }
     checkMirror(owner->inputs(), compound.innerInputs());
     checkMirror(owner->outputs(), compound.innerOutputs());
 }
