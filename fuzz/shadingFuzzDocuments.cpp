@@ -157,15 +157,18 @@ void edit(shading::Container& container, const std::string& commands)
     std::string title;
     std::string problem;
     while (history.undoCount() > 0)
-        zelFuzz::expect(history.undo(title, problem), title + " cannot be undone: " + problem);
+        zelFuzz::expect(history.undo(title, problem),
+                        title.append(" cannot be undone: ").append(problem));
     zelFuzz::expect(networkText(container) == before, "undone, the document is another one");
     while (history.undoCount() < count)
-        zelFuzz::expect(history.redo(title, problem), title + " cannot be redone: " + problem);
+        zelFuzz::expect(history.redo(title, problem),
+                        title.append(" cannot be redone: ").append(problem));
     zelFuzz::expect(networkText(container) == after, "redone, the document is another one");
 }
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that a fuzzer calls.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string input(reinterpret_cast<const char*>(data), size);

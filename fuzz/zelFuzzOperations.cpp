@@ -2,6 +2,7 @@
 
 #include "zelFuzzUniverse.h"
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that a fuzzer calls.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     zelFuzz::Input input(data, size);

@@ -45,7 +45,7 @@ private:
 
     NodePtr add(const CompoundPtr& compound, const char* name, const Names& in, const Names& out)
     {
-        const NodePtr node = ZEL::Node::createNew(this, name);
+        NodePtr node = ZEL::Node::createNew(this, name);
         for (const char* const port : in)
             node->inputs().addPort(port, nullptr);
         for (const char* const port : out)
@@ -56,7 +56,7 @@ private:
 
     static CompoundPtr makeCompound(const NodePtr& node, const Names& in, const Names& out)
     {
-        const CompoundPtr compound = ZEL::Compound::createNew(node, nullptr);
+        CompoundPtr compound = ZEL::Compound::createNew(node, nullptr);
         for (const char* const port : in)
             compound->createCompoundPort(ZEL::PortInput, port, nullptr);
         for (const char* const port : out)
@@ -175,13 +175,14 @@ void checkEnds(Document& document, const std::string& pathA, const std::string& 
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that a fuzzer calls.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static Document document;
     zelFuzz::Input input(data, size);
     const int options = input.byte();
     const std::string rest = input.rest();
-    const std::string pathA = rest.c_str();
+    const std::string pathA = rest.substr(0, rest.find('\0'));
     const std::string pathB = rest.size() > pathA.size() ? &rest[pathA.size() + 1] : "";
     const ZEL::PortIOType ioType = (options & 1) != 0 ? ZEL::PortOutput : ZEL::PortInput;
     const int mode = options >> 1 & 3;

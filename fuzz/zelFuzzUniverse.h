@@ -32,7 +32,7 @@ struct ModifySlot {
 /// answer.
 class Universe final : public ZEL::Container {
 public:
-    explicit Universe(Input& input);
+    explicit Universe(Input& bytes);
     ~Universe() override;
 
     NodePtr getRootNode() override { return root; }

@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that a fuzzer calls.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
+// NOLINTNEXTLINE(readability-identifier-naming): the name that a fuzzer calls.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
