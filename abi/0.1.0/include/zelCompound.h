@@ -61,14 +61,18 @@ public:
     /// The owner's virtual getFullPathName.
     Namable onGetParentFullPathName() override;
 
-    // Questions of the node list, for a host to override: every change is agreed to.
+    // Questions of the node list, for a host to override: every change is agreed to. Asked before
+    // the change; the list and the node may be changed in it, as in those of PortNotification.
+    /// The node has this compound as its parent already, and its former one after a refusal.
     virtual bool onNodeAdd(const AddRefWrapper<Node>& node);
+    /// The place to disconnect the node: afterwards the far ends only forget it.
     virtual bool onNodeRemove(const AddRefWrapper<Node>& node);
 
     // Work that only a host can do. The defaults do nothing and answer empty, false or 0.
     virtual AddRefWrapper<Node> createNodeFromPreset(const char* preset);
     /// An override makes a compound node of that name inside this compound and returns its
-    /// compound.
+    /// compound. It may change the network, but not use the command that calls it; a node that is
+    /// to be moved and is taken out here is moved all the same.
     virtual AddRefWrapper<Compound> createNewCompound(const char* name);
     virtual bool saveAs(const char* name);
 
@@ -112,7 +116,8 @@ public:
                              const char* inName);
     /// Removes the first node of that name. Empty when there is none, or when refused.
     AddRefWrapper<Node> removeNode(const char* name);
-    /// Calls callback for every node from the outermost ancestor down to the owner.
+    /// Calls callback for every node from the outermost ancestor down to the owner, as
+    /// Node::recurse_parent_first does.
     void recurse_parent_first(void (*callback)(Node*, void*), void* data);
     /// Prints the ports, their connections and the nodes on standard output, nested compounds in
     /// place.

@@ -32,9 +32,10 @@ public:
 
     // Virtual operations: the order is binary contract. A host may add its own after them.
     virtual ~Container();
-    /// The top-level node; empty when the document has none.
+    /// The top-level node; empty when the document has none. Called once in each lookup.
     virtual AddRefWrapper<Node> getRootNode() = 0;
-    /// Brings the compounds up to date after the runtime's definitions have changed.
+    /// Brings the compounds up to date after the runtime's definitions have changed. May close and
+    /// open other documents, but neither register nor unregister this container.
     virtual void rebuildCompounds() = 0;
     /// The host's own; the library never calls it. Does nothing by default.
     virtual void hostOperation();

@@ -45,7 +45,8 @@ public:
     HostEditor& operator=(const HostEditor&) = delete;
 
     // Virtual operations: the order is binary contract. The callbacks do nothing by default. A
-    // callback may register and unregister editors, and may destroy its own editor or the notifier.
+    // callback may register and unregister editors, destroy its own editor, others and the
+    // notifier, notify, edit the network and close documents. It throws nothing.
     virtual ~HostEditor();
     /// The output end comes first when the notification named an input first.
     virtual void zel_onConnectionChange(ECnxChangeType type,
@@ -55,8 +56,10 @@ public:
     virtual void zel_onCompoundConnectionChange(ECnxChangeType type,
                                                 const AddRefWrapper<Port>& first,
                                                 const AddRefWrapper<Port>& second);
+    /// The wrapper is the notifying caller's own: it must not be destroyed.
     virtual void zel_onCompoundPortChange(ECompoundPortChangeType type,
                                           const AddRefWrapper<Port>& port);
+    /// The wrappers as above.
     virtual void zel_onNodeChange(ENodeChangeType type,
                                   const AddRefWrapper<Compound>& compound,
                                   const AddRefWrapper<Node>& node);

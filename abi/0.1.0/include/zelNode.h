@@ -54,7 +54,7 @@ public:
     virtual Node& operator=(const Node& other);
 #pragma GCC diagnostic pop
     /// Makes the ports that are connected to the inputs, then to the outputs, forget them. Called
-    /// by NodeList::remove.
+    /// by NodeList::remove. An override calls it, or disconnects the ports itself.
     virtual void onThisNodeDeleted();
 
     // Questions of the own ports and lists: every change is agreed to; no default value is given.
@@ -90,7 +90,8 @@ public:
     void setOwnedCompound(Compound* compound);
     /// Not owned; null when the node was made without one.
     Container* getContainer();
-    /// Calls callback for every node from the outermost ancestor down to this one.
+    /// Calls callback for every node from the outermost ancestor down to this one. Each is held
+    /// until its turn is over: a callback may change, move and remove them.
     void recurse_parent_first(void (*callback)(Node*, void*), void* data);
 
 private:

@@ -73,7 +73,8 @@ public:
 /// Registers a plugin, usually from a static initialiser of its module: calls registerFunction,
 /// which must not be null, at once, and stores the plugin for Host::terminate. A null
 /// unregisterFunction is passed over there. When registerFunction throws, the plugin is not stored;
-/// the runtimes that it registered before stay.
+/// the runtimes that it registered before stay. Both functions may register plugins and runtimes.
+/// The unregistration function must not call Host::terminate.
 ZEL_API void selfRegisterPlugin(void (*registerFunction)(PluginRegistrar&, PluginInfo&),
                                 void (*unregisterFunction)(const PluginInfo&));
 

@@ -43,7 +43,10 @@ protected:
 /// implement it, a host overrides it there. An answer of false refuses the change: nothing changes.
 ///
 /// The wrappers and the list are alive during the call. A listener may change the network, also the
-/// list at work, and may drop any reference: the library reads both again afterwards.
+/// list and the port at work, and may drop any reference: the library reads both again afterwards.
+/// It lets no port die that is connected to the port at work, assigns neither node nor compound at
+/// work, does not use the command at work, and throws nothing. docs/callbacks.md has it by
+/// question.
 class ZEL_API PortNotification {
 public:
     PortNotification() = default;
@@ -51,9 +54,11 @@ public:
     // Virtual operations: the order is binary contract.
     virtual ~PortNotification();
     /// Asked of the sending end's parent only, before the connection is recorded. Port is that end.
+    /// A place to take the other end's present sources off.
     virtual bool onPortAddConnection(const AddRefWrapper<Port>& port,
                                      const AddRefWrapper<Port>& other) = 0;
     /// Asked of the parent of the end that takes the connection off both ends, before it does.
+    /// Not asked when a node leaves its list or a port dies.
     virtual bool onPortRemoveConnection(const AddRefWrapper<Port>& port,
                                         const AddRefWrapper<Port>& other) = 0;
     /// Asked before the type changes; the type may be empty.
@@ -62,19 +67,21 @@ public:
     /// Asked before the port is appended. Its parent is already this listener, also after a
     /// refusal.
     virtual bool onPortListPortAdded(const PortList& list, const AddRefWrapper<Port>& port) = 0;
-    /// Asked before the port is taken out, once for each place where it stands.
+    /// Asked before the port is taken out, once for each place where it stands. The place to
+    /// disconnect it: it may die afterwards.
     virtual bool onPortListPortRemoved(const PortList& list, const AddRefWrapper<Port>& port) = 0;
     /// Asked before a port is moved within its list.
     virtual bool onPortListPortMove(const PortList& list, int from, int to) = 0;
-    /// Told after the move.
+    /// Told after the move. The place to move the mirror on the other side of a compound.
     virtual void onPortListPortMoved(const PortList& list, int from, int to) = 0;
     /// Asked each time the default value is read. Null: the port's own value holds.
     virtual const char* onPortGetDefaultValue(const AddRefWrapper<Port>& port) = 0;
     /// Asked before the default value changes.
     virtual bool onPortSetDefaultValue(const AddRefWrapper<Port>& port, const char* value) = 0;
-    /// Asked before the name changes.
+    /// Asked before the name changes. Another name may be given to the port here and this one
+    /// refused; setName asks again meanwhile.
     virtual bool onPortSetName(const AddRefWrapper<Port>& port, const char* name) = 0;
-    /// The full path name in front of a port's own name.
+    /// The full path name in front of a port's own name. Changes nothing: commands write it down.
     virtual Namable onGetParentFullPathName() = 0;
 };
 
@@ -209,14 +216,14 @@ public:
     // Virtual operations of Namable.
     /// Renames the port. Asks onPortSetName of the parent; a refusal changes nothing and is not
     /// reported. A null name and the present name are ignored, and then nobody is asked.
+    /// Contract: appendString is not overridden and asks nobody.
     void setName(const char* name) override;
     using Namable::operator=;
 
-    // Owner. The parent is not owned. It is set by the list that receives the port, and reset when
-    // a
-    /// node or compound dies with the port still in its lists. Contract: a port taken out of its
-    /// list keeps the parent; who keeps such a port longer than the parent calls
-    /// setParent(nullptr).
+    // Owner.
+    /// Not owned. Set by the list that receives the port, reset when a node or compound dies with
+    /// the port in its lists. Contract: a port taken out of its list keeps the parent; who keeps
+    /// such a port longer than the parent calls setParent(nullptr).
     void setParent(PortNotification* parent);
     PortNotification* getParent();
     /// True when the parent is a Compound.
@@ -236,10 +243,10 @@ public:
     bool isConnected();
     /// Connects the two ports; may be called on either. Asks onPortAddConnection of the sending
     /// end's parent, then appends to the sending end's list, then to the other's. False when
-    /// refused, when other is empty, or when no end can send (two inputs of nodes, two inner ports
-    /// of one direction; then nobody is asked): nothing changed. Neither types nor doubles nor
-    /// present connections are checked. Of two inner ports the one with the direction PortOutput
-    /// sends.
+    /// refused, when the listener dropped the last reference to an end, when other is empty, or
+    /// when no end can send (two inputs of nodes, two inner ports of one direction; then nobody is
+    /// asked): nothing changed. Neither types nor doubles nor present connections are checked. Of
+    /// two inner ports the one with the direction PortOutput sends.
     bool addConnection(const AddRefWrapper<Port>& other);
     /// Disconnects the two ports, all entries of the pair at once. False when refused, when other
     /// is empty, or for two inputs of nodes: nothing changed. When they are not connected it prints

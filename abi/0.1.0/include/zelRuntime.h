@@ -44,6 +44,7 @@ public:
     /// Nothing happens when the container is not registered.
     void unregisterContainer(Container* container);
     /// Calls rebuildCompounds on every registered container, in ascending order of their addresses.
+    /// One that is unregistered meanwhile is passed over.
     void forceRebuildCompounds();
 
 private:
