@@ -134,8 +134,11 @@ void compoundPortCommandIsUndone(Scene& scene)
     const std::string before = scene.text();
     ModifyCompoundPortCommand command;
     command.setParentCompound(scene.document.get(), pathOf(*sub->getAsNode()).c_str());
-    const bool isKnown = command.renamePort(scene.name("in1").c_str(), scene.name("in4").c_str()) &&
-                         command.deletePort(scene.name("in2").c_str());
+    // Under the names that they got, which may be others than those asked for.
+    const std::string first = sub->innerInputs()[0]->getName();
+    const std::string second = sub->innerInputs()[1]->getName();
+    const bool isKnown = command.renamePort(first.c_str(), scene.name("in4").c_str()) &&
+                         command.deletePort(second.c_str());
     if (!isKnown) {
         ADD_FAILURE() << "ModifyCompoundPortCommand does not find the ports that "
                          "createCompoundPort made";

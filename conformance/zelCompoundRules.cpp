@@ -113,6 +113,25 @@ void newCompoundStandsInItsPlace(Scene& scene)
     expectOwnClass(scene, *made, *node);
 }
 
+void compoundKeepsItsLists(Scene& scene)
+{
+    const CompoundPtr sub = scene.addCompound(*scene.top, "sub");
+    for (const CompoundPtr& compound : {scene.top, sub}) {
+        if (!compound)
+            continue;
+        const std::pair<const char*, bool> lists[] = {
+            {"nodes", &compound->nodes() == &compound->Compound::nodes()},
+            {"innerInputs", &compound->innerInputs() == &compound->Compound::innerInputs()},
+            {"innerOutputs", &compound->innerOutputs() == &compound->Compound::innerOutputs()}};
+        for (const auto& [name, isOwn] : lists) {
+            if (!isOwn)
+                ADD_FAILURE() << name << "() of " << pathOf(*compound->getAsNode())
+                              << " gives another list than Compound::" << name
+                              << "(): what lies in it keeps a pointer to the compound that is gone";
+        }
+    }
+}
+
 void compoundIsNamedAsItsNode(Scene& scene)
 {
     const CompoundPtr sub = scene.addCompound(*scene.top, "sub");
@@ -228,6 +247,7 @@ const std::vector<Rule>& compoundRules()
 {
     static const std::vector<Rule> rules = {
         {"NewCompoundStandsInItsPlace", &newCompoundStandsInItsPlace, true},
+        {"CompoundKeepsItsLists", &compoundKeepsItsLists, true},
         {"CompoundIsNamedAsItsNode", &compoundIsNamedAsItsNode, true},
         {"CreatedPortsMirrorEachOther", &createdPortsMirrorEachOther, true},
         {"DeletedPortsAreGoneOnBothSides", &deletedPortsAreGoneOnBothSides, true},

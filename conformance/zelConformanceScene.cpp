@@ -90,7 +90,9 @@ NodePtr Scene::addNode(Compound& where, const char* word, const char* inputs, co
 
 CompoundPtr Scene::addCompound(Compound& where, const char* word)
 {
-    return where.createNewCompound(name(word).c_str());
+    CompoundPtr made = where.createNewCompound(name(word).c_str());
+    isWithoutCompounds = isWithoutCompounds || !made;
+    return made;
 }
 
 int Scene::addCompoundPort(Compound& compound, PortIOType ioType, const char* word)

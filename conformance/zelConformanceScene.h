@@ -37,6 +37,7 @@ struct Scene {
     std::unique_ptr<Container> document; ///< Outlives the wrappers below.
     NodePtr root;                        ///< Empty: the document has none.
     CompoundPtr top;                     ///< Empty: the root node owns none.
+    bool isWithoutCompounds = false;     ///< createNewCompound made none: a part was not tried.
 };
 
 /// The full path name, with " (inner)" for a compound's inner port; "nothing" when empty.

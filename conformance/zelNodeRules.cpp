@@ -24,6 +24,9 @@ void nodeIsMadeAsAsked(Scene& scene)
         ADD_FAILURE() << "getContainer of a node that makeNode made is not the document";
     if (node->getParentCompound())
         ADD_FAILURE() << "a node that makeNode made lies in a compound: it is in no list yet";
+    if (node->isCompound() != static_cast<bool>(node->getAsCompound()))
+        ADD_FAILURE() << "isCompound of a node that makeNode made says otherwise than "
+                         "getAsCompound";
     node->setNodeTypeName("kind");
     const char* const kind = node->getNodeTypeName();
     if (!kind || kind != std::string("kind"))

@@ -1,6 +1,6 @@
 // Hosts that each break one rule. The program runs the kit on all of them and prints what it says,
 // one line for each failure: SUITE.TEST: WORDS.
-#include "zelPlainHost.h"
+#include "zelBrokenCompounds.h"
 
 #include <gtest/gtest.h>
 
@@ -8,12 +8,7 @@
 
 namespace {
 
-using plain::CompoundPtr;
-using plain::NodePtr;
-using plain::PortPtr;
-using NodeClass = plain::Node;
-using CompoundClass = plain::Compound;
-using TypePtr = ZEL::AddRefWrapper<ZEL::PortDataType>;
+using namespace broken; // The classes of the plain host, and the broken compounds.
 
 // The document.
 
@@ -76,99 +71,24 @@ struct NamesOnlyItself : NodeClass {
     ZEL::Namable getFullPathName() override { return getName(); }
 };
 
+struct KeepsItsPath : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    ZEL::Namable getFullPathName() override
+    {
+        if (m_path.empty())
+            m_path = NodeClass::getFullPathName().getName();
+        return m_path.c_str();
+    }
+
+private:
+    std::string m_path;
+};
+
 struct NoParentPath : NodeClass {
     using NodeClass::NodeClass;
     using ZEL::Node::operator=;
     ZEL::Namable onGetParentFullPathName() override { return getName(); }
-};
-
-// Compounds.
-
-/// Makes compounds of its own class.
-template <class Self>
-struct OwnCompound : CompoundClass {
-    using CompoundClass::CompoundClass;
-    using ZEL::Compound::operator=;
-    CompoundPtr createNewCompound(const char* name) override
-    {
-        return plain::makeCompound<NodeClass, Self>(*this, name);
-    }
-};
-
-struct MakesNone : CompoundClass {
-    using CompoundClass::CompoundClass;
-    using ZEL::Compound::operator=;
-    CompoundPtr createNewCompound(const char* /*name*/) override { return nullptr; }
-};
-
-struct MakesForeignOnes : CompoundClass {
-    using CompoundClass::CompoundClass;
-    using ZEL::Compound::operator=;
-    CompoundPtr createNewCompound(const char* name) override
-    {
-        return plain::makeCompound<ZEL::Node, ZEL::Compound>(*this, name);
-    }
-};
-
-struct MakesLostOnes : CompoundClass {
-    using CompoundClass::CompoundClass;
-    using ZEL::Compound::operator=;
-    CompoundPtr createNewCompound(const char* name) override
-    {
-        CompoundPtr made = CompoundClass::createNewCompound(name);
-        m_lost = made->getAsNode();
-        nodes().remove(m_lost);
-        return made;
-    }
-
-private:
-    NodePtr m_lost;
-};
-
-struct HasItsOwnName : OwnCompound<HasItsOwnName> {
-    using OwnCompound::OwnCompound;
-    using ZEL::Compound::operator=;
-    const char* getName() const override { return m_name.c_str(); }
-    void setName(const char* name) override { m_name = name; }
-
-private:
-    std::string m_name;
-};
-
-struct CountsFromOne : OwnCompound<CountsFromOne> {
-    using OwnCompound::OwnCompound;
-    using ZEL::Compound::operator=;
-    int createCompoundPort(ZEL::PortIOType ioType, const char* name, const TypePtr& type) override
-    {
-        return CompoundClass::createCompoundPort(ioType, name, type) + 1;
-    }
-};
-
-struct CreatesInsideOnly : OwnCompound<CreatesInsideOnly> {
-    using OwnCompound::OwnCompound;
-    using ZEL::Compound::operator=;
-    int createCompoundPort(ZEL::PortIOType ioType, const char* name, const TypePtr& type) override
-    {
-        ZEL::PortList& list = ioType == ZEL::PortInput ? innerInputs() : innerOutputs();
-        list.addPort(name, type);
-        return list.size() - 1;
-    }
-};
-
-struct DeletesInsideOnly : OwnCompound<DeletesInsideOnly> {
-    using OwnCompound::OwnCompound;
-    using ZEL::Compound::operator=;
-    int deleteCompoundPort(PortPtr innerPort) override
-    {
-        const int index = innerInputs().findPort(innerPort);
-        return index >= 0 && innerInputs().remove(innerPort) ? index : -1;
-    }
-};
-
-struct FollowsNoMove : OwnCompound<FollowsNoMove> {
-    using OwnCompound::OwnCompound;
-    using ZEL::Compound::operator=;
-    void onPortListPortMoved(const ZEL::PortList& /*list*/, int /*from*/, int /*to*/) override {}
 };
 
 // Ports.
@@ -176,15 +96,6 @@ struct FollowsNoMove : OwnCompound<FollowsNoMove> {
 struct KeepsConnections : NodeClass {
     using NodeClass::NodeClass;
     using ZEL::Node::operator=;
-    bool onPortListPortRemoved(const ZEL::PortList& /*list*/, const PortPtr& /*port*/) override
-    {
-        return true;
-    }
-};
-
-struct KeepsInnerConnections : OwnCompound<KeepsInnerConnections> {
-    using OwnCompound::OwnCompound;
-    using ZEL::Compound::operator=;
     bool onPortListPortRemoved(const ZEL::PortList& /*list*/, const PortPtr& /*port*/) override
     {
         return true;
@@ -210,6 +121,16 @@ struct ChangesAndRefuses : NodeClass {
             return true;
         other->removeAllConnections();
         return false;
+    }
+};
+
+struct RefusesTooLate : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    bool onPortAddConnection(const PortPtr& port, const PortPtr& other) override
+    {
+        other->removeAllConnections(); // One source for each input.
+        return *port->getDataType() == *other->getDataType();
     }
 };
 
@@ -298,6 +219,12 @@ struct ReleasesTooMuch : CompoundClass {
     }
 };
 
+struct CallsAllCompounds : NodeClass {
+    using NodeClass::NodeClass;
+    using ZEL::Node::operator=;
+    bool isCompound() override { return true; }
+};
+
 struct AssignsNothing : NodeClass {
     using NodeClass::NodeClass;
     ZEL::Node& operator=(const ZEL::Node& /*other*/) override { return *this; }
@@ -352,10 +279,12 @@ int main(int argc, char** argv)
     add<ImmortalHost>("ImmortalHost");
     add<SavesNothingHost>("SavesNothing");
     add<Nodes<NamesOnlyItself>>("NamesOnlyItself");
+    add<Nodes<KeepsItsPath>>("KeepsItsPath");
     add<Nodes<NoParentPath>>("NoParentPath");
     add<Compounds<MakesNone>>("MakesNone");
     add<Compounds<MakesForeignOnes>>("MakesForeignOnes");
     add<Compounds<MakesLostOnes>>("MakesLostOnes");
+    add<Compounds<HasItsOwnNodes>>("HasItsOwnNodes");
     add<Compounds<HasItsOwnName>>("HasItsOwnName");
     add<Compounds<CountsFromOne>>("CountsFromOne");
     add<Compounds<CreatesInsideOnly>>("CreatesInsideOnly");
@@ -365,6 +294,7 @@ int main(int argc, char** argv)
     add<Compounds<KeepsInnerConnections>>("KeepsInnerConnections");
     add<Nodes<ConnectsItself>>("ConnectsItself");
     add<Nodes<ChangesAndRefuses>>("ChangesAndRefuses");
+    add<Nodes<RefusesTooLate>>("RefusesTooLate");
     add<Nodes<NeverDisconnects>>("NeverDisconnects");
     add<Nodes<RenamesAsItLikes>>("RenamesAsItLikes");
     add<Nodes<FickleValues>>("FickleValues");
@@ -372,6 +302,7 @@ int main(int argc, char** argv)
     add<plain::Host<NeverForgotten, KeepsNodesConnected>>("NeverForgotten");
     add<Compounds<HoldsTooMuch>>("HoldsTooMuch");
     add<Compounds<ReleasesTooMuch>>("ReleasesTooMuch");
+    add<Nodes<CallsAllCompounds>>("CallsAllCompounds");
     add<Nodes<AssignsNothing>>("AssignsNothing");
     add<NamelessHost>("NamelessHost");
     testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();

@@ -1,9 +1,26 @@
-// The least host that there is passes the kit.
+// The least host that there is passes the kit, and so does one that is particular by right.
 #include "zelPlainHost.h"
 
 namespace {
 
+/// Takes one source for each input, and that of its own type only.
+class OneSourceNode : public plain::Node {
+public:
+    using plain::Node::Node;
+    using ZEL::Node::operator=;
+    bool onPortAddConnection(const plain::PortPtr& port, const plain::PortPtr& other) override
+    {
+        return *port->getDataType() == *other->getDataType() && plain::disconnect(other);
+    }
+};
+
+template <class Host>
+bool add(const char* name)
+{
+    return ZEL::registerConformanceTests(name, [] { return std::make_unique<Host>(); });
+}
+
 const bool kRegistered =
-    ZEL::registerConformanceTests("PlainHost", [] { return std::make_unique<plain::Host<>>(); });
+    add<plain::Host<>>("PlainHost") && add<plain::Host<OneSourceNode>>("OneSourceHost");
 
 } // namespace
