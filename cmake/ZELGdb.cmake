@@ -5,10 +5,14 @@ set(gdbScriptName libZEL.so.${PROJECT_VERSION}-gdb.py)
 configure_file(gdb/libZEL-gdb.py ${PROJECT_BINARY_DIR}/${gdbScriptName} COPYONLY)
 
 if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
-    set(gdbDefaultDir ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR})
+    set(gdbDir ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR})
 else()
-    set(gdbDefaultDir ${CMAKE_INSTALL_LIBDIR})
+    set(gdbDir ${CMAKE_INSTALL_LIBDIR})
 endif()
-set(ZEL_GDB_DIR ${gdbDefaultDir} CACHE STRING
-    "Where the script for gdb is installed, relative to the prefix")
-install(FILES ${PROJECT_BINARY_DIR}/${gdbScriptName} DESTINATION ${ZEL_GDB_DIR})
+# Empty in the cache: the prefix may be another when the build is configured again.
+set(ZEL_GDB_DIR "" CACHE STRING
+    "Where the script for gdb is installed, relative to the prefix; empty: where gdb looks for it")
+if(ZEL_GDB_DIR)
+    set(gdbDir ${ZEL_GDB_DIR})
+endif()
+install(FILES ${PROJECT_BINARY_DIR}/${gdbScriptName} DESTINATION ${gdbDir})
