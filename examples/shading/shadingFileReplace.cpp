@@ -109,6 +109,9 @@ bool replaceFile(const std::string& path, const std::string& bytes, std::string&
         return false;
     }
     bool isDone = !target.empty() && (isThere || errno == ENOENT);
+    // A rename asks the folder only; a file that is protected from writing stays.
+    if (isThere)
+        isDone = faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
     if (isDone) {
         NewFile file(folderOf(target));
         isDone = file.isOpen() && file.takeOver(isThere ? &status : nullptr) && file.write(bytes) &&

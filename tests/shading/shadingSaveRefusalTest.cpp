@@ -248,6 +248,27 @@ TEST(SaveFile, SaysWhyItCannotWrite)
     EXPECT_EQ("compound\n", test.run("find Top.g"));
 }
 
+/// As a user whom the file's mode binds.
+[[noreturn]] void saveAsAnyUser(const std::string& path)
+{
+    const TestDocument test(kElements);
+    if (geteuid() == 0 && seteuid(65534) != 0)
+        std::_Exit(1);
+    std::fputs(test.run("save " + path).c_str(), stderr);
+    std::_Exit(0);
+}
+
+TEST(SaveFile, KeepsAFileThatMayNotBeWritten)
+{
+    const TestFile file("old");
+    const std::string folder = std::filesystem::path(file.path()).parent_path().string();
+    ASSERT_EQ(0, chmod(folder.c_str(), 0777));
+    ASSERT_EQ(0, chmod(file.path().c_str(), 0444));
+    EXPECT_EXIT(saveAsAnyUser(file.path()), testing::ExitedWithCode(0),
+                "t.mtlx: cannot be written: Permission denied\n");
+    EXPECT_EQ("old", fileBytes(file.path()));
+}
+
 /// What a full disk does: only the first bytes get into the file.
 [[noreturn]] void saveFewBytes(const std::string& path)
 {
