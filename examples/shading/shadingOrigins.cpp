@@ -4,13 +4,25 @@ namespace shading {
 
 void Origins::setPort(const ZEL::AddRefWrapper<ZEL::Port>& port, pugi::xml_node_struct* element)
 {
-    m_ports.emplace(port.get(), Origin{port, element});
+    m_ports.emplace(port.get(), Origin{port, element, ""});
 }
 
 pugi::xml_node_struct* Origins::elementOf(const ZEL::Port& port) const
 {
     const auto found = m_ports.find(&port);
     return found == m_ports.end() ? nullptr : found->second.element;
+}
+
+void Origins::setImplied(const ZEL::AddRefWrapper<ZEL::Port>& port)
+{
+    m_ports.emplace(port.get(), Origin{port, nullptr, port->getName()});
+}
+
+bool Origins::isImplied(const ZEL::Port& port) const
+{
+    const auto found = m_ports.find(&port);
+    return found != m_ports.end() && !found->second.element &&
+           found->second.impliedName == port.getName();
 }
 
 } // namespace shading

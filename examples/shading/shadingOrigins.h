@@ -2,6 +2,7 @@
 
 #include "zel.h"
 
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -22,6 +23,11 @@ public:
     /// Null for a port that has no element.
     pugi::xml_node_struct* elementOf(const ZEL::Port& port) const;
 
+    /// Notes an input of a compound that a reference made: the document does not declare it.
+    void setImplied(const ZEL::AddRefWrapper<ZEL::Port>& port);
+    /// False for a port with an element, for one that an edit made and for one with another name.
+    bool isImplied(const ZEL::Port& port) const;
+
     void setConnected(pugi::xml_node_struct* element) { m_connected.insert(element); }
     /// False for a reference that named nothing when the document was opened.
     bool wasConnected(pugi::xml_node_struct* element) const
@@ -32,7 +38,8 @@ public:
 private:
     struct Origin {
         ZEL::AddRefWrapper<ZEL::Port> port;
-        pugi::xml_node_struct* element; ///< Not owned.
+        pugi::xml_node_struct* element; ///< Not owned. Null: the port is implied.
+        std::string impliedName;        ///< Empty for a port with an element.
     };
 
     std::unordered_map<const ZEL::Port*, Origin> m_ports;

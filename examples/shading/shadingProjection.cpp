@@ -3,6 +3,7 @@
 #include "shadingContainer.h"
 #include "shadingDraftNetwork.h"
 #include "shadingFormat.h"
+#include "shadingOrigins.h"
 
 #include <array>
 #include <cstring>
@@ -42,6 +43,7 @@ public:
             remove(gone);
         for (const Moved& moved : m_moved)
             keepInherited(moved);
+        declareInputs(*root);
     }
 
 private:
@@ -198,6 +200,20 @@ private:
             attribute.equals = "=";
             moved.item->attributes.push_back(attribute);
         }
+    }
+
+    /// The reader makes an input that an `interfacename` means; the format wants it declared.
+    void declareInputs(ZEL::Node& node)
+    {
+        const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
+        if (!compound)
+            return;
+        for (ZEL::Port* const port : node.inputs()) {
+            if (!m_network.itemOf(*port) && !m_network.container().origins().isImplied(*port))
+                m_network.declare(node, *port);
+        }
+        for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes())
+            declareInputs(*inner);
     }
 
     DraftNetwork& m_network;

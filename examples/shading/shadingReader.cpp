@@ -76,7 +76,7 @@ private:
     }
 
     /// The inner input of that name, made when the graph does not declare it.
-    static PortPtr interfacePort(const Reference& reference, const std::string& name)
+    PortPtr interfacePort(const Reference& reference, const std::string& name)
     {
         ZEL::Compound& compound = *reference.scope->compound;
         PortPtr present = compound.innerInputs()[name.c_str()];
@@ -84,6 +84,7 @@ private:
             return present;
         const int index = compound.createCompoundPort(ZEL::PortInput, name.c_str(),
                                                       reference.target->getDataType());
+        m_origins.setImplied(compound.getAsNode()->inputs()[index]);
         return compound.innerInputs()[index];
     }
 

@@ -176,9 +176,20 @@ const SaveCase kSaves[] = {
     {"an interface that is not declared stays so",
      "<nodegraph name='g'><n name='a' type='t'><input name='i' type='t' interfacename='x'/></n>"
      "</nodegraph>",
-     "port rename Top.g x y",
-     "<nodegraph name='g'><n name='a' type='t'><input name='i' type='t' interfacename='y'/></n>"
+     "rename Top.g h",
+     "<nodegraph name='h'><n name='a' type='t'><input name='i' type='t' interfacename='x'/></n>"
      "</nodegraph>"},
+    {"an interface that gets another name is declared",
+     "<nodegraph name='g'><n name='a' type='t'><input name='i' type='t' interfacename='x'/></n>"
+     "</nodegraph>",
+     "port rename Top.g x y",
+     "<nodegraph name='g'><input name='y' type='t'/><n name='a' type='t'><input name='i' type='t' "
+     "interfacename='y'/></n></nodegraph>"},
+    {"an interface that an edit made is declared, also when nothing feeds it",
+     "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' nodename='a'/></n>",
+     "collapse Top g b\ndisconnect Top.a.out Top.g.i",
+     "<n name='a' type='t'/><nodegraph name='g'><input name='i' type='t'/><n name='b' type='t'>"
+     "<input name='i' type='t' interfacename='i'/></n></nodegraph>"},
     {"an interface that is not used any more is declared",
      "<nodegraph name='g'><n name='a' type='t'><input name='i' type='t' interfacename='x'/></n>"
      "</nodegraph>",
