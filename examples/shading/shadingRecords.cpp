@@ -32,6 +32,7 @@ PortRecord recordOf(ZEL::Port& port, ZEL::Compound* compound)
     record.value = port.getPortDefaultValue();
     addPaths(record.isInput ? &port : inner.get(), record.sources);
     addPaths(record.isInput ? inner.get() : &port, record.targets);
+    std::sort(record.targets.begin(), record.targets.end());
     return record;
 }
 

@@ -21,7 +21,7 @@ struct PortRecord {
     std::string type; ///< "none" for a port without a data type.
     std::string value;
     std::vector<std::string> sources; ///< Full path names; of a compound, also from inside.
-    std::vector<std::string> targets;
+    std::vector<std::string> targets; ///< Sorted.
 };
 
 struct ConnectionRecord {

@@ -94,9 +94,9 @@ const std::vector<Command>& viewCommands()
         {"ports", "PATH",
          "The ports of a node in order. A line has direction, name, data type, default value, "
          "`<-`\n"
-         "    where the data comes from, `->` where it goes to. An inner port of a compound has "
-         "the\n"
-         "    path of the compound node's own port and stands on its line. --json prints instead\n"
+         "    where the data comes from, `->` where it goes to, sorted. An inner port of a\n"
+         "    compound has the path of the compound node's own port and stands on its line.\n"
+         "    --json prints instead\n"
          "    [{\"direction\", \"name\", \"type\", \"value\", \"sources\": [], \"targets\": []}].",
          1, 1, runPorts, "node", "ports Top.NG_gate.gate_color", "--json"},
         {"connections", "[PATH]",

@@ -68,7 +68,7 @@ const EditCase kEdits[] = {
      "ports Top.a2\nports Top.a\nports Top.d\nports Top.e",
      "Top.g.a -> Top.a2\n"
      "input i t \"\" <- Top.a.out\ninput j t \"7\"\noutput out t \"\" -> Top.d.j\n"
-     "output out t \"\" -> Top.b.i, Top.b.j, Top.c.i, Top.a2.i, Top.d.i, Top.e.j\n"
+     "output out t \"\" -> Top.a2.i, Top.b.i, Top.b.j, Top.c.i, Top.d.i, Top.e.j\n"
      "input i t \"\" <- Top.a.out\ninput j t \"\" <- Top.a2.out\noutput out t \"\" -> Top.e.i\n"
      "input i t \"\" <- Top.d.out\ninput j t \"\" <- Top.a.out\noutput out t \"\" -> Top.w\n"},
     {"port add", "port add Top.g output q t", "ports Top.g",

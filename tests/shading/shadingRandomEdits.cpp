@@ -26,13 +26,40 @@ void addText(ZEL::Node& node, std::string& text)
         addText(*inner, text);
 }
 
+void addTargets(ZEL::PortList& list, std::string& text)
+{
+    for (ZEL::Port* const port : list) {
+        for (ZEL::Port* const target : port->connectedTo())
+            text += std::string(target->getFullPathName().getName()) + "\n";
+    }
+}
+
+/// What each port sends to, in its order.
+void addTargets(ZEL::Node& node, std::string& text)
+{
+    addTargets(node.outputs(), text);
+    const shading::CompoundPtr compound = node.getAsCompound();
+    if (!compound)
+        return;
+    addTargets(compound->innerInputs(), text);
+    for (const shading::NodePtr& inner : compound->nodes())
+        addTargets(*inner, text);
+}
+
 } // namespace
 
-std::string networkText(shading::Container& container)
+std::string documentText(shading::Container& container)
 {
     const shading::NodePtr root = container.getRootNode();
     std::string text = shading::connectionsText(*root->getAsCompound());
     addText(*root, text);
+    return text;
+}
+
+std::string networkText(shading::Container& container)
+{
+    std::string text = documentText(container);
+    addTargets(*container.getRootNode(), text);
     return text;
 }
 

@@ -9,6 +9,8 @@
 /// Everything that edits may change, as text: nodes and ports in order with types and values, and
 /// the connections of each port in their order, inner ports too.
 std::string networkText(shading::Container& container);
+/// The same without the order of a port's connections, which a document does not keep.
+std::string documentText(shading::Container& container);
 
 /// Makes random edits on a document, by the paths of what is there now.
 class RandomEdits {

@@ -34,25 +34,6 @@ std::string findings(shading::Container& container)
 /// What became of the documents that were saved: "saved", or the reason of a refusal without paths.
 using Outcomes = std::map<std::string, int>;
 
-/// The lines in order of bytes, the targets of each port too: a document keeps no order of those.
-std::string sortedText(const std::string& text)
-{
-    std::string result;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        std::set<std::string> targets;
-        const std::size_t arrow = line.rfind(" -> ");
-        std::istringstream names(arrow == std::string::npos ? "" : line.substr(arrow + 4));
-        for (std::string name; names >> name;)
-            targets.insert(name.back() == ',' ? name.substr(0, name.size() - 1) : name);
-        result += line.substr(0, arrow);
-        for (const std::string& target : targets)
-            result += " -> " + target;
-        result += "\n";
-    }
-    return result;
-}
-
 std::string reasonOf(const shading::SaveProblem& problem)
 {
     std::istringstream words(problem.reason);
@@ -85,7 +66,7 @@ void saveAndOpen(shading::Container& container, Outcomes& outcomes)
     options.runtime = container.getRuntime();
     const auto saved = shading::Container::open(file.path(), options, messages);
     ASSERT_TRUE(saved) << bytes;
-    ASSERT_EQ(sortedText(before), sortedText(networkText(*saved))) << bytes;
+    ASSERT_EQ(documentText(container), documentText(*saved)) << bytes;
     ASSERT_EQ(before, networkText(container));
 }
 
