@@ -14,8 +14,16 @@ namespace {
 /// network can exhaust the stack.
 constexpr int kMaxDepth = 512;
 
+/// Small enough to be counted for each message, large enough that counts for all cost no memory.
+constexpr std::size_t kBlock = 4096;
+
 constexpr unsigned kParseEverything =
     pugi::parse_full | pugi::parse_ws_pcdata | pugi::parse_fragment;
+
+bool isInner(char c)
+{
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
 
 } // namespace
 
@@ -67,12 +75,24 @@ bool XmlSource::read(Message& error)
 void XmlSource::indexText()
 {
     m_lineStarts = {0};
+    m_innerBefore.clear();
+    std::size_t inner = 0;
     for (std::size_t i = 0; i < m_text.size(); ++i) {
+        if (i % kBlock == 0)
+            m_innerBefore.push_back(inner);
         if (m_text[i] == '\n')
             m_lineStarts.push_back(i + 1);
-        if ((static_cast<unsigned char>(m_text[i]) & 0xC0U) == 0x80U)
-            m_inner.push_back(i);
+        inner += isInner(m_text[i]) ? 1 : 0;
     }
+    m_innerBefore.push_back(inner); // For the end of a text of whole blocks.
+}
+
+std::size_t XmlSource::innerBefore(std::size_t offset) const
+{
+    const std::size_t block = offset / kBlock;
+    const auto begin = m_text.begin() + static_cast<std::ptrdiff_t>(block * kBlock);
+    const auto end = m_text.begin() + static_cast<std::ptrdiff_t>(offset);
+    return m_innerBefore[block] + static_cast<std::size_t>(std::count_if(begin, end, isInner));
 }
 
 bool XmlSource::parse(Message& error)
@@ -155,10 +175,8 @@ Message XmlSource::messageAt(std::size_t offset, bool isError, const std::string
     message.file = m_path;
     message.line = static_cast<int>(next - m_lineStarts.begin());
     const std::size_t lineStart = *(next - 1);
-    const auto inner = std::lower_bound(m_inner.begin(), m_inner.end(), lineStart);
-    const auto innerEnd = std::lower_bound(inner, m_inner.end(), offset);
-    const std::size_t bytes = offset - lineStart;
-    message.column = static_cast<int>(bytes - static_cast<std::size_t>(innerEnd - inner)) + 1;
+    const std::size_t inner = innerBefore(offset) - innerBefore(lineStart);
+    message.column = static_cast<int>(offset - lineStart - inner) + 1;
     message.isError = isError;
     message.text = text;
     return message;

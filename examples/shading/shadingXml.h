@@ -34,6 +34,8 @@ public:
 private:
     bool read(Message& error);
     void indexText();
+    /// How many of the first bytes of the text continue a character.
+    std::size_t innerBefore(std::size_t offset) const;
     bool parse(Message& error);
     bool checkTopLevel(Message& error) const;
     bool checkDepth(Message& error) const;
@@ -43,7 +45,8 @@ private:
     std::string m_text; ///< The file in UTF-8; offsets count its bytes.
     Encoding m_encoding;
     std::vector<std::size_t> m_lineStarts; ///< Offsets; the first is 0.
-    std::vector<std::size_t> m_inner;      ///< Offsets of the bytes that continue a character.
+    /// How many bytes continue a character before each block of the text.
+    std::vector<std::size_t> m_innerBefore;
     pugi::xml_document m_xml;
 };
 

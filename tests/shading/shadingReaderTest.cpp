@@ -159,6 +159,16 @@ TEST(Reader, StrictMakesWarningsErrors)
     EXPECT_TRUE(TestDocument("<n name='n' type='t'/>", true).container);
 }
 
+TEST(Reader, ColumnsCountCharactersAlsoInLongLines)
+{
+    const char* const bad = "<n name='n' type='t'><input name='a' type='t' nodename='no'/></n>";
+    std::string wide;
+    for (int i = 0; i < 5000; ++i)
+        wide += "\xC3\xA4";
+    const TestDocument document("\n<!--" + wide + "\n" + wide + "-->" + bad, true);
+    EXPECT_EQ("t.mtlx:3:5025: error: Top.n.a: no node \"no\" in Top\n", document.messages);
+}
+
 TEST(Reader, PortsOfOneTypeShareIt)
 {
     const TestDocument document("<n name='n' type='t'><input name='a' type='t'/></n>");
