@@ -22,7 +22,7 @@ steps=$(blocks '```sh' | awk '/build\/plain -D/ { skip = 1 } !skip && !/--build 
 for wanted in "cmake --install $build --prefix" "cp -r examples/first" "build/firstHost "; do
     grep -qF "$wanted" <<<"$steps" || { echo "docs/hosts.md lacks the step: $wanted"; exit 1; }
 done
-expected=$(blocks '```' | grep connected)
+expected=$(blocks '```' | grep -E '^(nodes|(dis)?connected): ')
 rm -rf "$HOME"
 mkdir -p "$HOME"
 shown=$(bash -euo pipefail -c "$steps") || { printf '%s\n' "$shown"; exit 1; }

@@ -111,6 +111,10 @@ void edit(Runtime& runtime)
     const AddRefWrapper<NodeLibrary> library = runtime.getNodeLibrary();
     for (int i = 0; i < library->getNumberOfNodes(); ++i)
         document.nodes().add(ImageNode::createNew(document, *library->getNodeAt(i)));
+    std::printf("nodes:");
+    for (const Node* const node : document.nodes())
+        std::printf(" %s", node->getName());
+    std::printf("\n");
     const AddRefWrapper<Node> blur = document.findNodeFromPath("Top.Blur");
     AddRefWrapper<Port> first = blur->inputs()["In"];
     AddRefWrapper<Port> second =
