@@ -17,7 +17,7 @@ fault()
 
 # Every test that a page names is one of zelTests: "Suite." lines, each followed by its names.
 present=$("$tests" --gtest_list_tests | awk '/^[^ ]/ { suite = $1; next } { print suite $1 }')
-for file in "$page" docs/callbacks.md docs/caller-guarantees.md; do
+for file in "$page" docs/callbacks.md docs/caller-guarantees.md docs/coverage.md; do
     while read -r name; do
         grep -qxF "$name" <<<"$present" || fault "$file: there is no test $name"
     done < <(grep -oE '`[A-Z][A-Za-z]*\.[A-Z][A-Za-z]*`' "$file" | tr -d '`' | sort -u)
