@@ -5,7 +5,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(cmake g++ ninja-build)
 host_packages=(libgraphviz-dev libpugixml-dev libreadline-dev nlohmann-json3-dev)
-test_packages=(libgtest-dev libbenchmark-dev pkgconf gdb clang abigail-tools)
+test_packages=(libgtest-dev libbenchmark-dev make pkgconf gdb clang abigail-tools)
 tidy_packages=(clang clang-format-14 clang-tidy-14)
 docs_packages=(doxygen)
 

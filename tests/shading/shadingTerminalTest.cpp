@@ -26,6 +26,8 @@ public:
     Terminal& operator=(const Terminal&) = delete;
     ~Terminal() { close(m_terminal); }
 
+    /// False where the system gives no pseudo terminal.
+    bool isOpen() const { return m_process > 0; }
     void type(const std::string& keys) const
     {
         EXPECT_EQ(static_cast<ssize_t>(keys.size()), write(m_terminal, keys.data(), keys.size()));
@@ -64,6 +66,8 @@ TEST(Terminal, CompletesCommandsAndPathsWithTheTabulator)
     const TestFile file("<materialx><nodegraph name='graph'><n name='two words' type='t'/>"
                         "</nodegraph></materialx>");
     Terminal terminal(file.path());
+    if (!terminal.isOpen())
+        GTEST_SKIP() << "this system gives no pseudo terminal";
     ASSERT_TRUE(terminal.shows("zelsh> "));
     terminal.type("por\ts Top.g\t.\t\n");
     EXPECT_TRUE(terminal.shows("output out t \"\"\r\n")) << "ports \"Top.graph.two words\"";
