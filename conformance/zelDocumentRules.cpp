@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace ZEL::Conformance {
 
@@ -126,6 +128,32 @@ void runtimeKeepsItsDataTypes(Scene& scene)
                       << " than the runtime's: commands make ports that do not fit";
 }
 
+/// Whether a child process survives the call, without a word.
+bool survives(const std::function<void()>& call)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        close(STDERR_FILENO);
+        call();
+        _exit(0);
+    }
+    int status = 0;
+    return child > 0 && waitpid(child, &status, 0) == child && status == 0;
+}
+
+void runtimeForgetsAClosedDocument(Scene& scene)
+{
+    Runtime* const runtime = scene.document->getRuntime();
+    std::unique_ptr<Container> closed = scene.host.makeDocument();
+    if (!runtime || !closed || closed->getRuntime() != runtime)
+        GTEST_SKIP() << "two documents have no runtime in common";
+    closed = nullptr;
+    if (!survives([runtime] { runtime->forceRebuildCompounds(); }))
+        ADD_FAILURE()
+            << "forceRebuildCompounds of the runtime ends the program once a document was "
+               "closed: a document unregisters from its runtime in its destructor";
+}
+
 void rebuildKeepsTheNetwork(Scene& scene)
 {
     const NodePtr a = scene.addNode(*scene.top, "alpha", "", "out1");
@@ -183,6 +211,7 @@ const std::vector<Rule>& documentRules()
         {"RootNodeOwnsACompound", &rootNodeOwnsACompound, false},
         {"PathsLeadToTheirObjects", &pathsLeadToTheirObjects, true},
         {"RuntimeKeepsItsDataTypes", &runtimeKeepsItsDataTypes, false},
+        {"RuntimeForgetsAClosedDocument", &runtimeForgetsAClosedDocument, false},
         {"RebuildKeepsTheNetwork", &rebuildKeepsTheNetwork, true},
         {"UuidNamesTheDocumentWhileItLives", &uuidNamesTheDocumentWhileItLives, false},
         {"SaveAsLeavesTheNetworkAlone", &saveAsLeavesTheNetworkAlone, true},

@@ -33,6 +33,18 @@ private:
     int m_turn = 0;
 };
 
+struct StaysRegistered : plain::Document<NodeClass, CompoundClass> {
+    StaysRegistered() { runtime().registerContainer(this); }
+    ZEL::Runtime* getRuntime() override { return &runtime(); }
+
+private:
+    static ZEL::Runtime& runtime()
+    {
+        static ZEL::Runtime shared;
+        return shared;
+    }
+};
+
 struct RebuildsTooMuch : plain::Document<NodeClass, CompoundClass> {
     void rebuildCompounds() override
     {
@@ -275,6 +287,7 @@ int main(int argc, char** argv)
     add<Documents<EmptyDocument>>("EmptyDocument");
     add<plain::Host<NodeClass, ZEL::Compound>>("LibrarysCompound");
     add<Documents<TwoRuntimesDocument>>("TwoRuntimesDocument");
+    add<Documents<StaysRegistered>>("StaysRegistered");
     add<Documents<RebuildsTooMuch>>("RebuildsTooMuch");
     add<ImmortalHost>("ImmortalHost");
     add<SavesNothingHost>("SavesNothing");

@@ -14,6 +14,21 @@ public:
     }
 };
 
+/// Has the runtime of all documents, and is known to it while it lives.
+class SharingDocument : public plain::Document<OneSourceNode, plain::Compound> {
+public:
+    SharingDocument() { shared().registerContainer(this); }
+    ~SharingDocument() override { shared().unregisterContainer(this); }
+    ZEL::Runtime* getRuntime() override { return &shared(); }
+
+private:
+    static ZEL::Runtime& shared()
+    {
+        static ZEL::Runtime runtime;
+        return runtime;
+    }
+};
+
 template <class Host>
 bool add(const char* name)
 {
@@ -21,6 +36,7 @@ bool add(const char* name)
 }
 
 const bool kRegistered =
-    add<plain::Host<>>("PlainHost") && add<plain::Host<OneSourceNode>>("OneSourceHost");
+    add<plain::Host<>>("PlainHost") &&
+    add<plain::Host<OneSourceNode, plain::Compound, SharingDocument>>("ParticularHost");
 
 } // namespace
