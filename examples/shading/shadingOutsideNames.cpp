@@ -38,6 +38,8 @@ private:
                     update(*item, element, "nodegraph");
                 else if (std::strcmp(element.name(), "backdrop") == 0)
                     updateContents(*item, element);
+                else if (std::strcmp(parent.name(), "variant") == 0)
+                    updateReference(*item, element);
             }
             visit(element);
         }
@@ -70,18 +72,45 @@ private:
         return item->parent == &around ? m_network.nodeOf(item) : nullptr;
     }
 
-    /// A name that means a node of the document.
-    void update(DraftItem& item, pugi::xml_node element, const char* attribute)
+    /// What an input gets when a variant is chosen.
+    void updateReference(DraftItem& item, pugi::xml_node element)
+    {
+        for (const char* const attribute : {"nodename", "nodegraph"}) {
+            const pugi::xml_node meant = update(item, element, attribute);
+            const std::string name = attributeOf(element, "output");
+            const pugi::xml_node output =
+                meant.find_child_by_attribute("output", "name", name.c_str());
+            if (!output)
+                continue;
+            const ZEL::Port* const port =
+                m_network.portOf(m_network.draft().elementAt(offsetOf(output)));
+            if (port && name != port->getName())
+                m_network.draft().setAttribute(item, "output", port->getName());
+            if (!port)
+                refuse(attributeOf(meant, "name") + "." + name, element);
+        }
+    }
+
+    /// A name that means a node of the document: its element. Empty when there is none, or not any
+    /// more: that is a problem.
+    pugi::xml_node update(DraftItem& item, pugi::xml_node element, const char* attribute)
     {
         const std::string name = attributeOf(element, attribute);
         const pugi::xml_node meant = nodeNamed(m_root, name);
         if (!meant)
-            return;
+            return {};
         ZEL::Node* const node = nodeIn(*m_network.draft().elementAt(offsetOf(m_root)), meant);
         if (node && name != node->getName())
             m_network.draft().setAttribute(item, attribute, node->getName());
         if (node)
-            return;
+            return meant;
+        refuse(name, element);
+        return {};
+    }
+
+    /// The element names what is gone.
+    void refuse(const std::string& name, pugi::xml_node element)
+    {
         const std::string own = attributeOf(element, "name");
         m_problems.push_back({pathOf(*m_network.container().getRootNode()) + "." + name,
                               std::string("it is gone from there, and ") + element.name() +

@@ -27,7 +27,8 @@ const char* const kElements =
     "type='t'/></nodegraph><nodegraph name='h'><nodegraph name='g'><output name='o' type='t'/>"
     "</nodegraph><n name='d' type='t'><input name='i' type='t'/></n></nodegraph>"
     "<input name='in' type='t'/><look><materialassign name='m' material='b'/></look>"
-    "<implementation name='I' nodegraph='h'/>";
+    "<implementation name='I' nodegraph='h'/>"
+    "<variantset><variant><input name='v' nodegraph='g' output='o'/></variant></variantset>";
 
 shading::NodePtr nodeAt(Container& container, const char* path)
 {
@@ -122,9 +123,11 @@ const struct {
      [](Container& c) {
          nodeAt(c, "Top")->getAsCompound()->removeNode("b");
          nodeAt(c, "Top")->getAsCompound()->removeNode("h");
+         nodeAt(c, "Top.g")->getAsCompound()->deleteCompoundPort(inner(c, out(c, "Top.g.o")));
      },
      "Top.b: it is gone from there, and materialassign \"m\" still names it\n"
-     "Top.h: it is gone from there, and implementation \"I\" still names it\n"},
+     "Top.h: it is gone from there, and implementation \"I\" still names it\n"
+     "Top.g.o: it is gone from there, and input \"v\" still names it\n"},
     {"a value for which there are no words",
      [](Container& c) { out(c, "Top.a.out")->setPortDefaultValue("1"); },
      "Top.a.out: its value is read back as \"\"\n"},

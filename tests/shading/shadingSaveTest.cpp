@@ -179,6 +179,14 @@ const SaveCase kSaves[] = {
      "rename Top.g h",
      "<nodegraph name='h'><n name='a' type='t'><input name='i' type='t' interfacename='x'/></n>"
      "</nodegraph>"},
+    {"a variant names what it named",
+     "<n name='a' type='t'/><nodegraph name='g'><output name='o' type='t'/></nodegraph><variantset>"
+     "<variant><input name='i' nodegraph='g' output='o'/><input name='j' nodename='a'/><input "
+     "name='k' nodename='o'/></variant></variantset>",
+     "rename Top.a b\nrename Top.g h\nport rename Top.h o p",
+     "<n name='b' type='t'/><nodegraph name='h'><output name='p' type='t'/></nodegraph><variantset>"
+     "<variant><input name='i' nodegraph='h' output='p'/><input name='j' nodename='b'/><input "
+     "name='k' nodename='o'/></variant></variantset>"},
     {"an interface that gets another name is declared",
      "<nodegraph name='g'><n name='a' type='t'><input name='i' type='t' interfacename='x'/></n>"
      "</nodegraph>",
