@@ -20,7 +20,9 @@ namespace {
 
 constexpr int kLongestCell = 30000; ///< The engine counts the points of a cell with 16 bits.
 constexpr int kHighestBox = 65000;  ///< And the distance of two neighbours in a layer likewise.
-constexpr int kMargin = 6;          ///< How far curves stay above and below a box.
+/// The engine follows edges by recursion: a chain of many more overruns the stack.
+constexpr std::size_t kMostBoxes = 10000;
+constexpr int kMargin = 6; ///< How far curves stay above and below a box.
 
 std::string& engineWords()
 {
@@ -295,6 +297,11 @@ bool LayeredLayout::run(LayoutGraph& graph, std::string& problem)
 {
     if (graph.boxes.empty())
         return true;
+    if (graph.boxes.size() > kMostBoxes) {
+        problem = "cannot be laid out: " + std::to_string(graph.boxes.size()) +
+                  " boxes in one frame, the most that can be placed " + std::to_string(kMostBoxes);
+        return false;
+    }
     for (const LayoutBox& box : graph.boxes) {
         if (box.height > kHighestBox) {
             problem = "cannot be laid out: a box in it is " + std::to_string(box.height) +

@@ -56,8 +56,8 @@ public:
     LayeredLayout& operator=(const LayeredLayout&) = delete;
     ~LayeredLayout();
 
-    /// Fills the graph's places. False, with the reason, when a box is higher than 65000 pixels or
-    /// the engine fails.
+    /// Fills the graph's places. False, with the reason, when there are more than 10000 boxes, one
+    /// is higher than 65000 pixels, or the engine fails.
     bool run(LayoutGraph& graph, std::string& problem);
 
 private:

@@ -3,6 +3,7 @@
 #include "shadingPicture.h"
 #include "shadingTestDocument.h"
 #include "zelLayerBounds.h"
+#include "zelLayeredLayout.h"
 #include "zelPicture.h"
 
 #include <gtest/gtest.h>
@@ -365,6 +366,16 @@ TEST(Draw, RefusesABoxThatCannotBePlaced)
     EXPECT_FALSE(zelDraw::drawCompound(*network.root->getAsCompound(), {}, svg, problem));
     EXPECT_EQ("cannot be laid out: a box in it is 76087 pixels high, the highest that can be "
               "placed 65000",
+              problem);
+}
+
+TEST(Draw, RefusesMoreBoxesThanCanBePlaced)
+{
+    zelDraw::LayoutGraph graph;
+    graph.boxes.resize(10001);
+    std::string problem;
+    EXPECT_FALSE(zelDraw::LayeredLayout().run(graph, problem));
+    EXPECT_EQ("cannot be laid out: 10001 boxes in one frame, the most that can be placed 10000",
               problem);
 }
 
