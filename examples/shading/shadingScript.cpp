@@ -3,6 +3,7 @@
 #include "shadingFile.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 
 namespace shading {
@@ -12,11 +13,15 @@ namespace {
 /// Scripts may lie this deep inside each other, far below what the stack holds.
 constexpr std::size_t kMaxScripts = 64;
 
+const char* const kByteOrderMark = "\xEF\xBB\xBF"; ///< Some editors begin a text with it.
+
 /// Splits at line ends. False at a control character that no text has: the last line is its place.
 bool splitLines(const std::string& text, std::vector<std::string>& lines)
 {
     lines.assign(1, "");
-    for (const char c : text) {
+    const std::size_t begin = text.rfind(kByteOrderMark, 0) == 0 ? std::strlen(kByteOrderMark) : 0;
+    for (std::size_t i = begin; i < text.size(); ++i) {
+        const char c = text[i];
         const bool isText = static_cast<unsigned char>(c) >= 0x20 || c == '\t' || c == '\r';
         if (c == '\n')
             lines.emplace_back();

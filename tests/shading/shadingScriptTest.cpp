@@ -44,7 +44,7 @@ protected:
 
 TEST_F(Scripts, StopAtTheFirstErrorWithItsPlace)
 {
-    write("good", "# Two names.\r\n\r\nrename Top.a c\r\nls");
+    write("good", "\xEF\xBB\xBF# Two names.\r\n\r\nrename Top.a c\r\nls");
     EXPECT_EQ("c n\nb n\n", source("good"));
     write("bad", "rename Top.b d\n\nls Top.no\nls\n");
     EXPECT_EQ("failed\nF/bad:3: error: ls: Top.no: no such node\n", source("bad"));
