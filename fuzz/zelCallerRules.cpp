@@ -63,7 +63,7 @@ void isolateHeld(Universe& universe, const Census& inside, const ZEL::Node* top)
         if (isIn(inside.ports, port))
             port->removeAllConnections();
     }
-    std::vector<ZEL::Node*> held;
+    std::vector<ZEL::Node*> held = {universe.root.get()};
     for (const NodePtr& node : universe.nodes)
         held.push_back(node.get());
     for (const auto& slot : universe.collapses) {
