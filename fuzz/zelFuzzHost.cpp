@@ -118,7 +118,8 @@ template class Hosted<ZEL::Compound>;
 
 FuzzCompound::FuzzCompound(Universe& universe, const NodePtr& owner)
     : Hosted(universe, owner),
-      isMirrored(universe.depth == 0 && owner->inputs().size() + owner->outputs().size() == 0)
+      isMirrored(universe.depth == 0 && owner->inputs().size() + owner->outputs().size() == 0 &&
+                 owner->inputs().getRefCount() == 1 && owner->outputs().getRefCount() == 1)
 {
 }
 

@@ -5,6 +5,7 @@
 #include "zelFuzzSteps.h"
 
 #include <cstring>
+#include <utility>
 
 namespace zelFuzz {
 
@@ -31,24 +32,24 @@ void holdPort(Universe& universe)
 {
     PortPtr& slot = pickSlot(universe, universe.ports);
     const PortPtr port(pickPort(universe));
-    letGo(universe, slot);
-    slot = port;
+    PortPtr former = std::exchange(slot, port); // Held already when the former goes.
+    letGo(universe, former);
 }
 
 void holdNode(Universe& universe)
 {
     NodePtr& slot = pickSlot(universe, universe.nodes);
     const NodePtr node(pickNode(universe));
-    letGo(universe, slot);
-    slot = node;
+    NodePtr former = std::exchange(slot, node); // Held already when the former goes.
+    letGo(universe, former);
 }
 
 void holdCompound(Universe& universe)
 {
     CompoundPtr& slot = pickSlot(universe, universe.compounds);
     const CompoundPtr compound(pickCompound(universe));
-    letGo(universe, slot);
-    slot = compound;
+    CompoundPtr former = std::exchange(slot, compound); // Held already when the former goes.
+    letGo(universe, former);
 }
 
 void letSomethingGo(Universe& universe)
