@@ -39,10 +39,19 @@ void isolate(const Census& inside)
     }
 }
 
-template <class T>
-bool isIn(const Counted<T>& objects, const ZEL::AddRefWrapper<T>& object)
+/// Each port that somebody besides the network holds: the host, a step at work, or the library for
+/// a question.
+std::vector<PortPtr> heldPorts(const Universe& universe)
 {
-    return object && objects.has(object.get());
+    std::vector<PortPtr> held;
+    for (const PortPtr& port : universe.ports) {
+        if (port)
+            held.push_back(port);
+    }
+    held.insert(held.end(), universe.freePorts.begin(), universe.freePorts.end());
+    for (const std::vector<ZEL::Port*>* const some : {&universe.heldPorts, &universe.askedPorts})
+        held.insert(held.end(), some->begin(), some->end());
+    return held;
 }
 
 bool shares(ZEL::Node& node, const Census& inside)
@@ -55,15 +64,12 @@ bool shares(ZEL::Node& node, const Census& inside)
 /// What somebody holds of that which is below may outlive the rest.
 void isolateHeld(Universe& universe, const Census& inside, const ZEL::Node* top)
 {
-    for (const PortPtr& port : universe.ports) {
-        if (isIn(inside.ports, port))
+    for (const PortPtr& port : heldPorts(universe)) {
+        if (inside.ports.has(port.get()))
             port->removeAllConnections();
     }
-    for (const PortPtr& port : universe.freePorts) {
-        if (isIn(inside.ports, port))
-            port->removeAllConnections();
-    }
-    std::vector<ZEL::Node*> held = {universe.root.get()};
+    std::vector<ZEL::Node*> held = universe.heldNodes;
+    held.push_back(universe.root.get());
     for (const NodePtr& node : universe.nodes)
         held.push_back(node.get());
     for (const auto& slot : universe.collapses) {
@@ -84,7 +90,7 @@ void isolateHeld(Universe& universe, const Census& inside, const ZEL::Node* top)
         below.addNode(node);
         isolate(below);
     }
-    std::vector<ZEL::Compound*> heldCompounds;
+    std::vector<ZEL::Compound*> heldCompounds = universe.heldCompounds;
     for (const CompoundPtr& compound : universe.compounds)
         heldCompounds.push_back(compound.get());
     for (const auto& slot : universe.collapses)
@@ -144,13 +150,11 @@ void disconnectIfLoose(Universe& universe, ZEL::Port& port)
 
 void forgetParent(Universe& universe, ZEL::PortNotification* parent)
 {
-    for (const PortPtr& port : universe.ports) {
-        if (port && port->getParent() == parent)
+    for (const PortPtr& port : heldPorts(universe)) {
+        if (port->getParent() == parent) {
+            disconnect(universe, *port);
             port->setParent(nullptr);
-    }
-    for (const PortPtr& port : universe.freePorts) {
-        if (port->getParent() == parent)
-            port->setParent(nullptr);
+        }
     }
 }
 

@@ -27,7 +27,8 @@ bool mayConnect(Universe& universe, ZEL::Port& port, ZEL::Port& other);
 /// P1: disconnects a port that only the caller's variable still holds.
 void disconnectIfLoose(Universe& universe, ZEL::Port& port);
 
-/// P4, P6, L4: a parent that dies is taken off the ports that the host holds.
+/// P4, P6, P9, L4: a parent that dies is taken off the ports that the host holds, which are
+/// disconnected while they still know it.
 void forgetParent(Universe& universe, ZEL::PortNotification* parent);
 /// L7: likewise a compound that dies, off the nodes that the host holds.
 void forgetCompound(Universe& universe, ZEL::Compound* compound);

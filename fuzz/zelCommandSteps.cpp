@@ -47,32 +47,26 @@ bool isReachable(Universe& universe, ZEL::Port& port)
 void editConnections(Universe& universe)
 {
     auto& slot = pickSlot(universe, universe.connects);
-    PortPtr a(pickPort(universe));
-    PortPtr b(pickPort(universe));
+    const Held<ZEL::Port> a(universe, pickPort(universe));
+    const Held<ZEL::Port> b(universe, pickPort(universe));
     if ((slot && slot->isBusy) || !a || !b || !callerRules::mayConnect(universe, *a, *b))
         return;
     const int action = universe.input.number(7);
     if (!slot || action == 0)
         slot = std::make_unique<ConnectSlot>();
-    PortPtr first(a);
-    PortPtr second(b);
-    {
-        const Busy busy(slot->isBusy);
-        if (action == 1)
-            slot->command.disconnect(&universe, first, second);
-        else if (action == 2)
-            slot->command.disconnectAll(&universe, first);
-        else if (action == 3)
-            slot->command.undo(&universe);
-        else if (action == 4)
-            slot->command.redo(&universe);
-        else
-            slot->command.connect(&universe, first, second);
-    }
-    first = nullptr;
-    second = nullptr;
-    letGo(universe, a);
-    letGo(universe, b);
+    PortPtr first(a.wrapper());
+    PortPtr second(b.wrapper());
+    const Busy busy(slot->isBusy);
+    if (action == 1)
+        slot->command.disconnect(&universe, first, second);
+    else if (action == 2)
+        slot->command.disconnectAll(&universe, first);
+    else if (action == 3)
+        slot->command.undo(&universe);
+    else if (action == 4)
+        slot->command.redo(&universe);
+    else
+        slot->command.connect(&universe, first, second);
 }
 
 /// Undo brings a connection's first text back when the paths of all ports lead to them; redo brings
@@ -116,30 +110,15 @@ void checkConnectRound(Universe& universe)
 
 // CreateCompoundCommand.
 
-void dropCollapse(Universe& universe, std::unique_ptr<CollapseSlot>& slot)
-{
-    if (!slot)
-        return;
-    CompoundPtr parent(slot->parent);
-    std::vector<NodePtr> held;
-    for (const auto& entry : slot->nodes)
-        held.emplace_back(entry.second);
-    slot = nullptr;
-    for (NodePtr& node : held)
-        letGo(universe, node);
-    letGo(universe, parent);
-}
-
 void bindCollapse(Universe& universe, CollapseSlot& slot)
 {
     ZEL::Compound* const compound = pickCompound(universe);
     const NodePtr owner = compound ? compound->getAsNode() : nullptr;
     const std::string path = owner ? owner->getFullPathName().getName() : "";
-    CompoundPtr former(slot.parent);
+    const Held<ZEL::Compound> former(universe, slot.parent);
     if (const NodePtr node = universe.findNodeFromPath(path.c_str()))
         slot.parent = node->getAsCompound().get();
     slot.command.setParentCompound(&universe, path.c_str());
-    letGo(universe, former);
 }
 
 void addToCollapse(Universe& universe, CollapseSlot& slot)
@@ -160,13 +139,12 @@ void doCollapse(Universe& universe, CollapseSlot& slot)
         moved.push_back(entry.second);
     if (!slot.parent || !hasRoom(universe) || !callerRules::mayCollapse(*slot.parent, moved))
         return;
-    CompoundPtr parent(slot.parent);
+    const Held<ZEL::Compound> parent(universe, slot.parent);
     ++universe.collapsing;
     const bool isDone = slot.command.doit();
     --universe.collapsing;
     if (isDone)
         slot.parent = nullptr;
-    letGo(universe, parent);
     if (!isDone || universe.depth > 0)
         return;
     const std::string after = networkText(universe);
@@ -184,7 +162,7 @@ void collapse(Universe& universe)
     if (!slot)
         slot = std::make_unique<CollapseSlot>();
     if (action == 0) {
-        dropCollapse(universe, slot);
+        letGo(universe, slot);
         return;
     }
     const Busy busy(slot->isBusy);
@@ -199,13 +177,6 @@ void collapse(Universe& universe)
 }
 
 // ModifyCompoundPortCommand.
-
-void dropModify(Universe& universe, std::unique_ptr<ModifySlot>& slot)
-{
-    CompoundPtr compound(slot ? slot->compound : nullptr);
-    slot = nullptr;
-    letGo(universe, compound);
-}
 
 void request(Universe& universe, ZEL::ModifyCompoundPortCommand& command)
 {
@@ -234,7 +205,7 @@ void modifyPorts(Universe& universe)
         return;
     }
     if (!slot || action == 0) {
-        dropModify(universe, slot);
+        letGo(universe, slot);
         ZEL::Compound* const compound = pickCompound(universe);
         const NodePtr owner = compound ? compound->getAsNode() : nullptr;
         const std::string path = owner ? owner->getFullPathName().getName() : "";

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <list>
 
 namespace zelFuzz {
 
@@ -99,6 +100,23 @@ void letGo(Universe& universe, CompoundPtr& compound)
     const CompoundPtr gone = std::exchange(compound, nullptr);
     if (gone && !universe.census().compounds.has(gone.get()))
         callerRules::prepareEnd(universe, *gone);
+}
+
+void letGo(Universe& universe, std::unique_ptr<CollapseSlot>& slot)
+{
+    if (!slot)
+        return;
+    const Held<ZEL::Compound> parent(universe, slot->parent);
+    std::list<Held<ZEL::Node>> nodes;
+    for (const auto& entry : slot->nodes)
+        nodes.emplace_back(universe, entry.second);
+    slot = nullptr;
+}
+
+void letGo(Universe& universe, std::unique_ptr<ModifySlot>& slot)
+{
+    const Held<ZEL::Compound> compound(universe, slot ? slot->compound : nullptr);
+    slot = nullptr;
 }
 
 } // namespace zelFuzz

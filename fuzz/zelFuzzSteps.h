@@ -13,7 +13,8 @@ struct Step {
 void makeStep(Universe& universe);
 
 /// The steps, by theme. A step keeps the rules of callerRules; where it calls an object it holds no
-/// wrapper of it, so that a question may be the end of the object.
+/// wrapper of it, so that a question may be the end of the object. What it gives as an argument it
+/// holds and lets go afterwards: a wrapper that the call makes would be the last one unnoticed.
 extern const std::vector<Step> kGraphSteps;
 extern const std::vector<Step> kHostSteps;
 extern const std::vector<Step> kCommandSteps;
@@ -39,5 +40,58 @@ bool hasRoom(Universe& universe);
 void letGo(Universe& universe, PortPtr& port);
 void letGo(Universe& universe, NodePtr& node);
 void letGo(Universe& universe, CompoundPtr& compound);
+void letGo(Universe& universe, std::unique_ptr<CollapseSlot>& slot);
+void letGo(Universe& universe, std::unique_ptr<ModifySlot>& slot);
+
+/// What a step holds while it works. The universe knows of it, so that what a step inside a
+/// question lets go is disconnected from what this one holds; at the end it is let go.
+template <class T>
+class Held {
+public:
+    Held(Universe& universe, ZEL::AddRefWrapper<T> object)
+        : m_universe(universe),
+          m_object(std::move(object))
+    {
+        if (m_object)
+            known().push_back(m_object.get());
+    }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+    ~Held()
+    {
+        if (!m_object)
+            return;
+        known().erase(std::find(known().begin(), known().end(), m_object.get()));
+        letGo(m_universe, m_object);
+    }
+
+    explicit operator bool() const { return m_object != nullptr; }
+    const ZEL::AddRefWrapper<T>& wrapper() const { return m_object; }
+    T& operator*() const { return *m_object; }
+    T* operator->() const { return m_object.get(); }
+
+private:
+    std::vector<T*>& known()
+    {
+        if constexpr (std::is_same_v<T, ZEL::Port>)
+            return m_universe.heldPorts;
+        else if constexpr (std::is_same_v<T, ZEL::Node>)
+            return m_universe.heldNodes;
+        else
+            return m_universe.heldCompounds;
+    }
+
+    Universe& m_universe;
+    ZEL::AddRefWrapper<T> m_object;
+};
+
+/// Fills a place of the host. The new object is held already when the former goes: the two may
+/// share what is below them.
+template <class T>
+void swapIn(Universe& universe, T& slot, T object)
+{
+    slot.swap(object);
+    letGo(universe, object);
+}
 
 } // namespace zelFuzz

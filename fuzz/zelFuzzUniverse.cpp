@@ -35,16 +35,10 @@ Universe::~Universe()
     for (auto& slot : connects)
         slot = nullptr;
     // What is held goes while all is alive, and disconnected.
-    for (auto& slot : collapses) {
-        for (const auto& entry : slot ? slot->nodes : decltype(slot->nodes)())
-            callerRules::prepareEnd(*this, *entry.second);
-        slot = nullptr;
-    }
-    for (auto& slot : modifies) {
-        if (slot && slot->compound)
-            callerRules::prepareEnd(*this, *slot->compound);
-        slot = nullptr;
-    }
+    for (auto& slot : collapses)
+        letGo(*this, slot);
+    for (auto& slot : modifies)
+        letGo(*this, slot);
     for (PortPtr& port : ports)
         letGo(*this, port);
     for (ZEL::Port* const port : *listenerList)
@@ -78,11 +72,15 @@ bool Universe::ask(ZEL::Port* port)
     if (countdown > 0 && --countdown == 0 && depth < kMaxDepth && !input.isAtEnd()) {
         ++troubles;
         ++depth;
+        if (port)
+            askedPorts.push_back(port);
         ZEL::Port* const formerlyAsked = std::exchange(asked, port);
         const int formerMirrorDepth = std::exchange(mirrorDepth, 0);
         makeStep(*this);
         mirrorDepth = formerMirrorDepth;
         asked = formerlyAsked;
+        if (port)
+            askedPorts.pop_back();
         --depth;
     }
     const bool isRefused = ((refusals >> (question % 8)) & 1) != 0;
@@ -121,6 +119,12 @@ Census Universe::census() const
     }
     for (const PortPtr& port : freePorts)
         census.addPort(port.get());
+    for (ZEL::Node* const node : heldNodes)
+        census.addNode(node);
+    for (ZEL::Compound* const compound : heldCompounds)
+        census.addCompound(compound);
+    for (ZEL::Port* const port : heldPorts)
+        census.addPort(port);
     return census;
 }
 

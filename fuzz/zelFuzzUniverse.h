@@ -65,6 +65,13 @@ public:
     std::array<std::unique_ptr<CollapseSlot>, 2> collapses;
     std::array<std::unique_ptr<ModifySlot>, 2> modifies;
 
+    // What the steps at work hold, see Held, and the ports of the questions that are open: the
+    // library holds those.
+    std::vector<ZEL::Port*> heldPorts;
+    std::vector<ZEL::Node*> heldNodes;
+    std::vector<ZEL::Compound*> heldCompounds;
+    std::vector<ZEL::Port*> askedPorts;
+
     // How the listeners answer.
     int refusals = 0;           ///< Bit by bit; 0 agrees to everything.
     int questions = 0;          ///< So many were asked.

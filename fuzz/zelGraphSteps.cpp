@@ -16,25 +16,24 @@ void makeNode(Universe& universe)
         return;
     const NodePtr node(new FuzzNode(universe, &universe));
     node->setName(universe.input.name());
-    letGo(universe, slot);
-    slot = node;
+    swapIn(universe, slot, node);
 }
 
 void addNode(Universe& universe)
 {
     ZEL::Compound* const compound = pickCompound(universe);
-    ZEL::Node* const node = pickNode(universe);
+    const Held<ZEL::Node> node(universe, pickNode(universe));
     // Asked for beforehand too: during the question the node lies in the compound already.
     if (compound && universe.collapsing == 0 && compound->nodes().size() < kMaxPorts &&
         callerRules::mayAddNode(universe, *node, compound))
-        compound->nodes().add(node);
+        compound->nodes().add(node.wrapper());
 }
 
 void makeNodeInside(Universe& universe)
 {
     if (!hasRoom(universe))
         return;
-    const NodePtr node(new FuzzNode(universe, &universe));
+    const Held<ZEL::Node> node(universe, new FuzzNode(universe, &universe));
     node->setName(universe.input.name());
     for (int i = universe.input.number(4); i >= 0; --i) {
         const char* const in = universe.input.name();
@@ -44,9 +43,7 @@ void makeNodeInside(Universe& universe)
     }
     ZEL::Compound* const compound = pickCompound(universe);
     if (compound && universe.collapsing == 0)
-        compound->nodes().add(node);
-    NodePtr held(node);
-    letGo(universe, held);
+        compound->nodes().add(node.wrapper());
 }
 
 void removeNode(Universe& universe)
@@ -67,13 +64,11 @@ void addPort(Universe& universe)
     if (list->size() >= kMaxPorts)
         return;
     const char* const name = universe.input.name();
-    PortPtr port = list->addPort(name, pickType(universe));
+    const Held<ZEL::Port> port(universe, list->addPort(name, pickType(universe)));
     if (universe.input.number(2) == 0) {
         PortPtr& slot = pickSlot(universe, universe.ports);
-        letGo(universe, slot);
-        slot = port;
+        swapIn(universe, slot, port.wrapper());
     }
-    letGo(universe, port);
 }
 
 void addManyPorts(Universe& universe)
@@ -81,34 +76,32 @@ void addManyPorts(Universe& universe)
     ZEL::PortList* const list = pickList(universe);
     const ZEL::AddRefWrapper<ZEL::PortList> held(list);
     for (int i = list->size(); i < 2 * kMaxPorts / 3; ++i) {
-        PortPtr port = list->addPort(("p" + std::to_string(i)).c_str(), nullptr);
-        letGo(universe, port);
+        const Held<ZEL::Port> port(universe,
+                                   list->addPort(("p" + std::to_string(i)).c_str(), nullptr));
     }
 }
 
 void addPresentPort(Universe& universe)
 {
     ZEL::PortList* const list = pickList(universe);
-    ZEL::Port* const port = pickPort(universe);
+    const Held<ZEL::Port> port(universe, pickPort(universe));
     if (port && list->size() < kMaxPorts && !callerRules::standsElsewhere(universe, *port, list)) {
-        PortPtr held(port);
-        list->add(held);
-        letGo(universe, held);
+        if (port->getParent() != list->getParent())
+            callerRules::disconnect(universe, *port);
+        list->add(port.wrapper());
     }
 }
 
 void removePort(Universe& universe)
 {
     ZEL::PortList* const list = pickList(universe);
-    const PortPtr port = universe.input.number(2) == 0 && list->size() > 0
-                             ? (*list)[universe.input.number(list->size())]
-                             : PortPtr(pickPort(universe));
+    const Held<ZEL::Port> port(universe, universe.input.number(2) == 0 && list->size() > 0
+                                             ? (*list)[universe.input.number(list->size())]
+                                             : PortPtr(pickPort(universe)));
     // A list whose parent died asks nobody.
     if (port && !list->getParent())
         callerRules::disconnect(universe, *port);
-    list->remove(port);
-    PortPtr held(port);
-    letGo(universe, held);
+    list->remove(port.wrapper());
 }
 
 void movePort(Universe& universe)
@@ -134,9 +127,9 @@ void moveConnection(Universe& universe)
 void connect(Universe& universe)
 {
     ZEL::Port* const port = pickPort(universe);
-    ZEL::Port* const other = pickPort(universe);
+    const Held<ZEL::Port> other(universe, pickPort(universe));
     if (port && other && callerRules::mayConnect(universe, *port, *other))
-        port->addConnection(other);
+        port->addConnection(other.wrapper());
 }
 
 void disconnect(Universe& universe)
@@ -144,23 +137,25 @@ void disconnect(Universe& universe)
     ZEL::Port* const port = pickPort(universe);
     if (!port)
         return;
-    if (universe.input.number(2) == 0)
+    if (universe.input.number(2) == 0) {
         port->removeAllConnections();
-    else if (port->isConnected() && universe.input.number(4) > 0)
-        port->removeConnection(
-            port->connectedTo()[universe.input.number(port->connectedTo().size())]);
-    else
-        port->removeConnection(pickPort(universe));
+        return;
+    }
+    const Held<ZEL::Port> other(
+        universe, port->isConnected() && universe.input.number(4) > 0
+                      ? port->connectedTo()[universe.input.number(port->connectedTo().size())]
+                      : PortPtr(pickPort(universe)));
+    port->removeConnection(other.wrapper());
 }
 
 void connectByName(Universe& universe)
 {
     ZEL::Compound* const compound = pickCompound(universe);
-    ZEL::Node* const from = pickNode(universe);
-    ZEL::Node* const to = pickNode(universe);
+    const Held<ZEL::Node> from(universe, pickNode(universe));
+    const Held<ZEL::Node> to(universe, pickNode(universe));
     const char* const out = universe.input.name();
     if (compound && from && to)
-        compound->makeConnection(from, out, to, universe.input.name());
+        compound->makeConnection(from.wrapper(), out, to.wrapper(), universe.input.name());
 }
 
 void setPort(Universe& universe)
@@ -253,8 +248,7 @@ void assignNode(Universe& universe)
     const NodePtr made(new FuzzNode(universe, &universe));
     *made = *node;
     made->setParentCompound(nullptr);
-    letGo(universe, slot);
-    slot = made;
+    swapIn(universe, slot, made);
 }
 
 } // namespace

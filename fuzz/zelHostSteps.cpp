@@ -5,6 +5,7 @@
 #include "zelFuzzSteps.h"
 
 #include <cstring>
+#include <list>
 #include <utility>
 
 namespace zelFuzz {
@@ -31,25 +32,19 @@ void reenter(Universe& universe)
 void holdPort(Universe& universe)
 {
     PortPtr& slot = pickSlot(universe, universe.ports);
-    const PortPtr port(pickPort(universe));
-    PortPtr former = std::exchange(slot, port); // Held already when the former goes.
-    letGo(universe, former);
+    swapIn(universe, slot, PortPtr(pickPort(universe)));
 }
 
 void holdNode(Universe& universe)
 {
     NodePtr& slot = pickSlot(universe, universe.nodes);
-    const NodePtr node(pickNode(universe));
-    NodePtr former = std::exchange(slot, node); // Held already when the former goes.
-    letGo(universe, former);
+    swapIn(universe, slot, NodePtr(pickNode(universe)));
 }
 
 void holdCompound(Universe& universe)
 {
     CompoundPtr& slot = pickSlot(universe, universe.compounds);
-    const CompoundPtr compound(pickCompound(universe));
-    CompoundPtr former = std::exchange(slot, compound); // Held already when the former goes.
-    letGo(universe, former);
+    swapIn(universe, slot, CompoundPtr(pickCompound(universe)));
 }
 
 void letSomethingGo(Universe& universe)
@@ -88,10 +83,9 @@ void useFreeList(Universe& universe)
     default:
         while (universe.freeList->size() > 0)
             universe.freeList->remove((*universe.freeList)[0]);
-        std::vector<PortPtr> gone;
-        gone.swap(universe.freePorts);
-        for (PortPtr& one : gone)
-            letGo(universe, one);
+        std::list<Held<ZEL::Port>> gone;
+        for (const PortPtr& one : std::exchange(universe.freePorts, {}))
+            gone.emplace_back(universe, one);
     }
 }
 
@@ -124,30 +118,26 @@ void registerMany(Universe& universe)
 void notify(Universe& universe)
 {
     ZEL::Node* const node = pickNode(universe);
-    PortPtr port(pickPort(universe));
-    PortPtr other(pickPort(universe));
+    const Held<ZEL::Port> port(universe, pickPort(universe));
+    const Held<ZEL::Port> other(universe, pickPort(universe));
     if (!node || !port || !other)
         return;
     switch (universe.input.number(4)) {
     case 0:
-        node->notifyConnectionChange(ZEL::eCnxAdded, port, other);
+        node->notifyConnectionChange(ZEL::eCnxAdded, port.wrapper(), other.wrapper());
         break;
     case 1:
-        node->notifyCompoundConnectionChange(ZEL::eCnxRemoved, port, other);
+        node->notifyCompoundConnectionChange(ZEL::eCnxRemoved, port.wrapper(), other.wrapper());
         break;
     case 2:
-        node->notifyCompoundPortChange(ZEL::eCompoundPortMoved, port);
+        node->notifyCompoundPortChange(ZEL::eCompoundPortMoved, port.wrapper());
         break;
     default: {
-        CompoundPtr compound(pickCompound(universe));
-        NodePtr changed(pickNode(universe));
-        node->notifyNodeChange(ZEL::eNodeChanged, compound, changed);
-        letGo(universe, changed);
-        letGo(universe, compound);
+        const Held<ZEL::Compound> compound(universe, pickCompound(universe));
+        const Held<ZEL::Node> changed(universe, pickNode(universe));
+        node->notifyNodeChange(ZEL::eNodeChanged, compound.wrapper(), changed.wrapper());
     }
     }
-    letGo(universe, port);
-    letGo(universe, other);
 }
 
 void lookUpInList(Universe& universe)

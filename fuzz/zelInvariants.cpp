@@ -4,6 +4,10 @@
 
 #include <set>
 
+/// Of the address sanitizer, null without it: prints who made what lies there, and who freed it.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming): the sanitizer's name.
+extern "C" void __asan_describe_address(void* address) __attribute__((weak));
+
 namespace zelFuzz {
 
 namespace {
@@ -14,10 +18,19 @@ std::string pathOf(ZEL::Port& port)
            std::string(port.isCompoundInternalPort() ? " inner" : "");
 }
 
+bool isPlainInput(ZEL::Port& port)
+{
+    return port.getPortIOType() == ZEL::PortInput && !port.isCompoundInternalPort();
+}
+
 void checkConnections(const Census& census, ZEL::Port& port)
 {
     for (ZEL::Port* const other : port.connectedTo()) {
+        if (!census.ports.has(other) && __asan_describe_address)
+            __asan_describe_address(other);
         expect(census.ports.has(other), pathOf(port) + ": connected to a port that is gone");
+        expect(!isPlainInput(port) || !isPlainInput(*other),
+               pathOf(port) + ": connected to " + pathOf(*other) + ", and neither can send");
         expect(countIn(port.connectedTo(), other) == countIn(other->connectedTo(), &port),
                pathOf(port) + ": " + pathOf(*other) + " does not know it as often");
     }
