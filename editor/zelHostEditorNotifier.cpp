@@ -74,7 +74,7 @@ void HostEditorNotifier::registerEditor(HostEditor* editor)
 
 void HostEditorNotifier::unregisterEditor(HostEditor* editor)
 {
-    if (m_impl)
+    if (m_impl && editor) // A null one would be found in a hole of a long list.
         m_impl->unregisterEditor(editor, this);
 }
 

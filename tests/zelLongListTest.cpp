@@ -302,3 +302,17 @@ TEST(LongEditorList, ForgetsNotifiersInAnyOrderAndReachesTheRest)
     for (std::size_t i = 0; i < 50; ++i)
         EXPECT_EQ(nodes[i * 2 + 1], editor.seen[i]);
 }
+
+TEST(LongEditorList, HasNoPlaceForANullEditor)
+{
+    HostEditorNotifier notifier;
+    std::vector<HostEditor> editors(300);
+    for (std::size_t i = 0; i < 40; ++i)
+        notifier.registerEditor(&editors[i]);
+    for (std::size_t i = 1; i < 20; ++i)
+        notifier.unregisterEditor(&editors[i]); // Leaves holes between those that stay.
+    for (std::size_t i = 40; i < editors.size(); ++i) {
+        notifier.registerEditor(&editors[i]);
+        notifier.unregisterEditor(nullptr);
+    }
+}
