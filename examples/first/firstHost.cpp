@@ -8,17 +8,13 @@ using namespace ZEL;
 
 namespace {
 
-/// A node of a definition. Every node has one input and one output here.
-class ImageNode : public Node {
+/// Every node of the host. It answers the questions about its ports and changes nothing else.
+class HostNode : public Node {
 public:
-    static AddRefWrapper<Node> createNew(Container& document, const NodeDefinition& definition)
+    static AddRefWrapper<Node> createNew(Container* document, const char* name)
     {
-        AddRefWrapper<Node> node(new ImageNode(&document)); // The first wrapper.
-        node->setName(definition.getName());
-        node->setNodeTypeName(definition.getName());
-        const AddRefWrapper<PortDataType> type = document.getRuntime()->getPortDataType("image");
-        node->inputs().addPort("In", type);
-        node->outputs().addPort("Out", type);
+        AddRefWrapper<Node> node(new HostNode(document)); // The first wrapper.
+        node->setName(name);
         return node;
     }
     using Node::operator=;
@@ -37,9 +33,26 @@ public:
         return !port->isConnected();
     }
 
+    /// The ports of a compound node have their mirrors inside, by place: no list is moved alone.
+    bool onPortListPortMove(const PortList& /*list*/, int /*from*/, int /*to*/) override
+    {
+        return !isCompound();
+    }
+
 private:
     using Node::Node;
 };
+
+/// A node of a definition. Every such node has one input and one output here.
+AddRefWrapper<Node> createImageNode(Container& document, const NodeDefinition& definition)
+{
+    AddRefWrapper<Node> node = HostNode::createNew(&document, definition.getName());
+    node->setNodeTypeName(definition.getName());
+    const AddRefWrapper<PortDataType> type = document.getRuntime()->getPortDataType("image");
+    node->inputs().addPort("In", type);
+    node->outputs().addPort("Out", type);
+    return node;
+}
 
 /// The network inside a node.
 class Network : public Compound {
@@ -50,15 +63,24 @@ public:
     /// CreateCompoundCommand asks for it.
     AddRefWrapper<Compound> createNewCompound(const char* name) override
     {
-        const AddRefWrapper<Node> node = Node::createNew(getAsNode()->getContainer(), name);
+        const AddRefWrapper<Node> node = HostNode::createNew(getAsNode()->getContainer(), name);
         return nodes().add(node) ? new Network(node) : nullptr;
     }
 
-    /// As for the ports of a node.
+    // As for the ports of a node.
+    bool onPortAddConnection(const AddRefWrapper<Port>& port,
+                             const AddRefWrapper<Port>& other) override
+    {
+        return port->getDataType() == other->getDataType();
+    }
     bool onPortListPortRemoved(const PortList& /*list*/, const AddRefWrapper<Port>& port) override
     {
         port->removeAllConnections();
         return !port->isConnected();
+    }
+    bool onPortListPortMove(const PortList& /*list*/, int /*from*/, int /*to*/) override
+    {
+        return false;
     }
 
     /// A node that goes is disconnected first, so that it may be used again.
@@ -89,7 +111,7 @@ public:
 
 private:
     Runtime& m_runtime;
-    AddRefWrapper<Node> m_root = Node::createNew(this, "Top");
+    AddRefWrapper<Node> m_root = HostNode::createNew(this, "Top");
 };
 
 /// Prints what changes.
@@ -110,7 +132,7 @@ void edit(Runtime& runtime)
     Document document(runtime);
     const AddRefWrapper<NodeLibrary> library = runtime.getNodeLibrary();
     for (int i = 0; i < library->getNumberOfNodes(); ++i)
-        document.nodes().add(ImageNode::createNew(document, *library->getNodeAt(i)));
+        document.nodes().add(createImageNode(document, *library->getNodeAt(i)));
     std::printf("nodes:");
     for (const Node* const node : document.nodes())
         std::printf(" %s", node->getName());
