@@ -27,8 +27,8 @@ public:
     /// Removes all connections of the input end, remembers them, and connects the two ports, given
     /// in either order. False when an argument is empty: nothing is recorded or changed; otherwise
     /// the result of Port::addConnection. Contract: the two wrappers are exchanged in the caller's
-    /// variables when the input came first, and on a command that has disconnected before, this
-    /// disconnects again.
+    /// variables when the input came first, and on a command that was told to disconnect before,
+    /// also in vain, this disconnects again.
     bool connect(Container* container, AddRefWrapper<Port>& a, AddRefWrapper<Port>& b);
     /// Disconnects the two ports, given in either order and exchanged as above. False when an
     /// argument is empty; otherwise the result of Port::removeConnection.
@@ -136,7 +136,7 @@ public:
     /// False as for deletePort.
     bool renamePort(const char* oldName, const char* newName);
 
-    /// Always true.
+    /// Carries out the requests. Always true.
     bool doit();
     /// The container is not used. A deleted port is made again at its former place among the inner
     /// ports, with its connections to nodes inside. Contract: the compound node's own port goes to
@@ -144,7 +144,7 @@ public:
     /// not made again. A renamed port's mirror gets the old name as requested; redo gives it the
     /// name that the port received.
     void undo(Container* container);
-    /// The container is not used.
+    /// Carries out the requests again, with the names as undo left them. The container is not used.
     void redo(Container* container);
 
 private:

@@ -44,7 +44,8 @@ public:
     /// Nothing happens when the container is not registered.
     void unregisterContainer(Container* container);
     /// Calls rebuildCompounds on every registered container, in ascending order of their addresses.
-    /// One that is unregistered meanwhile is passed over.
+    /// One that is unregistered meanwhile is passed over; one that is registered is reached when
+    /// its address is higher.
     void forceRebuildCompounds();
 
 private:
