@@ -146,6 +146,22 @@ TEST(ConnectCommand, ConnectKeepsTheModeOfAnEarlierEdit)
     expectUndoAndRedo(command, net, before);
 }
 
+TEST(ConnectCommand, RedoAnswersAsTheEditAndDisconnectSetsTheModeAlsoInVain)
+{
+    ConnectNetwork net;
+    ConnectCommand command;
+    EXPECT_TRUE(net.edit(command, "Top.B.Out") && command.undo(&net));
+    net.questions.refused = "B: connect";
+    EXPECT_FALSE(command.redo(&net));
+    net.questions.refused = "";
+    EXPECT_TRUE(net.edit(command, "Top.B.Out"));
+    AddRefWrapper<Port> out = net.port("Top.B.Out");
+    AddRefWrapper<Port> in = net.port("Top.C.In");
+    EXPECT_FALSE(command.disconnect(nullptr, out, in));
+    EXPECT_TRUE(command.connect(&net, out, in));
+    EXPECT_EQ("", net.text());
+}
+
 TEST(ConnectCommand, OutlivesTheDocumentAndActsOnWhatBearsThePathsNow)
 {
     const int alive = Live::count;

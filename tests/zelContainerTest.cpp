@@ -61,6 +61,19 @@ TEST_F(ContainerTest, NodesAreFoundFromTheRootDown)
     EXPECT_EQ("-", pathOf(net.findPortFromPath("Top.in", PortInput, kNode)));
 }
 
+TEST(Container, ALookupAsksForTheRootNodeOnceUnlessThePathNamesNothing)
+{
+    struct Asked : TestNetwork {
+        AddRefWrapper<Node> getRootNode() override { return ++asked, root; }
+        int asked = 0;
+    } net;
+    net.root->inputs().addPort("in", nullptr);
+    EXPECT_TRUE(net.findNodeFromPath("Top") && net.findPortFromPath("Top.in", PortInput, kNode));
+    EXPECT_FALSE(net.findPortFromPath("Top.out", PortInput, kBoth));
+    EXPECT_FALSE(net.findNodeFromPath("") || net.findPortFromPath("Top", PortInput, kBoth));
+    EXPECT_EQ(3, net.asked);
+}
+
 TEST_F(ContainerTest, PortsAreFoundByDirectionAndMode)
 {
     const struct {

@@ -100,6 +100,22 @@ TEST(CreateCompoundCommand, KeepsItsOrderAndLeavesOutWhatIsRefused)
     }
 }
 
+TEST(CreateCompoundCommand, TakesTheLastNodeOfANameAnyNewNameAndFarEndsWithoutAnOwner)
+{
+    TestNetwork net;
+    net.addNode("Top", "M", "Old");
+    Collapse command(net, "Top", {"M"});
+    net.compound()->removeNode("M");
+    net.addNode("Top", "M", "In");
+    EXPECT_TRUE(command.addNodeToMove("M"));
+    command.setNewCompoundName("");
+    const AddRefWrapper<Port> loose = TestPort::make("loose", PortOutput);
+    loose->addConnection(net.port("Top.M.In"));
+    EXPECT_TRUE(command.doit());
+    EXPECT_STREQ("Top.", command.getCreatedCompoundPath());
+    EXPECT_EQ("Top\nTop. < In=loose {< In=Top..M.In\nTop..M < In=Top..In inner\n", wholeText(net));
+}
+
 TEST(CreateCompoundCommand, InsideIsDecidedByTheOwnersName)
 {
     TestNetwork net("In");

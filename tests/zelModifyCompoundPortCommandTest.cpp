@@ -125,6 +125,20 @@ TEST(ModifyCompoundPortCommand, TheMirrorGetsTheReceivedNameAndAtUndoTheRequeste
     EXPECT_EQ("A B1 / A B1", bothNames());
 }
 
+TEST(ModifyCompoundPortCommand, APortWithoutAMirrorIsNotRenamed)
+{
+    PortNetwork net;
+    net.sub()->innerInputs().addPort("Lone", nullptr);
+    Modify command(net);
+    EXPECT_TRUE(command.renamePort("Lone", "New") && command.renamePort("B", "Wide"));
+    command.doit();
+    EXPECT_EQ("A Wide Lone / Z", net.innerNames());
+    PortList& outer = net.sub()->getAsNode()->inputs();
+    outer.remove(outer[1]);
+    command.undo(&net);
+    EXPECT_EQ("A Wide Lone / Z", net.innerNames());
+}
+
 TEST(ModifyCompoundPortCommand, ARefusedStepIsLeftOutAndTheOthersAreDone)
 {
     const std::string undone = " < B A > Z {< A=Top.Sub.P.X,Top.Sub.N.X B {> Z";

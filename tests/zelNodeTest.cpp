@@ -32,6 +32,47 @@ TEST(Node, PathsRunFromTheOutermostAncestorAndAreNotEscaped)
     EXPECT_EQ("names:.Top.Sub.a.b", visited);
 }
 
+/// Answers a path of its own.
+struct Placed : TestNode {
+    using TestNode::TestNode;
+    using Node::operator=;
+    Namable getFullPathName() override { return Namable("Else"); }
+};
+
+/// Answers the one compound, whatever it is asked for.
+struct Offering : TestCompound {
+    using TestCompound::TestCompound;
+    using Compound::operator=;
+    AddRefWrapper<Compound> createNewCompound(const char* /*name*/) override { return offered; }
+    AddRefWrapper<Compound> offered;
+};
+
+TEST(Node, PortsCommandsAndTheDumpTakeThePathThatAnOverrideAnswers)
+{
+    TestNetwork net;
+    const AddRefWrapper<Offering> top(new Offering(net.questions, net.root));
+    const AddRefWrapper<Node> node(new Placed(net.questions, &net));
+    top->nodes().add(node);
+    EXPECT_NE(std::string::npos, printed([&] { top->debugPrint(); }).find("\nname: Else\n"));
+    top->offered = new TestCompound(net.questions, node);
+    top->offered->createCompoundPort(PortInput, "In", nullptr);
+    EXPECT_EQ("Else.In", pathOf(node->inputs()[0]));
+    EXPECT_EQ("Else.In inner", pathOf(top->offered->innerInputs()[0]));
+    CreateCompoundCommand command;
+    EXPECT_TRUE(command.setParentCompound(&net, "Top") && command.doit());
+    EXPECT_STREQ("Else", command.getCreatedCompoundPath());
+}
+
+TEST(Node, TheEndOfANodeDisconnectsNothing)
+{
+    AddRefWrapper<Node> node = Node::createNew(nullptr, "N");
+    const AddRefWrapper<Port> out = node->outputs().addPort("Out", nullptr);
+    const AddRefWrapper<Port> in = TestPort::make("In");
+    ASSERT_TRUE(out->addConnection(in));
+    node = nullptr;
+    EXPECT_TRUE(in->isConnected() && out->removeConnection(in));
+}
+
 TEST(Node, AgreesToEveryQuestionAndSoDoesACompound)
 {
     const AddRefWrapper<Node> node = Node::createNew(nullptr, "N");

@@ -3,6 +3,8 @@
 #include "zelNodeLibrary.h"
 #include "zelTestNetwork.h"
 
+#include <vector>
+
 namespace ZEL {
 namespace {
 
@@ -80,7 +82,13 @@ TEST(Runtime, AsksTheOverridesOfADerivedRuntime)
 }
 
 struct RebuiltContainer : TestNetwork {
-    void rebuildCompounds() override { log += name; }
+    void rebuildCompounds() override
+    {
+        log += name;
+        for (RebuiltContainer* const other : std::exchange(registered, {}))
+            runtime->registerContainer(other);
+    }
+    std::vector<RebuiltContainer*> registered; ///< In the next rebuild.
     char name = '-';
     inline static std::string log;
 };
@@ -100,6 +108,14 @@ TEST(Runtime, RebuildsItsContainersInTheOrderOfTheirAddresses)
         runtime.unregisterContainer(&containers[0]);
     runtime.forceRebuildCompounds();
     EXPECT_EQ("abcbc", RebuiltContainer::log);
+    // Registered in a rebuild: reached in the same pass when the address is higher.
+    runtime.unregisterContainer(&containers[2]);
+    containers[1].runtime = &runtime;
+    containers[1].registered = {&containers[0], &containers[2]};
+    runtime.forceRebuildCompounds();
+    EXPECT_EQ("abcbcbc", RebuiltContainer::log);
+    runtime.forceRebuildCompounds();
+    EXPECT_EQ("abcbcbcabc", RebuiltContainer::log);
 }
 
 } // namespace
