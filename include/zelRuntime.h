@@ -26,7 +26,7 @@ public:
     /// Empty when none was set.
     virtual AddRefWrapper<NodeLibrary> getNodeLibrary();
     /// NodeLibrary::findLibrary of what the virtual getNodeLibrary answers; empty when that is
-    /// empty.
+    /// empty. The path must not be null.
     virtual AddRefWrapper<NodeLibrary> findLibrary(const char* path);
     /// Data types are never removed; indexes count from 0 in the order of creation.
     virtual int getNumberOfPortDataTypes();
