@@ -1,6 +1,10 @@
 # shellcheck shell=bash disable=SC2034
 # Sourced by the scripts beside it: goes to the top of the tree, and installs what is missing.
 set -euo pipefail
+if [[ ${1:-} == -h || ${1:-} == --help ]]; then # The comment at the head of the script.
+    sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$0"
+    exit
+fi
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(cmake g++ ninja-build)
