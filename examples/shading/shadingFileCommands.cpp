@@ -8,8 +8,10 @@ namespace {
 bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 {
     std::vector<SaveProblem> problems;
-    if (saveToFile(shell.container(), arguments[0], problems))
+    if (saveToFile(shell.container(), arguments[0], problems)) {
+        shell.editor().history().noteSaved();
         return true;
+    }
     for (const SaveProblem& problem : problems)
         shell.fail(problem.path, problem.reason);
     return false;

@@ -116,6 +116,19 @@ std::vector<std::string> History::titles()
     return titles;
 }
 
+void History::noteSaved()
+{
+    dropStale();
+    m_savedEdit = lastDone();
+    m_isChangedOutside = false;
+}
+
+bool History::isSaved()
+{
+    dropStale();
+    return !m_isChangedOutside && lastDone() == m_savedEdit;
+}
+
 /// A change that did not run through here makes the steps fit no more.
 void History::dropStale()
 {
@@ -123,6 +136,7 @@ void History::dropStale()
         return;
     m_edits.clear();
     m_done = 0;
+    m_isChangedOutside = true;
     m_hasLastEdit = false;
 }
 

@@ -49,8 +49,15 @@ public:
     /// All edits, the oldest first; those from undoCount() on are undone.
     std::vector<std::string> titles();
 
+    /// The document was written into a file as it is now.
+    void noteSaved();
+    /// True when the document is as it was opened or last saved. A change that did not run through
+    /// here counts until the next saving.
+    bool isSaved();
+
 private:
     void dropStale();
+    std::shared_ptr<Edit> lastDone() const { return m_done == 0 ? nullptr : m_edits[m_done - 1]; }
     bool replay(Edit& edit, bool isForward);
     bool runCommand(Edit& edit, bool isForward);
 
@@ -58,6 +65,8 @@ private:
     std::vector<std::shared_ptr<Edit>> m_edits;
     std::size_t m_done = 0; ///< How many of them are done; the others are undone.
     bool m_hasLastEdit = false;
+    std::shared_ptr<Edit> m_savedEdit; ///< The last one done when it was saved; null: none was.
+    bool m_isChangedOutside = false;   ///< Since it was saved.
 };
 
 } // namespace shading

@@ -291,4 +291,15 @@ TEST(Host, BothSidesOfACompoundAreReorderedTogether)
     }
 }
 
+TEST(Edit, AChangeOutsideOfEditsIsUnsavedToo)
+{
+    const TestDocument document("<add name='a' type='float'/>");
+    shading::Editor editor(*document.container);
+    EXPECT_TRUE(editor.history().isSaved());
+    document.container->getRootNode()->getAsCompound()->nodes()["a"]->setName("b");
+    EXPECT_FALSE(editor.history().isSaved());
+    editor.history().noteSaved();
+    EXPECT_TRUE(editor.history().isSaved());
+}
+
 } // namespace
