@@ -26,7 +26,12 @@ Shell::Shell(Container& container, std::ostream& out, std::ostream& err)
              "in\n"
              "    a script is looked up beside that script; `quit` ends the session.",
              1, 1, &Shell::source, "file", "source examples/scripts/tidy_wall.zelsh"},
-            {"quit", "", "Ends the session; so does the end of the input.", 0, 0, &Shell::quit},
+            {"quit", "",
+             "Ends the session; so does the end of the input. On a terminal, edits that were not\n"
+             "    saved are told first, and the next `quit` or Control-D ends. Control-C drops "
+             "the\n"
+             "    line that is typed, or stops a script before its next line.",
+             0, 0, &Shell::quit},
         },
         "The session");
 }
@@ -70,7 +75,10 @@ bool Shell::runScript(const std::string& path)
     for (std::size_t i = 0; i < m_scripts.current().lines.size() && !m_hasQuit; ++i) {
         ++m_scripts.current().line;
         const std::string text = m_scripts.current().lines[i];
-        if (run(text))
+        m_running = "source";
+        if (m_isStopped && m_isStopped())
+            fail("interrupted", "the script stops before this line");
+        else if (run(text))
             continue;
         // A check that finds something has printed that and reports no error.
         if (!m_hasReported)

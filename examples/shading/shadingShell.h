@@ -4,6 +4,7 @@
 #include "shadingEditor.h"
 #include "shadingScript.h"
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -47,6 +48,10 @@ public:
     bool runScript(const std::string& path);
     /// True after `quit`: the caller reads no more lines.
     bool hasQuit() const { return m_hasQuit; }
+    /// Takes `quit` back: the session goes on.
+    void resume() { m_hasQuit = false; }
+    /// Before each line of a script that is asked; when it says true, the line fails instead.
+    void stopScriptsWhen(std::function<bool()> isStopped) { m_isStopped = std::move(isStopped); }
 
     // For commands.
     Container& container() { return m_container; }
@@ -83,6 +88,7 @@ private:
     std::vector<std::string> m_given; ///< Its options.
     bool m_hasReported = false;       ///< The line that runs has said why it fails.
     bool m_hasQuit = false;
+    std::function<bool()> m_isStopped; ///< Empty: nothing stops scripts.
     ScriptStack m_scripts;
 };
 

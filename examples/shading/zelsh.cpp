@@ -30,7 +30,8 @@ const char* const kUsage =
     "  --strict        do not open a document that has warnings\n"
     "  --watch         print what editors are told of each change\n"
     "  --help          show this text\n"
-    "The command help lists the commands.\n";
+    "The command help lists the commands. On a terminal Tab completes, Control-C drops the\n"
+    "line that is typed and Control-D ends.\n";
 
 struct Arguments {
     std::string document;

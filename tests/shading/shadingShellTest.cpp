@@ -56,7 +56,11 @@ const struct {
     {"prots", "error: prots: no such command; did you mean \"ports\"?\n"},
     {"sl", "error: sl: no such command; did you mean \"ls\"?\n"},
     {"ls 'Top", "error: ls 'Top: no closing '\n"},
-    {"help quit", "quit\n    Ends the session; so does the end of the input.\n"},
+    {"help quit",
+     "quit\n    Ends the session; so does the end of the input. On a terminal, edits that were "
+     "not\n"
+     "    saved are told first, and the next `quit` or Control-D ends. Control-C drops the\n"
+     "    line that is typed, or stops a script before its next line.\n"},
     {"help find",
      "find PATH\n    What a path names. `node` or `compound`, `input`, `output`, each that applies "
      "on a line,\n    or `nothing`.\n    Example: find Top.NG_gate.age\n"},

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
@@ -48,9 +49,11 @@ public:
         m_screen.erase(0, m_screen.find(text) + text.size());
         return true;
     }
+    /// -1 when it had not ended.
     int exitStatus() const
     {
         int status = 0;
+        kill(m_process, SIGKILL);
         waitpid(m_process, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
@@ -61,23 +64,88 @@ private:
     std::string m_screen; ///< What was not looked at yet.
 };
 
-TEST(Terminal, CompletesCommandsAndPathsWithTheTabulator)
+class TerminalSession : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!terminal.isOpen())
+            GTEST_SKIP() << "this system gives no pseudo terminal";
+        ASSERT_TRUE(terminal.shows("zelsh> "));
+    }
+    /// Types, and waits for the text and then for the next prompt.
+    void expect(const std::string& keys, const std::string& text)
+    {
+        terminal.type(keys);
+        EXPECT_TRUE(terminal.shows(text) && terminal.shows("zelsh> ")) << keys << ": " << text;
+    }
+    int statusAfter(const std::string& keys)
+    {
+        terminal.type(keys);
+        while (terminal.shows("\n")) {
+        }
+        return terminal.exitStatus();
+    }
+
+    const TestFile file{"<materialx><nodegraph name='graph'><n name='two words' type='t'/>"
+                        "</nodegraph></materialx>"};
+    Terminal terminal{file.path()};
+};
+
+TEST_F(TerminalSession, CompletesCommandsAndPathsWithTheTabulator)
 {
-    const TestFile file("<materialx><nodegraph name='graph'><n name='two words' type='t'/>"
-                        "</nodegraph></materialx>");
-    Terminal terminal(file.path());
-    if (!terminal.isOpen())
-        GTEST_SKIP() << "this system gives no pseudo terminal";
-    ASSERT_TRUE(terminal.shows("zelsh> "));
     terminal.type("por\ts Top.g\t.\t\n");
     EXPECT_TRUE(terminal.shows("output out t \"\"\r\n")) << "ports \"Top.graph.two words\"";
     ASSERT_TRUE(terminal.shows("zelsh> "));
     terminal.type("co\t\t");
     EXPECT_TRUE(terminal.shows("collapse     connect      connections"));
-    terminal.type("\x15quit\n"); // Control-U clears the line.
-    while (terminal.shows("\n")) {
-    }
-    EXPECT_EQ(0, terminal.exitStatus());
+    EXPECT_EQ(0, statusAfter("\x15quit\n")) << "Control-U clears the line";
+}
+
+TEST_F(TerminalSession, TheInterruptKeyDropsTheLine)
+{
+    expect("delete Top.graph\x03", "^C");
+    expect("\x12gra\x03", "^C");
+    expect("ls\n", "graph nodegraph compound");
+    EXPECT_EQ(0, statusAfter("\x04"));
+}
+
+TEST_F(TerminalSession, TheInterruptKeyStopsAScriptAndKeepsTheSession)
+{
+    std::string lines = "rename Top.graph wall\n";
+    for (int i = 0; i < 100000; ++i) // More output than the terminal takes unread.
+        lines += "ls\n";
+    const TestFile script(lines, "s.zelsh");
+    terminal.type("source " + script.path() + "\n");
+    ASSERT_TRUE(terminal.shows("wall nodegraph"));
+    expect("\x03", ": error: source: interrupted: the script stops before this line\r\n");
+    expect("ls\n", "wall nodegraph compound");
+    const TestFile whole("ls\n", "s.zelsh");
+    expect("source " + whole.path() + "\n", "wall nodegraph compound");
+    EXPECT_EQ(0, statusAfter("undo\nquit\n"));
+}
+
+TEST_F(TerminalSession, EditsThatWereNotSavedAreToldBeforeTheEnd)
+{
+    const char* const warning = "warning: edits are not saved: `save FILE` writes them";
+    expect("rename Top.graph wall\n", "");
+    expect("\x04", warning);
+    expect("ls\n", "wall");
+    expect("quit\n", warning);
+    expect("save " + file.path() + "\n", "");
+    expect("undo\n", "undo: rename");
+    expect("quit\n", warning);
+    expect("rename Top.graph roof\n", "");
+    expect("quit\n", warning);
+    EXPECT_EQ(0, statusAfter("\x04")) << "the second time at once";
+}
+
+TEST_F(TerminalSession, NothingIsToldWhereAllIsSaved)
+{
+    expect("rename Top.graph wall\n", "");
+    expect("save " + file.path() + "\n", "");
+    expect("rename Top.wall roof\n", "");
+    expect("undo\n", "undo: rename");
+    EXPECT_EQ(0, statusAfter("quit\n"));
 }
 
 } // namespace
