@@ -2,6 +2,7 @@
 
 #include "shadingContainer.h"
 #include "shadingEditor.h"
+#include "shadingNames.h"
 #include "shadingRules.h"
 
 namespace shading {
@@ -42,7 +43,7 @@ bool isMeant(const PortPtr& sender, const PortPtr& receiver, bool isInOneCompoun
 bool isFoundByPath(ZEL::Container& container, const PortPtr& port)
 {
     const CompoundPtr compound = port->getParentCompound();
-    const PathPorts ports = findPorts(container, port->getFullPathName().getName());
+    const PathPorts ports = findPorts(container, pathOf(*port));
     return (compound ? compound->getReversePort(port) : port) ==
            (ports.output ? ports.output : ports.input);
 }

@@ -1,7 +1,6 @@
 #include "shadingDraftNetwork.h"
 
 #include "shadingContainer.h"
-#include "shadingFormat.h"
 #include "shadingNode.h"
 #include "shadingOrigins.h"
 #include "shadingXml.h"
@@ -149,22 +148,6 @@ void DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
     m_draft.insert(item, *itemOf(node),
                    placeOf(*this, isInput ? node.inputs() : node.outputs(), port));
     claim(item, port);
-}
-
-std::string pathOf(ZEL::Node& node)
-{
-    return node.getFullPathName().getName();
-}
-
-std::string pathOf(ZEL::Port& port)
-{
-    return port.getFullPathName().getName();
-}
-
-std::string typeNameOf(ZEL::Port& port)
-{
-    const ZEL::AddRefWrapper<ZEL::PortDataType> type = port.getDataType();
-    return type && *type->getName() != '\0' ? type->getName() : kNoType;
 }
 
 DraftItem* pieceBefore(const DraftItem& item)

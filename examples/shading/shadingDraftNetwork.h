@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shadingDraft.h"
+#include "shadingNames.h"
 #include "zel.h"
 
 #include <string>
@@ -58,11 +59,6 @@ private:
     std::unordered_map<const DraftItem*, ZEL::Node*> m_nodes;
     std::unordered_map<const DraftItem*, ZEL::Port*> m_ports;
 };
-
-std::string pathOf(ZEL::Node& node);
-std::string pathOf(ZEL::Port& port);
-/// The format's word for a port without a type included.
-std::string typeNameOf(ZEL::Port& port);
 
 /// The last piece before the item that is no white space; null when there is none.
 DraftItem* pieceBefore(const DraftItem& item);

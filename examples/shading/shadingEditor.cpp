@@ -2,6 +2,7 @@
 
 #include "shadingCommandLine.h"
 #include "shadingContainer.h"
+#include "shadingNames.h"
 #include "shadingRules.h"
 #include "shadingValue.h"
 
@@ -10,11 +11,6 @@
 namespace shading {
 
 namespace {
-
-std::string pathOf(ZEL::Node& node)
-{
-    return node.getFullPathName().getName();
-}
 
 void collectPorts(ZEL::PortList& list, std::vector<PortPtr>& ports)
 {
@@ -66,11 +62,9 @@ bool Editor::addPort(const std::string& path,
     const CompoundPtr compound = findCompound(path);
     if (!compound)
         return false;
-    const std::string problem = nameProblem(name);
+    const std::string problem = newNameProblem(*compound, name);
     if (!problem.empty())
         return fail(path + "." + name, problem);
-    if (isNameTaken(*compound, name))
-        return fail(path + "." + name, "the name is taken");
     const char* const direction = ioType == ZEL::PortInput ? "input" : "output";
     return run("port add " + path + " " + direction + " " + name + " " + type, path, [&] {
         ZEL::ModifyCompoundPortCommand command;
@@ -103,11 +97,9 @@ bool Editor::renamePort(const std::string& path,
     const CompoundPtr compound = findCompound(path);
     if (!compound || !findCompoundPort(*compound, oldName))
         return false;
-    const std::string problem = nameProblem(newName);
+    const std::string problem = newNameProblem(*compound, newName);
     if (!problem.empty())
         return fail(path + "." + newName, problem);
-    if (isNameTaken(*compound, newName))
-        return fail(path + "." + newName, "the name is taken");
     const auto command = std::make_shared<ZEL::ModifyCompoundPortCommand>();
     const bool isDone =
         run("port rename " + path + " " + oldName + " " + newName, path + "." + oldName, [&] {

@@ -1,5 +1,6 @@
 #include "shadingExpansion.h"
 
+#include "shadingNames.h"
 #include "shadingRules.h"
 
 #include <algorithm>
@@ -7,11 +8,6 @@
 namespace shading {
 
 namespace {
-
-std::string pathOf(ZEL::Node& node)
-{
-    return node.getFullPathName().getName();
-}
 
 void disconnectAllIn(ZEL::PortList& list)
 {
@@ -50,7 +46,7 @@ std::string Expansion::run()
     }
     for (const Link& link : m_links) {
         if (!link.receiver->addConnection(link.sender))
-            return std::string(link.receiver->getFullPathName().getName()) + " cannot be connected";
+            return pathOf(*link.receiver) + " cannot be connected";
     }
     for (const Value& value : m_values)
         value.port->setPortDefaultValue(value.value.c_str());

@@ -1,5 +1,6 @@
 #include "shadingJournal.h"
 
+#include "shadingNames.h"
 #include "shadingNode.h"
 #include "shadingRules.h"
 
@@ -7,9 +8,9 @@ namespace shading {
 
 namespace {
 
-std::string isTaken(const char* path)
+std::string isTaken(const std::string& path)
 {
-    return std::string(path) + ": the name is taken";
+    return path + ": the name is taken";
 }
 
 } // namespace
@@ -103,7 +104,7 @@ bool Journal::mayAddPort(ZEL::PortList& list, const PortPtr& port)
 {
     if (!isWanted())
         return true;
-    return list[port->getName()] ? refuse(isTaken(port->getFullPathName().getName()))
+    return list[port->getName()] ? refuse(isTaken(pathOf(*port)))
                                  : write(makeAddPortStep(list, port));
 }
 
@@ -138,7 +139,7 @@ bool Journal::mayRenamePort(ZEL::PortList& list, const PortPtr& port, const char
     const std::string problem = nameProblem(name);
     if (!problem.empty())
         return refuse(problem);
-    return list[name] ? refuse(isTaken(list[name]->getFullPathName().getName()))
+    return list[name] ? refuse(isTaken(pathOf(*list[name])))
                       : write(makeRenamePortStep(port, name));
 }
 
@@ -146,7 +147,7 @@ bool Journal::mayAddNode(ZEL::Compound& compound, const NodePtr& node)
 {
     if (!isWanted())
         return true;
-    return compound.nodes()[node->getName()] ? refuse(isTaken(node->getFullPathName().getName()))
+    return compound.nodes()[node->getName()] ? refuse(isTaken(pathOf(*node)))
                                              : write(makeAddNodeStep(compound, node));
 }
 
@@ -165,8 +166,7 @@ bool Journal::mayRenameNode(const NodePtr& node, const char* name)
     if (!problem.empty())
         return refuse(problem);
     const NodePtr namesake = around->nodes()[name];
-    return namesake ? refuse(isTaken(namesake->getFullPathName().getName()))
-                    : write(makeRenameNodeStep(node, name));
+    return namesake ? refuse(isTaken(pathOf(*namesake))) : write(makeRenameNodeStep(node, name));
 }
 
 void Journal::setsDefinition(const ZEL::AddRefWrapper<Node>& node,

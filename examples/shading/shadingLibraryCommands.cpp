@@ -1,6 +1,7 @@
 #include "shadingDefinedNode.h"
 #include "shadingJournal.h"
 #include "shadingLibraryReport.h"
+#include "shadingNames.h"
 #include "shadingRules.h"
 #include "shadingShell.h"
 
@@ -72,14 +73,12 @@ bool runCreate(Shell& shell, const Arguments& arguments)
     const ZEL::AddRefWrapper<Node> node = createNode(container, definition, arguments[1].c_str());
     container.journal().resume();
     const auto add = [&]() -> std::string {
-        const std::string problem = nameProblem(arguments[1]);
-        if (problem.empty() && isNameTaken(*compound, arguments[1]))
-            return "the name is taken";
+        const std::string problem = newNameProblem(*compound, arguments[1]);
         return problem.empty() && !compound->nodes().add(node) ? "refused" : problem;
     };
     if (!shell.editor().run("create " + arguments[0] + " " + arguments[1], arguments[1], add))
         return shell.fail(shell.editor().problem().subject, shell.editor().problem().reason);
-    shell.out() << node->getFullPathName().getName() << " " << definition->record().name << "\n";
+    shell.out() << pathOf(*node) << " " << definition->record().name << "\n";
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "shadingCompound.h"
 #include "shadingContainer.h"
 #include "shadingFormat.h"
+#include "shadingNames.h"
 #include "shadingOpeningProgress.h"
 #include "shadingOrigins.h"
 #include "shadingXml.h"
@@ -16,18 +17,14 @@ namespace shading {
 class NetworkBuilder::SiblingNames {
 public:
     /// The node is the one that the children's nodes and ports get into.
-    SiblingNames(pugi::xml_node parent, ZEL::Node& node)
-        : m_parent(parent),
-          m_path(node.getFullPathName().getName())
-    {
-    }
+    SiblingNames(pugi::xml_node parent, ZEL::Node& node) : m_parent(parent), m_path(pathOf(node)) {}
 
     std::string of(pugi::xml_node child)
     {
         const std::string name = attributeOf(child, "name");
         return name.empty() ? makeUp(child.name()) : name;
     }
-    std::string pathOf(const std::string& name) const { return m_path + "." + name; }
+    std::string pathTo(const std::string& name) const { return m_path + "." + name; }
     /// True for a name the first time only.
     bool use(const std::string& name) { return m_used.insert(name).second; }
 
@@ -111,7 +108,7 @@ void NetworkBuilder::addCompoundPort(pugi::xml_node element,
     const ZEL::AddRefWrapper<ZEL::Node> owner = scope.compound->getAsNode();
     const int index =
         scope.compound->createCompoundPort(isInput ? ZEL::PortInput : ZEL::PortOutput, name.c_str(),
-                                           typeOf(element, names.pathOf(name)));
+                                           typeOf(element, names.pathTo(name)));
     ZEL::PortList& outerPorts = isInput ? owner->inputs() : owner->outputs();
     m_container.origins().setPort(outerPorts[index], element.internal_object());
     outerPorts[index]->setPortDefaultValue(element.attribute("value").value());
@@ -149,7 +146,7 @@ void NetworkBuilder::addPlainNode(pugi::xml_node element, SiblingNames& names, S
 
     const std::string type = attributeOf(element, "type");
     if (type.empty())
-        warn(element, names.pathOf(name), "no type: it has no output of its own");
+        warn(element, names.pathTo(name), "no type: it has no output of its own");
     else if (type != kMultiOutput)
         node->outputs().addPort(kDefaultOutput, m_container.dataType(type));
 
@@ -170,7 +167,7 @@ void NetworkBuilder::addInput(pugi::xml_node element,
 {
     const std::string name = takeName(element, names);
     const ZEL::AddRefWrapper<ZEL::Port> port =
-        node.inputs().addPort(name.c_str(), typeOf(element, names.pathOf(name)));
+        node.inputs().addPort(name.c_str(), typeOf(element, names.pathTo(name)));
     m_container.origins().setPort(port, element.internal_object());
     port->setPortDefaultValue(element.attribute("value").value());
     addReference(element, port, &scope);
@@ -180,7 +177,7 @@ void NetworkBuilder::addInput(pugi::xml_node element,
 void NetworkBuilder::addOutput(pugi::xml_node element, SiblingNames& names, Node& node)
 {
     const std::string name = takeName(element, names);
-    const std::string path = names.pathOf(name);
+    const std::string path = names.pathTo(name);
     const pugi::xml_node first =
         element.parent().find_child_by_attribute("output", "name", name.c_str());
     ZEL::AddRefWrapper<ZEL::Port> port =
@@ -204,7 +201,7 @@ ZEL::AddRefWrapper<ZEL::PortDataType> NetworkBuilder::typeOf(pugi::xml_node elem
 std::string NetworkBuilder::takeName(pugi::xml_node element, SiblingNames& names)
 {
     std::string name = names.of(element);
-    const std::string path = names.pathOf(name);
+    const std::string path = names.pathTo(name);
     if (attributeOf(element, "name").empty())
         warn(element, path, "no name in the document: this one was made up");
     if (!names.use(name))

@@ -3,6 +3,7 @@
 #include "shadingContainer.h"
 #include "shadingDefinedNode.h"
 #include "shadingFormat.h"
+#include "shadingNames.h"
 #include "shadingNetworkBuilder.h"
 #include "shadingOpeningProgress.h"
 #include "shadingOrigins.h"
@@ -36,8 +37,7 @@ public:
         std::string problem;
         const ZEL::AddRefWrapper<ZEL::Port> source = findSource(reference, problem);
         if (source && !reference.target->addConnection(source))
-            problem =
-                std::string("refused a connection from ") + source->getFullPathName().getName();
+            problem = "refused a connection from " + pathOf(*source);
         if (!problem.empty())
             warn(reference, problem);
         else if (source)
@@ -95,9 +95,9 @@ private:
             if (found != scope->graphs.end())
                 return outputOf(reference, found->second, problem);
         }
-        problem = "no nodegraph \"" + name + "\" in " + pathOf(*reference.scope);
+        problem = "no nodegraph \"" + name + "\" in " + pathTo(*reference.scope);
         if (reference.scope != &m_document)
-            problem += " or " + pathOf(m_document);
+            problem += " or " + pathTo(m_document);
         return nullptr;
     }
 
@@ -107,7 +107,7 @@ private:
         const auto found = reference.scope->nodes.find(name);
         if (found != reference.scope->nodes.end())
             return outputOf(reference, found->second, problem);
-        problem = "no node \"" + name + "\" in " + pathOf(*reference.scope);
+        problem = "no node \"" + name + "\" in " + pathTo(*reference.scope);
         return nullptr;
     }
 
@@ -116,7 +116,7 @@ private:
     static PortPtr outputOf(const Reference& reference, const NodePtr& node, std::string& problem)
     {
         const pugi::xml_node element(node->element());
-        const std::string path = node->getFullPathName().getName();
+        const std::string path = pathOf(*node);
         const bool isMultiOutput = attributeOf(element, "type") == kMultiOutput;
         std::string name = attributeOf(reference.element, "output");
         // The first that the document lists, also where the definition has another one before it.
@@ -143,14 +143,11 @@ private:
         return nullptr;
     }
 
-    static std::string pathOf(const Scope& scope)
-    {
-        return scope.compound->getAsNode()->getFullPathName().getName();
-    }
+    static std::string pathTo(const Scope& scope) { return pathOf(*scope.compound->getAsNode()); }
 
     void warn(const Reference& reference, const std::string& text)
     {
-        const std::string path = reference.target->getFullPathName().getName();
+        const std::string path = pathOf(*reference.target);
         m_warnings.push_back(m_xml.warningAt(reference.element, path + ": " + text));
     }
 

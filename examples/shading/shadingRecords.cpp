@@ -1,16 +1,13 @@
 #include "shadingRecords.h"
 
+#include "shadingNames.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace shading {
 
 namespace {
-
-std::string pathOf(ZEL::Port& port)
-{
-    return port.getFullPathName().getName();
-}
 
 void addPaths(ZEL::Port* port, std::vector<std::string>& paths)
 {
@@ -23,12 +20,11 @@ void addPaths(ZEL::Port* port, std::vector<std::string>& paths)
 PortRecord recordOf(ZEL::Port& port, ZEL::Compound* compound)
 {
     PortRecord record;
-    const ZEL::AddRefWrapper<ZEL::PortDataType> type = port.getDataType();
     const ZEL::AddRefWrapper<ZEL::Port> inner =
         compound ? compound->getReversePort(&port) : nullptr;
     record.isInput = port.getPortIOType() == ZEL::PortInput;
     record.name = port.getName();
-    record.type = type ? type->getName() : "none";
+    record.type = typeNameOf(port);
     record.value = port.getPortDefaultValue();
     addPaths(record.isInput ? &port : inner.get(), record.sources);
     addPaths(record.isInput ? inner.get() : &port, record.targets);

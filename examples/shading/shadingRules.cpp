@@ -1,23 +1,13 @@
 #include "shadingRules.h"
 
 #include "shadingFormat.h"
+#include "shadingNames.h"
 
 #include <algorithm>
 
 namespace shading {
 
 namespace {
-
-std::string pathOf(ZEL::Port& port)
-{
-    return port.getFullPathName().getName();
-}
-
-std::string typeNameOf(ZEL::Port& port)
-{
-    const TypePtr type = port.getDataType();
-    return type ? type->getName() : kNoType;
-}
 
 template <class List>
 bool isAmbiguousIn(List& list, const std::string& name)
@@ -79,6 +69,12 @@ bool isNameTaken(ZEL::Compound& compound, const std::string& name)
 {
     const char* const text = name.c_str();
     return compound.innerInputs()[text] || compound.innerOutputs()[text] || compound.nodes()[text];
+}
+
+std::string newNameProblem(ZEL::Compound& compound, const std::string& name)
+{
+    const std::string problem = nameProblem(name);
+    return problem.empty() && isNameTaken(compound, name) ? "the name is taken" : problem;
 }
 
 std::string uniqueName(ZEL::Compound& compound, const std::string& name)

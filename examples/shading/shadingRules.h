@@ -28,6 +28,9 @@ std::string nameProblem(const std::string& name);
 /// document of the format.
 bool isNameTaken(ZEL::Compound& compound, const std::string& name);
 
+/// The compound may get a port or node of that name: it has no problem and is not taken.
+std::string newNameProblem(ZEL::Compound& compound, const std::string& name);
+
 /// The name, or with the first number from 2 behind it that makes it free in the compound.
 std::string uniqueName(ZEL::Compound& compound, const std::string& name);
 

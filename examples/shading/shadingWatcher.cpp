@@ -1,5 +1,7 @@
 #include "shadingWatcher.h"
 
+#include "shadingNames.h"
+
 #include <ostream>
 
 namespace shading {
@@ -41,11 +43,6 @@ const char* wordOf(ZEL::ENodeChangeType type)
     return "changed";
 }
 
-std::string pathOf(const ZEL::AddRefWrapper<ZEL::Port>& port)
-{
-    return port->getFullPathName().getName();
-}
-
 } // namespace
 
 Watcher::Watcher(const ZEL::AddRefWrapper<ZEL::Node>& root, std::ostream& out) : m_out(out)
@@ -57,8 +54,8 @@ void Watcher::zel_onConnectionChange(ZEL::ECnxChangeType type,
                                      const ZEL::AddRefWrapper<ZEL::Port>& first,
                                      const ZEL::AddRefWrapper<ZEL::Port>& second)
 {
-    print(std::string("connection ") + wordOf(type) + ": " + pathOf(first) + " -> " +
-          pathOf(second));
+    print(std::string("connection ") + wordOf(type) + ": " + pathOf(*first) + " -> " +
+          pathOf(*second));
 }
 
 void Watcher::zel_onCompoundConnectionChange(ZEL::ECnxChangeType type,
@@ -67,7 +64,7 @@ void Watcher::zel_onCompoundConnectionChange(ZEL::ECnxChangeType type,
 {
     const bool firstSends = first->getPortIOType() == ZEL::PortOutput;
     print(std::string("compound connection ") + wordOf(type) + ": " +
-          pathOf(firstSends ? first : second) + " -> " + pathOf(firstSends ? second : first));
+          pathOf(firstSends ? *first : *second) + " -> " + pathOf(firstSends ? *second : *first));
 }
 
 void Watcher::zel_onCompoundPortChange(ZEL::ECompoundPortChangeType type,
@@ -76,7 +73,7 @@ void Watcher::zel_onCompoundPortChange(ZEL::ECompoundPortChangeType type,
     // An inner port: the directions are crossed.
     const bool isInput = port->getPortIOType() == ZEL::PortOutput;
     print(std::string("port ") + wordOf(type) + ": " + (isInput ? "input " : "output ") +
-          pathOf(port));
+          pathOf(*port));
 }
 
 void Watcher::zel_onNodeChange(ZEL::ENodeChangeType type,
@@ -84,8 +81,8 @@ void Watcher::zel_onNodeChange(ZEL::ENodeChangeType type,
                                const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
     watch(node);
-    print(std::string("node ") + wordOf(type) + ": " +
-          compound->getAsNode()->getFullPathName().getName() + "." + node->getName());
+    print(std::string("node ") + wordOf(type) + ": " + pathOf(*compound->getAsNode()) + "." +
+          node->getName());
 }
 
 void Watcher::watch(const ZEL::AddRefWrapper<ZEL::Node>& node)

@@ -1,16 +1,14 @@
 #include "shadingRandomEdits.h"
 
 #include "shadingDefinedNode.h"
+#include "shadingNames.h"
 #include "shadingNode.h"
 #include "shadingReport.h"
 #include "shadingRules.h"
 
-namespace {
+using shading::pathOf;
 
-std::string pathOf(ZEL::Node& node)
-{
-    return node.getFullPathName().getName();
-}
+namespace {
 
 void addText(ZEL::Node& node, std::string& text)
 {
@@ -30,7 +28,7 @@ void addTargets(ZEL::PortList& list, std::string& text)
 {
     for (ZEL::Port* const port : list) {
         for (ZEL::Port* const target : port->connectedTo())
-            text += std::string(target->getFullPathName().getName()) + "\n";
+            text += pathOf(*target) + "\n";
     }
 }
 

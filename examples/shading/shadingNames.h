@@ -1,0 +1,18 @@
+#pragma once
+
+#include "zel.h"
+
+#include <string>
+
+namespace shading {
+
+// What the host calls the things of a network in texts for its user and in documents.
+
+/// The full path: "Top.NG_wall.noise".
+std::string pathOf(ZEL::Node& node);
+std::string pathOf(ZEL::Port& port);
+/// The name of the data type; the format's word for a port without a type, or with one without a
+/// name.
+std::string typeNameOf(ZEL::Port& port);
+
+} // namespace shading
