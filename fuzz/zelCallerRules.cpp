@@ -8,18 +8,6 @@ namespace zelFuzz::callerRules {
 
 namespace {
 
-/// While it lives the host is at work itself, and its listeners agree.
-class Quiet {
-public:
-    explicit Quiet(Universe& universe) : m_universe(universe) { ++m_universe.quiet; }
-    Quiet(const Quiet&) = delete;
-    Quiet& operator=(const Quiet&) = delete;
-    ~Quiet() { --m_universe.quiet; }
-
-private:
-    Universe& m_universe;
-};
-
 std::vector<PortPtr> partnersOf(ZEL::Port& port)
 {
     std::vector<PortPtr> partners;
@@ -110,13 +98,13 @@ void isolateHeld(Universe& universe, const Census& inside, const ZEL::Node* top)
 
 void disconnect(Universe& universe, ZEL::Port& port)
 {
-    const Quiet quiet(universe);
+    const Agreement agreement(universe);
     port.removeAllConnections();
 }
 
 void prepareEnd(Universe& universe, ZEL::Node& node)
 {
-    const Quiet quiet(universe);
+    const Agreement agreement(universe);
     for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
         for (ZEL::Port* const port : *list)
             port->removeAllConnections();
@@ -129,7 +117,7 @@ void prepareEnd(Universe& universe, ZEL::Node& node)
 
 void prepareEnd(Universe& universe, ZEL::Compound& compound)
 {
-    const Quiet quiet(universe);
+    const Agreement agreement(universe);
     Census inside;
     inside.addCompound(&compound);
     isolate(inside);

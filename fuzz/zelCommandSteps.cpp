@@ -23,18 +23,6 @@ private:
     bool& m_mark;
 };
 
-/// While it lives the listeners agree: a round that is checked.
-class Agreement {
-public:
-    explicit Agreement(Universe& universe) : m_universe(universe) { ++m_universe.quiet; }
-    Agreement(const Agreement&) = delete;
-    Agreement& operator=(const Agreement&) = delete;
-    ~Agreement() { --m_universe.quiet; }
-
-private:
-    Universe& m_universe;
-};
-
 bool isReachable(Universe& universe, ZEL::Port& port)
 {
     const std::string path = port.getFullPathName().getName();

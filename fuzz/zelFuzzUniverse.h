@@ -84,4 +84,16 @@ public:
     ZEL::Port* asked = nullptr; ///< The port of the question in which a step is made.
 };
 
+/// While it lives the host is at work itself, and its listeners agree.
+class Agreement {
+public:
+    explicit Agreement(Universe& universe) : m_universe(universe) { ++m_universe.quiet; }
+    Agreement(const Agreement&) = delete;
+    Agreement& operator=(const Agreement&) = delete;
+    ~Agreement() { --m_universe.quiet; }
+
+private:
+    Universe& m_universe;
+};
+
 } // namespace zelFuzz
