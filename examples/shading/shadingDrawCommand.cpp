@@ -5,6 +5,7 @@
 #include "zelPicture.h"
 
 #include <charconv>
+#include <strings.h>
 
 namespace shading {
 
@@ -24,6 +25,14 @@ bool readDepth(const std::string& text, int& depth)
     const char* const end = text.data() + text.size();
     const std::from_chars_result read = std::from_chars(text.data(), end, depth);
     return read.ec == std::errc() && read.ptr == end && depth >= 0;
+}
+
+/// A picture never takes the place of a document or a script by a slip.
+bool isPictureName(const std::string& file)
+{
+    const std::string ending = ".svg";
+    return file.size() >= ending.size() &&
+           strcasecmp(file.c_str() + file.size() - ending.size(), ending.c_str()) == 0;
 }
 
 /// False, and reported, when the words are none of the command's.
@@ -47,6 +56,8 @@ bool readArguments(Shell& shell, const Words& words, DrawArguments& arguments)
         return shell.fail(std::to_string(names.size()) + " names",
                           "needs a file and one path at most");
     arguments.file = names.front();
+    if (!isPictureName(arguments.file))
+        return shell.fail(arguments.file, "the name of a picture ends in .svg");
     arguments.path.assign(names.begin() + 1, names.end());
     return true;
 }
@@ -95,7 +106,9 @@ const std::vector<Command>& drawCommands()
          "    the connections. Compounds in it are closed boxes; with --depth they are open "
          "frames,\n"
          "    N levels down. Inputs that say no more than the node's definition are counted, and\n"
-         "    drawn with --all. FILE.svg is replaced when all is written; nothing is printed.",
+         "    drawn with --all. FILE.svg is replaced when all is written; nothing is printed. Its "
+         "name\n"
+         "    ends in .svg.",
          1, 5, runDraw, "file compound", "draw gate.svg Top.NG_gate --depth 2"},
     };
     return commands;

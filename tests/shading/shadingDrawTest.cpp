@@ -224,9 +224,12 @@ TEST(Draw, RefusesAndLeavesTheFileAsItWas)
     EXPECT_EQ("error: draw: " + file.path() + "/p.svg: cannot be written: Not a directory\n",
               document.run("draw " + file.path() + "/p.svg"));
     const std::string folder = std::filesystem::path(file.path()).parent_path();
-    EXPECT_EQ("error: draw: " + folder + ": cannot be written: Is a directory\n",
-              document.run("draw " + folder));
-    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder), {})) << "a draft stays";
+    EXPECT_EQ("error: draw: " + file.path() + ": the name of a picture ends in .svg\n",
+              document.run("draw " + file.path()));
+    std::filesystem::create_directory(folder + "/d.SVG");
+    EXPECT_EQ("error: draw: " + folder + "/d.SVG: cannot be written: Is a directory\n",
+              document.run("draw " + folder + "/d.SVG"));
+    EXPECT_EQ(2, std::distance(std::filesystem::directory_iterator(folder), {})) << "a draft stays";
 }
 
 TEST(Draw, CountsInputsThatAreNotAskedFor)
