@@ -71,7 +71,10 @@ int readKey(std::FILE* input)
 {
     const int key = rl_getc(input);
     const bool isAsking = RL_ISSTATE(RL_STATE_COMPLETING) && RL_ISSTATE(RL_STATE_MOREINPUT);
-    return key == g_interruptKey && isAsking ? kAbortKey : key;
+    if (key != g_interruptKey || !isAsking)
+        return key;
+    rl_stuff_char(key); // Read behind the question, it drops the line.
+    return kAbortKey;
 }
 
 void noteInterrupt(int /*signal*/)
