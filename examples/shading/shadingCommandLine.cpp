@@ -93,4 +93,12 @@ std::string quoteWord(const std::string& word, bool isClosed)
     return isClosed ? quoted + "\"" : quoted;
 }
 
+std::string lineOf(const std::vector<std::string>& words)
+{
+    std::string line;
+    for (const std::string& word : words)
+        line.append(line.empty() ? "" : " ").append(quoteWord(word));
+    return line;
+}
+
 } // namespace shading

@@ -25,5 +25,7 @@ UnfinishedLine splitUnfinished(const std::string& line);
 /// The word as it is typed: in quotes when it has characters that mean something else. An unclosed
 /// one ends before its closing quote, so that more can be typed.
 std::string quoteWord(const std::string& word, bool isClosed = true);
+/// The line that splitCommand takes apart into these words.
+std::string lineOf(const std::vector<std::string>& words);
 
 } // namespace shading

@@ -1,5 +1,6 @@
 // The edits that put nodes into a compound and take them out.
 
+#include "shadingCommandLine.h"
 #include "shadingContainer.h"
 #include "shadingEditor.h"
 #include "shadingExpansion.h"
@@ -111,7 +112,8 @@ bool Editor::collapse(const std::string& path,
     if (!problem.empty())
         return fail(path + "." + name, problem);
     Nodes moved;
-    std::string title = "collapse " + path + " " + name;
+    std::vector<std::string> words = {"collapse", path, name};
+    words.insert(words.end(), nodes.begin(), nodes.end());
     for (const std::string& nodeName : nodes) {
         const NodePtr node = compound->nodes()[nodeName.c_str()];
         const std::string reason = moveProblem(*compound, node, nodeName);
@@ -119,9 +121,8 @@ bool Editor::collapse(const std::string& path,
             return fail(std::string(path).append(".").append(nodeName), reason);
         if (!isAmong(moved, node))
             moved.push_back(node);
-        title.append(" ").append(nodeName);
     }
-    return runKeepingTypes(title, path, [&] {
+    return runKeepingTypes(lineOf(words), path, [&] {
         NamesAside aside(*compound, moved);
         ZEL::CreateCompoundCommand command;
         command.setParentCompound(&m_container, path.c_str());
@@ -142,7 +143,7 @@ bool Editor::expand(const std::string& path, std::vector<std::string>& renamed)
     const NodePtr node = findInnerNode(path);
     if (!node || !findCompound(path))
         return false;
-    return runKeepingTypes("expand " + path, path, [&] {
+    return runKeepingTypes(lineOf({"expand", path}), path, [&] {
         Expansion expansion(node);
         std::string problem = expansion.run();
         renamed = expansion.renamed();

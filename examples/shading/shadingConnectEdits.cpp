@@ -1,5 +1,6 @@
 // The edits of connections: from paths to ports, and the library's ConnectCommand.
 
+#include "shadingCommandLine.h"
 #include "shadingContainer.h"
 #include "shadingEditor.h"
 #include "shadingNames.h"
@@ -116,7 +117,7 @@ bool Editor::connect(const std::string& a, const std::string& b)
         return fail(a, "connected to " + b + " already");
     const auto command = std::make_shared<ZEL::ConnectCommand>();
     const bool isDone =
-        run("connect " + a + " " + b, a, [&, out = sender, in = receiver]() mutable {
+        run(lineOf({"connect", a, b}), a, [&, out = sender, in = receiver]() mutable {
             return command->connect(&m_container, out, in) ? "" : "the connection was refused";
         });
     if (isDone)
@@ -135,7 +136,7 @@ bool Editor::disconnect(const std::string& a, const std::string& b)
         targets.findPort(receiver) == targets.size() - 1 && receiver->connectedTo().size() == 1;
     const auto command = std::make_shared<ZEL::ConnectCommand>();
     const bool isDone =
-        run("disconnect " + a + " " + b, a, [&, out = sender, in = receiver]() mutable {
+        run(lineOf({"disconnect", a, b}), a, [&, out = sender, in = receiver]() mutable {
             return command->disconnect(&m_container, out, in) ? "" : "the connection stays";
         });
     if (isDone && isLast)
@@ -148,7 +149,7 @@ bool Editor::disconnectAll(const std::string& path)
     PathPorts ports = findPorts(m_container, path);
     if (ports.isEmpty())
         return fail(path, "no such port");
-    return run("disconnect-all " + path, path, [&] {
+    return run(lineOf({"disconnect-all", path}), path, [&] {
         int count = 0;
         for (PortPtr* const port :
              {&ports.input, &ports.output, &ports.innerInput, &ports.innerOutput}) {

@@ -66,7 +66,7 @@ bool Editor::addPort(const std::string& path,
     if (!problem.empty())
         return fail(path + "." + name, problem);
     const char* const direction = ioType == ZEL::PortInput ? "input" : "output";
-    return run("port add " + path + " " + direction + " " + name + " " + type, path, [&] {
+    return run(lineOf({"port", "add", path, direction, name, type}), path, [&] {
         ZEL::ModifyCompoundPortCommand command;
         command.setParentCompound(&m_container, path.c_str());
         if (!command.createPort(ioType, name.c_str(), type.c_str()))
@@ -81,7 +81,7 @@ bool Editor::deletePort(const std::string& path, const std::string& name)
     const CompoundPtr compound = findCompound(path);
     if (!compound || !findCompoundPort(*compound, name))
         return false;
-    return run("port delete " + path + " " + name, path + "." + name, [&] {
+    return run(lineOf({"port", "delete", path, name}), path + "." + name, [&] {
         ZEL::ModifyCompoundPortCommand command;
         command.setParentCompound(&m_container, path.c_str());
         command.deletePort(name.c_str());
@@ -102,7 +102,7 @@ bool Editor::renamePort(const std::string& path,
         return fail(path + "." + newName, problem);
     const auto command = std::make_shared<ZEL::ModifyCompoundPortCommand>();
     const bool isDone =
-        run("port rename " + path + " " + oldName + " " + newName, path + "." + oldName, [&] {
+        run(lineOf({"port", "rename", path, oldName, newName}), path + "." + oldName, [&] {
             command->setParentCompound(&m_container, path.c_str());
             command->renamePort(oldName.c_str(), newName.c_str());
             command->doit();
@@ -132,7 +132,7 @@ bool Editor::setValue(const std::string& path, const std::string& value)
         return fail(path, problem);
     if (value == port->getPortDefaultValue())
         return fail(path, "it has that value");
-    return run("set " + path + " " + quoteWord(value), path, [&] {
+    return run(lineOf({"set", path, value}), path, [&] {
         port->setPortDefaultValue(value.c_str());
         return "";
     });
@@ -144,7 +144,7 @@ bool Editor::deleteNode(const std::string& path)
     if (!node)
         return false;
     const CompoundPtr around = node->getParentCompound();
-    return run("delete " + path, path, [&] {
+    return run(lineOf({"delete", path}), path, [&] {
         isolate(*node);
         return around->nodes().remove(node) ? "" : "it cannot be removed";
     });
@@ -161,7 +161,7 @@ bool Editor::renameNode(const std::string& path, const std::string& name)
     const CompoundPtr around = node->getParentCompound();
     if (isNameTaken(*around, name))
         return fail(pathOf(*around->getAsNode()) + "." + name, "the name is taken");
-    return run("rename " + path + " " + name, path, [&] {
+    return run(lineOf({"rename", path, name}), path, [&] {
         node->setName(name.c_str());
         return "";
     });

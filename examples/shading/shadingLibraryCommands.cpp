@@ -1,3 +1,4 @@
+#include "shadingCommandLine.h"
 #include "shadingDefinedNode.h"
 #include "shadingJournal.h"
 #include "shadingLibraryReport.h"
@@ -76,7 +77,9 @@ bool runCreate(Shell& shell, const Arguments& arguments)
         const std::string problem = newNameProblem(*compound, arguments[1]);
         return problem.empty() && !compound->nodes().add(node) ? "refused" : problem;
     };
-    if (!shell.editor().run("create " + arguments[0] + " " + arguments[1], arguments[1], add))
+    Arguments words = {"create"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    if (!shell.editor().run(lineOf(words), arguments[1], add))
         return shell.fail(shell.editor().problem().subject, shell.editor().problem().reason);
     shell.out() << pathOf(*node) << " " << definition->record().name << "\n";
     return true;
