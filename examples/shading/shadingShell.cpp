@@ -44,8 +44,11 @@ void Shell::add(const std::vector<Command>& commands, const char* title)
     }
 }
 
-bool Shell::run(const std::string& line)
+bool Shell::run(const std::string& given)
 {
+    // Lines of a file from another system end in a carriage return.
+    const bool hasReturn = !given.empty() && given.back() == '\r';
+    const std::string line(given, 0, given.size() - (hasReturn ? 1 : 0));
     std::vector<std::string> words;
     std::string problem;
     m_running.clear();

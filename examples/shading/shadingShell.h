@@ -40,8 +40,9 @@ public:
     /// Adds commands to the table; a name is used once. The help shows them below the title.
     void add(const std::vector<Command>& commands, const char* title = "More");
 
-    /// Runs one line. An empty line and a comment do nothing. False when there is no such command,
-    /// it has the wrong number of arguments, or it failed; the reason is on err.
+    /// Runs one line, without its end or with a carriage return there. An empty line and a comment
+    /// do nothing. False when there is no such command, it has the wrong number of arguments, or it
+    /// failed; the reason is on err.
     bool run(const std::string& line);
     /// Runs the lines of a script until one fails. False then, or when the script cannot be read;
     /// the reason is on err, with "FILE:LINE: " before it where a line failed.
