@@ -9,11 +9,22 @@ namespace {
 constexpr std::chrono::milliseconds kSilence(1000);
 constexpr std::chrono::milliseconds kInterval(100);
 
+/// The text, or so many bytes of its end: a character has one column at most for each byte.
+std::string endOf(const std::string& text, std::size_t size)
+{
+    if (text.size() <= size)
+        return text;
+    std::size_t start = text.size() - size;
+    while (start < text.size() && (text[start] & 0xC0) == 0x80)
+        ++start; // Not within a character of several bytes.
+    return text.substr(start);
+}
+
 } // namespace
 
-ProgressLine::ProgressLine(std::ostream& out, bool isTerminal, std::string title, Clock clock)
+ProgressLine::ProgressLine(std::ostream& out, int columns, std::string title, Clock clock)
     : m_out(out),
-      m_isTerminal(isTerminal),
+      m_columns(static_cast<std::size_t>(columns)),
       m_title(std::move(title)),
       m_clock(std::move(clock)),
       m_next(m_clock() + kSilence)
@@ -22,7 +33,8 @@ ProgressLine::ProgressLine(std::ostream& out, bool isTerminal, std::string title
 
 void ProgressLine::update(int permille)
 {
-    if (m_isWritten && !m_isTerminal)
+    const bool isTerminal = m_columns > 0;
+    if (m_isWritten && !isTerminal)
         return;
     const auto now = m_clock();
     if (now < m_next)
@@ -30,8 +42,9 @@ void ProgressLine::update(int permille)
     m_next = now + kInterval;
     m_isWritten = true;
     const std::string text = m_title + ": " + std::to_string(permille / 10) + " %";
-    m_width = m_isTerminal ? text.size() : 0;
-    m_out << (m_isTerminal ? "\r" : "") << text << (m_isTerminal ? "" : "\n") << std::flush;
+    const std::string shown = isTerminal ? endOf(text, m_columns - 1) : text;
+    m_width = isTerminal ? shown.size() : 0;
+    m_out << (isTerminal ? "\r" : "") << shown << (isTerminal ? "" : "\n") << std::flush;
 }
 
 void ProgressLine::clear()

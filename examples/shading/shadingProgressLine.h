@@ -9,13 +9,14 @@ namespace shading {
 
 /// Shows that something takes its time: nothing within the first second; then on a terminal a line
 /// "TITLE: 42 %", written anew at most ten times a second and cleared at the end; elsewhere that
-/// line once, with a line end.
+/// line once, with a line end. What is too long for one line of the terminal loses its start.
 class ProgressLine {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    /// The time begins here. The stream is not owned and must outlive the line.
-    ProgressLine(std::ostream& out, bool isTerminal, std::string title, Clock clock);
+    /// The time begins here. So many columns has the terminal; 0: it is none. The stream is not
+    /// owned and must outlive the line.
+    ProgressLine(std::ostream& out, int columns, std::string title, Clock clock);
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
     ~ProgressLine() { clear(); }
@@ -26,7 +27,7 @@ public:
 
 private:
     std::ostream& m_out;
-    bool m_isTerminal;
+    std::size_t m_columns; ///< 0: no terminal.
     std::string m_title;
     Clock m_clock;
     std::chrono::steady_clock::time_point m_next; ///< Nothing is written before.

@@ -11,6 +11,7 @@
 #include <getopt.h>
 #include <iostream>
 #include <string>
+#include <sys/ioctl.h>
 #include <unistd.h>
 #include <vector>
 
@@ -83,7 +84,30 @@ bool runFromInput(shading::Shell& shell)
     std::string line;
     while (!shell.hasQuit() && std::getline(std::cin, line))
         isGood = shell.run(line) && isGood;
-    return isGood;
+    if (std::ferror(stdin) == 0)
+        return isGood;
+    std::cerr << "error: standard input: cannot be read\n";
+    return false;
+}
+
+/// What the program returns in the end.
+int finish(bool isGood)
+{
+    std::cout.flush();
+    if (!std::cout || std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        std::cerr << "error: standard output: cannot be written\n";
+        return kFailure;
+    }
+    return isGood ? kSuccess : kFailure;
+}
+
+/// Of standard error; 0 where it is no terminal.
+int terminalColumns()
+{
+    winsize size = {};
+    if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0)
+        return 0;
+    return size.ws_col > 0 ? size.ws_col : 80; // Some terminals do not say.
 }
 
 /// The plugin's runtime; without a plugin the host's own, which has no definitions.
@@ -101,8 +125,8 @@ chooseRuntime(const std::string& path, shading::PluginModule& plugin, ZEL::Runti
 std::unique_ptr<shading::Container> openDocument(const Arguments& arguments,
                                                  std::vector<shading::Message>& messages)
 {
-    shading::ProgressLine line(std::cerr, isatty(STDERR_FILENO) != 0,
-                               "opening " + arguments.document, std::chrono::steady_clock::now);
+    shading::ProgressLine line(std::cerr, terminalColumns(), "opening " + arguments.document,
+                               std::chrono::steady_clock::now);
     shading::OpenOptions options = arguments.options;
     options.progress = [&](int permille) { line.update(permille); };
     return shading::Container::open(arguments.document, options, messages);
@@ -127,7 +151,7 @@ int main(int argc, char** argv)
     }
     if (arguments.wantsHelp) {
         std::cout << kUsage;
-        return kSuccess;
+        return finish(true);
     }
 
     // The order matters: at the end the document goes before the runtime that serves it, and the
@@ -165,11 +189,5 @@ int main(int argc, char** argv)
         shading::runFromTerminal(shell);
     else
         isGood = runFromInput(shell);
-
-    std::cout.flush();
-    if (!std::cout || std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        std::cerr << "error: standard output: cannot be written\n";
-        return kFailure;
-    }
-    return isGood ? kSuccess : kFailure;
+    return finish(isGood);
 }

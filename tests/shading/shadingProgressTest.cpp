@@ -11,16 +11,17 @@ using std::chrono::milliseconds;
 
 const struct {
     const char* name;
-    bool isTerminal;
+    int columns;
     std::vector<std::pair<int, int>> updates; ///< Milliseconds since the start, permille.
     const char* text;
 } kProgress[] = {
-    {"a quick one is silent", true, {{0, 0}, {999, 990}}, ""},
+    {"a quick one is silent", 80, {{0, 0}, {999, 990}}, ""},
     {"a terminal sees ten lines a second, cleared at the end",
-     true,
+     80,
      {{1000, 99}, {1099, 500}, {1100, 1000}, {1150, 1000}},
-     "\rt: 9 %\rt: 100 %\r        \r"},
-    {"elsewhere it is one line", false, {{999, 1}, {1500, 421}, {2000, 600}}, "t: 42 %\n"},
+     "\rtä: 9 %\rtä: 100 %\r          \r"},
+    {"elsewhere it is one line", 0, {{999, 1}, {1500, 421}, {2000, 600}}, "tä: 42 %\n"},
+    {"a narrow terminal sees the end", 8, {{1000, 421}}, "\r: 42 %\r      \r"},
 };
 
 TEST(ProgressLine, AppearsAfterASecond)
@@ -31,7 +32,7 @@ TEST(ProgressLine, AppearsAfterASecond)
         const auto start = now;
         std::ostringstream out;
         {
-            shading::ProgressLine line(out, c.isTerminal, "t", [&] { return now; });
+            shading::ProgressLine line(out, c.columns, "tä", [&] { return now; });
             for (const auto& [time, permille] : c.updates) {
                 now = start + milliseconds(time);
                 line.update(permille);
