@@ -53,6 +53,8 @@ bool Shell::run(const std::string& given)
     std::string problem;
     m_running.clear();
     m_hasReported = false;
+    if (line.find('\0') != std::string::npos)
+        return fail(line.c_str(), "a byte of value 0 follows");
     if (!splitCommand(line, words, problem))
         return fail(line, problem);
     if (words.empty())

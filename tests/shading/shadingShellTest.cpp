@@ -103,6 +103,8 @@ TEST(Shell, TellsFailureAndQuit)
     shell.add(shading::viewCommands());
     EXPECT_TRUE(shell.run("ls"));
     EXPECT_FALSE(shell.run("ls Top.no"));
+    EXPECT_FALSE(shell.run(std::string("ls\0Top", 6)));
+    EXPECT_NE(std::string::npos, out.str().find("error: ls: a byte of value 0 follows\n"));
     EXPECT_FALSE(shell.hasQuit());
     EXPECT_TRUE(shell.run("quit"));
     EXPECT_TRUE(shell.hasQuit());
