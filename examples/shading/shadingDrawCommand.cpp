@@ -109,7 +109,7 @@ const std::vector<Command>& drawCommands()
          "    drawn with --all. FILE.svg is replaced when all is written; nothing is printed. Its "
          "name\n"
          "    ends in .svg.",
-         1, 5, runDraw, "file compound", "draw gate.svg Top.NG_gate --depth 2"},
+         1, 5, runDraw, "file compound =--depth,--all", "draw gate.svg Top.NG_gate --depth 2"},
     };
     return commands;
 }

@@ -1,6 +1,7 @@
 #include "shadingCompletion.h"
 
 #include "shadingCommandLine.h"
+#include "shadingDrawCommand.h"
 #include "shadingShell.h"
 #include "shadingTestDocument.h"
 
@@ -58,6 +59,8 @@ const struct {
     {"port rename Top.graph x ", "port rename Top.graph x ", ""},
     {"ls --", "ls --json ", "[--json]"},
     {"ls --json Top.e", "ls --json Top.empty ", "[Top.empty]"},
+    {"draw a.svg Top.e", "draw a.svg Top.empty ", "[Top.empty]"},
+    {"draw a.svg Top --d", "draw a.svg Top --depth ", "[--depth]"},
     {"undo ", "undo ", ""},
 };
 
@@ -68,6 +71,7 @@ TEST(Completion, KnowsWhatEachArgumentTakes)
     shading::Shell shell(*document.container, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
+    shell.add(shading::drawCommands());
     for (const auto& c : kCompletions) {
         SCOPED_TRACE(c.line);
         const shading::Completion found =
