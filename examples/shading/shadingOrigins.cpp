@@ -20,9 +20,14 @@ void Origins::setImplied(const ZEL::AddRefWrapper<ZEL::Port>& port)
 
 bool Origins::isImplied(const ZEL::Port& port) const
 {
+    const std::string name = impliedNameOf(port);
+    return !name.empty() && name == port.getName();
+}
+
+std::string Origins::impliedNameOf(const ZEL::Port& port) const
+{
     const auto found = m_ports.find(&port);
-    return found != m_ports.end() && !found->second.element &&
-           found->second.impliedName == port.getName();
+    return found == m_ports.end() ? "" : found->second.impliedName;
 }
 
 } // namespace shading

@@ -27,6 +27,8 @@ public:
     void setImplied(const ZEL::AddRefWrapper<ZEL::Port>& port);
     /// False for a port with an element, for one that an edit made and for one with another name.
     bool isImplied(const ZEL::Port& port) const;
+    /// What the references called it that made it; empty for any other port.
+    std::string impliedNameOf(const ZEL::Port& port) const;
 
     void setConnected(pugi::xml_node_struct* element) { m_connected.insert(element); }
     /// False for a reference that named nothing when the document was opened.
