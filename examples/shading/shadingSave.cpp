@@ -1,6 +1,7 @@
 #include "shadingSave.h"
 
 #include "shadingContainer.h"
+#include "shadingDeclarations.h"
 #include "shadingFileReplace.h"
 #include "shadingOutsideNames.h"
 #include "shadingProjection.h"
@@ -53,6 +54,7 @@ bool saveToBytes(Container& container, std::string& bytes, std::vector<SaveProbl
     projectNodes(network);
     problems = checkSavable(network);
     updateOutsideNames(network, problems);
+    updateDeclarations(network, problems);
     std::string text;
     if (!problems.empty() || !settle(network, text, problems))
         return false;

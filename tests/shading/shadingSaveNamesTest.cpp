@@ -125,4 +125,84 @@ TEST(SaveNames, OutsideTheNetworkOfWhatIsGoneAreRefused)
     });
 }
 
+/// A definition, and behind it a graph `g` that implements it.
+std::string
+definition(const std::string& ports, const std::string& graphPorts, const char* more = "")
+{
+    return "<nodedef name='D' node='d'>" + ports + "</nodedef><nodegraph name='g' nodedef='D'>" +
+           graphPorts + "</nodegraph>" + more;
+}
+
+std::string port(const char* kind, const std::string& name, const char* more = "")
+{
+    return std::string("<") + kind + " name='" + name + "' type='t'" + more + "/>";
+}
+
+std::string user(const std::string& interface)
+{
+    return "<n name='n' type='t'><input name='i' type='t' interfacename='" + interface + "'/></n>";
+}
+
+TEST(SaveNames, ADefinitionForOneGraphFollows)
+{
+    const std::string x = port("input", "x");
+    const std::string y = port("input", "y");
+    const std::string o = port("output", "o");
+    const std::string rest = port("input", "rest");
+    check({
+        {"both kinds of ports", definition(x + port("output", "o", " defaultinput='x'"), x + o),
+         "port rename Top.g x y\nport rename Top.g o p",
+         definition(y + port("output", "p", " defaultinput='y'"), y + port("output", "p"))},
+        {"an input that the graph does not declare", definition(x + rest + o, user("x") + o),
+         "port rename Top.g x y", definition(y + rest + o, y + user("y") + o)},
+        {"an exchange with an input that the graph did not use",
+         definition(x + rest + o, user("x") + o), "port rename Top.g x rest",
+         definition(x + rest + o, rest + user("rest") + o)},
+        {"tied from outside",
+         "<nodedef name='D' node='d'>" + x + o + "</nodedef><nodegraph name='g'>" + x + o +
+             "</nodegraph><implementation nodedef='D' nodegraph='g'/>",
+         "port rename Top.g x y\nrename Top.g h",
+         "<nodedef name='D' node='d'>" + y + o + "</nodedef><nodegraph name='h'>" + y + o +
+             "</nodegraph><implementation nodedef='D' nodegraph='h'/>"},
+        {"an input less", definition(x + o, x + o), "port delete Top.g x", definition(x + o, o)},
+        {"the graph did not agree before", definition(x + o, x + rest + o),
+         "port rename Top.g x y\nport delete Top.g o", definition(x + o, y + rest)},
+    });
+}
+
+TEST(SaveNames, AGraphThatLeavesItsDefinitionIsRefused)
+{
+    const std::string x = port("input", "x");
+    const std::string o = port("output", "o");
+    const std::string start = "its graph implements nodedef \"D\", which ";
+    const std::string stays = "Top.g.y: " + start + "calls it \"x\" and must stay as it is\n";
+    const char* const rename = "port rename Top.g x y";
+    check({
+        {"an input more", definition(x + o, x + o), "port add Top.g input y t",
+         "Top.g.y: " + start + "has no such input of type t\n"},
+        {"an output less", definition(x + o, x + o), "port delete Top.g o",
+         "Top.g.o: " + start + "has that output; it is gone\n"},
+        {"another type", definition(x + o, x + o, "<n name='n' type='s'/>"),
+         "port delete Top.g o\nport add Top.g output o s",
+         "Top.g.o: " + start + "has no such output of type s\n"},
+        {"a node of it", definition(x + o, x + o, "<d name='n' type='t'/>"), rename, stays},
+        {"another graph", definition(x + o, x + o, "<nodegraph name='h' nodedef='D'/>"), rename,
+         stays},
+        {"an heir", definition(x + o, x + o, "<nodedef name='E' node='e' inherit='D'/>"), rename,
+         stays},
+        {"an old material", definition(x + o, x + o, "<material><shaderref node='d'/></material>"),
+         rename, stays},
+        {"the definition inherits the port",
+         "<nodedef name='E' node='e'>" + x + "</nodedef><nodedef name='D' node='d' inherit='E'>" +
+             o + "</nodedef><nodegraph name='g' nodedef='D'>" + x + o + "</nodegraph>",
+         rename, stays},
+        {"another port has the name there", definition(x + o + port("token", "y"), x + o), rename,
+         stays},
+        {"another port has the name here", definition(x + o, x + o),
+         "port rename Top.g x y\nport add Top.g input x t", stays},
+        {"in another graph", definition(x + o, x + o), "collapse Top h g",
+         "Top.h.g: it implements nodedef \"D\", and the document itself has it no more\n"},
+    });
+}
+
 } // namespace
