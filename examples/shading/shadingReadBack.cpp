@@ -245,7 +245,7 @@ void ReadBack::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& ou
     DraftItem* const item = m_network.itemOf(outer);
     const bool isSame =
         source ? backAsLive != m_liveOf.end() && backAsLive->second == source.get() : !backSource;
-    if (isSame && (source || !item || !isStale(*item, outer)))
+    if (isSame && (source || !item || !isStale(m_network, *item, outer)))
         return;
     if (!item)
         m_missing.emplace_back(&static_cast<Node&>(node), &outer);
@@ -256,14 +256,6 @@ void ReadBack::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& ou
     else if (backSource)
         reason = "it is read back with the source " + pathOf(*backSource);
     differ(pathOf(receiver), reason, isWritten);
-}
-
-/// True for a reference that meant something and means nothing now.
-bool ReadBack::isStale(const DraftItem& item, ZEL::Port& port) const
-{
-    const Origins& origins = m_network.container().origins();
-    return hasReference(item) &&
-           (!item.isFromText || origins.wasConnected(origins.elementOf(port)));
 }
 
 void ReadBack::pair(ZEL::Port* live, ZEL::Port* back)

@@ -41,7 +41,6 @@ private:
     void declareMissing();
     void compareSources(ZEL::Node& node);
     void compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer);
-    bool isStale(const DraftItem& item, ZEL::Port& port) const;
     void pair(ZEL::Port* live, ZEL::Port* back);
     DraftItem* itemAt(pugi::xml_node_struct* element) const;
     void differ(const std::string& path, const std::string& reason, bool isWritten);

@@ -1,7 +1,9 @@
 #include "shadingReferenceWriter.h"
 
+#include "shadingContainer.h"
 #include "shadingDraftNetwork.h"
 #include "shadingFormat.h"
+#include "shadingOrigins.h"
 
 #include <map>
 
@@ -27,8 +29,6 @@ std::map<std::string, std::string> referenceTo(DraftNetwork& network, ZEL::Port&
     return result;
 }
 
-} // namespace
-
 bool hasReference(const DraftItem& element)
 {
     for (const char* const name : kReferences) {
@@ -37,6 +37,27 @@ bool hasReference(const DraftItem& element)
             return true;
     }
     return false;
+}
+
+} // namespace
+
+bool isStale(DraftNetwork& network, const DraftItem& element, ZEL::Port& port)
+{
+    const Origins& origins = network.container().origins();
+    return hasReference(element) &&
+           (!element.isFromText || origins.wasConnected(origins.elementOf(port)));
+}
+
+bool mayMean(pugi::xml_node element, ZEL::Port& source)
+{
+    const std::string interface = attributeOf(element, "interfacename");
+    if (source.isCompoundInternalPort() || !interface.empty())
+        return source.isCompoundInternalPort() && interface == source.getName();
+    const std::string graph = attributeOf(element, "nodegraph");
+    const std::string output = attributeOf(element, "output");
+    const std::string name = graph.empty() ? attributeOf(element, "nodename") : graph;
+    return name == source.getParentNode()->getName() &&
+           (output.empty() || output == source.getName());
 }
 
 bool writeReference(DraftNetwork& network,

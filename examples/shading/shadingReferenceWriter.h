@@ -2,14 +2,21 @@
 
 #include "zel.h"
 
+#include <pugixml.hpp>
+
 namespace shading {
 
 struct DraftItem;
 class Draft;
 class DraftNetwork;
 
-/// True when the element names a source.
-bool hasReference(const DraftItem& element);
+/// True when the element, which stands for the port, names a source that it had when it was read,
+/// or that was written since: without a source it names nothing.
+bool isStale(DraftNetwork& network, const DraftItem& element, ZEL::Port& port);
+
+/// False when what the element, as it was read, names as a source is certainly not that one under
+/// its present name.
+bool mayMean(pugi::xml_node element, ZEL::Port& source);
 
 /// Makes the element, which stands for the receiving port, name the source; empty: none. True when
 /// that changed the element. Private to the host's library.

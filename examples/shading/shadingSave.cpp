@@ -7,6 +7,7 @@
 #include "shadingProjection.h"
 #include "shadingReadBack.h"
 #include "shadingSaveCheck.h"
+#include "shadingWriteAhead.h"
 #include "shadingXml.h"
 
 namespace shading {
@@ -55,8 +56,11 @@ bool saveToBytes(Container& container, std::string& bytes, std::vector<SaveProbl
     problems = checkSavable(network);
     updateOutsideNames(network, problems);
     updateDeclarations(network, problems);
+    if (!problems.empty())
+        return false;
+    writeAhead(network);
     std::string text;
-    if (!problems.empty() || !settle(network, text, problems))
+    if (!settle(network, text, problems))
         return false;
     const Encoding& encoding = container.xml().encoding();
     if (convertFromUtf8(text, encoding, bytes))
