@@ -63,12 +63,12 @@ private:
     {
         const bool isNodeDef = item.text == "nodedef";
         if (const DraftAttribute* const name = item.attribute(isNodeDef ? "inherit" : "nodedef"))
-            ++m_nodeDefs[name->value];
+            ++m_nodeDefs[std::string(name->value)];
         const DraftAttribute* const type = item.attribute("node");
         if (type && !isNodeDef)
-            m_nodeTypes.insert(type->value);
+            m_nodeTypes.emplace(type->value);
         if (kindOf(item.text) == ElementKind::Node)
-            m_nodeTypes.insert(item.text);
+            m_nodeTypes.emplace(item.text);
         for (const DraftItem* child = item.first; child; child = child->next) {
             if (child->isElement())
                 count(*child);

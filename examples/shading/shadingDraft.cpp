@@ -10,10 +10,10 @@ namespace shading {
 namespace {
 
 /// The white space at the end of the text from its last line end on; empty without one.
-std::string lastLine(const std::string& text)
+std::string_view lastLine(std::string_view text)
 {
     std::size_t begin = text.rfind('\n');
-    if (begin == std::string::npos)
+    if (begin == std::string_view::npos)
         return "";
     if (begin > 0 && text[begin - 1] == '\r')
         --begin;
@@ -22,9 +22,11 @@ std::string lastLine(const std::string& text)
 
 void writeStartTag(const DraftItem& element, std::string& text)
 {
-    text += "<" + element.text;
+    text += '<';
+    text += element.text;
     for (const DraftAttribute& attribute : element.attributes) {
-        text += attribute.lead + attribute.name + attribute.equals + attribute.quote;
+        text.append(attribute.lead).append(attribute.name).append(attribute.equals);
+        text += attribute.quote;
         text += attribute.value;
         text += attribute.quote;
     }
@@ -32,35 +34,17 @@ void writeStartTag(const DraftItem& element, std::string& text)
     text += element.endTag.empty() ? "/>" : ">";
 }
 
-void writeChildren(const DraftItem& parent,
-                   std::string& text,
-                   std::map<std::size_t, DraftItem*>& places)
+void writeChildren(const DraftItem& parent, std::string& text, OffsetIndex& places)
 {
     for (DraftItem* item = parent.first; item; item = item->next) {
         if (!item->isElement()) {
             text += item->text;
             continue;
         }
-        places.emplace_hint(places.end(), text.size(), item);
+        places.add(text.size(), *item);
         writeStartTag(*item, text);
         writeChildren(*item, text, places);
         text += item->endTag;
-    }
-}
-
-/// Replaces the indentation of every line that begins inside the element.
-void indentAnew(DraftItem& element, const std::string& before, const std::string& after)
-{
-    for (DraftItem* item = element.first; item; item = item->next) {
-        if (item->isElement())
-            indentAnew(*item, before, after);
-        if (!item->isBlank())
-            continue;
-        std::size_t at = item->text.find(before);
-        while (at != std::string::npos) {
-            item->text.replace(at, before.size(), after);
-            at = item->text.find(before, at + after.size());
-        }
     }
 }
 
@@ -68,10 +52,10 @@ void indentAnew(DraftItem& element, const std::string& before, const std::string
 
 bool DraftItem::isBlank() const
 {
-    return kind == Kind::Text && text.find_first_not_of(" \t\r\n") == std::string::npos;
+    return kind == Kind::Text && text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-const DraftAttribute* DraftItem::attribute(const std::string& name) const
+const DraftAttribute* DraftItem::attribute(std::string_view name) const
 {
     for (const DraftAttribute& attribute : attributes) {
         if (attribute.name == name)
@@ -80,7 +64,9 @@ const DraftAttribute* DraftItem::attribute(const std::string& name) const
     return nullptr;
 }
 
-Draft::Draft(const std::string& text, Encoding encoding) : m_encoding(std::move(encoding))
+Draft::Draft(const std::string& text, Encoding encoding)
+    : m_textSize(text.size()),
+      m_encoding(std::move(encoding))
 {
     newItem(DraftItem::Kind::Element, "");
     DraftParser(text, *this).run();
@@ -111,17 +97,13 @@ void Draft::findStyle(const std::string& text)
     }
 }
 
-DraftItem* Draft::elementAt(std::size_t offset) const
-{
-    const auto found = m_byOffset.find(offset);
-    return found == m_byOffset.end() ? nullptr : found->second;
-}
-
-std::string Draft::write(std::map<std::size_t, DraftItem*>& places) const
+std::string Draft::write(OffsetIndex& places)
 {
     std::string text;
+    text.reserve(m_textSize + m_textSize / 8);
     places.clear();
     writeChildren(m_items.front(), text, places);
+    m_textSize = text.size();
     return text;
 }
 
@@ -132,15 +114,16 @@ bool Draft::setAttribute(DraftItem& element, const std::string& name, const std:
             continue;
         const std::string after = escaped(value, attribute.quote);
         const bool isChange = attribute.value != after;
-        attribute.value = after;
+        if (isChange)
+            attribute.value = keep(after);
         return isChange;
     }
     DraftAttribute attribute;
     attribute.lead = " ";
-    attribute.name = name;
+    attribute.name = keep(name);
     attribute.equals = "=";
     attribute.quote = element.attributes.empty() ? m_quote : element.attributes.back().quote;
-    attribute.value = escaped(value, attribute.quote);
+    attribute.value = keep(escaped(value, attribute.quote));
     auto place = element.attributes.end();
     if (name == "name")
         place = element.attributes.begin();
@@ -165,15 +148,16 @@ bool Draft::removeAttribute(DraftItem& element, const std::string& name)
 bool Draft::setElementName(DraftItem& element, const std::string& name)
 {
     const bool isChange = element.text != name;
-    element.text = name;
+    if (isChange)
+        element.text = keep(name);
     if (isChange && !element.endTag.empty())
-        element.endTag = "</" + name + ">";
+        element.endTag = keep("</" + name + ">");
     return isChange;
 }
 
 DraftItem& Draft::newElement(const std::string& name)
 {
-    DraftItem& element = newItem(DraftItem::Kind::Element, name);
+    DraftItem& element = newItem(DraftItem::Kind::Element, keep(name));
     element.tail = m_tail;
     return element;
 }
@@ -193,14 +177,14 @@ void Draft::insert(DraftItem& item, DraftItem& parent, DraftItem* previous)
     }
     if (isOnly) {
         if (parent.endTag.empty())
-            parent.tail.clear();
-        parent.endTag = "</" + parent.text + ">";
+            parent.tail = "";
+        parent.endTag = keep("</" + std::string(parent.text) + ">");
         if (!line.empty())
-            link(newItem(DraftItem::Kind::Text, lineOf(parent)), parent, nullptr);
+            link(newItem(DraftItem::Kind::Text, keep(lineOf(parent))), parent, nullptr);
     }
     link(item, parent, previous);
     if (!line.empty())
-        link(newItem(DraftItem::Kind::Text, line), parent, previous);
+        link(newItem(DraftItem::Kind::Text, keep(line)), parent, previous);
 }
 
 void Draft::remove(DraftItem& item)
@@ -213,7 +197,7 @@ void Draft::remove(DraftItem& item)
         return;
     if (parent.first)
         unlink(*parent.first);
-    parent.endTag.clear();
+    parent.endTag = "";
     if (parent.tail.empty())
         parent.tail = m_tail;
 }
@@ -228,9 +212,11 @@ void Draft::move(DraftItem& item, DraftItem& parent, DraftItem* previous)
         indentAnew(item, before, after);
 }
 
-DraftItem& Draft::newItem(DraftItem::Kind kind, const std::string& text)
+DraftItem& Draft::newItem(DraftItem::Kind kind, std::string_view text)
 {
+    const std::size_t number = m_items.size();
     DraftItem& item = m_items.emplace_back();
+    item.number = number;
     item.kind = kind;
     item.text = text;
     return item;
@@ -257,7 +243,8 @@ std::string Draft::lineOf(const DraftItem& item) const
 {
     if (item.parent == &m_items.front())
         return m_lineEnd;
-    return item.previous && item.previous->isBlank() ? lastLine(item.previous->text) : "";
+    return item.previous && item.previous->isBlank() ? std::string(lastLine(item.previous->text))
+                                                     : "";
 }
 
 /// The same for a child of the element, as it would be.
@@ -272,6 +259,24 @@ std::string Draft::lineInside(const DraftItem& parent) const
     }
     const std::string around = hasElement ? "" : lineOf(parent);
     return around.empty() ? "" : around + m_indent;
+}
+
+/// Replaces the indentation of every line that begins inside the element.
+void Draft::indentAnew(DraftItem& element, const std::string& before, const std::string& after)
+{
+    for (DraftItem* item = element.first; item; item = item->next) {
+        if (item->isElement())
+            indentAnew(*item, before, after);
+        if (!item->isBlank())
+            continue;
+        std::string text(item->text);
+        std::size_t at = text.find(before);
+        while (at != std::string::npos) {
+            text.replace(at, before.size(), after);
+            at = text.find(before, at + after.size());
+        }
+        item->text = keep(text);
+    }
 }
 
 /// What XML reads back as the value, in that quote.

@@ -1,22 +1,24 @@
 #pragma once
 
 #include "shadingEncoding.h"
+#include "shadingOffsetIndex.h"
 
 #include <cstddef>
 #include <deque>
-#include <map>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
 namespace shading {
 
+// Views are of the text that was read, of texts that the draft keeps or of literals.
+
 struct DraftAttribute {
-    std::string lead;   ///< The white space before the name.
-    std::string name;   ///< As written, like all that follows.
-    std::string equals; ///< From behind the name to the quote.
+    std::string_view lead;   ///< The white space before the name.
+    std::string_view name;   ///< As written, like all that follows.
+    std::string_view equals; ///< From behind the name to the quote.
+    std::string_view value;  ///< Between the quotes, escaped.
     char quote = '"';
-    std::string value; ///< Between the quotes, escaped.
 };
 
 /// One piece of a document as it is written: an element, or text, a comment, a processing
@@ -29,12 +31,12 @@ struct DraftItem {
     };
 
     Kind kind = Kind::Element;
-    std::string text; ///< The element's name; the whole of another piece.
+    bool isFromText = false; ///< It was read.
+    std::string_view text;   ///< The element's name; the whole of another piece.
     std::vector<DraftAttribute> attributes;
-    std::string tail;        ///< The white space at the end of the start tag.
-    std::string endTag;      ///< Empty: the element ends with its start tag.
-    std::size_t offset = 0;  ///< In the text that was read.
-    bool isFromText = false; ///< It was read; offset holds.
+    std::string_view tail;   ///< The white space at the end of the start tag.
+    std::string_view endTag; ///< Empty: the element ends with its start tag.
+    std::size_t number = 0;  ///< Counts the pieces of the draft, from 0.
 
     DraftItem* parent = nullptr; ///< Null: not in the document.
     DraftItem* previous = nullptr;
@@ -45,14 +47,15 @@ struct DraftItem {
     bool isElement() const { return kind == Kind::Element; }
     /// Text of white space only.
     bool isBlank() const;
-    const DraftAttribute* attribute(const std::string& name) const;
+    const DraftAttribute* attribute(std::string_view name) const;
 };
 
 /// A document's text on its way into a file: what is not touched is written byte for byte as it was
 /// read, quotes, white space and entities too. Private to the host's library.
 class Draft {
 public:
-    /// Takes the text apart, which must be XML; the encoding is that of the file.
+    /// Takes the text apart, which must be XML and outlive the draft; the encoding is that of the
+    /// file.
     Draft(const std::string& text, Encoding encoding);
     Draft(const Draft&) = delete;
     Draft& operator=(const Draft&) = delete;
@@ -60,10 +63,12 @@ public:
     /// The pieces outside the document element hang below this one, which writes nothing itself.
     DraftItem& top() { return m_items.front(); }
     /// The element that began there in the text that was read; null when none did.
-    DraftItem* elementAt(std::size_t offset) const;
+    DraftItem* elementAt(std::size_t offset) const { return m_byOffset.at(offset); }
     std::size_t elementCount() const { return m_byOffset.size(); }
+    /// How many pieces there are and were: more than each of their numbers.
+    std::size_t pieceCount() const { return m_items.size(); }
     /// The document. Gives each element by the offset at which it begins there.
-    std::string write(std::map<std::size_t, DraftItem*>& places) const;
+    std::string write(OffsetIndex& places);
 
     // Attributes. Each returns true when it changed something.
     bool setAttribute(DraftItem& element, const std::string& name, const std::string& value);
@@ -84,20 +89,24 @@ private:
     friend class DraftParser;
 
     void findStyle(const std::string& text);
-    DraftItem& newItem(DraftItem::Kind kind, const std::string& text);
+    DraftItem& newItem(DraftItem::Kind kind, std::string_view text);
+    std::string_view keep(const std::string& text) { return m_kept.emplace_back(text); }
     static void link(DraftItem& item, DraftItem& parent, DraftItem* previous);
     static void unlink(DraftItem& item);
     std::string lineOf(const DraftItem& item) const;
     std::string lineInside(const DraftItem& parent) const;
+    void indentAnew(DraftItem& element, const std::string& before, const std::string& after);
     std::string escaped(const std::string& value, char quote) const;
 
-    std::deque<DraftItem> m_items; ///< Also those that were taken out.
-    std::unordered_map<std::size_t, DraftItem*> m_byOffset;
+    std::deque<DraftItem> m_items;  ///< Also those that were taken out.
+    std::deque<std::string> m_kept; ///< What was written into them.
+    OffsetIndex m_byOffset;
+    std::size_t m_textSize = 0; ///< Of what was read or written last.
     Encoding m_encoding;
-    std::string m_lineEnd;    ///< Empty: the document is one line.
-    std::string m_indent;     ///< What one level adds.
-    char m_quote = '"';       ///< The more common one.
-    std::string m_tail = " "; ///< Before the end of an element that has nothing inside.
+    std::string m_lineEnd;         ///< Empty: the document is one line.
+    std::string m_indent;          ///< What one level adds.
+    char m_quote = '"';            ///< The more common one.
+    std::string_view m_tail = " "; ///< Before the end of an element that has nothing inside.
 };
 
 } // namespace shading

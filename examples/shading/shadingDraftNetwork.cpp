@@ -59,6 +59,7 @@ DraftNetwork::DraftNetwork(Container& container)
     : m_container(container),
       m_draft(container.xml().text(), container.xml().encoding())
 {
+    m_portItems.reserve(m_draft.elementCount());
 }
 
 bool DraftNetwork::isWhole() const
@@ -70,13 +71,13 @@ bool DraftNetwork::isWhole() const
 void DraftNetwork::claim(DraftItem& item, ZEL::Node& node)
 {
     m_nodeItems[&node] = &item;
-    m_nodes[&item] = &node;
+    claimOf(item).first = &node;
 }
 
 void DraftNetwork::claim(DraftItem& item, ZEL::Port& port)
 {
     m_portItems[&port] = &item;
-    m_ports[&item] = &port;
+    claimOf(item).second = &port;
 }
 
 DraftItem* DraftNetwork::itemOf(const ZEL::Node& node) const
@@ -91,12 +92,12 @@ DraftItem* DraftNetwork::itemOf(const ZEL::Port& port) const
 
 ZEL::Node* DraftNetwork::nodeOf(const DraftItem* item) const
 {
-    return valueAt(m_nodes, item);
+    return item && item->number < m_claims.size() ? m_claims[item->number].first : nullptr;
 }
 
 ZEL::Port* DraftNetwork::portOf(const DraftItem* item) const
 {
-    return valueAt(m_ports, item);
+    return item && item->number < m_claims.size() ? m_claims[item->number].second : nullptr;
 }
 
 DraftItem* DraftNetwork::readItemOf(const ZEL::Node& node) const
@@ -110,10 +111,22 @@ DraftItem* DraftNetwork::readItemOf(const ZEL::Port& port) const
     return itemAt(m_draft, m_container.origins().elementOf(port));
 }
 
+std::pair<ZEL::Node*, ZEL::Port*>& DraftNetwork::claimOf(const DraftItem& item)
+{
+    if (item.number >= m_claims.size())
+        m_claims.resize(m_draft.pieceCount());
+    return m_claims[item.number];
+}
+
 bool DraftNetwork::arrange(DraftItem& parent,
                            const std::vector<DraftItem*>& items,
                            DraftItem* start)
 {
+    std::size_t placed = 0;
+    for (const DraftItem* child = parent.first; child && placed < items.size(); child = child->next)
+        placed += child == items[placed] ? 1 : 0;
+    if (placed == items.size())
+        return false;
     std::unordered_map<const DraftItem*, int> places;
     int place = 0;
     for (const DraftItem* child = parent.first; child; child = child->next)

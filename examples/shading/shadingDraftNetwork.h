@@ -6,6 +6,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace shading {
@@ -52,12 +53,13 @@ public:
     void declare(ZEL::Node& node, ZEL::Port& port);
 
 private:
+    std::pair<ZEL::Node*, ZEL::Port*>& claimOf(const DraftItem& item);
+
     Container& m_container;
     Draft m_draft;
     std::unordered_map<const ZEL::Node*, DraftItem*> m_nodeItems;
     std::unordered_map<const ZEL::Port*, DraftItem*> m_portItems;
-    std::unordered_map<const DraftItem*, ZEL::Node*> m_nodes;
-    std::unordered_map<const DraftItem*, ZEL::Port*> m_ports;
+    std::vector<std::pair<ZEL::Node*, ZEL::Port*>> m_claims; ///< By the numbers of the pieces.
 };
 
 /// The last piece before the item that is no white space; null when there is none.

@@ -62,14 +62,14 @@ std::size_t DraftParser::behind(const char* end, std::size_t from) const
     return found == std::string::npos ? m_text.size() : found + std::string(end).size();
 }
 
-std::string DraftParser::take(std::size_t end)
+std::string_view DraftParser::take(std::size_t end)
 {
     const std::size_t begin = m_at;
     m_at = std::min(end, m_text.size());
-    return m_text.substr(begin, m_at - begin);
+    return std::string_view(m_text).substr(begin, m_at - begin);
 }
 
-std::string DraftParser::takeBlanks()
+std::string_view DraftParser::takeBlanks()
 {
     return take(m_text.find_first_not_of(kBlanks, m_at));
 }
@@ -80,9 +80,8 @@ void DraftParser::startTag()
     ++m_at;
     DraftItem& element =
         add(DraftItem::Kind::Element, take(m_text.find_first_of(" \t\r\n/>", m_at)));
-    element.offset = offset;
-    m_draft.m_byOffset.emplace(offset, &element);
-    std::string blanks = takeBlanks();
+    m_draft.m_byOffset.add(offset, element);
+    std::string_view blanks = takeBlanks();
     while (m_at < m_text.size() && m_text[m_at] != '>' && m_text[m_at] != '/') {
         element.attributes.push_back(takeAttribute());
         element.attributes.back().lead = blanks;
@@ -116,7 +115,7 @@ void DraftParser::endTag()
         m_inside = m_inside->parent;
 }
 
-DraftItem& DraftParser::add(DraftItem::Kind kind, const std::string& text)
+DraftItem& DraftParser::add(DraftItem::Kind kind, std::string_view text)
 {
     DraftItem& item = m_draft.newItem(kind, text);
     item.isFromText = true;

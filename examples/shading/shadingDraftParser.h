@@ -9,7 +9,7 @@ namespace shading {
 /// library.
 class DraftParser {
 public:
-    /// Both must outlive the parser.
+    /// Both must outlive the parser, the text the draft too.
     DraftParser(const std::string& text, Draft& draft) : m_text(text), m_draft(draft) {}
 
     void run();
@@ -18,12 +18,12 @@ private:
     std::size_t endOfMarkup() const;
     std::size_t endOfDocumentType() const;
     std::size_t behind(const char* end, std::size_t from) const;
-    std::string take(std::size_t end);
-    std::string takeBlanks();
+    std::string_view take(std::size_t end);
+    std::string_view takeBlanks();
     void startTag();
     DraftAttribute takeAttribute();
     void endTag();
-    DraftItem& add(DraftItem::Kind kind, const std::string& text);
+    DraftItem& add(DraftItem::Kind kind, std::string_view text);
 
     const std::string& m_text;
     Draft& m_draft;

@@ -1,7 +1,6 @@
 #include "shadingFormat.h"
 
 #include <cstring>
-#include <string_view>
 #include <unordered_set>
 
 namespace shading {
@@ -12,11 +11,11 @@ const char* const kDefaultOutput = "out";
 
 ElementKind kindOf(pugi::xml_node element)
 {
-    return element.type() == pugi::node_element ? kindOf(std::string(element.name()))
+    return element.type() == pugi::node_element ? kindOf(std::string_view(element.name()))
                                                 : ElementKind::Other;
 }
 
-ElementKind kindOf(const std::string& elementName)
+ElementKind kindOf(std::string_view name)
 {
     // The names of versions 1.38 and 1.39, and the older ones that documents still carry.
     static const std::unordered_set<std::string_view> noNodes = {
@@ -42,7 +41,6 @@ ElementKind kindOf(const std::string& elementName)
         "variantassign",  "variantassignset",
         "variantset",     "visibility",
     };
-    const std::string_view name = elementName;
     if (name == "input")
         return ElementKind::Input;
     if (name == "output")

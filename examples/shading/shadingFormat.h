@@ -2,6 +2,7 @@
 
 #include <pugixml.hpp>
 #include <string>
+#include <string_view>
 
 namespace shading {
 
@@ -17,7 +18,7 @@ enum class ElementKind {
 /// Any child of a document or a graph that the format does not name as something else is a node:
 /// node definitions may add any name.
 ElementKind kindOf(pugi::xml_node element);
-ElementKind kindOf(const std::string& elementName);
+ElementKind kindOf(std::string_view elementName);
 
 /// The format's names of two types that no port carries: a node that has several outputs, and
 /// nothing.

@@ -107,7 +107,7 @@ private:
 
     const Names& namesOf(pugi::xml_node parent)
     {
-        const auto [entry, isNew] = m_names.emplace(parent.internal_object(), Names());
+        const auto [entry, isNew] = m_names.try_emplace(parent.internal_object());
         Names& names = entry->second;
         pugi::xml_node child = isNew ? parent.first_child() : pugi::xml_node();
         for (; child; child = child.next_sibling()) {

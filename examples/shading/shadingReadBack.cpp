@@ -26,13 +26,13 @@ Node& nodeAt(ZEL::NodeList& list, int index)
 
 } // namespace
 
-ReadBack::ReadBack(DraftNetwork& network,
-                   Container& back,
-                   const std::map<std::size_t, DraftItem*>& places)
+ReadBack::ReadBack(DraftNetwork& network, Container& back, const OffsetIndex& places)
     : m_network(network),
       m_back(back),
       m_places(places)
 {
+    m_liveOf.reserve(places.size());
+    m_backOf.reserve(places.size());
 }
 
 void ReadBack::run()
@@ -49,18 +49,17 @@ void ReadBack::compareNodes(Node& live, Node& back)
 {
     DraftItem& item = *m_network.itemOf(live);
     Draft& draft = m_network.draft();
-    const std::string path = pathOf(live);
     const std::string name = live.getName();
     const std::string type = live.getNodeTypeName();
     const std::string definition = definitionOf(live);
     if (live.getParentCompound() && name != back.getName())
-        differ(path, "its name is read back as " + std::string(back.getName()),
+        differ(pathOf(live), "its name is read back as " + std::string(back.getName()),
                draft.setAttribute(item, "name", name));
     if (type != back.getNodeTypeName())
-        differ(path, "its node type is read back as " + std::string(back.getNodeTypeName()),
+        differ(pathOf(live), "its node type is read back as " + std::string(back.getNodeTypeName()),
                live.getParentCompound() && draft.setElementName(item, type));
     if (definition != definitionOf(back) && !definition.empty())
-        differ(path, "its definition is read back as another one",
+        differ(pathOf(live), "its definition is read back as another one",
                draft.setAttribute(item, "nodedef", definition));
     compareLists(live, back, live.inputs(), back.inputs());
     compareLists(live, back, live.outputs(), back.outputs());
@@ -122,6 +121,7 @@ void ReadBack::compareLists(Node& live,
 ReadBack::Ports ReadBack::counterparts(ZEL::PortList& livePorts, ZEL::PortList& backPorts)
 {
     Ports found;
+    found.reserve(static_cast<std::size_t>(backPorts.size()));
     std::unordered_map<std::string, Ports> withoutElement;
     for (int i = livePorts.size() - 1; i >= 0; --i) {
         if (!m_network.itemOf(*livePorts[i]))
@@ -130,10 +130,10 @@ ReadBack::Ports ReadBack::counterparts(ZEL::PortList& livePorts, ZEL::PortList& 
     for (ZEL::Port* const port : backPorts) {
         const DraftItem* const item = itemAt(m_back.origins().elementOf(*port));
         ZEL::Port* live = m_network.portOf(item);
-        Ports& named = withoutElement[port->getName()];
-        if (!item && !named.empty()) {
-            live = named.back();
-            named.pop_back();
+        const auto named = item ? withoutElement.end() : withoutElement.find(port->getName());
+        if (named != withoutElement.end() && !named->second.empty()) {
+            live = named->second.back();
+            named->second.pop_back();
         }
         found.push_back(live);
     }
@@ -268,8 +268,7 @@ void ReadBack::pair(ZEL::Port* live, ZEL::Port* back)
 
 DraftItem* ReadBack::itemAt(pugi::xml_node_struct* element) const
 {
-    const auto found = element ? m_places.find(offsetOf(pugi::xml_node(element))) : m_places.end();
-    return found == m_places.end() ? nullptr : found->second;
+    return element ? m_places.at(offsetOf(pugi::xml_node(element))) : nullptr;
 }
 
 void ReadBack::differ(const std::string& path, const std::string& reason, bool isWritten)

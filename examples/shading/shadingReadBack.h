@@ -3,7 +3,6 @@
 #include "shadingDraftNetwork.h"
 #include "shadingNode.h"
 
-#include <map>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -18,9 +17,7 @@ class ReadBack {
 public:
     /// Back is the draft, opened again; places are those of its elements in that text. All must
     /// outlive it.
-    ReadBack(DraftNetwork& network,
-             Container& back,
-             const std::map<std::size_t, DraftItem*>& places);
+    ReadBack(DraftNetwork& network, Container& back, const OffsetIndex& places);
 
     void run();
     /// What came back different. Empty: the two networks are equal.
@@ -47,7 +44,7 @@ private:
 
     DraftNetwork& m_network;
     Container& m_back;
-    const std::map<std::size_t, DraftItem*>& m_places;
+    const OffsetIndex& m_places;
     std::unordered_map<const ZEL::Port*, ZEL::Port*> m_liveOf;
     std::unordered_map<const ZEL::Port*, ZEL::Port*> m_backOf;
     std::vector<std::pair<Node*, ZEL::Port*>> m_missing; ///< Live ports without a counterpart.

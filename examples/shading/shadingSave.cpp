@@ -21,7 +21,7 @@ constexpr int kMaxRounds = 50;
 bool settle(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& problems)
 {
     for (int round = 0; round < kMaxRounds; ++round) {
-        std::map<std::size_t, DraftItem*> places;
+        OffsetIndex places;
         text = network.draft().write(places);
         Message error;
         const std::unique_ptr<Container> back = network.container().openText(text, error);

@@ -88,8 +88,9 @@ private:
     {
         const std::string type = node.getNodeTypeName();
         const pugi::xml_node element = elementOf(node);
-        if (!hasReadName(element, node.getName()))
-            addProblem(pathOf(node), savedNameProblem(node.getName()));
+        const std::string problem = savedNameProblem(node.getName());
+        if (!problem.empty() && !hasReadName(element, node.getName()))
+            add(pathOf(node), problem);
         const ElementKind wanted = node.isCompound() ? ElementKind::Graph : ElementKind::Node;
         if (type != element.name() && (!savedNameProblem(type).empty()))
             add(pathOf(node), "its node type \"" + type + "\" is no name for an element");
@@ -141,8 +142,9 @@ private:
 
     void checkPort(ZEL::Port& port)
     {
-        if (!isAsRead(port))
-            addProblem(pathOf(port), savedNameProblem(port.getName()));
+        const std::string problem = savedNameProblem(port.getName());
+        if (!problem.empty() && !isAsRead(port))
+            add(pathOf(port), problem);
         if (!isXmlText(port.getPortDefaultValue()))
             add(pathOf(port), "its value has characters that XML cannot hold");
         if (!isXmlText(typeNameOf(port)))
@@ -208,7 +210,7 @@ private:
     /// The node of the compound that its name means, and that of graphs only.
     ZEL::Node* firstNamed(ZEL::Compound& compound, ZEL::Node& like)
     {
-        const auto [scope, isNew] = m_scopes.emplace(&compound, Names());
+        const auto [scope, isNew] = m_scopes.try_emplace(&compound);
         for (int i = 0; isNew && i < compound.nodes().size(); ++i) {
             const NodePtr node = compound.nodes()[i];
             scope->second.nodes.emplace(node->getName(), node.get());
@@ -243,12 +245,6 @@ private:
         const NodePtr node = port.getParentNode();
         const auto* const own = dynamic_cast<const Node*>(node.get());
         return own && own->definition();
-    }
-
-    void addProblem(const std::string& path, const std::string& reason)
-    {
-        if (!reason.empty())
-            add(path, reason);
     }
 
     struct Names {
