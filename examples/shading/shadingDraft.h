@@ -19,6 +19,9 @@ struct DraftAttribute {
     std::string_view equals; ///< From behind the name to the quote.
     std::string_view value;  ///< Between the quotes, escaped.
     char quote = '"';
+
+    /// The value is read as it is written.
+    bool isPlain() const { return value.find_first_of("&\t\r\n") == std::string_view::npos; }
 };
 
 /// One piece of a document as it is written: an element, or text, a comment, a processing

@@ -18,6 +18,12 @@ std::string definitionOf(const Node& node)
     return node.definition() ? node.definition()->record().name : "";
 }
 
+bool isLike(ZEL::PortList& ports, const std::vector<ZEL::Port*>& others)
+{
+    return static_cast<int>(others.size()) == ports.size() &&
+           std::equal(others.begin(), others.end(), ports.begin());
+}
+
 /// The nodes of this host's compounds are its own.
 Node& nodeAt(ZEL::NodeList& list, int index)
 {
@@ -73,8 +79,12 @@ void ReadBack::compareInside(ZEL::Compound& live, ZEL::Compound& back)
         for (ZEL::Port* const port : *list) {
             const PortPtr outer = back.getReversePort(port);
             const auto found = m_liveOf.find(outer.get());
-            if (found != m_liveOf.end())
-                pair(live.getReversePort(found->second).get(), port);
+            const PortPtr inner =
+                found == m_liveOf.end() ? nullptr : live.getReversePort(found->second);
+            if (inner && list == &back.innerInputs())
+                m_liveOf[port] = inner.get();
+            else if (inner)
+                m_backOf[inner.get()] = port;
         }
     }
     ZEL::NodeList& nodes = live.nodes();
@@ -96,6 +106,7 @@ void ReadBack::compareLists(Node& live,
                             ZEL::PortList& livePorts,
                             ZEL::PortList& backPorts)
 {
+    const bool isInput = &livePorts == &live.inputs();
     const Ports found = counterparts(livePorts, backPorts);
     for (std::size_t i = 0; i < found.size(); ++i) {
         const PortPtr port = backPorts[static_cast<int>(i)];
@@ -104,12 +115,17 @@ void ReadBack::compareLists(Node& live,
                    "it would be read back without being there", false);
             m_unclear.push_back(&live);
         } else {
-            pair(found[i], port.get());
+            if (isInput)
+                m_backOf[found[i]] = port.get();
+            if (!isInput || live.isCompound())
+                m_liveOf[port.get()] = found[i];
             comparePorts(live, *found[i], *port);
         }
     }
+    if (isLike(livePorts, found))
+        return;
     for (ZEL::Port* const port : livePorts) {
-        if (m_backOf.count(port) > 0)
+        if (std::find(found.begin(), found.end(), port) != found.end())
             continue;
         m_missing.emplace_back(&live, port);
         differ(pathOf(*port), "it is not read back", false);
@@ -183,8 +199,7 @@ bool ReadBack::writeType(Node& node, ZEL::Port& live)
 
 void ReadBack::compareOrder(Node& node, ZEL::PortList& livePorts, const Ports& found)
 {
-    if (static_cast<int>(found.size()) != livePorts.size() ||
-        std::equal(found.begin(), found.end(), livePorts.begin()))
+    if (static_cast<int>(found.size()) != livePorts.size())
         return;
     std::vector<DraftItem*> items;
     for (ZEL::Port* const port : livePorts) {
@@ -256,14 +271,6 @@ void ReadBack::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& ou
     else if (backSource)
         reason = "it is read back with the source " + pathOf(*backSource);
     differ(pathOf(receiver), reason, isWritten);
-}
-
-void ReadBack::pair(ZEL::Port* live, ZEL::Port* back)
-{
-    if (!live)
-        return;
-    m_liveOf[back] = live;
-    m_backOf[live] = back;
 }
 
 DraftItem* ReadBack::itemAt(pugi::xml_node_struct* element) const

@@ -38,15 +38,14 @@ private:
     void declareMissing();
     void compareSources(ZEL::Node& node);
     void compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer);
-    void pair(ZEL::Port* live, ZEL::Port* back);
     DraftItem* itemAt(pugi::xml_node_struct* element) const;
     void differ(const std::string& path, const std::string& reason, bool isWritten);
 
     DraftNetwork& m_network;
     Container& m_back;
     const OffsetIndex& m_places;
-    std::unordered_map<const ZEL::Port*, ZEL::Port*> m_liveOf;
-    std::unordered_map<const ZEL::Port*, ZEL::Port*> m_backOf;
+    std::unordered_map<const ZEL::Port*, ZEL::Port*> m_liveOf; ///< Of sources and compounds' ports.
+    std::unordered_map<const ZEL::Port*, ZEL::Port*> m_backOf; ///< Of what receives.
     std::vector<std::pair<Node*, ZEL::Port*>> m_missing; ///< Live ports without a counterpart.
     std::vector<Node*> m_unclear;                        ///< Their ports are not as they are live.
     std::vector<SaveProblem> m_differences;

@@ -48,15 +48,23 @@ bool isStale(DraftNetwork& network, const DraftItem& element, ZEL::Port& port)
            (!element.isFromText || origins.wasConnected(origins.elementOf(port)));
 }
 
-bool mayMean(pugi::xml_node element, ZEL::Port& source)
+bool mayMean(const DraftItem& element, ZEL::Port& source)
 {
-    const std::string interface = attributeOf(element, "interfacename");
+    bool isPlain = true;
+    const auto value = [&](const char* name) {
+        const DraftAttribute* const attribute = element.attribute(name);
+        isPlain = isPlain && (!attribute || attribute->isPlain());
+        return attribute ? attribute->value : std::string_view();
+    };
+    const std::string_view interface = value("interfacename");
+    const std::string_view output = value("output");
+    const std::string_view graph = value("nodegraph");
+    const std::string_view node = graph.empty() ? value("nodename") : graph;
+    if (!isPlain)
+        return true;
     if (source.isCompoundInternalPort() || !interface.empty())
         return source.isCompoundInternalPort() && interface == source.getName();
-    const std::string graph = attributeOf(element, "nodegraph");
-    const std::string output = attributeOf(element, "output");
-    const std::string name = graph.empty() ? attributeOf(element, "nodename") : graph;
-    return name == source.getParentNode()->getName() &&
+    return node == source.getParentNode()->getName() &&
            (output.empty() || output == source.getName());
 }
 

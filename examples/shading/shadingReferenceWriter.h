@@ -2,8 +2,6 @@
 
 #include "zel.h"
 
-#include <pugixml.hpp>
-
 namespace shading {
 
 struct DraftItem;
@@ -14,9 +12,8 @@ class DraftNetwork;
 /// or that was written since: without a source it names nothing.
 bool isStale(DraftNetwork& network, const DraftItem& element, ZEL::Port& port);
 
-/// False when what the element, as it was read, names as a source is certainly not that one under
-/// its present name.
-bool mayMean(pugi::xml_node element, ZEL::Port& source);
+/// False when what the element names is certainly not that source under its present name.
+bool mayMean(const DraftItem& element, ZEL::Port& source);
 
 /// Makes the element, which stands for the receiving port, name the source; empty: none. True when
 /// that changed the element. Private to the host's library.

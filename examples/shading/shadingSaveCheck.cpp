@@ -106,8 +106,10 @@ private:
         if (!compound)
             return;
         std::unordered_map<std::string, int> names;
-        for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()})
-            checkDoubles(*list, names);
+        for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+            for (ZEL::Port* const port : *list)
+                checkDouble(*port, ++names[port->getName()] > 1);
+        }
         for (const NodePtr& inner : compound->nodes()) {
             if (++names[inner->getName()] > 1 && !hasReadName(elementOf(*inner), inner->getName()))
                 add(pathOf(*inner), "a sibling has the same name");
@@ -122,9 +124,8 @@ private:
     void checkPorts(ZEL::Node& node)
     {
         for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
-            std::unordered_map<std::string, int> names;
-            if (!node.isCompound())
-                checkDoubles(*list, names);
+            for (ZEL::Port* const port : *list)
+                checkDouble(*port, !node.isCompound() && (*list)[port->getName()].get() != port);
             for (ZEL::Port* const port : *list)
                 checkPort(*port);
         }
@@ -132,12 +133,10 @@ private:
             checkSource(*port);
     }
 
-    void checkDoubles(ZEL::PortList& list, std::unordered_map<std::string, int>& names)
+    void checkDouble(ZEL::Port& port, bool isDouble)
     {
-        for (ZEL::Port* const port : list) {
-            if (++names[port->getName()] > 1 && !isAsRead(*port))
-                add(pathOf(*port), "a sibling has the same name");
-        }
+        if (isDouble && !isAsRead(port))
+            add(pathOf(port), "a sibling has the same name");
     }
 
     void checkPort(ZEL::Port& port)

@@ -2,12 +2,10 @@
 
 #include "shadingContainer.h"
 #include "shadingDraftNetwork.h"
-#include "shadingFormat.h"
-#include "shadingNode.h"
-#include "shadingOrigins.h"
 #include "shadingReferenceWriter.h"
 
-#include <pugixml.hpp>
+#include <string>
+#include <string_view>
 
 namespace shading {
 
@@ -30,8 +28,7 @@ private:
     void writeNames(ZEL::Node& node)
     {
         if (node.getParentCompound())
-            writeName(*m_network.itemOf(node), pugi::xml_node(static_cast<Node&>(node).element()),
-                      node.getName());
+            writeName(*m_network.itemOf(node), node.getName());
         for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
             for (ZEL::Port* const port : *list)
                 writePort(*port, node.isCompound() || list == &node.inputs());
@@ -48,22 +45,22 @@ private:
         DraftItem* const item = m_network.itemOf(port);
         if (!item || !item->isFromText)
             return;
-        const pugi::xml_node element(m_network.container().origins().elementOf(port));
-        writeName(*item, element, port.getName());
-        const std::string value = port.getPortDefaultValue();
-        if (!hasValue || value == element.attribute("value").value())
+        writeName(*item, port.getName());
+        const std::string_view value = port.getPortDefaultValue();
+        const DraftAttribute* const read = item->attribute("value");
+        if (!hasValue || (read ? !read->isPlain() || read->value == value : value.empty()))
             return;
         if (value.empty())
             m_network.draft().removeAttribute(*item, "value");
         else
-            m_network.draft().setAttribute(*item, "value", value);
+            m_network.draft().setAttribute(*item, "value", std::string(value));
     }
 
     /// A name that the document does not give is made up when it is read.
-    void writeName(DraftItem& item, pugi::xml_node element, const std::string& name)
+    void writeName(DraftItem& item, const char* name)
     {
-        const char* const read = element.attribute("name").value();
-        if (item.isFromText && *read != '\0' && read != name)
+        const DraftAttribute* const read = item.attribute("name");
+        if (read && !read->value.empty() && read->isPlain() && read->value != name)
             m_network.draft().setAttribute(item, "name", name);
     }
 
@@ -87,9 +84,7 @@ private:
         if (source && node.isCompound() && !m_network.itemOf(outer))
             m_network.declare(node, outer);
         DraftItem* const item = m_network.itemOf(outer);
-        const pugi::xml_node element(m_network.container().origins().elementOf(outer));
-        if (!item || (source ? item->isFromText && mayMean(element, *source)
-                             : !isStale(m_network, *item, outer)))
+        if (!item || (source ? mayMean(*item, *source) : !isStale(m_network, *item, outer)))
             return;
         shading::writeReference(m_network, *item, source);
     }
