@@ -53,8 +53,9 @@ bool Shell::run(const std::string& given)
     std::string problem;
     m_running.clear();
     m_hasReported = false;
-    if (line.find('\0') != std::string::npos)
-        return fail(line.c_str(), "a byte of value 0 follows");
+    const std::size_t zero = line.find('\0');
+    if (zero != std::string::npos)
+        return fail(line.substr(0, zero), "a byte of value 0 follows");
     if (!splitCommand(line, words, problem))
         return fail(line, problem);
     if (words.empty())

@@ -43,7 +43,7 @@ public:
     /// Runs one line, without its end or with a carriage return there. An empty line and a comment
     /// do nothing. False when there is no such command, it has the wrong number of arguments, or it
     /// failed; the reason is on err.
-    bool run(const std::string& line);
+    bool run(const std::string& given);
     /// Runs the lines of a script until one fails. False then, or when the script cannot be read;
     /// the reason is on err, with "FILE:LINE: " before it where a line failed.
     bool runScript(const std::string& path);

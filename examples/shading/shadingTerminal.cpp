@@ -93,7 +93,7 @@ void setUpInterrupt()
         return;
     g_interruptKey = settings.c_cc[VINTR];
     rl_initialize(); // Reads the user's settings, which may bind the key otherwise.
-    for (const Keymap map : {emacs_standard_keymap, vi_insertion_keymap, vi_movement_keymap})
+    for (Keymap map : {emacs_standard_keymap, vi_insertion_keymap, vi_movement_keymap})
         rl_bind_key_in_map(g_interruptKey, dropLine, map);
     rl_prep_term_function = prepareTerminal;
     rl_getc_function = readKey;
