@@ -48,9 +48,9 @@ public:
     /// brings back is what the input had at this redo. False as for undo, otherwise the result of
     /// the edit.
     bool redo(Container* container);
-    /// The two ports that the recorded paths name in the container of the last call. False without
-    /// such a container and before any edit: nothing is looked up. True with an empty port as for
-    /// Container::findPortsForConnection.
+    /// The two ports that the recorded paths name in the container of the last call, with the
+    /// answer of Container::findPortsForConnection: true also when one is empty. False without such
+    /// a container and before any edit: nothing is looked up.
     bool resolvePorts(AddRefWrapper<Port>& outPort, AddRefWrapper<Port>& inPort);
 
 private:
@@ -97,10 +97,12 @@ public:
     /// Contract: inside or outside is decided by the node's name alone, and one port is made for
     /// each crossing connection, so names of ports may repeat.
     bool doit();
-    /// Contract: changes nothing in the network. True before doit when container is not null, which
-    /// then becomes the command's; false after a successful doit.
+    /// Contract: changes nothing in the network. True before doit; false without a parent compound
+    /// and after a successful doit. Before doit the container becomes the command's: a null one
+    /// leaves it without, and then the answer is false, too.
     bool undo(Container* container);
-    /// Contract: changes nothing. True before doit, false after a successful one.
+    /// Contract: changes nothing. True before doit, while there are a parent compound and a
+    /// container; false otherwise. The argument is not used.
     bool redo(Container* container);
     /// The full path of the compound node that doit made; "" before. Valid until the next doit.
     const char* getCreatedCompoundPath();

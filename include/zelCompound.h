@@ -10,9 +10,10 @@ class NodeList;
 /// The sub-network of a compound node: the nodes inside, and two lists of inner ports that mirror
 /// the owning node's inputs and outputs by position, with crossed directions. The owning node holds
 /// the compound; the compound holds its three lists; its pointer back to the node owns nothing and
-/// is reset when the node dies holding the compound. A compound without an owner finds nothing and
-/// changes nothing. Contract: a compound that its node has let go, or that took its owner by
-/// assignment, keeps the pointer: it must not be used longer than that node lives.
+/// is reset when the node dies holding the compound. Without an owner the name is empty, and what
+/// concerns the owner's ports finds and changes nothing. Contract: a compound that its node has let
+/// go, or that took its owner by assignment, keeps the pointer: it must not be used longer than
+/// that node lives.
 ///
 /// Only createCompoundPort and deleteCompoundPort keep the inner lists in step with the node's.
 class ZEL_API Compound : public ReferenceCounted, public Namable, public PortNotification {

@@ -27,8 +27,8 @@ public:
     /// Removes all connections of the input end, remembers them, and connects the two ports, given
     /// in either order. False when an argument is empty: nothing is recorded or changed; otherwise
     /// the result of Port::addConnection. Contract: the two wrappers are exchanged in the caller's
-    /// variables when the input came first, and on a command that has disconnected before, this
-    /// disconnects again.
+    /// variables when the input came first, and on a command that was told to disconnect before,
+    /// also in vain, this disconnects again.
     bool connect(Container* container, AddRefWrapper<Port>& a, AddRefWrapper<Port>& b);
     /// Disconnects the two ports, given in either order and exchanged as above. False when an
     /// argument is empty; otherwise the result of Port::removeConnection.
@@ -48,9 +48,9 @@ public:
     /// brings back is what the input had at this redo. False as for undo, otherwise the result of
     /// the edit.
     bool redo(Container* container);
-    /// The two ports that the recorded paths name in the container of the last call. False without
-    /// such a container and before any edit: nothing is looked up. True with an empty port as for
-    /// Container::findPortsForConnection.
+    /// The two ports that the recorded paths name in the container of the last call, with the
+    /// answer of Container::findPortsForConnection: true also when one is empty. False without such
+    /// a container and before any edit: nothing is looked up.
     bool resolvePorts(AddRefWrapper<Port>& outPort, AddRefWrapper<Port>& inPort);
 
 private:
@@ -97,10 +97,12 @@ public:
     /// Contract: inside or outside is decided by the node's name alone, and one port is made for
     /// each crossing connection, so names of ports may repeat.
     bool doit();
-    /// Contract: changes nothing in the network. True before doit when container is not null, which
-    /// then becomes the command's; false after a successful doit.
+    /// Contract: changes nothing in the network. True before doit; false without a parent compound
+    /// and after a successful doit. Before doit the container becomes the command's: a null one
+    /// leaves it without, and then the answer is false, too.
     bool undo(Container* container);
-    /// Contract: changes nothing. True before doit, false after a successful one.
+    /// Contract: changes nothing. True before doit, while there are a parent compound and a
+    /// container; false otherwise. The argument is not used.
     bool redo(Container* container);
     /// The full path of the compound node that doit made; "" before. Valid until the next doit.
     const char* getCreatedCompoundPath();
@@ -136,7 +138,7 @@ public:
     /// False as for deletePort.
     bool renamePort(const char* oldName, const char* newName);
 
-    /// Always true.
+    /// Carries out the requests. Always true.
     bool doit();
     /// The container is not used. A deleted port is made again at its former place among the inner
     /// ports, with its connections to nodes inside. Contract: the compound node's own port goes to
@@ -144,7 +146,7 @@ public:
     /// not made again. A renamed port's mirror gets the old name as requested; redo gives it the
     /// name that the port received.
     void undo(Container* container);
-    /// The container is not used.
+    /// Carries out the requests again, with the names as undo left them. The container is not used.
     void redo(Container* container);
 
 private:

@@ -10,15 +10,16 @@ class NodeList;
 /// The sub-network of a compound node: the nodes inside, and two lists of inner ports that mirror
 /// the owning node's inputs and outputs by position, with crossed directions. The owning node holds
 /// the compound; the compound holds its three lists; its pointer back to the node owns nothing and
-/// is reset when the node dies holding the compound. A compound without an owner finds nothing and
-/// changes nothing. Contract: a compound that its node has let go, or that took its owner by
-/// assignment, keeps the pointer: it must not be used longer than that node lives.
+/// is reset when the node dies holding the compound. Without an owner the name is empty, and what
+/// concerns the owner's ports finds and changes nothing. Contract: a compound that its node has let
+/// go, or that took its owner by assignment, keeps the pointer: it must not be used longer than
+/// that node lives.
 ///
 /// Only createCompoundPort and deleteCompoundPort keep the inner lists in step with the node's.
 class ZEL_API Compound : public ReferenceCounted, public Namable, public PortNotification {
 public:
-    /// A new compound of that node, held by the node and the wrapper. A name that is not null
-    /// renames the node.
+    /// A new compound of that node, held by the node, which lets go of the one before, and by the
+    /// wrapper. A name that is not null renames the node.
     static AddRefWrapper<Compound> createNew(const AddRefWrapper<Node>& owner, const char* name);
     /// Makes the lists and becomes the owner's compound. Make compounds on the heap only: the owner
     /// holds a reference from here on.
@@ -68,12 +69,15 @@ public:
     /// The place to disconnect the node: afterwards the far ends only forget it.
     virtual bool onNodeRemove(const AddRefWrapper<Node>& node);
 
-    // Work that only a host can do. The defaults do nothing and answer empty, false or 0.
+    // Work that only a host can do. The defaults do nothing and answer empty, false or 0. The
+    // library itself calls createNewCompound only.
+    /// An override makes a node of that preset and returns it; empty when it cannot.
     virtual AddRefWrapper<Node> createNodeFromPreset(const char* preset);
     /// An override makes a compound node of that name inside this compound and returns its
     /// compound. It may change the network, but not use the command that calls it; a node that is
     /// to be moved and is taken out here is moved all the same.
     virtual AddRefWrapper<Compound> createNewCompound(const char* name);
+    /// An override writes the compound and changes nothing in it; false when it cannot.
     virtual bool saveAs(const char* name);
 
     // Ports of the compound: a port of the owning node and its inner port, made and deleted
@@ -90,12 +94,14 @@ public:
     /// Contract: the owner's port is found by name, not by position, and neither port is
     /// disconnected first: a host does that in its onPortListPortRemoved.
     virtual int deleteCompoundPort(AddRefWrapper<Port> innerPort);
+    /// What a linked port is, the host says; the result is meant for the port's index.
     virtual int
     createLinkedPort(const char* name, const char* target, const AddRefWrapper<PortDataType>& type);
-    /// "Compound"; for a host's class to override.
+    /// "Compound"; for a host's class to override. Never null.
     virtual const char* getSpecializedCompoundTypeName();
 
     // The name is the owner's.
+    /// "" without an owner.
     const char* getName() const override;
     /// Renames the owner. Contract: appendString is not overridden and does not reach the owner.
     void setName(const char* name) override;
@@ -108,13 +114,17 @@ public:
     AddRefWrapper<Port> getReversePort(const AddRefWrapper<Port>& port);
 
     /// Connects an output of from to an input of to, found by name; for the owning node its inner
-    /// inputs and inner outputs stand in. Fails with a message when a node is empty or has no such
-    /// port. Contract: success also when a listener refused the connection.
+    /// inputs and inner outputs stand in. Fails when from is empty ("Missing first node in
+    /// makeConnection"), then to ("Missing second node ..."), then when one has no such port, from
+    /// first ("Can't find port PORT on NODE in makeConnection"): nothing changed. Otherwise
+    /// calls Port::addConnection of the input. Contract: success also when a listener refused the
+    /// connection.
     StatusStr makeConnection(AddRefWrapper<Node> from,
                              const char* outName,
                              AddRefWrapper<Node> to,
                              const char* inName);
-    /// Removes the first node of that name. Empty when there is none, or when refused.
+    /// Removes the first node of that name, as NodeList::remove does, and returns it. Empty when
+    /// there is none, or when refused.
     AddRefWrapper<Node> removeNode(const char* name);
     /// Calls callback for every node from the outermost ancestor down to the owner, as
     /// Node::recurse_parent_first does.

@@ -53,8 +53,9 @@ public:
     AddRefWrapper<Port> findPortFromPath(const char* path, PortIOType ioType, ESearchMode mode);
     /// Finds the two ends of a connection, given in either order. Each path names an output or else
     /// an input. When both have one direction, one of them must be the port of a compound node that
-    /// the other end's node lies in; the inner port that mirrors it takes its place. Prints one
-    /// line on standard output when neither is. False: the outputs are not touched. Contract:
+    /// the other end's node lies in; the inner port that mirrors it takes its place. When neither
+    /// is, prints "bad set of ports in findPortsForConnection: PATHA and PATHB" on standard output.
+    /// False then, and when a path names no port: the outputs are not touched. Contract:
     /// *outPort or *inPort may be empty although the result is true: the compound node's port had
     /// no mirror.
     bool findPortsForConnection(const char* pathA,

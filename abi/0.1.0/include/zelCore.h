@@ -24,8 +24,8 @@ public:
     ReferenceCounted& operator=(const ReferenceCounted& /*other*/) { return *this; }
 
     // Virtual operations: the order is binary contract.
-    /// Destroys the object and frees its memory. Called when the count falls to 0. A destructor
-    /// that runs from here may make and drop wrappers of its object.
+    /// Destroys the object and frees its memory. Called when the count falls to 0 or below. A
+    /// destructor that runs from here may make and drop wrappers of its object.
     virtual void deleteThis();
     virtual ~ReferenceCounted();
 
@@ -204,7 +204,8 @@ public:
     StatusStr() = default;
     /// A failure with that message, also when it is empty. A null message: see setErrorString.
     StatusStr(const char* message);
-    /// A failure whose message is formatted by the rules of printf and cut to 1023 bytes. A null
+    /// A failure whose message is formatted by the rules of printf and cut to 1023 bytes. The
+    /// format uses no more than these two texts; an arg2 that it uses must not be null. A null
     /// format is success. Contract: a null arg1 makes the format itself the message, unformatted.
     StatusStr(const char* format, const char* arg1, const char* arg2);
     /// Contract: a copy is made from the message alone, so the copy of a status that was set from a

@@ -87,7 +87,7 @@ public:
 
     /// Adds the editor at the end; one that is registered stays where it is. Must not be null.
     void registerEditor(HostEditor* editor);
-    /// Takes the editor out; nothing happens when it is not registered.
+    /// Takes the editor out; nothing happens when it is not registered, or null.
     void unregisterEditor(HostEditor* editor);
 
     /// Calls zel_onConnectionChange. Both ports are held during the pass. When a, which must not be

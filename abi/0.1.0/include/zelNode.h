@@ -48,9 +48,10 @@ public:
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Woverloaded-virtual"
     /// Assigns the name through the virtual setName and copies the type name and the plain
-    /// pointers. Contract: the lists and the owned compound are shared, not copied: both nodes then
-    /// have the same objects, whose parent and owner stay the node that made them, and a change
-    /// through either node shows in both.
+    /// pointers; the editors registered with either stay where they are. Contract: the lists and
+    /// the owned compound are shared, not copied: both nodes then have the same objects, whose
+    /// parent and owner stay the node that made them, and a change through either node shows in
+    /// both.
     virtual Node& operator=(const Node& other);
 #pragma GCC diagnostic pop
     /// Makes the ports that are connected to the inputs, then to the outputs, forget them. Called

@@ -45,6 +45,7 @@ public:
     AddRefWrapper<NodeLibrary> getSubLibraryAt(int index);
     /// Drops the sub-library; the later ones move down. Nothing happens when index is out of range.
     void removeSubLibraryAt(int index);
+    /// Holds the library, behind the others.
     void addSubLibrary(AddRefWrapper<NodeLibrary> library);
     /// This library, when that is its name; else the first sub-library of that name; else the first
     /// that a sub-library finds, asked in order. So a child wins over any grandchild. Empty when
@@ -55,6 +56,7 @@ public:
     int getNumberOfNodes() const;
     /// Empty when index is out of range.
     AddRefWrapper<NodeDefinition> getNodeAt(int index) const;
+    /// Holds the definition, behind the others.
     void addNode(AddRefWrapper<NodeDefinition> definition);
     /// Adds a new definition of that name, which must not be null.
     void addNode(const char* name);

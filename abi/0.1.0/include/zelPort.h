@@ -42,11 +42,10 @@ protected:
 /// Who is asked before, and told after, a change of a port or of a list of ports: Node and Compound
 /// implement it, a host overrides it there. An answer of false refuses the change: nothing changes.
 ///
-/// The wrappers and the list are alive during the call. A listener may change the network, also the
-/// list and the port at work, and may drop any reference: the library reads both again afterwards.
-/// It lets no port die that is connected to the port at work, assigns neither node nor compound at
-/// work, does not use the command at work, and throws nothing. docs/callbacks.md has it by
-/// question.
+/// The wrappers, texts and the list are alive during the call. A listener may change the network,
+/// also the list and the port at work, and may drop any reference: the library reads both again
+/// afterwards. It lets no port die that is connected to the port at work, assigns neither node nor
+/// compound at work, does not use the command at work, and throws nothing: docs/callbacks.md.
 class ZEL_API PortNotification {
 public:
     PortNotification() = default;
@@ -74,7 +73,8 @@ public:
     virtual bool onPortListPortMove(const PortList& list, int from, int to) = 0;
     /// Told after the move. The place to move the mirror on the other side of a compound.
     virtual void onPortListPortMoved(const PortList& list, int from, int to) = 0;
-    /// Asked each time the default value is read. Null: the port's own value holds.
+    /// Asked each time the default value is read. Null: the port's own value holds. A text is
+    /// handed on and stays the listener's.
     virtual const char* onPortGetDefaultValue(const AddRefWrapper<Port>& port) = 0;
     /// Asked before the default value changes.
     virtual bool onPortSetDefaultValue(const AddRefWrapper<Port>& port, const char* value) = 0;
@@ -92,11 +92,7 @@ class ListIterator {
 public:
     ListIterator(List* list, int index) : m_list(list), m_index(index) {}
     auto operator*() const { return m_list->entryAt(m_index); }
-    ListIterator& operator++()
-    {
-        ++m_index;
-        return *this;
-    }
+    ListIterator& operator++() { return *this = *this + 1; }
     ListIterator operator+(int places) const { return {m_list, m_index + places}; }
     ListIterator operator-(int places) const { return {m_list, m_index - places}; }
     int operator-(const ListIterator& other) const { return m_index - other.m_index; }
@@ -144,7 +140,7 @@ public:
     AddRefWrapper<Port> operator[](int index) const;
     /// The first port whose getName() is that name; empty when there is none, or name is null.
     AddRefWrapper<Port> operator[](const char* name) const;
-    /// The first index of that very port, -1 when it is not in the list or empty.
+    /// The first index of that very port; -1 when it is empty or not in the list.
     int findPort(const AddRefWrapper<Port>& port);
     /// The entries as plain pointers, first to last.
     ListIterator<const PortList> begin() const { return {this, 0}; }
@@ -154,20 +150,23 @@ public:
     /// False when empty or refused: the list has not changed. Neither doubles nor directions are
     /// checked. Contract: after a refusal the parent stays set on the port.
     bool add(const AddRefWrapper<Port>& port);
-    /// Makes a port of the list's direction and adds it as above. Contract: the new port is
-    /// returned also when the parent refused it; then the wrapper is its only holder.
+    /// Makes a port of the list's direction, unnamed for a null name, and adds it as above. The
+    /// type may be empty; nobody is asked about it. Contract: the new port is returned also when
+    /// the parent refused it; then the wrapper is its only holder.
     AddRefWrapper<Port> addPort(const char* name, const AddRefWrapper<PortDataType>& type);
     /// Takes the port out wherever it stands; asks onPortListPortRemoved for each place and stops
     /// with false at a refusal: places taken out before stay out. Contract: prints one line on
-    /// standard output, and returns false, when the port is not in the list (whatever the list's
-    /// role). The port keeps its parent and its connections: a host disconnects it first.
+    /// standard output, "ZEL::did not find a connection to remove to " and the port's path, and
+    /// returns false, when the port is not in the list (whatever the list's role). The port keeps
+    /// its parent and its connections: a host disconnects it first.
     bool remove(const AddRefWrapper<Port>& port);
-    /// Moves a port: asks onPortListPortMove before, tells onPortListPortMoved after. From 0 to
-    /// size(), to 0 to size(); false when out of range or refused: nothing changed. From equal to
-    /// to: true, nobody is asked. Contract: a backward move is ordinary, W X Y Z with (2, 0)
-    /// becomes Y W X Z. A forward move repeats the moved port and drops the one behind it: W X Y Z
-    /// with (0, 2) becomes W W Y Z; with to = from + 1 the list stays as it is. Not a rotation. It
-    /// changes no reference: the list keeps the dropped port alive until it dies itself.
+    /// Moves a port: asks onPortListPortMove before, tells onPortListPortMoved after. Both places
+    /// lie between 0 and size(). From equal to to: true, nobody is asked. False when out of range,
+    /// when from is size() or when refused: nothing changed. Contract: a backward move is ordinary,
+    /// W X Y Z with (2, 0) becomes Y W X Z. A forward move repeats the moved port and drops the one
+    /// behind it: W X Y Z with (0, 2) becomes W W Y Z; with to = from + 1 the list stays as it is.
+    /// Not a rotation. It changes no reference: the list keeps the dropped port alive until it dies
+    /// itself, but no walk reaches it any more: a connected one is disconnected first.
     bool movePort(int from, int to);
 
     /// Takes out every entry equal to port. Nobody is asked, no reference changes.
@@ -213,7 +212,6 @@ public:
     Port& operator=(const Port&) = delete;
     ~Port() override;
 
-    // Virtual operations of Namable.
     /// Renames the port. Asks onPortSetName of the parent; a refusal changes nothing and is not
     /// reported. A null name and the present name are ignored, and then nobody is asked.
     /// Contract: appendString is not overridden and asks nobody.
@@ -222,8 +220,9 @@ public:
 
     // Owner.
     /// Not owned. Set by the list that receives the port, reset when a node or compound dies with
-    /// the port in its lists. Contract: a port taken out of its list keeps the parent; who keeps
-    /// such a port longer than the parent calls setParent(nullptr).
+    /// the port in its lists. It decides which end of a connection sends, so a connected port keeps
+    /// it (docs/caller-guarantees.md, P9). Contract: a port taken out of its list keeps the parent;
+    /// who keeps such a port longer than the parent calls setParent(nullptr).
     void setParent(PortNotification* parent);
     PortNotification* getParent();
     /// True when the parent is a Compound.
@@ -244,15 +243,17 @@ public:
     /// Connects the two ports; may be called on either. Asks onPortAddConnection of the sending
     /// end's parent, then appends to the sending end's list, then to the other's. False when
     /// refused, when the listener dropped the last reference to an end, when other is empty, or
-    /// when no end can send (two inputs of nodes, two inner ports of one direction; then nobody is
-    /// asked): nothing changed. Neither types nor doubles nor present connections are checked. Of
-    /// two inner ports the one with the direction PortOutput sends.
+    /// when no end can send (two plain inputs, which are no inner ports, or two inner ports of one
+    /// direction; nobody is asked): nothing changed. Neither types nor doubles nor present
+    /// connections are checked. Of two inner ports the one with the direction PortOutput sends.
     bool addConnection(const AddRefWrapper<Port>& other);
-    /// Disconnects the two ports, all entries of the pair at once. False when refused, when other
-    /// is empty, or for two inputs of nodes: nothing changed. When they are not connected it prints
-    /// the line of PortList::remove and returns false. Contract: unlike addConnection it looks at
-    /// this port only: an output of a node keeps the sending role, and its parent is asked, also
-    /// when the other end is a compound-internal port.
+    /// Disconnects the two ports, all entries of the pair at once. This port does it, or the other
+    /// when this is a plain input: asks onPortRemoveConnection of its parent, then takes the pair
+    /// off its own list and off the far one. False when refused, when other is empty, or for two
+    /// plain inputs: nothing changed. When they are not connected it prints the line of
+    /// PortList::remove and returns false. Contract: unlike addConnection it looks at this port
+    /// only: an output of a node keeps the sending role, and its parent is asked, also when the
+    /// other end is a compound-internal port.
     bool removeConnection(const AddRefWrapper<Port>& other);
     /// Calls removeConnection for each place of the list, last to first; a refused one stays.
     void removeAllConnections();

@@ -26,7 +26,7 @@ public:
     /// Empty when none was set.
     virtual AddRefWrapper<NodeLibrary> getNodeLibrary();
     /// NodeLibrary::findLibrary of what the virtual getNodeLibrary answers; empty when that is
-    /// empty.
+    /// empty. The path must not be null.
     virtual AddRefWrapper<NodeLibrary> findLibrary(const char* path);
     /// Data types are never removed; indexes count from 0 in the order of creation.
     virtual int getNumberOfPortDataTypes();
@@ -44,7 +44,8 @@ public:
     /// Nothing happens when the container is not registered.
     void unregisterContainer(Container* container);
     /// Calls rebuildCompounds on every registered container, in ascending order of their addresses.
-    /// One that is unregistered meanwhile is passed over.
+    /// One that is unregistered meanwhile is passed over; one that is registered is reached when
+    /// its address is higher.
     void forceRebuildCompounds();
 
 private:
