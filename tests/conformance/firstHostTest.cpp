@@ -27,7 +27,7 @@ private:
     Runtime m_runtime;
 };
 
-const bool g_registered =
+const bool kRegistered =
     registerConformanceTests("FirstHost", [] { return std::make_unique<FirstHost>(); });
 
 } // namespace
