@@ -43,7 +43,7 @@ public:
             remove(gone);
         for (const Moved& moved : m_moved)
             keepInherited(moved);
-        declarePorts(*root);
+        declareInputs(*root);
     }
 
 private:
@@ -202,21 +202,18 @@ private:
         }
     }
 
-    /// Of compounds. The reader makes an input that an `interfacename` means; the format wants it
-    /// declared.
-    void declarePorts(ZEL::Node& node)
+    /// The reader makes an input that an `interfacename` means; the format wants it declared.
+    void declareInputs(ZEL::Node& node)
     {
         const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
         if (!compound)
             return;
-        for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
-            for (ZEL::Port* const port : *list) {
-                if (!m_network.itemOf(*port) && !m_network.container().origins().isImplied(*port))
-                    m_network.declare(node, *port);
-            }
+        for (ZEL::Port* const port : node.inputs()) {
+            if (!m_network.itemOf(*port) && !m_network.container().origins().isImplied(*port))
+                m_network.declare(node, *port);
         }
         for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes())
-            declarePorts(*inner);
+            declareInputs(*inner);
     }
 
     DraftNetwork& m_network;

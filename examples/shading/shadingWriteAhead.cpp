@@ -2,10 +2,15 @@
 
 #include "shadingContainer.h"
 #include "shadingDraftNetwork.h"
+#include "shadingFormat.h"
+#include "shadingNode.h"
 #include "shadingReferenceWriter.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <vector>
 
 namespace shading {
 
@@ -20,6 +25,10 @@ public:
     {
         writeNames(node);
         writeReferences(node);
+        for (const PortPtr& source : m_sources) {
+            if (isMissing(*source))
+                m_network.declare(*source->getParentNode(), *source);
+        }
     }
 
 private:
@@ -77,19 +86,61 @@ private:
             writeReferences(*inner);
     }
 
-    /// The outer port is the one that has the element.
+    /// The outer port is the one that has the element. A compound's output comes from an element
+    /// only, and so does any port with a source.
     void writeReference(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer)
     {
         const PortPtr source = receiver.connectedTo()[0];
-        if (source && node.isCompound() && !m_network.itemOf(outer))
+        const bool isNew = node.isCompound() && !m_network.itemOf(outer) &&
+                           (source || outer.getPortIOType() == ZEL::PortOutput);
+        if (isNew)
             m_network.declare(node, outer);
         DraftItem* const item = m_network.itemOf(outer);
+        if (isNew && source) {
+            m_new.insert(item);
+            m_sources.push_back(source);
+        }
         if (!item || (source ? mayMean(*item, *source) : !isStale(m_network, *item, outer)))
             return;
         shading::writeReference(m_network, *item, source);
     }
 
+    /// True for an output of a plain node that is there because a reference named it, when only new
+    /// elements do: such an output gets an element of its own.
+    bool isMissing(ZEL::Port& port) const
+    {
+        const ZEL::AddRefWrapper<ZEL::Node> node = port.getParentNode();
+        if (port.isCompoundInternalPort() || node->isCompound() || m_network.itemOf(port) ||
+            isGiven(static_cast<const Node&>(*node), port))
+            return false;
+        for (ZEL::Port* const receiver : port.connectedTo()) {
+            const bool isInner = receiver->isCompoundInternalPort();
+            const PortPtr outer =
+                isInner ? receiver->getParentCompound()->getReversePort(receiver) : receiver;
+            const DraftItem* const item = m_network.itemOf(*outer);
+            if (item && m_new.count(item) == 0)
+                return false;
+        }
+        return true;
+    }
+
+    /// By the node's type or by its definition.
+    bool isGiven(const Node& node, ZEL::Port& port) const
+    {
+        const std::string name = port.getName();
+        const DraftAttribute* const type = m_network.itemOf(node)->attribute("type");
+        if (name == kDefaultOutput && type && !type->value.empty() && type->value != kMultiOutput)
+            return true;
+        if (!node.definition())
+            return false;
+        const auto& outputs = node.definition()->record().outputs;
+        return std::any_of(outputs.begin(), outputs.end(),
+                           [&](const PortDescription& output) { return output.name == name; });
+    }
+
     DraftNetwork& m_network;
+    std::unordered_set<const DraftItem*> m_new; ///< Elements of compounds' ports with a source.
+    std::vector<PortPtr> m_sources;             ///< Of those.
 };
 
 } // namespace
