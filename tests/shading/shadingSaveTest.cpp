@@ -147,6 +147,13 @@ const SaveCase kSaves[] = {
      "nodename='a' />\n    <n name='b' type='t'>\n      <!-- in -->\n      <input name='i' "
      "type='t' interfacename='i' />\n    </n>\n    <output name='out' type='t' nodename='b' />\n  "
      "</nodegraph>\n  <output name='o' type='t' nodegraph='g' output='out' />\n"},
+    {"collapse: an output that references made stays one",
+     "<n name='a' type='multioutput'/><n name='b' type='t'><input name='i' type='t' nodename='a' "
+     "output='x'/></n>",
+     "collapse Top g a",
+     "<n name='b' type='t'><input name='i' type='t' output='x' nodegraph='g'/></n><nodegraph "
+     "name='g'><n name='a' type='multioutput'><output name='x' type='t'/></n><output name='x' "
+     "type='t' nodename='a' output='x'/></nodegraph>"},
     {"collapse and expand: the nodes stand at the end, nothing else differs",
      "\n  <n name='a' type='t' />\n  <n name='b' type='t' />\n", "collapse Top g a\nexpand Top.g",
      "\n  <n name='b' type='t' />\n  <n name='a' type='t' />\n"},
