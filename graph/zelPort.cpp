@@ -138,6 +138,9 @@ bool Port::addConnection(const AddRefWrapper<Port>& other)
     // The listener dropped one of them for good: it would die connected.
     if (sender->getRefCount() == 1 || receiver->getRefCount() == 1)
         return false;
+    // Or the compound of the sending one: neither could take the connection off.
+    if (isPlainInput(*sender) && isPlainInput(*receiver))
+        return false;
     sender->connectedTo().add(receiver);
     receiver->connectedTo().add(sender);
     return true;

@@ -241,11 +241,11 @@ public:
     PortList& connectedTo();
     bool isConnected();
     /// Connects the two ports; may be called on either. Asks onPortAddConnection of the sending
-    /// end's parent, then appends to the sending end's list, then to the other's. False when
-    /// refused, when the listener dropped the last reference to an end, when other is empty, or
-    /// when no end can send (two plain inputs, which are no inner ports, or two inner ports of one
-    /// direction; nobody is asked): nothing changed. Neither types nor doubles nor present
-    /// connections are checked. Of two inner ports the one with the direction PortOutput sends.
+    /// end's parent, then appends to the sending end's list, then to the other's. False, and
+    /// nothing changed, when refused, when other is empty, when no end can send (two plain inputs,
+    /// which are no inner ports, or two inner ports of one direction; nobody is asked), or when the
+    /// listener drops the last reference to an end or to the compound that lets it send. Types,
+    /// doubles and present connections are not checked. Of two inner ports the PortOutput sends.
     bool addConnection(const AddRefWrapper<Port>& other);
     /// Disconnects the two ports, all entries of the pair at once. This port does it, or the other
     /// when this is a plain input: asks onPortRemoveConnection of its parent, then takes the pair

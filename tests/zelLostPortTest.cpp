@@ -116,5 +116,20 @@ TEST(LostPort, PortNamesNoParentThatDiedWhenItWasAskedToTakeIt)
     }
 }
 
+TEST(LostPort, InnerPortThatLostItsCompoundWhenAskedIsNotConnectedToAnInput)
+{
+    Questions questions;
+    AddRefWrapper<Node> node(new TestNode(questions, nullptr));
+    const AddRefWrapper<Port> inner = AddRefWrapper<Compound>(new TestCompound(questions, node))
+                                          ->innerOutputs()
+                                          .addPort("Out", nullptr);
+    const AddRefWrapper<Port> input = Port::createNew("In", PortInput);
+    questions.during = [&] { node = nullptr; };
+    EXPECT_FALSE(input->addConnection(inner));
+    EXPECT_FALSE(input->isConnected() || inner->isConnected());
+    const AddRefWrapper<Port> output = Port::createNew("Out", PortOutput);
+    EXPECT_TRUE(output->addConnection(inner));
+}
+
 } // namespace
 } // namespace ZEL
