@@ -173,9 +173,11 @@ void setPort(Universe& universe)
     case 2:
         port->setPortDefaultValue(universe.input.text(8).c_str());
         break;
-    case 3:
+    case 3: {
+        const Held<ZEL::Port> held(universe, port); // For two calls, and for the text of the first.
         port->setPortDefaultValue(std::string(port->getPortDefaultValue()).c_str());
         break;
+    }
     default:
         // Nobody is asked: the mirror does not hear of it.
         if (const NodePtr node = port->getParentNode(); node && node->isCompound())
