@@ -14,6 +14,7 @@
 #include <fstream>
 #include <sstream>
 #include <unordered_map>
+#include <utility>
 
 namespace {
 
@@ -202,10 +203,7 @@ TEST(Draw, ShowsTheCompoundAtAPath)
 
 TEST(Draw, RefusesAndLeavesTheFileAsItWas)
 {
-    const struct {
-        const char* words;
-        const char* error;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"Top.SR_gate", "Top.SR_gate: not a compound"},
         {"Top.nobody", "Top.nobody: no such node"},
         {"--depth", "--depth : needs a number of levels, from 0"},
@@ -214,10 +212,10 @@ TEST(Draw, RefusesAndLeavesTheFileAsItWas)
         {"--deep", "--deep: no such option"},
         {"Top Top", "3 names: needs a file and one path at most"},
     };
-    for (const auto& row : cases) {
+    for (const auto& [words, error] : cases) {
         DrawnDocument document(std::string(SHADING_DOCUMENTS) + "/rusty_painted_gate.mtlx");
-        EXPECT_EQ("old", document.draw(row.words)) << row.words;
-        EXPECT_EQ(std::string("error: draw: ") + row.error + "\n", document.printed);
+        EXPECT_EQ("old", document.draw(words)) << words;
+        EXPECT_EQ(std::string("error: draw: ") + error + "\n", document.printed);
     }
     const TestDocument document("");
     const TestFile file("", "a");
