@@ -5,11 +5,11 @@
 // of the shell on each line. The parts are parted by the last byte of 0 but in UTF-16, which has
 // such bytes itself: then there are no commands.
 
+#include "check/zelCheck.h"
+#include "saving/save.h"
 #include "shadingDefinition.h"
-#include "shadingReport.h"
-#include "shadingSave.h"
-#include "shadingShell.h"
-#include "zelCheck.h"
+#include "shell/shell.h"
+#include "views/report.h"
 #include "zelFuzzInput.h"
 
 #include <fstream>

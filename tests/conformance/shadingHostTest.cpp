@@ -1,7 +1,7 @@
 // The sample host passes the kit.
-#include "shadingCompound.h"
-#include "shadingContainer.h"
-#include "shadingNode.h"
+#include "document/compound.h"
+#include "document/document.h"
+#include "document/node.h"
 #include "zelConformance.h"
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
-#include "shadingLibraryReport.h"
 #include "shadingTestLibrary.h"
+#include "views/libraryReport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "shadingNode.h"
+#include "document/node.h"
 #include "shadingTestLibrary.h"
 
 #include <gtest/gtest.h>

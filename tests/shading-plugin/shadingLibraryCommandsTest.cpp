@@ -1,6 +1,6 @@
-#include "shadingLibraryReport.h"
-#include "shadingNode.h"
+#include "document/node.h"
 #include "shadingTestLibrary.h"
+#include "views/libraryReport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "shadingDefinedNode.h"
-#include "shadingPluginModule.h"
+#include "definitions/pluginModule.h"
+#include "document/definedNode.h"
 #include "shadingTestLibrary.h"
 
 #include <gtest/gtest.h>

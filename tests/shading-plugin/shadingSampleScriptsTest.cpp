@@ -1,6 +1,6 @@
 #include "../shading/shadingRandomEdits.h"
-#include "shadingPluginModule.h"
-#include "shadingShell.h"
+#include "definitions/pluginModule.h"
+#include "shell/shell.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "shadingDefinitionReader.h"
-#include "shadingShell.h"
+#include "reading/definitionReader.h"
 #include "shadingTestDocument.h"
+#include "shell/shell.h"
 
 #include <memory>
 #include <sstream>

@@ -1,4 +1,4 @@
-#include "zelCheck.h"
+#include "check/zelCheck.h"
 
 #include <gtest/gtest.h>
 

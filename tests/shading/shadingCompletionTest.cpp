@@ -1,9 +1,8 @@
-#include "shadingCompletion.h"
-
-#include "shadingCommandLine.h"
-#include "shadingDrawCommand.h"
-#include "shadingShell.h"
 #include "shadingTestDocument.h"
+#include "shell/commandLine.h"
+#include "shell/commands/drawCommand.h"
+#include "shell/completion.h"
+#include "shell/shell.h"
 
 #include <gtest/gtest.h>
 

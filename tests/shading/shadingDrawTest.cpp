@@ -1,10 +1,10 @@
-#include "shadingDefinitionReader.h"
-#include "shadingDrawCommand.h"
+#include "draw/zelLayerBounds.h"
+#include "draw/zelLayeredLayout.h"
+#include "draw/zelPicture.h"
+#include "reading/definitionReader.h"
 #include "shadingPicture.h"
 #include "shadingTestDocument.h"
-#include "zelLayerBounds.h"
-#include "zelLayeredLayout.h"
-#include "zelPicture.h"
+#include "shell/commands/drawCommand.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
+#include "check/zelCheck.h"
 #include "shadingRandomEdits.h"
-#include "shadingShell.h"
 #include "shadingTestDocument.h"
-#include "zelCheck.h"
+#include "shell/shell.h"
 
 #include <gtest/gtest.h>
 

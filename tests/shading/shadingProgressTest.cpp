@@ -1,5 +1,5 @@
-#include "shadingProgressLine.h"
 #include "shadingTestDocument.h"
+#include "shell/progressLine.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #include "shadingRandomEdits.h"
 
-#include "shadingDefinedNode.h"
-#include "shadingNames.h"
-#include "shadingNode.h"
-#include "shadingReport.h"
-#include "shadingRules.h"
+#include "document/definedNode.h"
+#include "document/names.h"
+#include "document/node.h"
+#include "document/rules.h"
+#include "views/report.h"
 
 using shading::pathOf;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shadingContainer.h"
-#include "shadingEditor.h"
+#include "document/document.h"
+#include "edits/edits.h"
 
 #include <random>
 #include <string>

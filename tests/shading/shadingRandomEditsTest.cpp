@@ -1,10 +1,10 @@
 #include "shadingRandomEdits.h"
 
-#include "shadingDefinitionReader.h"
-#include "shadingSave.h"
+#include "check/zelCheck.h"
+#include "reading/definitionReader.h"
+#include "saving/save.h"
 #include "shadingTestDocument.h"
-#include "shadingWatcher.h"
-#include "zelCheck.h"
+#include "shell/watcher.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "shadingCompound.h"
-#include "shadingNode.h"
+#include "check/zelCheck.h"
+#include "document/compound.h"
+#include "document/node.h"
 #include "shadingRandomEdits.h"
 #include "shadingTestDocument.h"
-#include "zelCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "shadingSave.h"
-#include "shadingShell.h"
+#include "saving/save.h"
 #include "shadingTestDocument.h"
+#include "shell/shell.h"
 
 #include <gtest/gtest.h>
 

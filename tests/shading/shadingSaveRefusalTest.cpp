@@ -1,9 +1,9 @@
-#include "shadingNode.h"
-#include "shadingReport.h"
-#include "shadingSave.h"
-#include "shadingShell.h"
-#include "shadingStep.h"
+#include "document/node.h"
+#include "document/step.h"
+#include "saving/save.h"
 #include "shadingTestDocument.h"
+#include "shell/shell.h"
+#include "views/report.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,7 @@
-#include "shadingSave.h"
-
-#include "shadingDefinitionReader.h"
-#include "shadingShell.h"
+#include "reading/definitionReader.h"
+#include "saving/save.h"
 #include "shadingTestDocument.h"
+#include "shell/shell.h"
 
 #include <gtest/gtest.h>
 

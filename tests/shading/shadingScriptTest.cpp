@@ -1,5 +1,5 @@
-#include "shadingShell.h"
 #include "shadingTestDocument.h"
+#include "shell/shell.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,7 @@
-#include "shadingShell.h"
-
-#include "shadingCommandLine.h"
-#include "shadingNode.h"
+#include "document/node.h"
 #include "shadingTestDocument.h"
+#include "shell/commandLine.h"
+#include "shell/shell.h"
 
 #include <gtest/gtest.h>
 

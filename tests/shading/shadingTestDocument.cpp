@@ -1,7 +1,7 @@
 #include "shadingTestDocument.h"
 
-#include "shadingDrawCommand.h"
-#include "shadingShell.h"
+#include "shell/commands/drawCommand.h"
+#include "shell/shell.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shadingContainer.h"
+#include "document/document.h"
 
 #include <memory>
 #include <string>

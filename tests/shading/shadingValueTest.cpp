@@ -1,7 +1,6 @@
-#include "shadingValue.h"
-
-#include "shadingShell.h"
+#include "format/value.h"
 #include "shadingTestDocument.h"
+#include "shell/shell.h"
 
 #include <gtest/gtest.h>
 

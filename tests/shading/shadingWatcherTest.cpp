@@ -1,7 +1,6 @@
-#include "shadingWatcher.h"
-
-#include "shadingEditor.h"
+#include "edits/edits.h"
 #include "shadingTestDocument.h"
+#include "shell/watcher.h"
 
 #include <gtest/gtest.h>
 

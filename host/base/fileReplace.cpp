@@ -1,0 +1,128 @@
+#include "base/fileReplace.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace shading {
+
+namespace {
+
+std::string folderOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, std::max<std::size_t>(slash, 1));
+}
+
+/// The file behind all symbolic links; the path itself when it names nothing yet. Empty: errno.
+std::string targetOf(const std::string& path)
+{
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) != 0)
+        return errno == ENOENT ? path : "";
+    const std::unique_ptr<char, void (*)(void*)> target(realpath(path.c_str(), nullptr), std::free);
+    return target ? target.get() : "";
+}
+
+mode_t defaultMode()
+{
+    const mode_t mask = umask(0);
+    umask(mask);
+    return 0666U & ~mask;
+}
+
+/// A file beside the one that it is to replace; it goes unless it was put in its place.
+class NewFile {
+public:
+    explicit NewFile(const std::string& folder)
+        : m_path(folder + "/.zelsh-XXXXXX"),
+          m_file(mkostemp(m_path.data(), O_CLOEXEC)),
+          m_isThere(m_file >= 0)
+    {
+    }
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+    ~NewFile()
+    {
+        if (m_file >= 0)
+            close(m_file);
+        if (m_isThere)
+            unlink(m_path.c_str());
+    }
+
+    // Each is false when it failed; errno says why.
+    bool isOpen() const { return m_file >= 0; }
+    bool takeOver(const struct stat* replaced)
+    {
+        // Another owner's file becomes the user's, if nobody else may give it away.
+        if (replaced && fchown(m_file, replaced->st_uid, replaced->st_gid) != 0)
+            errno = 0;
+        return fchmod(m_file, replaced ? replaced->st_mode & 07777U : defaultMode()) == 0;
+    }
+    bool write(const std::string& bytes)
+    {
+        std::size_t done = 0;
+        while (done < bytes.size()) {
+            const ssize_t count = ::write(m_file, bytes.data() + done, bytes.size() - done);
+            if (count < 0 && errno != EINTR)
+                return false;
+            done += count > 0 ? static_cast<std::size_t>(count) : 0;
+        }
+        return fsync(m_file) == 0;
+    }
+    bool putInPlaceOf(const std::string& target)
+    {
+        m_isThere = rename(m_path.c_str(), target.c_str()) != 0;
+        return !m_isThere;
+    }
+
+private:
+    std::string m_path;
+    int m_file; ///< Below 0: it could not be made.
+    bool m_isThere;
+};
+
+/// The new name is on the disk only when the folder is. Not all file systems can do that.
+void syncFolder(const std::string& folder)
+{
+    const int file = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file < 0)
+        return;
+    fsync(file);
+    close(file);
+}
+
+} // namespace
+
+bool replaceFile(const std::string& path, const std::string& bytes, std::string& problem)
+{
+    const std::string target = targetOf(path);
+    struct stat status = {};
+    const bool isThere = !target.empty() && stat(target.c_str(), &status) == 0;
+    if (isThere && !S_ISREG(status.st_mode)) {
+        problem = S_ISDIR(status.st_mode) ? std::strerror(EISDIR) : "not a regular file";
+        return false;
+    }
+    bool isDone = !target.empty() && (isThere || errno == ENOENT);
+    // A rename asks the folder only; a file that is protected from writing stays.
+    if (isThere)
+        isDone = faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
+    if (isDone) {
+        NewFile file(folderOf(target));
+        isDone = file.isOpen() && file.takeOver(isThere ? &status : nullptr) && file.write(bytes) &&
+                 file.putInPlaceOf(target);
+        problem = isDone ? "" : std::strerror(errno);
+    } else {
+        problem = std::strerror(errno);
+    }
+    if (isDone)
+        syncFolder(folderOf(target));
+    return isDone;
+}
+
+} // namespace shading

@@ -1,0 +1,158 @@
+#include "document/definedNode.h"
+
+#include "base/progress.h"
+#include "document/document.h"
+#include "format/format.h"
+
+#include <algorithm>
+
+namespace shading {
+
+namespace {
+
+using Descriptions = std::vector<PortDescription>;
+using PortPtr = ZEL::AddRefWrapper<ZEL::Port>;
+
+const PortDescription* find(const Descriptions& descriptions, const char* name)
+{
+    const auto found = std::find_if(descriptions.begin(), descriptions.end(),
+                                    [&](const PortDescription& d) { return d.name == name; });
+    return found == descriptions.end() ? nullptr : &*found;
+}
+
+/// One of the two port lists of a node on its way from one definition to another.
+class ListUpdate {
+public:
+    ListUpdate(Container& container, Node& node, ZEL::PortList& ports)
+        : m_container(container),
+          m_node(node),
+          m_ports(ports)
+    {
+    }
+
+    void run(const Descriptions& before, const Descriptions& after)
+    {
+        removeLeftOvers(before, after);
+        for (std::size_t i = 0; i < after.size(); ++i) {
+            bringUp(find(before, after[i].name.c_str()), after[i]);
+            // Only moves to the front: the library's move to the back is none.
+            const int place = m_ports.findPort(m_ports[after[i].name.c_str()]);
+            if (place > static_cast<int>(i))
+                m_ports.movePort(place, static_cast<int>(i));
+        }
+    }
+
+private:
+    void removeLeftOvers(const Descriptions& before, const Descriptions& after)
+    {
+        for (const PortDescription& old : before) {
+            const PortPtr port = m_ports[old.name.c_str()];
+            const bool isWanted = !port || find(after, port->getName()) || port->isConnected();
+            if (!isWanted && !m_node.isInDocument(*port))
+                m_ports.remove(port);
+        }
+    }
+
+    void bringUp(const PortDescription* before, const PortDescription& after)
+    {
+        PortPtr port = m_ports[after.name.c_str()];
+        if (!port) {
+            port = m_ports.addPort(after.name.c_str(), m_container.dataType(after.type));
+            if (hasValues() && !after.value.empty())
+                port->setPortDefaultValue(after.value.c_str());
+            return;
+        }
+        if (!before || m_node.isInDocument(*port))
+            return;
+        if (before->type != after.type)
+            port->setDataType(m_container.dataType(after.type));
+        if (hasValues() && before->value != after.value &&
+            before->value == port->getPortDefaultValue())
+            port->setPortDefaultValue(after.value.c_str());
+    }
+
+    /// A document cannot give an output of a plain node a value, so no definition does.
+    bool hasValues() const { return &m_ports == &m_node.inputs(); }
+
+    Container& m_container;
+    Node& m_node;
+    ZEL::PortList& m_ports;
+};
+
+/// The ports that the document or a connection asks for; what only a definition gave says nothing.
+void addPorts(Node& node, ZEL::PortList& ports, std::vector<Signature::Port>& wanted)
+{
+    for (ZEL::Port* const port : ports) {
+        const bool isListed = node.isInDocument(*port);
+        const bool hasType = isListed && std::string(port->getDataType()->getName()) != kNoType;
+        if (isListed || port->isConnected())
+            wanted.push_back({port->getName(), hasType ? port->getDataType()->getName() : ""});
+    }
+}
+
+Signature signatureOf(Node& node, const NamedOutputs& namedOutputs)
+{
+    const pugi::xml_node element(node.element());
+    Signature signature;
+    signature.nodeType = node.getNodeTypeName();
+    signature.type = attributeOf(element, "type");
+    signature.version = attributeOf(element, "version");
+    signature.nodeDef = attributeOf(element, "nodedef");
+    addPorts(node, node.inputs(), signature.inputs);
+    addPorts(node, node.outputs(), signature.outputs);
+    const auto named = namedOutputs.find(&node);
+    if (named != namedOutputs.end()) {
+        for (const std::string& name : named->second)
+            signature.outputs.push_back({name, ""});
+    }
+    return signature;
+}
+
+} // namespace
+
+void defineNode(Container& container, Node& node, const DefinitionPtr& definition)
+{
+    const DefinitionRecord none;
+    const DefinitionPtr former = node.definition();
+    node.setDefinition(definition);
+    if (!definition)
+        return;
+    const DefinitionRecord& before = former ? former->record() : none;
+    const DefinitionRecord& after = definition->record();
+    ListUpdate(container, node, node.inputs()).run(before.inputs, after.inputs);
+    ListUpdate(container, node, node.outputs()).run(before.outputs, after.outputs);
+}
+
+void defineNodes(Container& container,
+                 ZEL::Compound& compound,
+                 const NamedOutputs& namedOutputs,
+                 OpeningProgress* progress)
+{
+    for (int i = 0; i < compound.nodes().size(); ++i) {
+        // The compounds of this host hold nodes of this host.
+        const ZEL::AddRefWrapper<Node> node(static_cast<Node*>(compound.nodes()[i].get()));
+        if (progress)
+            progress->step();
+        if (node->isCompound()) {
+            defineNodes(container, *node->getAsCompound(), namedOutputs, progress);
+            continue;
+        }
+        DefinitionPtr definition = node->definition();
+        if (definition)
+            definition = container.definitions().named(definition->record().name);
+        if (!definition)
+            definition = container.definitions().matching(signatureOf(*node, namedOutputs));
+        defineNode(container, *node, definition);
+    }
+}
+
+ZEL::AddRefWrapper<Node>
+createNode(Container& container, const DefinitionPtr& definition, const char* name)
+{
+    ZEL::AddRefWrapper<Node> node = Node::createNew(&container, name);
+    node->setNodeTypeName(definition->getName());
+    defineNode(container, *node, definition);
+    return node;
+}
+
+} // namespace shading

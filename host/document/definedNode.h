@@ -1,0 +1,38 @@
+#pragma once
+
+#include "definitions/definitionIndex.h"
+#include "document/node.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace shading {
+
+class Container;
+class OpeningProgress;
+
+/// The names of outputs that references ask of a node.
+using NamedOutputs = std::unordered_map<const ZEL::Node*, std::vector<std::string>>;
+
+/// Brings the node up to the definition, which becomes its own; empty leaves the ports alone.
+/// Ports that it lacks are made, with the default value; its ports stand in the definition's order,
+/// the others behind them. What the document or a connection needs stays: ports, values and
+/// connections. Ports and values that only the former definition gave follow the new one. Nothing
+/// is touched that fits.
+void defineNode(Container& container, Node& node, const DefinitionPtr& definition);
+
+/// Does so with all plain nodes in the compound and below, by the container's definitions. A node
+/// keeps to the definition of the name that it has; others are matched by what they have. Each is a
+/// step of the progress; null: nobody is told.
+void defineNodes(Container& container,
+                 ZEL::Compound& compound,
+                 const NamedOutputs& namedOutputs,
+                 OpeningProgress* progress = nullptr);
+
+/// A new node of that definition, in no compound yet, with its ports and their default values. The
+/// container must outlive it.
+ZEL::AddRefWrapper<Node>
+createNode(Container& container, const DefinitionPtr& definition, const char* name);
+
+} // namespace shading

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "document/step.h"
+
+#include <string>
+
+namespace shading {
+
+/// Hears every change of a document before it happens, as the listener of all nodes and compounds:
+/// they pass on what the library asks them. While an edit runs it checks the rules and writes the
+/// steps down; so an edit is taken back exactly, whichever command of the library makes it.
+class Journal {
+public:
+    Journal() = default;
+    Journal(const Journal&) = delete;
+    Journal& operator=(const Journal&) = delete;
+
+    // One edit at a time.
+    /// From now on steps are written down and the rules hold. With keepsTypes, connections are only
+    /// led another way: those of a document that joins different types are left as they are.
+    void begin(bool keepsTypes);
+    /// The steps since begin. False when a rule or a listener refused one: then those done are
+    /// taken back, and problem is the first reason given.
+    bool end(bool isGood, Steps& steps, std::string& problem);
+    /// Runs the steps; the listeners agree to all and write nothing down.
+    bool replay(const Steps& steps, bool isForward);
+    /// From now on the listeners agree to all changes, until resume: for what was agreed to before.
+    void suspend() { m_mode = Mode::Replaying; }
+    void resume() { m_mode = Mode::Idle; }
+
+    /// True while an edit runs: names are made unique.
+    bool isRecording() const { return m_mode == Mode::Recording; }
+    bool isReplaying() const { return m_mode == Mode::Replaying; }
+    /// True once after changes outside of edits: what was written down before fits no more.
+    bool takeStale();
+
+    /// Refuses the change that is asked about. The first reason is what the user sees. Returns
+    /// false.
+    bool refuse(const std::string& reason);
+
+    // The questions. A host class that refuses more asks itself first, or calls refuse.
+    bool mayConnect(const PortPtr& a, const PortPtr& b);
+    bool mayDisconnect(const PortPtr& a, const PortPtr& b);
+    bool mayAddPort(ZEL::PortList& list, const PortPtr& port);
+    bool mayRemovePort(ZEL::PortList& list, const PortPtr& port);
+    bool mayMovePort(ZEL::PortList& list, int from, int to);
+    bool maySetType(const PortPtr& port, const TypePtr& type);
+    bool maySetValue(const PortPtr& port, const char* value);
+    bool mayRenamePort(ZEL::PortList& list, const PortPtr& port, const char* name);
+    bool mayAddNode(ZEL::Compound& compound, const NodePtr& node);
+    bool mayRemoveNode(ZEL::Compound& compound, const NodePtr& node);
+    bool mayRenameNode(const NodePtr& node, const char* name);
+    /// Told, not asked: the definition is the host's own.
+    void setsDefinition(const ZEL::AddRefWrapper<Node>& node,
+                        const ZEL::AddRefWrapper<Definition>& definition);
+
+private:
+    enum class Mode {
+        Idle,
+        Recording,
+        Replaying,
+    };
+
+    bool isWanted();
+    bool write(std::unique_ptr<Step> step);
+    void checkLastStep();
+
+    Steps m_steps;
+    std::string m_refusal; ///< Empty: nothing was refused.
+    Mode m_mode = Mode::Idle;
+    bool m_keepsTypes = false;
+    bool m_isStale = false;
+};
+
+} // namespace shading

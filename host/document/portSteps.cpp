@@ -1,0 +1,259 @@
+// The steps that change ports, their lists and their connections.
+
+#include "document/rules.h"
+#include "document/step.h"
+
+namespace shading {
+
+namespace {
+
+/// The node that shows the port to its editors: the owner of the compound around it.
+NodePtr viewerOf(ZEL::Port& port)
+{
+    const CompoundPtr level = levelOf(port);
+    return level ? level->getAsNode() : nullptr;
+}
+
+/// Tells the editors of the compound around that the port's node looks different.
+void notifyNodeChanged(const PortPtr& port)
+{
+    const NodePtr node = port->getParentNode();
+    const CompoundPtr around = node ? node->getParentCompound() : nullptr;
+    if (around && around->getAsNode())
+        around->getAsNode()->notifyNodeChange(ZEL::eNodeChanged, around, node);
+}
+
+/// A compound node tells of its inner port, which stands for the pair.
+void notifyPortChange(const PortPtr& port, ZEL::ECompoundPortChangeType change)
+{
+    const NodePtr node = port->getParentNode();
+    if (node && port->isCompoundInternalPort())
+        node->notifyCompoundPortChange(change, port);
+    else if (node && !node->isCompound())
+        notifyNodeChanged(port);
+}
+
+/// Moves the last entry to the index: a backward move, which the library does as one expects.
+bool moveLastTo(ZEL::PortList& list, int index)
+{
+    return list.movePort(list.size() - 1, index);
+}
+
+class ConnectionStep : public Step {
+public:
+    ConnectionStep(const PortPtr& a, const PortPtr& b, bool isAdding)
+        : m_sender(a->getPortIOType() == ZEL::PortOutput ? a : b),
+          m_receiver(a->getPortIOType() == ZEL::PortOutput ? b : a),
+          m_viewer(viewerOf(*m_receiver)),
+          m_isAdding(isAdding)
+    {
+        ZEL::PortList& targets = m_sender->connectedTo();
+        ZEL::PortList& sources = m_receiver->connectedTo();
+        m_place = isAdding ? targets.size() : targets.findPort(m_receiver);
+        m_placeAtReceiver = isAdding ? sources.size() : sources.findPort(m_sender);
+    }
+
+    bool run(bool isForward) override
+    {
+        if (isForward != m_isAdding)
+            return m_sender->removeConnection(m_receiver);
+        // Connecting appends; the order of connecting is part of the network.
+        return m_sender->addConnection(m_receiver) &&
+               moveLastTo(m_sender->connectedTo(), m_place) &&
+               moveLastTo(m_receiver->connectedTo(), m_placeAtReceiver);
+    }
+
+    bool isDone() const override
+    {
+        return (m_sender->connectedTo().findPort(m_receiver) >= 0) == m_isAdding;
+    }
+
+    void notify(bool isForward) const override
+    {
+        if (!m_viewer)
+            return;
+        const ZEL::ECnxChangeType change =
+            isForward == m_isAdding ? ZEL::eCnxAdded : ZEL::eCnxRemoved;
+        if (m_sender->isCompoundInternalPort() || m_receiver->isCompoundInternalPort())
+            m_viewer->notifyCompoundConnectionChange(change, m_sender, m_receiver);
+        else
+            m_viewer->notifyConnectionChange(change, m_sender, m_receiver);
+    }
+
+private:
+    PortPtr m_sender;
+    PortPtr m_receiver;
+    NodePtr m_viewer; ///< Where the connection shows; the ports may have moved since.
+    int m_place = 0;  ///< Of the receiver among the targets of the sender.
+    int m_placeAtReceiver = 0;
+    bool m_isAdding;
+};
+
+class PortStep : public Step {
+public:
+    PortStep(ZEL::PortList& list, const PortPtr& port, bool isAdding)
+        : m_list(&list),
+          m_node(port->getParentNode()),
+          m_port(port),
+          m_place(isAdding ? list.size() : list.findPort(port)),
+          m_isAdding(isAdding)
+    {
+    }
+
+    bool run(bool isForward) override
+    {
+        if (isForward != m_isAdding)
+            return m_list->remove(m_port);
+        if (!m_list->add(m_port))
+            return false;
+        if (moveLastTo(*m_list, m_place))
+            return true;
+        m_list->remove(m_port);
+        return false;
+    }
+
+    bool isDone() const override { return (m_list->findPort(m_port) >= 0) == m_isAdding; }
+
+    void notify(bool isForward) const override
+    {
+        notifyPortChange(m_port, isForward == m_isAdding ? ZEL::eCompoundPortAdded
+                                                         : ZEL::eCompoundPortRemoved);
+    }
+
+private:
+    ZEL::AddRefWrapper<ZEL::PortList> m_list;
+    NodePtr m_node; ///< Keeps the list's parent alive.
+    PortPtr m_port;
+    int m_place;
+    bool m_isAdding;
+};
+
+class MovePortStep : public Step {
+public:
+    MovePortStep(ZEL::PortList& list, int from, int to)
+        : m_list(&list),
+          m_port(list[from]),
+          m_node(m_port->getParentNode()),
+          m_from(from),
+          m_to(to)
+    {
+    }
+
+    bool run(bool isForward) override
+    {
+        if (isForward)
+            return m_list->movePort(m_from, m_to);
+        // Back again: a forward move repeats a port, so the ports between are moved instead.
+        int place = m_to;
+        while (place < m_from && m_list->movePort(place + 1, place))
+            ++place;
+        if (place == m_from)
+            return true;
+        m_list->movePort(place, m_to);
+        return false;
+    }
+
+    bool isDone() const override { return m_list->findPort(m_port) == m_to; }
+
+    void notify(bool /*isForward*/) const override
+    {
+        notifyPortChange(m_port, ZEL::eCompoundPortMoved);
+    }
+
+private:
+    ZEL::AddRefWrapper<ZEL::PortList> m_list;
+    PortPtr m_port;
+    NodePtr m_node; ///< Keeps the list's parent alive.
+    int m_from;
+    int m_to; ///< Not above m_from.
+};
+
+/// A new name, type or value of a port: what is asked of the port before is what it gets back.
+template <class Value>
+class ChangeStep : public Step {
+public:
+    using Get = Value (*)(ZEL::Port& port);
+    using Set = void (*)(ZEL::Port& port, const Value& value);
+    using Notify = void (*)(const PortPtr& port);
+
+    ChangeStep(const PortPtr& port, const Value& after, Get get, Set set, Notify tell)
+        : m_port(port),
+          m_before(get(*port)),
+          m_after(after),
+          m_get(get),
+          m_set(set),
+          m_notify(tell)
+    {
+    }
+
+    bool run(bool isForward) override
+    {
+        const Value& value = isForward ? m_after : m_before;
+        m_set(*m_port, value);
+        return m_get(*m_port) == value;
+    }
+
+    bool isDone() const override { return m_get(*m_port) == m_after; }
+
+    void notify(bool /*isForward*/) const override { m_notify(m_port); }
+
+private:
+    PortPtr m_port;
+    Value m_before;
+    Value m_after;
+    Get m_get;
+    Set m_set;
+    Notify m_notify;
+};
+
+} // namespace
+
+std::unique_ptr<Step> makeConnectStep(const PortPtr& a, const PortPtr& b)
+{
+    return std::make_unique<ConnectionStep>(a, b, true);
+}
+
+std::unique_ptr<Step> makeDisconnectStep(const PortPtr& a, const PortPtr& b)
+{
+    return std::make_unique<ConnectionStep>(a, b, false);
+}
+
+std::unique_ptr<Step> makeAddPortStep(ZEL::PortList& list, const PortPtr& port)
+{
+    return std::make_unique<PortStep>(list, port, true);
+}
+
+std::unique_ptr<Step> makeRemovePortStep(ZEL::PortList& list, const PortPtr& port)
+{
+    return std::make_unique<PortStep>(list, port, false);
+}
+
+std::unique_ptr<Step> makeMovePortStep(ZEL::PortList& list, int from, int to)
+{
+    return std::make_unique<MovePortStep>(list, from, to);
+}
+
+std::unique_ptr<Step> makeRenamePortStep(const PortPtr& port, const std::string& name)
+{
+    return std::make_unique<ChangeStep<std::string>>(
+        port, name, [](ZEL::Port& p) { return std::string(p.getName()); },
+        [](ZEL::Port& p, const std::string& value) { p.setName(value.c_str()); },
+        [](const PortPtr& p) { notifyPortChange(p, ZEL::eCompoundPortRenamed); });
+}
+
+std::unique_ptr<Step> makeTypeStep(const PortPtr& port, const TypePtr& type)
+{
+    return std::make_unique<ChangeStep<TypePtr>>(
+        port, type, [](ZEL::Port& p) { return p.getDataType(); },
+        [](ZEL::Port& p, const TypePtr& value) { p.setDataType(value); }, notifyNodeChanged);
+}
+
+std::unique_ptr<Step> makeValueStep(const PortPtr& port, const std::string& value)
+{
+    return std::make_unique<ChangeStep<std::string>>(
+        port, value, [](ZEL::Port& p) { return std::string(p.getPortDefaultValue()); },
+        [](ZEL::Port& p, const std::string& v) { p.setPortDefaultValue(v.c_str()); },
+        notifyNodeChanged);
+}
+
+} // namespace shading

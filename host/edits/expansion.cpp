@@ -1,0 +1,145 @@
+#include "edits/expansion.h"
+
+#include "document/names.h"
+#include "document/rules.h"
+
+#include <algorithm>
+
+namespace shading {
+
+namespace {
+
+void disconnectAllIn(ZEL::PortList& list)
+{
+    for (int i = 0; i < list.size(); ++i)
+        list[i]->removeAllConnections();
+}
+
+} // namespace
+
+Expansion::Expansion(const NodePtr& graph)
+    : m_graph(graph),
+      m_compound(graph->getAsCompound()),
+      m_around(graph->getParentCompound())
+{
+    for (const NodePtr& node : m_compound->nodes())
+        m_nodes.push_back(node);
+}
+
+std::string Expansion::run()
+{
+    for (const NodePtr& node : m_nodes)
+        planNode(*node);
+    for (int i = 0; i < m_graph->inputs().size(); ++i) {
+        const PortPtr outer = m_graph->inputs()[i];
+        if (const PortPtr inner = m_compound->getReversePort(outer))
+            planInput(outer, inner);
+    }
+
+    disconnectAll();
+    if (!m_around->nodes().remove(m_graph))
+        return "it cannot be removed";
+    for (const NodePtr& node : m_nodes) {
+        std::string problem = moveUp(node);
+        if (!problem.empty())
+            return problem;
+    }
+    for (const Link& link : m_links) {
+        if (!link.receiver->addConnection(link.sender))
+            return pathOf(*link.receiver) + " cannot be connected";
+    }
+    for (const Value& value : m_values)
+        value.port->setPortDefaultValue(value.value.c_str());
+    return "";
+}
+
+/// The connections of a node inside, but for those that come through the compound's inputs.
+void Expansion::planNode(ZEL::Node& node)
+{
+    for (ZEL::Port* const output : node.outputs()) {
+        for (const PortPtr& target : targetsOf(*output))
+            m_links.push_back({output, target});
+    }
+    for (ZEL::Port* const input : node.inputs()) {
+        for (ZEL::Port* const source : input->connectedTo()) {
+            const NodePtr owner = source->getParentNode();
+            const bool isPlanned = owner == m_graph || std::find(m_nodes.begin(), m_nodes.end(),
+                                                                 owner) != m_nodes.end();
+            if (!isPlanned)
+                m_links.push_back({source, input});
+        }
+    }
+}
+
+void Expansion::planInput(const PortPtr& outer, const PortPtr& inner)
+{
+    const std::vector<PortPtr> targets = targetsOf(*inner);
+    for (ZEL::Port* const source : outer->connectedTo()) {
+        if (source->getParentNode() == m_graph)
+            continue; // Fed by the compound itself: planned from where that comes from.
+        for (const PortPtr& target : targets)
+            m_links.push_back({source, target});
+    }
+    const std::string value = outer->getPortDefaultValue();
+    for (const PortPtr& target : targets) {
+        if (!outer->isConnected() && !value.empty() && !target->isCompoundInternalPort())
+            m_values.push_back({target, value});
+    }
+}
+
+/// Adds the ports that the sender feeds, in order; behind a port of the compound those that it
+/// leads to on the other side. What runs in a circle through the compound ends nowhere.
+void Expansion::addTargets(ZEL::Port& sender,
+                           std::vector<PortPtr>& targets,
+                           std::vector<ZEL::Port*>& seen)
+{
+    if (std::find(seen.begin(), seen.end(), &sender) != seen.end())
+        return;
+    seen.push_back(&sender);
+    for (ZEL::Port* const target : sender.connectedTo()) {
+        if (target->getParentNode() != m_graph)
+            targets.emplace_back(target);
+        else if (const PortPtr mirror = m_compound->getReversePort(target))
+            addTargets(*mirror, targets, seen);
+    }
+}
+
+std::vector<PortPtr> Expansion::targetsOf(ZEL::Port& sender)
+{
+    std::vector<PortPtr> targets;
+    std::vector<ZEL::Port*> seen;
+    addTargets(sender, targets, seen);
+    return targets;
+}
+
+void Expansion::disconnectAll()
+{
+    disconnectAllIn(m_compound->innerInputs());
+    disconnectAllIn(m_compound->innerOutputs());
+    disconnectAllIn(m_graph->inputs());
+    disconnectAllIn(m_graph->outputs());
+    for (const NodePtr& node : m_nodes) {
+        disconnectAllIn(node->inputs());
+        disconnectAllIn(node->outputs());
+    }
+}
+
+std::string Expansion::moveUp(const NodePtr& node)
+{
+    const std::string oldPath = pathOf(*node);
+    const std::string name = node->getName();
+    // Free above, and among those that are still inside.
+    std::string unique = name;
+    for (int number = 2;
+         isNameTaken(*m_around, unique) || (unique != name && m_compound->nodes()[unique.c_str()]);
+         ++number)
+        unique = name + std::to_string(number);
+    node->setName(unique.c_str());
+    if (!m_compound->nodes().remove(node) || !m_around->nodes().add(node))
+        return oldPath + " cannot be moved";
+    if (unique != name)
+        m_renamed.push_back(oldPath + " -> " + pathOf(*node));
+    return "";
+}
+
+} // namespace shading

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "document/step.h"
+
+#include <string>
+#include <vector>
+
+namespace shading {
+
+/// The reverse of a collapse, for any compound node: it plans on the network as it is, then breaks
+/// all connections of the node and of the nodes inside, moves those up, and makes the connections
+/// that the plan holds. Every step may be refused; taking back what was done is the journal's work.
+class Expansion {
+public:
+    /// The node must be a compound inside another one.
+    explicit Expansion(const NodePtr& graph);
+
+    /// Returns why it cannot be done, empty when it is done.
+    std::string run();
+    /// "OLD PATH -> NEW PATH" of each node that got another name.
+    const std::vector<std::string>& renamed() const { return m_renamed; }
+
+private:
+    struct Link {
+        PortPtr sender;
+        PortPtr receiver;
+    };
+
+    /// What an input without a source gave to a port.
+    struct Value {
+        PortPtr port;
+        std::string value;
+    };
+
+    void planNode(ZEL::Node& node);
+    void planInput(const PortPtr& outer, const PortPtr& inner);
+    void
+    addTargets(ZEL::Port& sender, std::vector<PortPtr>& targets, std::vector<ZEL::Port*>& seen);
+    std::vector<PortPtr> targetsOf(ZEL::Port& sender);
+    void disconnectAll();
+    std::string moveUp(const NodePtr& node);
+
+    NodePtr m_graph;
+    CompoundPtr m_compound;
+    CompoundPtr m_around;
+    std::vector<NodePtr> m_nodes;
+    std::vector<Link> m_links;
+    std::vector<Value> m_values;
+    std::vector<std::string> m_renamed;
+};
+
+} // namespace shading

@@ -1,0 +1,227 @@
+#include "reading/networkBuilder.h"
+
+#include "base/progress.h"
+#include "document/compound.h"
+#include "document/document.h"
+#include "document/names.h"
+#include "document/origins.h"
+#include "format/format.h"
+#include "format/xml.h"
+
+#include <unordered_set>
+
+namespace shading {
+
+/// The names of the children of one element. A child without a name is called like its element, or
+/// with the first number from 2 behind that which makes it unique.
+class NetworkBuilder::SiblingNames {
+public:
+    /// The node is the one that the children's nodes and ports get into.
+    SiblingNames(pugi::xml_node parent, ZEL::Node& node) : m_parent(parent), m_path(pathOf(node)) {}
+
+    std::string of(pugi::xml_node child)
+    {
+        const std::string name = attributeOf(child, "name");
+        return name.empty() ? makeUp(child.name()) : name;
+    }
+    std::string pathTo(const std::string& name) const { return m_path + "." + name; }
+    /// True for a name the first time only.
+    bool use(const std::string& name) { return m_used.insert(name).second; }
+
+private:
+    std::string makeUp(const std::string& stem)
+    {
+        if (m_taken.empty()) {
+            for (const pugi::xml_node sibling : m_parent.children())
+                m_taken.insert(attributeOf(sibling, "name"));
+        }
+        int& number = m_numbers[stem];
+        std::string name;
+        do {
+            name = ++number == 1 ? stem : stem + std::to_string(number);
+        } while (!m_taken.insert(name).second);
+        return name;
+    }
+
+    pugi::xml_node m_parent;
+    std::string m_path;
+    std::unordered_set<std::string> m_used;
+    std::unordered_set<std::string> m_taken;        ///< Empty until a name is missing.
+    std::unordered_map<std::string, int> m_numbers; ///< The last number tried, by stem.
+};
+
+NetworkBuilder::NetworkBuilder(Container& container,
+                               const XmlSource& xml,
+                               std::vector<Message>& warnings,
+                               UnconnectedNetwork& network,
+                               OpeningProgress& progress)
+    : m_container(container),
+      m_xml(xml),
+      m_warnings(warnings),
+      m_network(network),
+      m_progress(progress)
+{
+}
+
+void NetworkBuilder::build()
+{
+    const pugi::xml_node element = m_xml.documentElement();
+    m_progress.begin(150, 550, m_xml.text().size());
+    m_network.root = Node::createNew(&m_container, "Top");
+    m_network.root->setNodeTypeName(element.name());
+    m_network.root->setElement(element.internal_object());
+    Scope& scope = m_network.scopes.emplace_back();
+    scope.compound = Compound::createNew(m_network.root);
+    fillCompound(element, scope, nullptr);
+}
+
+void NetworkBuilder::fillCompound(pugi::xml_node element, Scope& scope, const Scope* outer)
+{
+    SiblingNames names(element, *scope.compound->getAsNode());
+    for (const pugi::xml_node child : element.children()) {
+        if (m_progress.isDue())
+            m_progress.tell(offsetOf(child));
+        switch (kindOf(child)) {
+        case ElementKind::Input:
+        case ElementKind::Output:
+            addCompoundPort(child, names, scope, outer);
+            break;
+        case ElementKind::Graph:
+            addGraph(child, names, scope);
+            break;
+        case ElementKind::Node:
+            addPlainNode(child, names, scope);
+            break;
+        case ElementKind::Other:
+            break;
+        }
+    }
+}
+
+void NetworkBuilder::addCompoundPort(pugi::xml_node element,
+                                     SiblingNames& names,
+                                     Scope& scope,
+                                     const Scope* outer)
+{
+    const std::string name = takeName(element, names);
+    const bool isInput = kindOf(element) == ElementKind::Input;
+    const ZEL::AddRefWrapper<ZEL::Node> owner = scope.compound->getAsNode();
+    const int index =
+        scope.compound->createCompoundPort(isInput ? ZEL::PortInput : ZEL::PortOutput, name.c_str(),
+                                           typeOf(element, names.pathTo(name)));
+    ZEL::PortList& outerPorts = isInput ? owner->inputs() : owner->outputs();
+    m_container.origins().setPort(outerPorts[index], element.internal_object());
+    outerPorts[index]->setPortDefaultValue(element.attribute("value").value());
+    // An input of a graph is fed from outside it, an output from inside.
+    if (isInput)
+        addReference(element, outerPorts[index], outer);
+    else
+        addReference(element, scope.compound->innerOutputs()[index], &scope);
+}
+
+void NetworkBuilder::addGraph(pugi::xml_node element, SiblingNames& names, Scope& scope)
+{
+    const std::string name = takeName(element, names);
+    const ZEL::AddRefWrapper<ZEL::Compound> compound =
+        scope.compound->createNewCompound(name.c_str());
+    // The compounds of this host make nodes of this host.
+    const ZEL::AddRefWrapper<Node> node(static_cast<Node*>(compound->getAsNode().get()));
+    node->setElement(element.internal_object());
+    scope.nodes.emplace(name, node);
+    scope.graphs.emplace(name, node);
+
+    Scope& inner = m_network.scopes.emplace_back();
+    inner.compound = compound;
+    fillCompound(element, inner, &scope);
+}
+
+void NetworkBuilder::addPlainNode(pugi::xml_node element, SiblingNames& names, Scope& scope)
+{
+    const std::string name = takeName(element, names);
+    const ZEL::AddRefWrapper<Node> node = Node::createNew(&m_container, name.c_str());
+    node->setNodeTypeName(element.name());
+    node->setElement(element.internal_object());
+    scope.compound->nodes().add(node);
+    scope.nodes.emplace(name, node);
+
+    const std::string type = attributeOf(element, "type");
+    if (type.empty())
+        warn(element, names.pathTo(name), "no type: it has no output of its own");
+    else if (type != kMultiOutput)
+        node->outputs().addPort(kDefaultOutput, m_container.dataType(type));
+
+    SiblingNames portNames(element, *node);
+    for (const pugi::xml_node child : element.children()) {
+        const ElementKind kind = kindOf(child);
+        if (kind == ElementKind::Input)
+            addInput(child, portNames, *node, scope);
+        else if (kind == ElementKind::Output)
+            addOutput(child, portNames, *node);
+    }
+}
+
+void NetworkBuilder::addInput(pugi::xml_node element,
+                              SiblingNames& names,
+                              Node& node,
+                              const Scope& scope)
+{
+    const std::string name = takeName(element, names);
+    const ZEL::AddRefWrapper<ZEL::Port> port =
+        node.inputs().addPort(name.c_str(), typeOf(element, names.pathTo(name)));
+    m_container.origins().setPort(port, element.internal_object());
+    port->setPortDefaultValue(element.attribute("value").value());
+    addReference(element, port, &scope);
+}
+
+/// A node may list its outputs; the one that it has by its type is not made again.
+void NetworkBuilder::addOutput(pugi::xml_node element, SiblingNames& names, Node& node)
+{
+    const std::string name = takeName(element, names);
+    const std::string path = names.pathTo(name);
+    const pugi::xml_node first =
+        element.parent().find_child_by_attribute("output", "name", name.c_str());
+    ZEL::AddRefWrapper<ZEL::Port> port =
+        element == first ? node.outputs()[name.c_str()] : ZEL::AddRefWrapper<ZEL::Port>();
+    if (!port)
+        port = node.outputs().addPort(name.c_str(), typeOf(element, path));
+    m_container.origins().setPort(port, element.internal_object());
+    if (hasReference(element))
+        warn(element, path, "an output of a plain node has no source");
+}
+
+ZEL::AddRefWrapper<ZEL::PortDataType> NetworkBuilder::typeOf(pugi::xml_node element,
+                                                             const std::string& path)
+{
+    const std::string type = attributeOf(element, "type");
+    if (type.empty())
+        warn(element, path, std::string("no type: taken as \"") + kNoType + "\"");
+    return m_container.dataType(type.empty() ? kNoType : type);
+}
+
+std::string NetworkBuilder::takeName(pugi::xml_node element, SiblingNames& names)
+{
+    std::string name = names.of(element);
+    const std::string path = names.pathTo(name);
+    if (attributeOf(element, "name").empty())
+        warn(element, path, "no name in the document: this one was made up");
+    if (!names.use(name))
+        warn(element, path, "the name of an earlier sibling: paths and references may mean that");
+    if (name.find('.') != std::string::npos)
+        warn(element, path, "no path reaches a name with a \".\" in it");
+    return name;
+}
+
+void NetworkBuilder::addReference(pugi::xml_node element,
+                                  const ZEL::AddRefWrapper<ZEL::Port>& target,
+                                  const Scope* scope)
+{
+    if (hasReference(element))
+        m_network.references.push_back({element, target, scope});
+}
+
+void NetworkBuilder::warn(pugi::xml_node element, const std::string& path, const std::string& text)
+{
+    m_warnings.push_back(m_xml.warningAt(element, path + ": " + text));
+}
+
+} // namespace shading

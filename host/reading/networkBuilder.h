@@ -1,0 +1,80 @@
+#pragma once
+
+#include "base/message.h"
+#include "document/node.h"
+#include "zel.h"
+
+#include <deque>
+#include <pugixml.hpp>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace shading {
+
+class Container;
+class OpeningProgress;
+class XmlSource;
+
+/// One compound while a document is read, with its nodes by name: where siblings have one name, the
+/// first.
+struct Scope {
+    ZEL::AddRefWrapper<ZEL::Compound> compound;
+    std::unordered_map<std::string, ZEL::AddRefWrapper<Node>> nodes;
+    std::unordered_map<std::string, ZEL::AddRefWrapper<Node>> graphs; ///< The compound nodes.
+};
+
+/// An `input` or `output` element that names a source.
+struct Reference {
+    pugi::xml_node element;
+    ZEL::AddRefWrapper<ZEL::Port> target; ///< The receiving end.
+    const Scope* scope; ///< Where the names are looked up. Null: outside the document.
+};
+
+/// A network whose references are not connected yet.
+struct UnconnectedNetwork {
+    ZEL::AddRefWrapper<Node> root;
+    std::deque<Scope> scopes;          ///< The first is the document's; addresses stay.
+    std::vector<Reference> references; ///< In document order.
+};
+
+/// The first pass over a document: makes the nodes, the compounds and their ports, and collects the
+/// references between them. Private to the host's library.
+class NetworkBuilder {
+public:
+    /// Nothing given is owned; all must outlive the builder.
+    NetworkBuilder(Container& container,
+                   const XmlSource& xml,
+                   std::vector<Message>& warnings,
+                   UnconnectedNetwork& network,
+                   OpeningProgress& progress);
+
+    void build();
+
+private:
+    class SiblingNames;
+
+    void fillCompound(pugi::xml_node element, Scope& scope, const Scope* outer);
+    void
+    addCompoundPort(pugi::xml_node element, SiblingNames& names, Scope& scope, const Scope* outer);
+    void addGraph(pugi::xml_node element, SiblingNames& names, Scope& scope);
+    void addPlainNode(pugi::xml_node element, SiblingNames& names, Scope& scope);
+    void addInput(pugi::xml_node element, SiblingNames& names, Node& node, const Scope& scope);
+    void addOutput(pugi::xml_node element, SiblingNames& names, Node& node);
+
+    ZEL::AddRefWrapper<ZEL::PortDataType> typeOf(pugi::xml_node element, const std::string& path);
+    /// The name of the node or port that the element becomes; warns of one that causes trouble.
+    std::string takeName(pugi::xml_node element, SiblingNames& names);
+    void addReference(pugi::xml_node element,
+                      const ZEL::AddRefWrapper<ZEL::Port>& target,
+                      const Scope* scope);
+    void warn(pugi::xml_node element, const std::string& path, const std::string& text);
+
+    Container& m_container;
+    const XmlSource& m_xml;
+    std::vector<Message>& m_warnings;
+    UnconnectedNetwork& m_network;
+    OpeningProgress& m_progress;
+};
+
+} // namespace shading

@@ -1,0 +1,198 @@
+#include "reading/reader.h"
+
+#include "base/progress.h"
+#include "document/definedNode.h"
+#include "document/document.h"
+#include "document/names.h"
+#include "document/origins.h"
+#include "format/format.h"
+#include "format/xml.h"
+#include "reading/networkBuilder.h"
+
+#include <cstring>
+
+namespace shading {
+
+namespace {
+
+/// The second pass over a document: connects what its references name.
+///
+/// A `nodename` means a sibling. A `nodegraph` means a sibling, or else a graph of the document
+/// itself. An `interfacename` means an input of the graph around. No other border is crossed.
+class Connector {
+public:
+    Connector(const XmlSource& xml,
+              std::vector<Message>& warnings,
+              Origins& origins,
+              const Scope& document)
+        : m_xml(xml),
+          m_warnings(warnings),
+          m_origins(origins),
+          m_document(document)
+    {
+    }
+
+    void connect(const Reference& reference)
+    {
+        std::string problem;
+        const ZEL::AddRefWrapper<ZEL::Port> source = findSource(reference, problem);
+        if (source && !reference.target->addConnection(source))
+            problem = "refused a connection from " + pathOf(*source);
+        if (!problem.empty())
+            warn(reference, problem);
+        else if (source)
+            m_origins.setConnected(reference.element.internal_object());
+    }
+
+private:
+    using PortPtr = ZEL::AddRefWrapper<ZEL::Port>;
+    using NodePtr = ZEL::AddRefWrapper<Node>;
+
+    /// Empty, with the problem, when the reference names nothing.
+    PortPtr findSource(const Reference& reference, std::string& problem)
+    {
+        const std::string interface = attributeOf(reference.element, "interfacename");
+        const std::string graph = attributeOf(reference.element, "nodegraph");
+        const std::string node = attributeOf(reference.element, "nodename");
+        if (static_cast<int>(!interface.empty()) + static_cast<int>(!graph.empty()) +
+                static_cast<int>(!node.empty()) >
+            1)
+            warn(reference, "several sources: interfacename is preferred to nodegraph, "
+                            "nodegraph to nodename");
+        if (interface.empty() && graph.empty() && node.empty()) {
+            problem = "output \"" + attributeOf(reference.element, "output") +
+                      "\" without a nodename or nodegraph";
+            return nullptr;
+        }
+        if (!reference.scope) {
+            problem = "an input of the document cannot have a source";
+            return nullptr;
+        }
+        if (!interface.empty())
+            return interfacePort(reference, interface);
+        if (!graph.empty())
+            return graphOutput(reference, graph, problem);
+        return nodeOutput(reference, node, problem);
+    }
+
+    /// The inner input of that name, made when the graph does not declare it.
+    PortPtr interfacePort(const Reference& reference, const std::string& name)
+    {
+        ZEL::Compound& compound = *reference.scope->compound;
+        PortPtr present = compound.innerInputs()[name.c_str()];
+        if (present)
+            return present;
+        const int index = compound.createCompoundPort(ZEL::PortInput, name.c_str(),
+                                                      reference.target->getDataType());
+        m_origins.setImplied(compound.getAsNode()->inputs()[index]);
+        return compound.innerInputs()[index];
+    }
+
+    PortPtr graphOutput(const Reference& reference, const std::string& name, std::string& problem)
+    {
+        for (const Scope* const scope : {reference.scope, &m_document}) {
+            const auto found = scope->graphs.find(name);
+            if (found != scope->graphs.end())
+                return outputOf(reference, found->second, problem);
+        }
+        problem = "no nodegraph \"" + name + "\" in " + pathTo(*reference.scope);
+        if (reference.scope != &m_document)
+            problem += " or " + pathTo(m_document);
+        return nullptr;
+    }
+
+    static PortPtr
+    nodeOutput(const Reference& reference, const std::string& name, std::string& problem)
+    {
+        const auto found = reference.scope->nodes.find(name);
+        if (found != reference.scope->nodes.end())
+            return outputOf(reference, found->second, problem);
+        problem = "no node \"" + name + "\" in " + pathTo(*reference.scope);
+        return nullptr;
+    }
+
+    /// The output that the reference names, or means by naming none: the first of a graph or of a
+    /// list of outputs, else `out`. A plain node gets an output that it does not have.
+    static PortPtr outputOf(const Reference& reference, const NodePtr& node, std::string& problem)
+    {
+        const pugi::xml_node element(node->element());
+        const std::string path = pathOf(*node);
+        const bool isMultiOutput = attributeOf(element, "type") == kMultiOutput;
+        std::string name = attributeOf(reference.element, "output");
+        // The first that the document lists, also where the definition has another one before it.
+        if (name.empty() && isMultiOutput)
+            name = attributeOf(element.child("output"), "name");
+        if (name.empty() && (node->isCompound() || (isMultiOutput && element.child("output")))) {
+            PortPtr first = node->outputs()[0];
+            if (!first)
+                problem = path + " has no output";
+            return first;
+        }
+        if (name.empty() && isMultiOutput) {
+            problem = "does not say which output of " + path;
+            return nullptr;
+        }
+        if (name.empty())
+            name = kDefaultOutput;
+        PortPtr present = node->outputs()[name.c_str()];
+        if (present)
+            return present;
+        if (!node->isCompound())
+            return node->outputs().addPort(name.c_str(), reference.target->getDataType());
+        problem = path + " has no output \"" + name + "\"";
+        return nullptr;
+    }
+
+    static std::string pathTo(const Scope& scope) { return pathOf(*scope.compound->getAsNode()); }
+
+    void warn(const Reference& reference, const std::string& text)
+    {
+        const std::string path = pathOf(*reference.target);
+        m_warnings.push_back(m_xml.warningAt(reference.element, path + ": " + text));
+    }
+
+    const XmlSource& m_xml;
+    std::vector<Message>& m_warnings;
+    Origins& m_origins;
+    const Scope& m_document;
+};
+
+/// The outputs that references name, by the node that they mean.
+NamedOutputs namedOutputs(const UnconnectedNetwork& network)
+{
+    NamedOutputs result;
+    for (const Reference& reference : network.references) {
+        const std::string output = attributeOf(reference.element, "output");
+        if (!reference.scope || output.empty())
+            continue;
+        const auto node = reference.scope->nodes.find(attributeOf(reference.element, "nodename"));
+        if (node != reference.scope->nodes.end())
+            result[node->second.get()].push_back(output);
+    }
+    return result;
+}
+
+} // namespace
+
+ZEL::AddRefWrapper<ZEL::Node> readNetwork(Container& container,
+                                          const XmlSource& xml,
+                                          std::vector<Message>& warnings,
+                                          OpeningProgress& progress)
+{
+    UnconnectedNetwork network;
+    NetworkBuilder(container, xml, warnings, network, progress).build();
+    std::size_t nodeCount = 0;
+    for (const Scope& scope : network.scopes)
+        nodeCount += scope.nodes.size();
+    progress.begin(550, 850, nodeCount);
+    defineNodes(container, *network.root->getAsCompound(), namedOutputs(network), &progress);
+    progress.begin(850, 1000, network.references.size());
+    Connector connector(xml, warnings, container.origins(), network.scopes.front());
+    for (const Reference& reference : network.references) {
+        connector.connect(reference);
+        progress.step();
+    }
+    return network.root;
+}
+
+} // namespace shading

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "base/message.h"
+#include "zel.h"
+
+#include <vector>
+
+namespace shading {
+
+class Container;
+class OpeningProgress;
+class XmlSource;
+
+/// Makes the network of a document and returns its root node. The container and the XML must
+/// outlive it. What does not resolve is left out and reported; the XML is not changed. Private to
+/// the host's library.
+ZEL::AddRefWrapper<ZEL::Node> readNetwork(Container& container,
+                                          const XmlSource& xml,
+                                          std::vector<Message>& warnings,
+                                          OpeningProgress& progress);
+
+} // namespace shading

@@ -1,0 +1,281 @@
+#include "saving/outsideNames.h"
+
+#include "document/document.h"
+#include "document/origins.h"
+#include "format/format.h"
+#include "format/xml.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace shading {
+
+namespace {
+
+const char* const kBetweenNames = ", \t\r\n";
+
+class OutsideNames {
+public:
+    OutsideNames(DraftNetwork& network, std::vector<SaveProblem>& problems)
+        : m_network(network),
+          m_problems(problems),
+          m_root(network.container().xml().documentElement())
+    {
+    }
+
+    void run() { visit(m_root, m_root, true); }
+
+private:
+    using Elements = std::unordered_map<std::string, pugi::xml_node>;
+
+    /// What an element of the network has inside, as the document calls it: where several have one
+    /// name, the first.
+    struct Names {
+        Elements nodes; ///< The graphs too.
+        Elements graphs;
+        Elements inputs;
+        Elements outputs;
+    };
+
+    /// Goes through what is inside the parent. The graph is the nearest one around; the network has
+    /// the parent: it is that graph or a node in it.
+    void visit(pugi::xml_node parent, pugi::xml_node graph, bool isNetwork)
+    {
+        for (const pugi::xml_node element : parent.children()) {
+            if (element.type() != pugi::node_element)
+                continue;
+            const ElementKind kind = isNetwork ? kindOf(element) : ElementKind::Other;
+            if (kind == ElementKind::Graph && parent == graph) {
+                visit(element, element, true);
+            } else if (kind == ElementKind::Node && parent == graph) {
+                visit(element, graph, true);
+            } else {
+                if (kind != ElementKind::Input && kind != ElementKind::Output)
+                    updateOne(element, graph);
+                visit(element, graph, false);
+            }
+        }
+    }
+
+    void updateOne(pugi::xml_node element, pugi::xml_node graph)
+    {
+        DraftItem* const item = itemOf(element);
+        if (!element.first_attribute() || std::strchr(element.name(), ':') || !isThere(*item))
+            return;
+        if (std::strcmp(element.name(), "backdrop") == 0)
+            updateContents(*item, element);
+        if (*element.attribute("interfacename").value() != '\0')
+            updateInput(*item, element, graph);
+        bool hasNode = false;
+        for (const char* const attribute : {"nodename", "nodegraph", "material"}) {
+            const bool isMaterial = std::strcmp(attribute, "material") == 0;
+            if (isMaterial && std::strcmp(element.name(), "materialassign") != 0)
+                continue;
+            if (*element.attribute(attribute).value() == '\0')
+                continue;
+            hasNode = true;
+            const pugi::xml_node meant =
+                updateNode(*item, element, attribute, isMaterial ? m_root : graph);
+            if (meant)
+                updateOutput(*item, element, meant);
+        }
+        if (!hasNode)
+            updateOutput(*item, element, graph);
+    }
+
+    bool isThere(const DraftItem& item)
+    {
+        const DraftItem* top = &item;
+        while (top->parent)
+            top = top->parent;
+        return top == &m_network.draft().top();
+    }
+
+    DraftItem* itemOf(pugi::xml_node element)
+    {
+        return m_network.draft().elementAt(offsetOf(element));
+    }
+
+    /// The graph that the element is in now.
+    DraftItem& graphAround(DraftItem& item)
+    {
+        DraftItem* around = item.parent;
+        while (!m_network.nodeOf(around) || !m_network.nodeOf(around)->isCompound())
+            around = around->parent;
+        return *around;
+    }
+
+    const Names& namesOf(pugi::xml_node parent)
+    {
+        const auto [entry, isNew] = m_names.try_emplace(parent.internal_object());
+        Names& names = entry->second;
+        pugi::xml_node child = isNew ? parent.first_child() : pugi::xml_node();
+        for (; child; child = child.next_sibling()) {
+            const ElementKind kind = kindOf(child);
+            const std::string name = attributeOf(child, "name");
+            if (kind == ElementKind::Input)
+                names.inputs.emplace(name, child);
+            if (kind == ElementKind::Output)
+                names.outputs.emplace(name, child);
+            if (kind == ElementKind::Node || kind == ElementKind::Graph)
+                names.nodes.emplace(name, child);
+            if (kind == ElementKind::Graph)
+                names.graphs.emplace(name, child);
+        }
+        return names;
+    }
+
+    static pugi::xml_node find(const Elements& elements, const std::string& name)
+    {
+        const auto found = elements.find(name);
+        return found == elements.end() ? pugi::xml_node() : found->second;
+    }
+
+    /// A name that means a node of the graph or of the document: its element. Empty when there is
+    /// none, or none any more that the item sees: that is a problem.
+    pugi::xml_node
+    updateNode(DraftItem& item, pugi::xml_node element, const char* attribute, pugi::xml_node graph)
+    {
+        const std::string name = attributeOf(element, attribute);
+        const bool isGraph = std::strcmp(attribute, "nodegraph") == 0;
+        for (const pugi::xml_node around : {graph, m_root}) {
+            const Names& names = namesOf(around);
+            const pugi::xml_node found = find(isGraph ? names.graphs : names.nodes, name);
+            if (!found)
+                continue;
+            DraftItem& root = *itemOf(m_root);
+            DraftItem& place = around == m_root ? root : graphAround(item);
+            DraftItem* const meant = itemOf(found);
+            ZEL::Node* const node = m_network.nodeOf(meant);
+            if (node && (meant->parent == &place || meant->parent == &root)) {
+                follow(item, attribute, name, node->getName());
+                return found;
+            }
+            refuse(pathOf(*m_network.nodeOf(&place)) + "." + name, element);
+            return {};
+        }
+        return {};
+    }
+
+    /// The node has the outputs.
+    void updateOutput(DraftItem& item, pugi::xml_node element, pugi::xml_node node)
+    {
+        const std::string name = attributeOf(element, "output");
+        const pugi::xml_node output =
+            name.empty() ? pugi::xml_node() : find(namesOf(node).outputs, name);
+        if (!output)
+            return;
+        ZEL::Node* const owner = m_network.nodeOf(itemOf(node));
+        const ZEL::Port* const port = m_network.portOf(itemOf(output));
+        if (port)
+            follow(item, "output", name, port->getName());
+        else
+            refuse(pathOf(owner ? *owner : *m_network.nodeOf(&graphAround(item))) + "." + name,
+                   element);
+    }
+
+    /// An input of the graph around, which need not be declared there.
+    void updateInput(DraftItem& item, pugi::xml_node element, pugi::xml_node graph)
+    {
+        const std::string name = attributeOf(element, "interfacename");
+        const pugi::xml_node declared = find(namesOf(graph).inputs, name);
+        ZEL::Node* const owner = m_network.nodeOf(itemOf(graph));
+        const ZEL::Node* const around = m_network.nodeOf(&graphAround(item));
+        const ZEL::Port* port = declared ? m_network.portOf(itemOf(declared)) : nullptr;
+        for (int i = 0; owner && !declared && !port && i < owner->inputs().size(); ++i) {
+            const ZEL::AddRefWrapper<ZEL::Port> input = owner->inputs()[i];
+            if (m_network.container().origins().impliedNameOf(*input) == name)
+                port = input.get();
+        }
+        const std::string now = port ? port->getName() : name.c_str();
+        if (!owner)
+            refuse(pathOf(*m_network.container().getRootNode()) + "." + attributeOf(graph, "name") +
+                       "." + name,
+                   element);
+        else if (owner != around)
+            m_problems.push_back(
+                {pathOf(*owner) + "." + now,
+                 titleOf(element) + " names it and is not in that graph any more"});
+        else if (declared && !port)
+            refuse(pathOf(*owner) + "." + name, element);
+        else
+            follow(item, "interfacename", name, now.c_str());
+    }
+
+    void follow(DraftItem& item, const char* attribute, const std::string& read, const char* now)
+    {
+        if (read != now)
+            m_network.draft().setAttribute(item, attribute, now);
+    }
+
+    /// The element names what is gone.
+    void refuse(const std::string& path, pugi::xml_node element)
+    {
+        m_problems.push_back(
+            {path, "it is gone from there, and " + titleOf(element) + " still names it"});
+    }
+
+    static std::string titleOf(pugi::xml_node element)
+    {
+        const std::string name = attributeOf(element, "name");
+        return element.name() + (name.empty() ? "" : " \"" + name + "\"");
+    }
+
+    /// What the sibling is called now; empty when it is none any more. A name that no sibling had
+    /// stays.
+    std::string siblingName(pugi::xml_node element, const std::string& name)
+    {
+        const Names& names = namesOf(element.parent());
+        pugi::xml_node meant;
+        for (const Elements* const elements : {&names.nodes, &names.inputs, &names.outputs}) {
+            if (!meant)
+                meant = find(*elements, name);
+        }
+        if (!meant)
+            return name;
+        const DraftItem* const item = itemOf(meant);
+        const ZEL::Node* const node = m_network.nodeOf(item);
+        const ZEL::Port* const port = m_network.portOf(item);
+        if (item->parent != itemOf(element)->parent || (!node && !port))
+            return "";
+        return node ? node->getName() : port->getName();
+    }
+
+    /// Names of siblings, with commas or blanks between them. One that left takes those before it
+    /// along.
+    void updateContents(DraftItem& item, pugi::xml_node element)
+    {
+        const std::string contents = attributeOf(element, "contains");
+        std::string after;
+        std::size_t begin = 0;
+        while (begin < contents.size()) {
+            const std::size_t name = contents.find_first_not_of(kBetweenNames, begin);
+            const std::size_t end =
+                std::min(contents.find_first_of(kBetweenNames, name), contents.size());
+            if (name >= end)
+                break;
+            const std::string now = siblingName(element, contents.substr(name, end - name));
+            if (!now.empty())
+                after +=
+                    (after.empty() && begin > 0 ? "" : contents.substr(begin, name - begin)) + now;
+            begin = end;
+        }
+        after += begin < contents.size() ? contents.substr(begin) : "";
+        if (after != contents)
+            m_network.draft().setAttribute(item, "contains", after);
+    }
+
+    DraftNetwork& m_network;
+    std::vector<SaveProblem>& m_problems;
+    pugi::xml_node m_root;
+    std::unordered_map<pugi::xml_node_struct*, Names> m_names;
+};
+
+} // namespace
+
+void updateOutsideNames(DraftNetwork& network, std::vector<SaveProblem>& problems)
+{
+    OutsideNames(network, problems).run();
+}
+
+} // namespace shading

@@ -1,0 +1,232 @@
+#include "saving/projection.h"
+
+#include "document/document.h"
+#include "document/origins.h"
+#include "format/format.h"
+#include "saving/draftNetwork.h"
+
+#include <array>
+#include <cstring>
+
+namespace shading {
+
+namespace {
+
+/// Attributes that hold for all that is inside the element.
+const std::array<const char*, 3> kInherited = {"colorspace", "fileprefix", "geomprefix"};
+using Inherited = std::array<const DraftAttribute*, 3>;
+
+/// What holds for the element from itself and around it; null: nothing does.
+Inherited inheritedAt(const DraftItem* item)
+{
+    Inherited result = {};
+    for (; item; item = item->parent) {
+        for (std::size_t i = 0; i < result.size(); ++i) {
+            if (!result[i])
+                result[i] = item->attribute(kInherited[i]);
+        }
+    }
+    return result;
+}
+
+class Projection {
+public:
+    explicit Projection(DraftNetwork& network) : m_network(network), m_draft(network.draft()) {}
+
+    void run()
+    {
+        const ZEL::AddRefWrapper<ZEL::Node> root = m_network.container().getRootNode();
+        claimAll(*root);
+        collectGone(*m_network.itemOf(*root));
+        place(*root);
+        for (const Gone& gone : m_gone)
+            remove(gone);
+        for (const Moved& moved : m_moved)
+            keepInherited(moved);
+        declareInputs(*root);
+    }
+
+private:
+    struct Gone {
+        DraftItem* item;
+        bool hasNodes; ///< Of those inside, some live on elsewhere.
+    };
+
+    struct Moved {
+        DraftItem* item;
+        std::array<DraftAttribute, 3> inherited; ///< A name that is empty: nothing was.
+    };
+
+    void claimAll(ZEL::Node& node)
+    {
+        DraftItem* item = m_network.readItemOf(node);
+        if (!item || m_network.nodeOf(item))
+            item = &newElement(node);
+        m_network.claim(*item, node);
+        for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+            for (ZEL::Port* const port : *list) {
+                DraftItem* const portItem = m_network.readItemOf(*port);
+                if (portItem && portItem->parent == item)
+                    m_network.claim(*portItem, *port);
+            }
+        }
+        const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
+        if (!compound)
+            return;
+        for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes())
+            claimAll(*inner);
+    }
+
+    DraftItem& newElement(ZEL::Node& node)
+    {
+        DraftItem& item = m_draft.newElement(node.getNodeTypeName());
+        m_draft.setAttribute(item, "name", node.getName());
+        ZEL::PortList& outputs = node.outputs();
+        if (node.isCompound() || outputs.size() == 0)
+            return item;
+        const bool isPlain =
+            outputs.size() == 1 && std::strcmp(outputs[0]->getName(), kDefaultOutput) == 0;
+        m_draft.setAttribute(item, "type", isPlain ? typeNameOf(*outputs[0]) : kMultiOutput);
+        return item;
+    }
+
+    /// Finds the elements below that stand for nothing any more, inner ones first. True when one
+    /// stands for a node.
+    bool collectGone(DraftItem& parent)
+    {
+        const bool isGraph =
+            parent.text == "materialx" || kindOf(parent.text) == ElementKind::Graph;
+        bool hasNodes = false;
+        for (DraftItem* item = parent.first; item; item = item->next) {
+            const ElementKind kind = item->isElement() ? kindOf(item->text) : ElementKind::Other;
+            const bool isNode =
+                isGraph && (kind == ElementKind::Node || kind == ElementKind::Graph);
+            const bool isPort = kind == ElementKind::Input || kind == ElementKind::Output;
+            const bool isPresent = m_network.nodeOf(item) != nullptr;
+            const bool hasNodesInside = isNode && collectGone(*item);
+            hasNodes = hasNodes || isPresent || hasNodesInside;
+            if ((isNode && !isPresent) ||
+                (isPort && m_network.nodeOf(&parent) && !m_network.portOf(item)))
+                m_gone.push_back({item, hasNodesInside});
+        }
+        return hasNodes;
+    }
+
+    void place(ZEL::Node& node)
+    {
+        const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
+        if (!compound)
+            return;
+        DraftItem& parent = *m_network.itemOf(node);
+        std::vector<DraftItem*> items;
+        for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes()) {
+            items.push_back(m_network.itemOf(*inner));
+            noteMove(*items.back(), parent);
+        }
+        m_network.arrange(parent, items, startOf(parent));
+        for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes())
+            place(*inner);
+    }
+
+    /// Behind what a first node comes: before the nodes and outputs that are there.
+    DraftItem* startOf(const DraftItem& parent) const
+    {
+        DraftItem* start = nullptr;
+        for (DraftItem* item = parent.first; item; item = item->next) {
+            const ElementKind kind = item->isElement() ? kindOf(item->text) : ElementKind::Other;
+            if (kind == ElementKind::Output || kind == ElementKind::Node ||
+                kind == ElementKind::Graph)
+                return start;
+            if (item->isElement())
+                start = item;
+        }
+        return lastPiece(parent);
+    }
+
+    void noteMove(DraftItem& item, const DraftItem& parent)
+    {
+        if (!item.parent || item.parent == &parent)
+            return;
+        Moved moved;
+        moved.item = &item;
+        const Inherited inherited = inheritedAt(&item);
+        for (std::size_t i = 0; i < inherited.size(); ++i) {
+            if (inherited[i])
+                moved.inherited[i] = *inherited[i];
+        }
+        m_moved.push_back(moved);
+    }
+
+    /// What is no part of the network stays where a graph stood whose nodes live on.
+    void remove(const Gone& gone)
+    {
+        DraftItem* previous = gone.item;
+        DraftItem* item = gone.hasNodes ? gone.item->first : nullptr;
+        while (item) {
+            DraftItem* const next = nextPiece(*item);
+            const bool isKept = !item->isBlank() &&
+                                (!item->isElement() || kindOf(item->text) == ElementKind::Other);
+            if (isKept) {
+                m_draft.move(*item, *gone.item->parent, previous);
+                previous = item;
+            }
+            item = next;
+        }
+        m_draft.remove(*gone.item);
+    }
+
+    /// Skips white space, which goes with the piece behind it.
+    static DraftItem* nextPiece(const DraftItem& item)
+    {
+        DraftItem* next = item.next;
+        while (next && next->isBlank())
+            next = next->next;
+        return next;
+    }
+
+    void keepInherited(const Moved& moved)
+    {
+        const Inherited now = inheritedAt(moved.item);
+        for (std::size_t i = 0; i < now.size(); ++i) {
+            DraftAttribute attribute = moved.inherited[i];
+            const bool isSame = now[i] ? now[i]->value == attribute.value : attribute.name.empty();
+            if (isSame)
+                continue;
+            // Colours outside of any space have one of that name.
+            if (attribute.name.empty())
+                attribute.value = std::strcmp(kInherited[i], "colorspace") == 0 ? "none" : "";
+            attribute.name = kInherited[i];
+            attribute.lead = " ";
+            attribute.equals = "=";
+            moved.item->attributes.push_back(attribute);
+        }
+    }
+
+    /// The reader makes an input that an `interfacename` means; the format wants it declared.
+    void declareInputs(ZEL::Node& node)
+    {
+        const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
+        if (!compound)
+            return;
+        for (ZEL::Port* const port : node.inputs()) {
+            if (!m_network.itemOf(*port) && !m_network.container().origins().isImplied(*port))
+                m_network.declare(node, *port);
+        }
+        for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes())
+            declareInputs(*inner);
+    }
+
+    DraftNetwork& m_network;
+    Draft& m_draft;
+    std::vector<Gone> m_gone;
+    std::vector<Moved> m_moved;
+};
+
+} // namespace
+
+void projectNodes(DraftNetwork& network)
+{
+    Projection(network).run();
+}
+
+} // namespace shading

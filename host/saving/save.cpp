@@ -1,0 +1,84 @@
+#include "saving/save.h"
+
+#include "base/fileReplace.h"
+#include "document/document.h"
+#include "format/xml.h"
+#include "saving/declarations.h"
+#include "saving/outsideNames.h"
+#include "saving/projection.h"
+#include "saving/readBack.h"
+#include "saving/saveCheck.h"
+#include "saving/writeAhead.h"
+
+namespace shading {
+
+namespace {
+
+/// Each reading back writes at least one thing into the draft that it does not take out again.
+constexpr int kMaxRounds = 50;
+
+/// Writes, reads back and corrects until nothing comes back different.
+bool settle(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& problems)
+{
+    for (int round = 0; round < kMaxRounds; ++round) {
+        OffsetIndex places;
+        text = network.draft().write(places);
+        Message error;
+        const std::unique_ptr<Container> back = network.container().openText(text, error);
+        if (!back) {
+            problems.push_back({pathOf(*network.container().getRootNode()),
+                                "it would not open again: " + messageText(error)});
+            return false;
+        }
+        ReadBack readBack(network, *back, places);
+        readBack.run();
+        if (readBack.differences().empty())
+            return true;
+        if (!readBack.hasChanged() || round + 1 == kMaxRounds) {
+            problems = readBack.differences();
+            return false;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool saveToBytes(Container& container, std::string& bytes, std::vector<SaveProblem>& problems)
+{
+    DraftNetwork network(container);
+    const std::string root = pathOf(*container.getRootNode());
+    if (!network.isWhole()) {
+        problems.push_back({root, "its text does not have the elements that were read from it"});
+        return false;
+    }
+    projectNodes(network);
+    problems = checkSavable(network);
+    updateOutsideNames(network, problems);
+    updateDeclarations(network, problems);
+    if (!problems.empty())
+        return false;
+    writeAhead(network);
+    std::string text;
+    if (!settle(network, text, problems))
+        return false;
+    const Encoding& encoding = container.xml().encoding();
+    if (convertFromUtf8(text, encoding, bytes))
+        return true;
+    problems.push_back({root, "the encoding " + encoding.name + " lacks a character of it"});
+    return false;
+}
+
+bool saveToFile(Container& container, const std::string& path, std::vector<SaveProblem>& problems)
+{
+    std::string bytes;
+    if (!saveToBytes(container, bytes, problems))
+        return false;
+    std::string problem;
+    if (replaceFile(path, bytes, problem))
+        return true;
+    problems.push_back({path, "cannot be written: " + problem});
+    return false;
+}
+
+} // namespace shading

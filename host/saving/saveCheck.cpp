@@ -1,0 +1,266 @@
+#include "saving/saveCheck.h"
+
+#include "document/document.h"
+#include "document/node.h"
+#include "document/origins.h"
+#include "document/rules.h"
+#include "format/format.h"
+
+#include <cstring>
+#include <pugixml.hpp>
+#include <unordered_map>
+
+namespace shading {
+
+namespace {
+
+bool isNameCharacter(char c)
+{
+    const auto byte = static_cast<unsigned char>(c);
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == ':' || byte >= 0x80U;
+}
+
+/// One character of UTF-8 that has more than one byte, and that XML can hold.
+bool isWideCharacter(const std::string& character)
+{
+    const auto first = static_cast<unsigned char>(character[0]);
+    const auto second = static_cast<unsigned char>(character.size() > 1 ? character[1] : 0);
+    const bool isTooLong = (first == 0xE0U && second < 0xA0U) || (first == 0xF0U && second < 0x90U);
+    const bool isSurrogate = first == 0xEDU && second >= 0xA0U;
+    const bool isTooLarge = first == 0xF4U && second >= 0x90U;
+    if (isTooLong || isSurrogate || isTooLarge || character == "\xEF\xBF\xBE" ||
+        character == "\xEF\xBF\xBF")
+        return false;
+    if (first < 0xE0U)
+        return first >= 0xC2U && character.size() == 2;
+    return first < 0xF0U ? character.size() == 3 : first < 0xF5U && character.size() == 4;
+}
+
+/// Of UTF-8, but for the characters that XML cannot hold.
+bool isXmlText(const std::string& text)
+{
+    std::size_t i = 0;
+    while (i < text.size()) {
+        const auto first = static_cast<unsigned char>(text[i]);
+        const std::size_t size = first < 0x80U ? 1 : characterSize(text, i);
+        const bool isControl = first < 0x20U && first != '\n' && first != '\r' && first != '\t';
+        if (isControl || (first >= 0x80U && !isWideCharacter(text.substr(i, size))))
+            return false;
+        i += size;
+    }
+    return true;
+}
+
+/// Why the format has no such name; empty when it has.
+std::string savedNameProblem(const std::string& name)
+{
+    std::string problem = nameProblem(name);
+    if (!problem.empty())
+        return problem;
+    if (!isXmlText(name))
+        return "its name has characters that XML cannot hold";
+    bool isGood = name[0] < '0' || name[0] > '9';
+    for (const char c : name)
+        isGood = isGood && isNameCharacter(c);
+    return isGood ? "" : "a name has letters, digits and _, and begins with no digit";
+}
+
+class SaveCheck {
+public:
+    explicit SaveCheck(DraftNetwork& network) : m_network(network) {}
+
+    std::vector<SaveProblem> run()
+    {
+        const NodePtr root = m_network.container().getRootNode();
+        checkPorts(*root);
+        checkInside(*root);
+        return m_problems;
+    }
+
+private:
+    void add(const std::string& path, const std::string& reason)
+    {
+        m_problems.push_back({path, reason});
+    }
+
+    void checkNode(ZEL::Node& node)
+    {
+        const std::string type = node.getNodeTypeName();
+        const pugi::xml_node element = elementOf(node);
+        const std::string problem = savedNameProblem(node.getName());
+        if (!problem.empty() && !hasReadName(element, node.getName()))
+            add(pathOf(node), problem);
+        const ElementKind wanted = node.isCompound() ? ElementKind::Graph : ElementKind::Node;
+        if (type != element.name() && (!savedNameProblem(type).empty()))
+            add(pathOf(node), "its node type \"" + type + "\" is no name for an element");
+        else if (kindOf(type) != wanted)
+            add(pathOf(node), "its node type \"" + type + "\" means something else in the format");
+        checkPorts(node);
+        checkInside(node);
+    }
+
+    void checkInside(ZEL::Node& node)
+    {
+        const CompoundPtr compound = node.getAsCompound();
+        if (!compound)
+            return;
+        std::unordered_map<std::string, int> names;
+        for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+            for (ZEL::Port* const port : *list)
+                checkDouble(*port, ++names[port->getName()] > 1);
+        }
+        for (const NodePtr& inner : compound->nodes()) {
+            if (++names[inner->getName()] > 1 && !hasReadName(elementOf(*inner), inner->getName()))
+                add(pathOf(*inner), "a sibling has the same name");
+        }
+        for (ZEL::Port* const port : compound->innerOutputs())
+            checkSource(*port);
+        checkMirrors(*compound);
+        for (const NodePtr& inner : compound->nodes())
+            checkNode(*inner);
+    }
+
+    void checkPorts(ZEL::Node& node)
+    {
+        for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+            for (ZEL::Port* const port : *list)
+                checkDouble(*port, !node.isCompound() && (*list)[port->getName()].get() != port);
+            for (ZEL::Port* const port : *list)
+                checkPort(*port);
+        }
+        for (ZEL::Port* const port : node.inputs())
+            checkSource(*port);
+    }
+
+    void checkDouble(ZEL::Port& port, bool isDouble)
+    {
+        if (isDouble && !isAsRead(port))
+            add(pathOf(port), "a sibling has the same name");
+    }
+
+    void checkPort(ZEL::Port& port)
+    {
+        const std::string problem = savedNameProblem(port.getName());
+        if (!problem.empty() && !isAsRead(port))
+            add(pathOf(port), problem);
+        if (!isXmlText(port.getPortDefaultValue()))
+            add(pathOf(port), "its value has characters that XML cannot hold");
+        if (!isXmlText(typeNameOf(port)))
+            add(pathOf(port), "its type has characters that XML cannot hold");
+    }
+
+    /// The ports of a compound are one element with the inner ones.
+    void checkMirrors(ZEL::Compound& compound)
+    {
+        const NodePtr node = compound.getAsNode();
+        for (ZEL::PortList* const list : {&node->inputs(), &node->outputs()}) {
+            for (ZEL::Port* const port : *list) {
+                const PortPtr mirror = compound.getReversePort(port);
+                if (!mirror || std::strcmp(mirror->getName(), port->getName()) != 0 ||
+                    typeNameOf(*mirror) != typeNameOf(*port))
+                    add(pathOf(*port), "its inner port is another one");
+            }
+        }
+    }
+
+    void checkSource(ZEL::Port& receiver)
+    {
+        ZEL::PortList& sources = receiver.connectedTo();
+        if (sources.size() > 1)
+            add(pathOf(receiver),
+                "it has several sources: " + pathOf(*sources[0]) + ", " + pathOf(*sources[1]));
+        const PortPtr source = sources[0];
+        if (!source || sources.size() > 1)
+            return;
+        if (!isInScope(*source, receiver))
+            add(pathOf(receiver), "its source " + pathOf(*source) + " is in another compound");
+        else if (receiver.isCompoundInternalPort() && source->isCompoundInternalPort() &&
+                 !hasInterface(receiver))
+            add(pathOf(receiver), "it is fed straight by the compound's input " + pathOf(*source));
+        else
+            checkSight(*source, receiver);
+    }
+
+    /// The document had an output there that names an input.
+    bool hasInterface(ZEL::Port& inner)
+    {
+        const PortPtr outer = inner.getParentCompound()->getReversePort(&inner);
+        const DraftItem* const item = outer ? m_network.readItemOf(*outer) : nullptr;
+        return item && item->attribute("interfacename");
+    }
+
+    /// A name means the first that has it, and a graph here before one of the document.
+    void checkSight(ZEL::Port& source, ZEL::Port& receiver)
+    {
+        const NodePtr node = source.getParentNode();
+        const bool isInner = source.isCompoundInternalPort();
+        ZEL::PortList& list = isInner ? source.getParentCompound()->innerInputs() : node->outputs();
+        bool isHidden = list[source.getName()].get() != &source;
+        if (!isInner) {
+            const ZEL::Node* const found = firstNamed(*levelOf(receiver), *node);
+            isHidden = isHidden || (found && found != node.get());
+        }
+        if (isHidden)
+            add(pathOf(receiver),
+                "its source " + pathOf(source) + " is hidden by an earlier one of its name");
+    }
+
+    /// The node of the compound that its name means, and that of graphs only.
+    ZEL::Node* firstNamed(ZEL::Compound& compound, ZEL::Node& like)
+    {
+        const auto [scope, isNew] = m_scopes.try_emplace(&compound);
+        for (int i = 0; isNew && i < compound.nodes().size(); ++i) {
+            const NodePtr node = compound.nodes()[i];
+            scope->second.nodes.emplace(node->getName(), node.get());
+            if (node->isCompound())
+                scope->second.graphs.emplace(node->getName(), node.get());
+        }
+        const auto& names = like.isCompound() ? scope->second.graphs : scope->second.nodes;
+        const auto found = names.find(like.getName());
+        return found == names.end() ? nullptr : found->second;
+    }
+
+    static bool hasReadName(pugi::xml_node element, const char* name)
+    {
+        const std::string read = attributeOf(element, "name");
+        const std::string made = element.name(); // With a number behind it.
+        return element &&
+               (read.empty() ? made.compare(0, made.size(), name, made.size()) == 0 : read == name);
+    }
+
+    static pugi::xml_node elementOf(ZEL::Node& node)
+    {
+        const auto* const own = dynamic_cast<const Node*>(&node);
+        return pugi::xml_node(own ? own->element() : nullptr);
+    }
+
+    /// Not renamed; a port without an element is as its definition has it.
+    bool isAsRead(ZEL::Port& port)
+    {
+        const pugi::xml_node element(m_network.container().origins().elementOf(port));
+        if (element)
+            return hasReadName(element, port.getName());
+        const NodePtr node = port.getParentNode();
+        const auto* const own = dynamic_cast<const Node*>(node.get());
+        return own && own->definition();
+    }
+
+    struct Names {
+        std::unordered_map<std::string, ZEL::Node*> nodes;
+        std::unordered_map<std::string, ZEL::Node*> graphs;
+    };
+
+    DraftNetwork& m_network;
+    std::unordered_map<ZEL::Compound*, Names> m_scopes;
+    std::vector<SaveProblem> m_problems;
+};
+
+} // namespace
+
+std::vector<SaveProblem> checkSavable(DraftNetwork& network)
+{
+    return SaveCheck(network).run();
+}
+
+} // namespace shading

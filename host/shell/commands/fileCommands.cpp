@@ -1,0 +1,40 @@
+#include "saving/save.h"
+#include "shell/shell.h"
+
+namespace shading {
+
+namespace {
+
+bool runSave(Shell& shell, const std::vector<std::string>& arguments)
+{
+    std::vector<SaveProblem> problems;
+    if (saveToFile(shell.container(), arguments[0], problems)) {
+        shell.editor().history().noteSaved();
+        return true;
+    }
+    for (const SaveProblem& problem : problems)
+        shell.fail(problem.path, problem.reason);
+    return false;
+}
+
+} // namespace
+
+const std::vector<Command>& fileCommands()
+{
+    static const std::vector<Command> commands = {
+        {"save", "FILE",
+         "Writes the document into a file. FILE is replaced when all is written; nothing is\n"
+         "    printed. What was not edited stands byte for byte as it was read. What the format\n"
+         "    cannot say is refused, with all paths and reasons, before anything is written; so is "
+         "a\n"
+         "    document in which a look, a material or the like would name what is gone, or in "
+         "which a\n"
+         "    graph would no longer have the ports of the nodedef that it implements. A renamed "
+         "port is\n"
+         "    renamed in the nodedef too when nothing else in the document uses that.",
+         1, 1, runSave, "file", "save gate.mtlx"},
+    };
+    return commands;
+}
+
+} // namespace shading

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "document/document.h"
+#include "edits/edits.h"
+#include "shell/script.h"
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace shading {
+
+class Shell;
+
+/// One command of the shell. The texts live as long as the program.
+struct Command {
+    const char* name;
+    const char* arguments; ///< As shown in the help: "[PATH]", "" for none.
+    const char* help;      ///< One or more lines, without the last line end.
+    int minArguments;
+    int maxArguments;
+    /// False when it failed: it has reported why with Shell::fail.
+    bool (*run)(Shell& shell, const std::vector<std::string>& arguments);
+
+    // What may be left out; see shell/completion.h for the kinds of the arguments.
+    const char* kinds = "";
+    const char* example = ""; ///< One line.
+    const char* options = ""; ///< Words that may stand anywhere among the arguments.
+    const char* group = "";   ///< The title that it was added under.
+};
+
+/// Runs commands, given as lines of text, on one document.
+class Shell {
+public:
+    /// Nothing given is owned; all must outlive the shell. Knows `help`, `source` and
+    /// `quit`.
+    Shell(Container& container, std::ostream& out, std::ostream& err);
+
+    /// Adds commands to the table; a name is used once. The help shows them below the title.
+    void add(const std::vector<Command>& commands, const char* title = "More");
+
+    /// Runs one line, without its end or with a carriage return there. An empty line and a comment
+    /// do nothing. False when there is no such command, it has the wrong number of arguments, or it
+    /// failed; the reason is on err.
+    bool run(const std::string& given);
+    /// Runs the lines of a script until one fails. False then, or when the script cannot be read;
+    /// the reason is on err, with "FILE:LINE: " before it where a line failed.
+    bool runScript(const std::string& path);
+    /// True after `quit`: the caller reads no more lines.
+    bool hasQuit() const { return m_hasQuit; }
+    /// Takes `quit` back: the session goes on.
+    void resume() { m_hasQuit = false; }
+    /// Before each line of a script that is asked; when it says true, the line fails instead.
+    void stopScriptsWhen(std::function<bool()> isStopped) { m_isStopped = std::move(isStopped); }
+
+    // For commands.
+    Container& container() { return m_container; }
+    /// All changes of the document go through it.
+    Editor& editor() { return m_editor; }
+    std::ostream& out() { return m_out; }
+    const std::vector<Command>& commands() const { return m_commands; }
+    /// True when the running command was given that option of its own.
+    bool hasOption(const std::string& option) const;
+    /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON", in a script with
+    /// "FILE:LINE: " before it. Returns false.
+    bool fail(const std::string& subject, const std::string& reason);
+    /// The node at the path; empty, and reported, when the path names none.
+    ZEL::AddRefWrapper<ZEL::Node> nodeAt(const std::string& path);
+    /// The compound at the path, that of the root node without one; empty, and reported, when the
+    /// path names none.
+    ZEL::AddRefWrapper<ZEL::Compound> compoundAt(const std::vector<std::string>& arguments);
+
+private:
+    const Command* findCommand(const std::string& name) const;
+    /// What is wrong with a word that names no command.
+    std::string noSuchCommand(const std::string& word) const;
+    void takeOptions(const Command& command, std::vector<std::string>& words);
+    static bool help(Shell& shell, const std::vector<std::string>& arguments);
+    static bool source(Shell& shell, const std::vector<std::string>& arguments);
+    static bool quit(Shell& shell, const std::vector<std::string>& arguments);
+
+    Container& m_container;
+    Editor m_editor;
+    std::ostream& m_out;
+    std::ostream& m_err;
+    std::vector<Command> m_commands;
+    std::string m_running;            ///< The name of the command that runs.
+    std::vector<std::string> m_given; ///< Its options.
+    bool m_hasReported = false;       ///< The line that runs has said why it fails.
+    bool m_hasQuit = false;
+    std::function<bool()> m_isStopped; ///< Empty: nothing stops scripts.
+    ScriptStack m_scripts;
+};
+
+/// The commands that show a network and change nothing.
+const std::vector<Command>& viewCommands();
+/// The commands that show what the runtime offers, and make nodes of it.
+const std::vector<Command>& libraryCommands();
+/// The commands that change a network, take changes back, and check it.
+const std::vector<Command>& editCommands();
+/// The commands that write files.
+const std::vector<Command>& fileCommands();
+
+} // namespace shading

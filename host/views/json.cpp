@@ -1,0 +1,67 @@
+#include "views/json.h"
+
+#include <nlohmann/json.hpp>
+
+namespace shading {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json valueOf(const NodeRecord& record)
+{
+    return {{"name", record.name}, {"type", record.type}, {"compound", record.isCompound}};
+}
+
+Json valueOf(const PortRecord& record)
+{
+    return {{"direction", record.isInput ? "input" : "output"},
+            {"name", record.name},
+            {"type", record.type},
+            {"value", record.value},
+            {"sources", record.sources},
+            {"targets", record.targets}};
+}
+
+Json valueOf(const ConnectionRecord& record)
+{
+    return {{"source", record.source}, {"target", record.target}};
+}
+
+Json valueOf(const zelCheck::Finding& finding)
+{
+    return {{"path", finding.path}, {"reason", finding.text}};
+}
+
+template <class Record>
+std::string arrayText(const std::vector<Record>& records)
+{
+    Json array = Json::array();
+    for (const Record& record : records)
+        array.push_back(valueOf(record));
+    return array.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace
+
+std::string jsonText(const std::vector<NodeRecord>& records)
+{
+    return arrayText(records);
+}
+
+std::string jsonText(const std::vector<PortRecord>& records)
+{
+    return arrayText(records);
+}
+
+std::string jsonText(const std::vector<ConnectionRecord>& records)
+{
+    return arrayText(records);
+}
+
+std::string jsonText(const std::vector<zelCheck::Finding>& findings)
+{
+    return arrayText(findings);
+}
+
+} // namespace shading
