@@ -1,0 +1,305 @@
+#include "check/zelCheck.h"
+#include "randomEdits.h"
+#include "shell/shell.h"
+#include "testDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+/// A fan-out, a graph with a pass-through, an input with a value, and names that clash.
+const char* const kNetwork =
+    "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' nodename='a'/>"
+    "<input name='j' type='t' nodename='a'/></n><n name='c' type='t'>"
+    "<input name='i' type='t' nodename='a'/><input name='k' type='s'/></n>"
+    "<nodegraph name='g'><input name='x' type='t' nodename='a'/><input name='y' type='t' "
+    "value='7'/>"
+    "<n name='a' type='t'><input name='i' type='t' interfacename='x'/>"
+    "<input name='j' type='t' value='1' interfacename='y'/></n><n name='d' type='t'>"
+    "<input name='i' type='t' interfacename='x'/><input name='j' type='t' nodename='a'/></n>"
+    "<output name='o' type='t' nodename='d'/><output name='p' type='t' interfacename='x'/>"
+    "</nodegraph><n name='e' type='t'><input name='i' type='t' nodegraph='g' output='o'/>"
+    "<input name='j' type='t' nodegraph='g' output='p'/></n><output name='w' type='t' "
+    "nodename='e'/>";
+
+struct EditCase {
+    const char* name;
+    const char* line;
+    const char* show;   ///< A command that shows what changed.
+    const char* output; ///< Of both.
+};
+
+const EditCase kEdits[] = {
+    {"connect replaces the source", "connect Top.c.out Top.b.i", "ports Top.b",
+     "input i t \"\" <- Top.c.out\ninput j t \"\" <- Top.a.out\noutput out t \"\"\n"},
+    {"the target may come first", "connect Top.b.i Top.c.out", "ports Top.c",
+     "input i t \"\" <- Top.a.out\ninput k s \"\"\noutput out t \"\" -> Top.b.i\n"},
+    {"an end inside means the inner port", "connect Top.g.y Top.g.d.i", "ports Top.g",
+     "input x t \"\" <- Top.a.out -> Top.g.a.i, Top.g.p\ninput y t \"7\" -> Top.g.a.j, Top.g.d.i\n"
+     "output o t \"\" <- Top.g.d.out -> Top.e.i\noutput p t \"\" <- Top.g.x -> Top.e.j\n"},
+    {"two ports of one compound: the order tells straight through", "connect Top.g.y Top.g.p",
+     "connections Top.g",
+     "Top.g.a.out -> Top.g.d.j\nTop.g.d.out -> Top.g.o\nTop.g.x -> Top.g.a.i\n"
+     "Top.g.x -> Top.g.d.i\nTop.g.y -> Top.g.a.j\nTop.g.y -> Top.g.p\n"},
+    {"two ports of one compound: the order tells back to the front", "connect Top.g.p Top.g.y",
+     "ports Top.g",
+     "input x t \"\" <- Top.a.out -> Top.g.a.i, Top.g.d.i, Top.g.p\n"
+     "input y t \"7\" <- Top.g.p -> Top.g.a.j\noutput o t \"\" <- Top.g.d.out -> Top.e.i\n"
+     "output p t \"\" <- Top.g.x -> Top.e.j, Top.g.y\n"},
+    {"disconnect from the middle of a fan-out", "disconnect Top.b.j Top.a.out", "ports Top.a",
+     "output out t \"\" -> Top.b.i, Top.c.i, Top.g.x\n"},
+    {"disconnect-all of a compound's port, both sides", "disconnect-all Top.g.x",
+     "connections Top.g",
+     "Top.g.a.out -> Top.g.d.j\nTop.g.d.out -> Top.g.o\nTop.g.y -> Top.g.a.j\n"},
+    {"collapse: names of node and ports made unique", "collapse Top e b c", "ports Top.e2",
+     "Top.e2\ninput i t \"\" <- Top.a.out -> Top.e2.b.i\n"
+     "input j t \"\" <- Top.a.out -> Top.e2.b.j\ninput i2 t \"\" <- Top.a.out -> Top.e2.c.i\n"},
+    {"collapse: a node twice counts once; ports keep off the names of nodes",
+     "collapse Top q g e g", "ports Top.q",
+     "Top.q\ninput x t \"\" <- Top.a.out -> Top.q.g.x\n"
+     "output out t \"\" <- Top.q.e.out -> Top.w\n"},
+    {"collapse inside", "collapse Top.g q d", "ports Top.g.q",
+     "Top.g.q\ninput i t \"\" <- Top.g.x -> Top.g.q.d.i\n"
+     "input j t \"\" <- Top.g.a.out -> Top.g.q.d.j\noutput out t \"\" <- Top.g.q.d.out -> "
+     "Top.g.o\n"},
+    {"expand: a fan, a pass-through, a value, a name that is taken", "expand Top.g",
+     "ports Top.a2\nports Top.a\nports Top.d\nports Top.e",
+     "Top.g.a -> Top.a2\n"
+     "input i t \"\" <- Top.a.out\ninput j t \"7\"\noutput out t \"\" -> Top.d.j\n"
+     "output out t \"\" -> Top.a2.i, Top.b.i, Top.b.j, Top.c.i, Top.d.i, Top.e.j\n"
+     "input i t \"\" <- Top.a.out\ninput j t \"\" <- Top.a2.out\noutput out t \"\" -> Top.e.i\n"
+     "input i t \"\" <- Top.d.out\ninput j t \"\" <- Top.a.out\noutput out t \"\" -> Top.w\n"},
+    {"port add", "port add Top.g output q t", "ports Top.g",
+     "input x t \"\" <- Top.a.out -> Top.g.a.i, Top.g.d.i, Top.g.p\ninput y t \"7\" -> Top.g.a.j\n"
+     "output o t \"\" <- Top.g.d.out -> Top.e.i\noutput p t \"\" <- Top.g.x -> Top.e.j\n"
+     "output q t \"\"\n"},
+    {"port delete", "port delete Top.g x", "ports Top.g",
+     "input y t \"7\" -> Top.g.a.j\noutput o t \"\" <- Top.g.d.out -> Top.e.i\n"
+     "output p t \"\" -> Top.e.j\n"},
+    {"port rename, both sides", "port rename Top.g x z", "connections Top.g",
+     "Top.g.a.out -> Top.g.d.j\nTop.g.d.out -> Top.g.o\nTop.g.y -> Top.g.a.j\n"
+     "Top.g.z -> Top.g.a.i\nTop.g.z -> Top.g.d.i\nTop.g.z -> Top.g.p\n"},
+    {"delete from the middle", "delete Top.b", "ls\nports Top.a",
+     "a n\nc n\ng nodegraph compound\ne n\noutput out t \"\" -> Top.c.i, Top.g.x\n"},
+    {"delete a compound", "delete Top.g", "ports Top.e",
+     "input i t \"\"\ninput j t \"\"\noutput out t \"\" -> Top.w\n"},
+    {"rename", "rename Top.g h", "ls", "a n\nb n\nc n\nh nodegraph compound\ne n\n"},
+};
+
+/// A document with a shell that stays.
+struct Session {
+    explicit Session(const char* elements)
+        : document(elements),
+          shell(*document.container, out, out)
+    {
+        shell.add(shading::viewCommands());
+        shell.add(shading::editCommands());
+    }
+    std::string run(const std::string& commands)
+    {
+        out.str("");
+        std::istringstream lines(commands);
+        std::string line;
+        while (std::getline(lines, line))
+            shell.run(line);
+        return out.str();
+    }
+    std::string text() const { return networkText(*document.container); }
+
+    TestDocument document;
+    std::ostringstream out;
+    shading::Shell shell;
+};
+
+TEST(Edit, IsUndoneAndRedoneExactly)
+{
+    for (const EditCase& c : kEdits) {
+        SCOPED_TRACE(c.name);
+        Session session(kNetwork);
+        const std::string before = session.text();
+        EXPECT_EQ(c.output, session.run(c.line + std::string("\n") + c.show));
+        const std::string after = session.text();
+        EXPECT_NE(before, after);
+        EXPECT_EQ("", session.run("check"));
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(std::string("undo: ") + c.line + "\n", session.run("undo"));
+            EXPECT_EQ(before, session.text());
+            EXPECT_EQ("", session.run("check"));
+            EXPECT_EQ(std::string("redo: ") + c.line + "\n", session.run("redo"));
+            EXPECT_EQ(after, session.text());
+        }
+    }
+}
+
+const struct {
+    const char* line;
+    const char* output;
+} kRefusals[] = {
+    {"connect Top.a.no Top.b.i", "connect: Top.a.no: no such port"},
+    {"connect Top.a.out Top.c.k", "connect: Top.a.out: Top.a.out is t, Top.c.k is s"},
+    {"connect Top.a.out Top.b.i", "connect: Top.a.out: connected to Top.b.i already"},
+    {"connect Top.b.i Top.b.j",
+     "connect: Top.b.i: it and Top.b.j are no source and target in one compound"},
+    {"connect Top.a.out Top.g.d.i",
+     "connect: Top.a.out: it and Top.g.d.i are no source and target in one compound"},
+    {"disconnect Top.c.out Top.b.i", "disconnect: Top.c.out: not connected to Top.b.i"},
+    {"disconnect-all Top.c.k", "disconnect-all: Top.c.k: not connected"},
+    {"collapse Top.a q b", "collapse: Top.a: not a compound"},
+    {"collapse Top q a no", "collapse: Top.no: no such node"},
+    {"collapse Top q.r a", "collapse: Top.q.r: no path reaches a name with a \".\" in it"},
+    {"expand Top", "expand: Top: the document itself stays as it is"},
+    {"expand Top.a", "expand: Top.a: not a compound"},
+    {"port add Top.g input a t", "port: Top.g.a: the name is taken"},
+    {"port add Top.g input q no", "port: Top.g: there is no data type \"no\""},
+    {"port add Top.g both q t", "port: both: neither input nor output"},
+    {"port delete Top.g q", "port: Top.g.q: no such port"},
+    {"port rename Top.g x o", "port: Top.g.o: the name is taken"},
+    {"port delete Top.g x y", "port: delete: usage: port add PATH input|output NAME TYPE, port "
+                              "delete PATH NAME, port rename PATH OLD NEW"},
+    {"delete Top", "delete: Top: the document itself stays as it is"},
+    {"delete Top.no", "delete: Top.no: no such node"},
+    {"rename Top.a b", "rename: Top.b: the name is taken"},
+    {"rename Top.a ''", "rename: Top.a: a name cannot be empty"},
+    {"undo 2", "undo: 2: only 1 to undo"},
+    {"undo x", "undo: x: not a number of edits"},
+    {"redo", "redo: history: nothing to redo"},
+};
+
+TEST(Edit, RefusalNamesThePathAndTheReasonAndChangesNothing)
+{
+    Session session(kNetwork);
+    session.run("rename Top.e f");
+    const std::string before = session.text();
+    for (const auto& c : kRefusals) {
+        SCOPED_TRACE(c.line);
+        EXPECT_EQ(std::string("error: ") + c.output + "\n", session.run(c.line));
+        EXPECT_EQ(before, session.text());
+        EXPECT_EQ("1 rename Top.e f\n", session.run("history"));
+    }
+}
+
+TEST(Edit, TwoPortsOfOnePathAreConnectedWithoutAWordOfTheLibrary)
+{
+    Session session("<n name='a' type='t'><input name='out' type='t'/></n>");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ("Top.a.out -> Top.a.out\nundo: connect Top.a.out Top.a.out\n",
+              session.run("connect Top.a.out Top.a.out\nconnections\nundo\nconnections"));
+    EXPECT_EQ("", testing::internal::GetCapturedStdout());
+}
+
+TEST(Edit, HistoryForgetsWhatWasUndoneWhenAnEditFollows)
+{
+    Session session(kNetwork);
+    EXPECT_EQ(
+        "undo: delete Top.b\nundo: rename Top.c q\n1 rename Top.a r\n2 undone: rename Top.c q\n"
+        "3 undone: delete Top.b\nredo: rename Top.c q\n1 rename Top.a r\n2 rename Top.c q\n"
+        "3 expand Top.g\n",
+        session.run("rename Top.a r\nrename Top.c q\ndelete Top.b\nundo 2\nhistory\nredo\n"
+                    "expand Top.g\nhistory"));
+}
+
+TEST(Edit, HistoryIsDroppedAfterAChangeThatIsNoEdit)
+{
+    Session session(kNetwork);
+    session.run("rename Top.e f");
+    session.document.container->findNodeFromPath("Top.f")->setName("h");
+    EXPECT_EQ("error: undo: history: nothing to undo\n", session.run("history\nundo"));
+}
+
+TEST(Edit, CollapseTellsAMovedNodeFromANeighbourOfItsName)
+{
+    Session session("<nodegraph name='g'><input name='x' type='t'/><n name='g' type='t'>"
+                    "<input name='i' type='t' interfacename='x'/></n></nodegraph>");
+    EXPECT_EQ("Top.g.q\nTop.g.q.i -> Top.g.q.g.i\nTop.g.x -> Top.g.q.i\n",
+              session.run("collapse Top.g q g\nconnections"));
+}
+
+TEST(Edit, CollapseKeepsPortsOffTheNamesOfTheNodes)
+{
+    Session session("<n name='a' type='t'/><n name='i' type='t'>"
+                    "<input name='i' type='t' nodename='a'/></n>");
+    EXPECT_EQ("Top.q\nTop.a.out -> Top.q.i2\nTop.q.i2 -> Top.q.i.i\n",
+              session.run("collapse Top q i\nconnections\ncheck"));
+}
+
+TEST(Edit, ExpandFindsNamesThatAreFreeAboveAndBelow)
+{
+    Session session("<n name='a' type='t'/><nodegraph name='g'><n name='a' type='t'/>"
+                    "<n name='a2' type='t'/><n name='g' type='t'/></nodegraph>");
+    EXPECT_EQ("Top.g.a -> Top.a3\na n\na3 n\na2 n\ng n\n", session.run("expand Top.g\nls\ncheck"));
+}
+
+TEST(Edit, CollapseKeepsAConnectionBetweenTypes)
+{
+    Session session("<n name='a' type='t'/><n name='b' type='s'>"
+                    "<input name='i' type='s' nodename='a'/></n>");
+    EXPECT_EQ("Top.q\nTop.a.out -> Top.q.i\nTop.q.i -> Top.q.b.i\n",
+              session.run("collapse Top q b\nconnections"));
+    EXPECT_EQ("undo: collapse Top q b\nTop.a.out -> Top.b.i\n"
+              "Top.a.out: is \"t\", feeds Top.b.i, which is \"s\"\n",
+              session.run("undo\nconnections\ncheck"));
+}
+
+TEST(Edit, DeletedGraphTakesItsConnectionsFromDeepInsideAlong)
+{
+    Session session("<nodegraph name='k'><output name='o' type='t'/></nodegraph>"
+                    "<nodegraph name='g'><n name='n' type='t'>"
+                    "<input name='i' type='t' nodegraph='k'/></n></nodegraph>");
+    const std::string before = session.text();
+    EXPECT_EQ("output o t \"\"\n", session.run("delete Top.g\nports Top.k"));
+    EXPECT_EQ("undo: delete Top.g\n", session.run("undo"));
+    EXPECT_EQ(before, session.text());
+    EXPECT_EQ("Top.k.o -> Top.n.i\n", session.run("expand Top.g\nconnections"));
+    // The format connects a graph of the document to what lies in another one, and so may an edit.
+    EXPECT_EQ("undo: expand Top.g\nTop.k.o -> Top.g.n.i\n",
+              session.run("undo\ndisconnect Top.k.o Top.g.n.i\nconnect Top.g.n.i Top.k.o\n"
+                          "connections"));
+}
+
+TEST(Edit, ExpandEndsACircleThroughTheCompound)
+{
+    Session session("<nodegraph name='g'><input name='x' type='t'/>"
+                    "<output name='o' type='t' interfacename='x'/></nodegraph>");
+    const std::string before = session.text();
+    EXPECT_EQ("", session.run("connect Top.g.o Top.g.x\nexpand Top.g\nls\ncheck"));
+    session.run("undo 2");
+    EXPECT_EQ(before, session.text());
+}
+
+TEST(Host, BothSidesOfACompoundAreReorderedTogether)
+{
+    for (const bool isInner : {true, false}) {
+        Session session(kNetwork);
+        const std::string before = session.text();
+        const shading::NodePtr node = session.document.container->findNodeFromPath("Top.g");
+        ZEL::PortList& list = isInner ? node->getAsCompound()->innerInputs() : node->inputs();
+        const auto move = [&](int from, int to) {
+            return session.shell.editor().run("move", "Top.g", [&, from, to] {
+                return list.movePort(from, to) ? "" : "not moved";
+            });
+        };
+        EXPECT_TRUE(move(1, 0));
+        EXPECT_EQ(0U, session.run("check\nports Top.g")
+                          .find("input y t \"7\" -> Top.g.a.j\ninput x t \"\" <- Top.a.out -> "
+                                "Top.g.a.i, Top.g.d.i, Top.g.p\noutput"));
+        EXPECT_FALSE(move(0, 1)); // The library would repeat the port.
+        EXPECT_EQ("a port can be moved to the front only", session.shell.editor().problem().reason);
+        session.run("undo");
+        EXPECT_EQ(before, session.text());
+    }
+}
+
+TEST(Edit, AChangeOutsideOfEditsIsUnsavedToo)
+{
+    const TestDocument document("<add name='a' type='float'/>");
+    shading::Editor editor(*document.container);
+    EXPECT_TRUE(editor.history().isSaved());
+    document.container->getRootNode()->getAsCompound()->nodes()["a"]->setName("b");
+    EXPECT_FALSE(editor.history().isSaved());
+    editor.history().noteSaved();
+    EXPECT_TRUE(editor.history().isSaved());
+}
+
+} // namespace

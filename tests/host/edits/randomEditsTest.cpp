@@ -1,0 +1,162 @@
+#include "randomEdits.h"
+
+#include "check/zelCheck.h"
+#include "reading/definitionReader.h"
+#include "saving/save.h"
+#include "shell/watcher.h"
+#include "testDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <set>
+#include <sstream>
+
+namespace {
+
+long setting(const char* name, long otherwise)
+{
+    const char* const text = std::getenv(name);
+    return text ? std::strtol(text, nullptr, 10) : otherwise;
+}
+
+std::string findings(shading::Container& container)
+{
+    std::string text;
+    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(container))
+        text += zelCheck::findingText(finding) + "\n";
+    return text;
+}
+
+/// What became of the documents that were saved: "saved", or the reason of a refusal without paths.
+using Outcomes = std::map<std::string, int>;
+
+std::string reasonOf(const shading::SaveProblem& problem)
+{
+    std::istringstream words(problem.reason);
+    std::string reason;
+    for (std::string word; words >> word;)
+        reason += (reason.empty() ? "" : " ") + (word.compare(0, 4, "Top.") == 0 ? "PATH" : word);
+    return reason;
+}
+
+/// Saves the document and opens what was written: the network is the same.
+void saveAndOpen(shading::Container& container, Outcomes& outcomes)
+{
+    const std::string before = networkText(container);
+    std::string bytes;
+    std::vector<shading::SaveProblem> problems;
+    if (!shading::saveToBytes(container, bytes, problems)) {
+        ASSERT_FALSE(problems.empty());
+        std::set<std::string> reasons;
+        for (const shading::SaveProblem& problem : problems)
+            reasons.insert(reasonOf(problem));
+        for (const std::string& reason : reasons)
+            ++outcomes[reason];
+        ASSERT_EQ(before, networkText(container));
+        return;
+    }
+    ++outcomes["saved"];
+    const TestFile file(bytes);
+    std::vector<shading::Message> messages;
+    shading::OpenOptions options;
+    options.runtime = container.getRuntime();
+    const auto saved = shading::Container::open(file.path(), options, messages);
+    ASSERT_TRUE(saved) << bytes;
+    ASSERT_EQ(documentText(container), documentText(*saved)) << bytes;
+    ASSERT_EQ(before, networkText(container));
+}
+
+/// Edits the document, then goes back to the start and again to the end.
+void editAtRandom(const std::string& path, ZEL::Runtime& runtime, unsigned seed, long steps)
+{
+    SCOPED_TRACE(path + ", SHADING_SEED=" + std::to_string(seed));
+    std::vector<shading::Message> messages;
+    shading::OpenOptions options;
+    options.runtime = &runtime;
+    const auto container = shading::Container::open(path, options, messages);
+    ASSERT_TRUE(container);
+    // A document may be unsound from the start: then it only has to come back.
+    const bool isSound = findings(*container).empty();
+    const std::string before = networkText(*container);
+    RandomEdits edits(*container, seed);
+    shading::History& history = edits.editor().history();
+    Outcomes outcomes;
+    std::ostringstream told;
+    const shading::Watcher watcher(container->getRootNode(), told);
+    for (long i = 0; i < steps; ++i) {
+        const std::string unchanged = networkText(*container);
+        const int count = history.undoCount();
+        told.str("");
+        const std::string last = edits.step();
+        const std::string where = "step " + std::to_string(i) + ": " + last;
+        if (isSound) {
+            ASSERT_EQ("", findings(*container)) << where;
+        }
+        if (last.find(": refused: ") != std::string::npos) {
+            ASSERT_EQ(unchanged, networkText(*container)) << where;
+            ASSERT_EQ(count, history.undoCount()) << where;
+            ASSERT_EQ("", told.str()) << where;
+        }
+        if (i % 10 == 9) {
+            SCOPED_TRACE(where);
+            ASSERT_NO_FATAL_FAILURE(saveAndOpen(*container, outcomes));
+        }
+    }
+    for (const auto& [outcome, times] : outcomes)
+        std::cout << std::filesystem::path(path).filename().string() << ": " << times
+                  << " times: " << outcome << "\n";
+    const int count = history.undoCount();
+    const std::string after = networkText(*container);
+    std::string title;
+    std::string problem;
+    while (history.undoCount() > 0)
+        ASSERT_TRUE(history.undo(title, problem)) << title << ": " << problem;
+    EXPECT_EQ(before, networkText(*container));
+    std::string bytes;
+    std::vector<shading::SaveProblem> problems;
+    EXPECT_TRUE(shading::saveToBytes(*container, bytes, problems));
+    EXPECT_EQ(fileBytes(path), bytes);
+    while (history.undoCount() < count)
+        ASSERT_TRUE(history.redo(title, problem)) << title << ": " << problem;
+    EXPECT_EQ(after, networkText(*container));
+}
+
+void editAllAtRandom(const std::string& folder)
+{
+    const auto seed = static_cast<unsigned>(setting("SHADING_SEED", 1));
+    std::vector<std::string> paths;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.path().extension() == ".mtlx")
+            paths.push_back(entry.path().string());
+    }
+    // The definitions that the documents bring are those of their nodes.
+    ZEL::Runtime runtime;
+    std::vector<shading::Message> ignored;
+    for (const std::string& path : paths)
+        shading::readDefinitions(path, runtime, ignored);
+    for (const std::string& path : paths) {
+        editAtRandom(path, runtime, seed, setting("SHADING_STEPS", 150));
+        if (testing::Test::HasFatalFailure())
+            return;
+    }
+    EXPECT_FALSE(paths.empty());
+}
+
+TEST(RandomEdits, ReturnToTheStartAndToTheEnd)
+{
+    editAllAtRandom(SHADING_DOCUMENTS);
+}
+
+TEST(RandomEdits, ReturnInAFolderOfChoice)
+{
+    const char* const folder = std::getenv("SHADING_EXTRA_DOCUMENTS");
+    if (!folder)
+        GTEST_SKIP() << "SHADING_EXTRA_DOCUMENTS names no folder";
+    editAllAtRandom(folder);
+}
+
+} // namespace

@@ -1,0 +1,200 @@
+#include "check/zelCheck.h"
+#include "document/compound.h"
+#include "document/node.h"
+#include "randomEdits.h"
+#include "testDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+/// How many questions are agreed to before one is refused; all when negative.
+int g_agreed = -1;
+
+/// Counts; false for the question whose turn it is.
+bool agree()
+{
+    return g_agreed < 0 || g_agreed-- > 0;
+}
+
+/// Refuses one question after its base class has agreed, as a class derived from a host's may.
+template <class Base>
+class Refusing : public Base {
+public:
+    using Base::Base;
+    using Base::operator=;
+    using PortPtr = ZEL::AddRefWrapper<ZEL::Port>;
+
+    bool onPortAddConnection(const PortPtr& port, const PortPtr& other) override
+    {
+        return Base::onPortAddConnection(port, other) && agree();
+    }
+    bool onPortRemoveConnection(const PortPtr& port, const PortPtr& other) override
+    {
+        return Base::onPortRemoveConnection(port, other) && agree();
+    }
+    bool onPortListPortAdded(const ZEL::PortList& list, const PortPtr& port) override
+    {
+        return Base::onPortListPortAdded(list, port) && agree();
+    }
+    bool onPortListPortRemoved(const ZEL::PortList& list, const PortPtr& port) override
+    {
+        return Base::onPortListPortRemoved(list, port) && agree();
+    }
+    bool onPortListPortMove(const ZEL::PortList& list, int from, int to) override
+    {
+        return Base::onPortListPortMove(list, from, to) && agree();
+    }
+    bool onPortSetDefaultValue(const PortPtr& port, const char* value) override
+    {
+        return Base::onPortSetDefaultValue(port, value) && agree();
+    }
+    bool onPortSetName(const PortPtr& port, const char* name) override
+    {
+        return Base::onPortSetName(port, name) && agree();
+    }
+};
+
+class RefusingCompound : public Refusing<shading::Compound> {
+public:
+    using Refusing::Refusing;
+    using Refusing::operator=;
+
+    bool onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node) override
+    {
+        return Compound::onNodeAdd(node) && agree();
+    }
+    bool onNodeRemove(const ZEL::AddRefWrapper<ZEL::Node>& node) override
+    {
+        return Compound::onNodeRemove(node) && agree();
+    }
+};
+
+using shading::NodePtr;
+
+/// r with a and b, and the graph g with c; a.out > b.i, r.x > g.y > c.i, c.out > g.o > r.o.
+struct RefusingNetwork {
+    RefusingNetwork() : document(""), editor(*document.container)
+    {
+        g_agreed = -1;
+        const NodePtr root = document.container->getRootNode();
+        const shading::CompoundPtr r = addCompound(*root->getAsCompound(), "r");
+        const NodePtr a = addNode(*r, "a");
+        const NodePtr b = addNode(*r, "b");
+        const shading::CompoundPtr g = addCompound(*r, "g");
+        const NodePtr c = addNode(*g, "c");
+        r->createCompoundPort(ZEL::PortInput, "x", type());
+        r->createCompoundPort(ZEL::PortOutput, "o", type());
+        g->createCompoundPort(ZEL::PortInput, "y", type());
+        g->createCompoundPort(ZEL::PortInput, "z", type());
+        g->createCompoundPort(ZEL::PortOutput, "o", type());
+        g->getAsNode()->inputs()["z"]->setPortDefaultValue("5");
+        a->outputs()["out"]->addConnection(b->inputs()["i"]);
+        r->innerInputs()["x"]->addConnection(g->getAsNode()->inputs()["y"]);
+        g->innerInputs()["y"]->addConnection(c->inputs()["i"]);
+        g->innerInputs()["z"]->addConnection(c->inputs()["j"]);
+        c->outputs()["out"]->addConnection(g->innerOutputs()["o"]);
+        g->getAsNode()->outputs()["o"]->addConnection(r->innerOutputs()["o"]);
+        editor.history().undoCount(); // What was made so far is the document.
+    }
+    ~RefusingNetwork() { g_agreed = -1; }
+
+    ZEL::AddRefWrapper<ZEL::PortDataType> type() const { return document.container->dataType("t"); }
+
+    shading::CompoundPtr addCompound(ZEL::Compound& around, const char* name) const
+    {
+        const NodePtr node = addTo(around, name);
+        return new RefusingCompound(node);
+    }
+    NodePtr addNode(ZEL::Compound& around, const char* name) const
+    {
+        NodePtr node = addTo(around, name);
+        node->inputs().addPort("i", type());
+        node->inputs().addPort("j", type());
+        node->outputs().addPort("out", type());
+        return node;
+    }
+    NodePtr addTo(ZEL::Compound& around, const char* name) const
+    {
+        NodePtr node(new Refusing<shading::Node>(document.container.get()));
+        node->setName(name);
+        around.nodes().add(node);
+        return node;
+    }
+
+    std::string state()
+    {
+        std::string text = networkText(*document.container);
+        for (const zelCheck::Finding& finding : zelCheck::checkNetwork(*document.container))
+            text += zelCheck::findingText(finding) + "\n";
+        for (const std::string& title : editor.history().titles())
+            text += title + "\n";
+        return text + std::to_string(editor.history().undoCount());
+    }
+
+    TestDocument document;
+    shading::Editor editor;
+};
+
+const struct {
+    const char* name;
+    bool (*run)(shading::Editor& editor);
+    int questions; ///< How many are asked at least.
+} kEdits[] = {
+    {"connect", [](shading::Editor& e) { return e.connect("Top.r.x", "Top.r.b.i"); }, 2},
+    {"disconnect", [](shading::Editor& e) { return e.disconnect("Top.r.a.out", "Top.r.b.i"); }, 1},
+    {"disconnect-all", [](shading::Editor& e) { return e.disconnectAll("Top.r.g.o"); }, 2},
+    {"collapse",
+     [](shading::Editor& e) {
+         std::string path;
+         return e.collapse("Top.r", "q", {"a", "g"}, path);
+     },
+     8},
+    {"expand",
+     [](shading::Editor& e) {
+         std::vector<std::string> renamed;
+         return e.expand("Top.r.g", renamed);
+     },
+     10},
+    {"port add", [](shading::Editor& e) { return e.addPort("Top.r.g", ZEL::PortInput, "n", "t"); },
+     2},
+    {"port delete", [](shading::Editor& e) { return e.deletePort("Top.r.g", "y"); }, 4},
+    {"port rename", [](shading::Editor& e) { return e.renamePort("Top.r.g", "y", "n"); }, 2},
+    {"delete", [](shading::Editor& e) { return e.deleteNode("Top.r.g"); }, 3},
+};
+
+/// Runs the edit again and again, each time with a later question refused, until none is.
+int refuseEach(RefusingNetwork& net, const std::function<bool()>& edit)
+{
+    const std::string before = net.state();
+    for (int question = 0; question < 1000; ++question) {
+        g_agreed = question;
+        const bool isDone = edit();
+        const bool wasRefused = g_agreed < 0;
+        g_agreed = -1;
+        EXPECT_NE(isDone, wasRefused) << question;
+        if (isDone)
+            return question;
+        EXPECT_EQ(before, net.state()) << question;
+    }
+    return -1;
+}
+
+TEST(Refusal, OfAnyStepLeavesNetworkAndHistoryAsTheyWere)
+{
+    for (const auto& c : kEdits) {
+        SCOPED_TRACE(c.name);
+        RefusingNetwork net;
+        std::string title;
+        std::string problem;
+        shading::History& history = net.editor.history();
+        EXPECT_LE(c.questions, refuseEach(net, [&] { return c.run(net.editor); }));
+        EXPECT_LE(1, refuseEach(net, [&] { return history.undo(title, problem); }));
+        EXPECT_EQ("refused by a listener", problem);
+        EXPECT_LE(1, refuseEach(net, [&] { return history.redo(title, problem); }));
+    }
+}
+
+} // namespace

@@ -1,0 +1,84 @@
+#include "format/value.h"
+
+#include "shell/shell.h"
+#include "testDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+const struct {
+    const char* type;
+    const char* value;
+    const char* problem;
+} kValues[] = {
+    {"float", "-1.5e3", ""},
+    {"float", " .5 ", ""},
+    {"float", "1,5", "\"1,5\" is no float"},
+    {"float", "nan", "\"nan\" is no float"},
+    {"float", "0x1", "\"0x1\" is no float"},
+    {"float", "1e999", "\"1e999\" is out of range"},
+    {"integer", "-7", ""},
+    {"integer", "7.0", "\"7.0\" is no integer"},
+    {"integer", "2147483648", "\"2147483648\" is out of range"},
+    {"boolean", "true", ""},
+    {"boolean", "1", "\"1\" is no boolean"},
+    {"color3", "0.1,0.2, 3", ""},
+    {"color3", "0.1, 0.2", "color3 takes 3 numbers with commas between, not 2"},
+    {"color3", "0.1, 0.2,", "\"\" is no float"},
+    {"color3", "0.1 0.2 0.3", "\"0.1 0.2 0.3\" is no float"},
+    {"vector2", "0, x", "\"x\" is no float"},
+    {"matrix33", "1,0,0, 0,1,0, 0,0,1", ""},
+    {"integerarray", "1, 2, 3, 4, 5", ""},
+    {"integerarray", "1.5", "\"1.5\" is no integer"},
+    {"string", "any, text", ""},
+    {"string", "a\x01", "a value cannot have control characters"},
+    {"float", "", ""},
+};
+
+TEST(Value, IsWhatItsTypeKnows)
+{
+    for (const auto& c : kValues) {
+        SCOPED_TRACE(std::string(c.type) + " " + c.value);
+        EXPECT_EQ(c.problem, shading::valueProblem(c.type, c.value));
+    }
+}
+
+const struct {
+    const char* line;
+    const char* output; ///< Of that and of `history`.
+} kEdits[] = {
+    {"set Top.g.n.i 2", "1 set Top.g.n.i 2\n"},
+    {"set Top.g.x ' 3'", "1 set Top.g.x \" 3\"\n"},
+    {"set Top.g.x ''", "1 set Top.g.x \"\"\n"},
+    {"set Top.g.x 7", "error: set: Top.g.x: it has that value\n"},
+    {"set Top.g.x seven", "error: set: Top.g.x: \"seven\" is no integer\n"},
+    {"set Top.g.n.out 2", "error: set: Top.g.n.out: an output has no value\n"},
+    {"set Top.g.n 2", "error: set: Top.g.n: no such input\n"},
+    {"set Top.no.i 2", "error: set: Top.no.i: no such input\n"},
+};
+
+TEST(Edit, SetGivesAnInputAValueAndIsUndone)
+{
+    for (const auto& c : kEdits) {
+        SCOPED_TRACE(c.line);
+        const TestDocument document(
+            "<nodegraph name='g'><input name='x' type='integer' value='7'/><n name='n' type='t'>"
+            "<input name='i' type='integer' interfacename='x'/></n></nodegraph>");
+        std::ostringstream out;
+        shading::Shell shell(*document.container, out, out);
+        shell.add(shading::editCommands());
+        const std::string before = document.run("ports Top.g\nports Top.g.n");
+        const bool isDone = shell.run(c.line);
+        shell.run("history");
+        EXPECT_EQ(c.output, out.str());
+        EXPECT_EQ(isDone, before != document.run("ports Top.g\nports Top.g.n"));
+        if (isDone)
+            shell.run("undo");
+        EXPECT_EQ(before, document.run("ports Top.g\nports Top.g.n"));
+    }
+}
+
+} // namespace

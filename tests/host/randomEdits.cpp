@@ -1,0 +1,253 @@
+#include "randomEdits.h"
+
+#include "document/definedNode.h"
+#include "document/names.h"
+#include "document/node.h"
+#include "document/rules.h"
+#include "views/report.h"
+
+using shading::pathOf;
+
+namespace {
+
+void addText(ZEL::Node& node, std::string& text)
+{
+    text += pathOf(node) + " " + node.getNodeTypeName() + "\n" + shading::portsText(node);
+    const shading::CompoundPtr compound = node.getAsCompound();
+    if (!compound)
+        return;
+    for (ZEL::PortList* const list : {&compound->innerInputs(), &compound->innerOutputs()}) {
+        for (ZEL::Port* const port : *list)
+            text += std::string(port->getName()) + " " + port->getDataType()->getName() + "\n";
+    }
+    for (const shading::NodePtr& inner : compound->nodes())
+        addText(*inner, text);
+}
+
+void addTargets(ZEL::PortList& list, std::string& text)
+{
+    for (ZEL::Port* const port : list) {
+        for (ZEL::Port* const target : port->connectedTo())
+            text += pathOf(*target) + "\n";
+    }
+}
+
+/// What each port sends to, in its order.
+void addTargets(ZEL::Node& node, std::string& text)
+{
+    addTargets(node.outputs(), text);
+    const shading::CompoundPtr compound = node.getAsCompound();
+    if (!compound)
+        return;
+    addTargets(compound->innerInputs(), text);
+    for (const shading::NodePtr& inner : compound->nodes())
+        addTargets(*inner, text);
+}
+
+} // namespace
+
+std::string documentText(shading::Container& container)
+{
+    const shading::NodePtr root = container.getRootNode();
+    std::string text = shading::connectionsText(*root->getAsCompound());
+    addText(*root, text);
+    return text;
+}
+
+std::string networkText(shading::Container& container)
+{
+    std::string text = documentText(container);
+    addTargets(*container.getRootNode(), text);
+    return text;
+}
+
+RandomEdits::RandomEdits(shading::Container& container, unsigned seed)
+    : m_container(container),
+      m_editor(container),
+      m_random(seed)
+{
+}
+
+int RandomEdits::number(int limit)
+{
+    return static_cast<int>(m_random() % static_cast<unsigned>(limit));
+}
+
+void RandomEdits::collect(const shading::NodePtr& node)
+{
+    if (node->getParentCompound())
+        m_nodes.push_back(node);
+    if (!node->isCompound())
+        return;
+    m_compounds.push_back(node->getAsCompound());
+    for (const shading::NodePtr& inner : node->getAsCompound()->nodes())
+        collect(inner);
+}
+
+shading::NodePtr RandomEdits::anyNode()
+{
+    return m_nodes.empty()
+               ? m_container.getRootNode()
+               : m_nodes[static_cast<std::size_t>(number(static_cast<int>(m_nodes.size())))];
+}
+
+shading::CompoundPtr RandomEdits::anyCompound()
+{
+    return m_compounds[static_cast<std::size_t>(number(static_cast<int>(m_compounds.size())))];
+}
+
+/// A port of a node in the compound, or an inner port; mostly one of the type, if there is one.
+shading::PortPtr
+RandomEdits::anyPort(bool isSource, const shading::CompoundPtr& compound, ZEL::Port* like)
+{
+    ZEL::NodeList& nodes = compound->nodes();
+    shading::PortPtr port;
+    for (int i = 0; i < 20; ++i) {
+        const shading::NodePtr node = nodes[number(nodes.size() + 1)];
+        ZEL::PortList& list = node
+                                  ? (isSource ? node->outputs() : node->inputs())
+                                  : (isSource ? compound->innerInputs() : compound->innerOutputs());
+        if (list.size() == 0)
+            continue;
+        port = list[number(list.size())];
+        if (!like || *port->getDataType() == *like->getDataType())
+            break;
+    }
+    return port;
+}
+
+bool RandomEdits::createNode(std::string& line)
+{
+    const shading::CompoundPtr compound = anyCompound();
+    const std::string name = anyName();
+    line = "create " + pathOf(*compound->getAsNode()) + " " + name;
+    const std::vector<shading::DefinitionPtr>& definitions =
+        m_container.definitions().ofNodeType(anyNode()->getNodeTypeName());
+    const int choice = number(static_cast<int>(definitions.size()) + 1);
+    const auto definition = static_cast<std::size_t>(choice);
+    return m_editor.run(line, name, [&] {
+        ZEL::AddRefWrapper<shading::Node> node;
+        if (definition < definitions.size()) {
+            node = shading::createNode(m_container, definitions[definition], name.c_str());
+        } else {
+            node = shading::Node::createNew(&m_container, name.c_str());
+            node->setNodeTypeName("made");
+            node->inputs().addPort("in", m_container.dataType("float"));
+            node->outputs().addPort("out", m_container.dataType("float"));
+        }
+        const std::string problem = shading::nameProblem(name);
+        return problem.empty() && !compound->nodes().add(node) ? "refused" : problem;
+    });
+}
+
+std::string RandomEdits::anyName()
+{
+    static const char* const names[] = {"a", "b", "in", "out", "position", "mix", "a.b", ""};
+    // Mostly new ones.
+    return number(3) == 0 ? names[number(8)] : "n" + std::to_string(number(100000));
+}
+
+bool RandomEdits::editPort(std::string& line)
+{
+    const shading::CompoundPtr compound = anyCompound();
+    const std::string path = pathOf(*compound->getAsNode());
+    const bool isInput = number(2) == 0;
+    ZEL::PortList& list = isInput ? compound->innerInputs() : compound->innerOutputs();
+    const std::string present =
+        list.size() > 0 ? list[number(list.size())]->getName() : std::string("none");
+    const std::string name = anyName();
+    switch (number(3)) {
+    case 0:
+        line = "port add " + path + " " + name;
+        return m_editor.addPort(path, isInput ? ZEL::PortInput : ZEL::PortOutput, name,
+                                number(2) == 0 ? "float" : "color3");
+    case 1:
+        line = "port delete " + path + " " + present;
+        return m_editor.deletePort(path, present);
+    default:
+        line = "port rename " + path + " " + present + " " + name;
+        return m_editor.renamePort(path, present, name);
+    }
+}
+
+bool RandomEdits::expandOrCollapse(bool isExpand, std::string& line)
+{
+    std::vector<std::string> renamed;
+    if (isExpand) {
+        const std::string path = pathOf(*anyCompound()->getAsNode());
+        line = "expand " + path;
+        return m_editor.expand(path, renamed);
+    }
+    const shading::CompoundPtr compound = anyCompound();
+    ZEL::NodeList& nodes = compound->nodes();
+    std::vector<std::string> names;
+    for (int i = number(4); i >= 0 && nodes.size() > 0; --i)
+        names.emplace_back(nodes[number(nodes.size())]->getName());
+    line = "collapse " + pathOf(*compound->getAsNode());
+    std::string created;
+    for (const std::string& name : names)
+        line += " " + name;
+    return m_editor.collapse(pathOf(*compound->getAsNode()), anyName(), names, created);
+}
+
+bool RandomEdits::edit(std::string& line)
+{
+    m_nodes.clear();
+    m_compounds.clear();
+    collect(m_container.getRootNode());
+    const shading::CompoundPtr compound = anyCompound();
+    const std::string node = pathOf(*anyNode());
+    const shading::PortPtr from = anyPort(true, compound, nullptr);
+    const shading::PortPtr to =
+        anyPort(false, number(10) == 0 ? anyCompound() : compound, from.get());
+    const std::string source = from ? from->getFullPathName().getName() : "Top.none";
+    const std::string target = to ? to->getFullPathName().getName() : "Top.none";
+    const std::string name = anyName();
+    switch (number(16)) {
+    case 0:
+    case 1:
+    case 2:
+        line = "connect " + source + " " + target;
+        return number(2) == 0 ? m_editor.connect(source, target) : m_editor.connect(target, source);
+    case 3: {
+        const std::string other = from && from->isConnected()
+                                      ? from->connectedTo()[0]->getFullPathName().getName()
+                                      : target.c_str();
+        line = "disconnect " + other + " " + source;
+        return m_editor.disconnect(other, source);
+    }
+    case 4:
+        line = "disconnect-all " + source;
+        return m_editor.disconnectAll(source);
+    case 5:
+        return expandOrCollapse(true, line);
+    case 6:
+    case 7:
+    case 8:
+        return editPort(line);
+    case 9:
+        line = "delete " + node;
+        return m_editor.deleteNode(node);
+    case 10:
+        line = "rename " + node + " " + name;
+        return m_editor.renameNode(node, name);
+    case 11:
+        return expandOrCollapse(false, line);
+    default:
+        return createNode(line);
+    }
+}
+
+std::string RandomEdits::step()
+{
+    std::string line;
+    std::string problem;
+    shading::History& history = m_editor.history();
+    const int kind = number(8);
+    if (kind > 1)
+        return edit(line) ? line : line + ": refused: " + m_editor.problem().reason;
+    // Now and then far back.
+    for (int i = number(number(20) == 0 ? 100 : 4); i >= 0; --i)
+        kind == 0 ? history.undo(line, problem) : history.redo(line, problem);
+    return kind == 0 ? "undo" : "redo";
+}

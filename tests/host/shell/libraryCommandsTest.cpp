@@ -1,0 +1,90 @@
+#include "document/node.h"
+#include "testLibrary.h"
+#include "views/libraryReport.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const char* const kDefinitions =
+    "<nodedef name='ND_k_c' node='k' nodegroup='ks'><input name='i' type='c' value='0'/>"
+    "<output name='out' type='c'/></nodedef>"
+    "<nodedef name='ND_k_f' node='k' nodegroup='ks'><output name='out' type='float'/></nodedef>"
+    "<nodedef name='ND_v_1' node='v' version='1'><output name='out' type='float'/></nodedef>"
+    "<nodedef name='ND_v_2' node='v' version='2' isdefaultversion='true'>"
+    "<output name='out' type='c'/></nodedef>";
+
+const struct {
+    const char* commands;
+    const char* output;
+} kCommands[] = {
+    {"types", "c\nfloat\nt\n"},
+    {"library", "Definitions 0\n  ks 2\n  other 2\n"},
+    {"library ks", "ks 2\n  k ND_k_c (i c) -> (out c)\n  k ND_k_f () -> (out float)\n"},
+    {"library no", "error: library: no: no such library\n"},
+    {"runtimes", "no runtimes\n"},
+    {"create k n", "Top.n ND_k_f\n"},
+    {"create v n", "Top.n ND_v_2\n"},
+    {"create ND_k_c n Top.g\nports Top.g.n\nls Top.g",
+     "Top.g.n ND_k_c\ninput i c \"0\"\noutput out c \"\"\nx x\nn k\n"},
+    {"create k n\ncreate k m\nundo\nls\nredo\nls",
+     "Top.n ND_k_f\nTop.m ND_k_f\nundo: create k m\ng nodegraph compound\nn k\n"
+     "redo: create k m\ng nodegraph compound\nn k\nm k\n"},
+    {"create k n\nrebuild\nundo", "Top.n ND_k_f\nundo: create k n\n"},
+    {"create no n", "error: create: no: no definition of that name or node type\n"},
+    {"create k g", "error: create: g: the name is taken\n"},
+    {"create k a.b", "error: create: a.b: no path reaches a name with a \".\" in it\n"},
+    {"create k ''", "error: create: : a name cannot be empty\n"},
+    {"create k n Top.no", "error: create: Top.no: no such node\n"},
+    {"create k n Top.g.x", "error: create: Top.g.x: not a compound\n"},
+    {"rebuild", ""},
+};
+
+TEST(LibraryCommands, PrintAndMakeWhatTheyAreAskedFor)
+{
+    for (const auto& c : kCommands) {
+        SCOPED_TRACE(c.commands);
+        ZEL::Runtime runtime;
+        ASSERT_EQ("", readInto(runtime, kDefinitions));
+        const auto container =
+            openWith(&runtime, "<nodegraph name='g'><x name='x' type='t'/></nodegraph>");
+        EXPECT_EQ(c.output, runIn(*container, c.commands));
+    }
+}
+
+TEST(LibraryCommands, ARebuildIsUndoneAndRedone)
+{
+    ZEL::Runtime runtime;
+    const auto container = openWith(&runtime, "<k name='n' type='c'><input name='i' type='c' "
+                                              "value='1'/></k>");
+    ASSERT_EQ("", readInto(runtime, "<nodedef name='ND_k_c' node='k' nodegroup='ks'>"
+                                    "<input name='j' type='c' value='2'/>"
+                                    "<input name='i' type='c' value='0'/>"
+                                    "<output name='out' type='c'/></nodedef>"));
+    const char* const before = "input i c \"1\"\noutput out c \"\"\n";
+    const char* const after = "input j c \"2\"\ninput i c \"1\"\noutput out c \"\"\n";
+    EXPECT_EQ(std::string(before) + after + "undo: rebuild\nredo: rebuild\n" + after +
+                  "undo: rebuild\n" + before,
+              runIn(*container, "ports Top.n\nrebuild\nports Top.n\nundo\nredo\nports Top.n\n"
+                                "undo\nports Top.n"));
+    const ZEL::AddRefWrapper<ZEL::Node> node = container->findNodeFromPath("Top.n");
+    EXPECT_FALSE(static_cast<shading::Node&>(*node).definition());
+}
+
+TEST(LibraryCommands, RuntimesStandByIndexAsTheRegistryCountsThem)
+{
+    static ZEL::Runtime a;
+    static ZEL::Runtime b;
+    a.setName("A");
+    b.setName("B");
+    ZEL::Host host;
+    ZEL::selfRegisterPlugin(
+        [](ZEL::PluginRegistrar& registrar, ZEL::PluginInfo& info) {
+            registrar.registerRuntime(info, &b);
+            registrar.registerRuntime(info, &a);
+        },
+        nullptr);
+    EXPECT_EQ("index 0 A\nindex 1 A\nname A\nname B in use\n", shading::runtimesText(host, b));
+}
+
+} // namespace
