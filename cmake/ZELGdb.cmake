@@ -2,7 +2,7 @@
 # library's full name; so the installed tree can be moved. A tree that goes to /usr has gdb's own
 # folder for it, which needs no permission of the user.
 set(gdbScriptName libZEL.so.${PROJECT_VERSION}-gdb.py)
-configure_file(gdb/libZEL-gdb.py ${PROJECT_BINARY_DIR}/${gdbScriptName} COPYONLY)
+configure_file(tools/gdb/libZEL-gdb.py ${PROJECT_BINARY_DIR}/${gdbScriptName} COPYONLY)
 
 if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     set(gdbDir ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR})

@@ -58,8 +58,8 @@ TEST(Readme, LinesConnectAndFind)
 
 TEST(Readme, ShowsTheLinesCompiledHere)
 {
-    const std::string compiled =
-        textBetween("tests/zelReadmeTest.cpp", "    // README begins", "    // README ends", 4);
+    const std::string compiled = textBetween("tests/library/zelReadmeTest.cpp",
+                                             "    // README begins", "    // README ends", 4);
     EXPECT_EQ(15, std::count(compiled.begin(), compiled.end(), '\n'));
     EXPECT_EQ(compiled, textBetween("README.md", "```cpp", "```", 0));
 }

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# The names that libZEL.so exports, against the reviewed list libZEL.map beside this script, which is
-# the linker's version script too. UNLISTED is the same library linked without the list.
+# The names that libZEL.so exports, against the reviewed list cmake/libZEL.map, which is the
+# linker's version script too. UNLISTED is the same library linked without the list.
 #   exportedNames.sh check LIBRARY UNLISTED  prints the differences and fails when there is one
 #   exportedNames.sh update UNLISTED         writes the list anew
 set -euo pipefail
 export LC_ALL=C
-list=$(dirname "${BASH_SOURCE[0]}")/libZEL.map
+list=$(dirname "${BASH_SOURCE[0]}")/../../cmake/libZEL.map
 
 # g++ makes constructors for whole objects of abstract classes too, clang++ does not, nobody calls
 # them: they are not exported.
@@ -50,8 +50,8 @@ case ${1:-} in
 check)
     good=true
     [[ -r ${2:?$usage} && -r ${3:?$usage} ]] || { echo "$0: no library $2 or $3" >&2; exit 2; }
-    compare "Exported by the library (>) against abi/libZEL.map (<):" exported "$2" || good=false
-    compare "Public in the sources (>) against abi/libZEL.map (<):" public "$3" || good=false
+    compare "Exported by the library (>) against cmake/libZEL.map (<):" exported "$2" || good=false
+    compare "Public in the sources (>) against cmake/libZEL.map (<):" public "$3" || good=false
     $good || {
         echo "If that is meant, review the names and run scripts/abi update."
         exit 1

@@ -6,7 +6,7 @@ set -euo pipefail
 usage="usage: $0 BUILD WORK"
 build=${1:?$usage}
 export HOME=${2:?$usage}
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 # The blocks of one fence in the guide, one after the other.
 blocks()

@@ -5,7 +5,7 @@
 set -euo pipefail
 export LC_ALL=C
 tests=${1:?usage: $0 TESTS}
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 page=docs/contracts.md
 faults=0
 
