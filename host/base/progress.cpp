@@ -4,7 +4,7 @@
 
 namespace shading {
 
-void OpeningProgress::begin(int from, int to, std::size_t total)
+void Progress::begin(int from, int to, std::size_t total)
 {
     m_from = from;
     m_to = to;
@@ -13,7 +13,7 @@ void OpeningProgress::begin(int from, int to, std::size_t total)
     tell(0);
 }
 
-void OpeningProgress::tell(std::size_t done) const
+void Progress::tell(std::size_t done) const
 {
     if (!m_tell)
         return;

@@ -6,12 +6,12 @@
 namespace shading {
 
 /// Tells how far the opening of a document is, from 0 to 1000, while its parts are worked through.
-class OpeningProgress {
+class Progress {
 public:
     using Tell = std::function<void(int permille)>;
 
     /// An empty function is not called.
-    explicit OpeningProgress(Tell tell) : m_tell(std::move(tell)) {}
+    explicit Progress(Tell tell) : m_tell(std::move(tell)) {}
 
     /// Begins a part of the work, which leads from one permille to the other and has that many
     /// units. Tells where it begins.

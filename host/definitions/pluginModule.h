@@ -9,7 +9,7 @@ namespace shading {
 /// A loaded plugin and the runtime that it offers this host. One for the life of the process: the
 /// library's registry remembers the names of runtimes that are gone.
 ///
-/// Whatever comes from the plugin must be gone before this object is: containers that use the
+/// Whatever comes from the plugin must be gone before this object is: documents that use the
 /// runtime, with their nodes, and every data type, library and definition of it. Declare it before
 /// them.
 class PluginModule {

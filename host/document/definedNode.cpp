@@ -23,8 +23,8 @@ const PortDescription* find(const Descriptions& descriptions, const char* name)
 /// One of the two port lists of a node on its way from one definition to another.
 class ListUpdate {
 public:
-    ListUpdate(Container& container, Node& node, ZEL::PortList& ports)
-        : m_container(container),
+    ListUpdate(Document& document, Node& node, ZEL::PortList& ports)
+        : m_document(document),
           m_node(node),
           m_ports(ports)
     {
@@ -57,7 +57,7 @@ private:
     {
         PortPtr port = m_ports[after.name.c_str()];
         if (!port) {
-            port = m_ports.addPort(after.name.c_str(), m_container.dataType(after.type));
+            port = m_ports.addPort(after.name.c_str(), m_document.dataType(after.type));
             if (hasValues() && !after.value.empty())
                 port->setPortDefaultValue(after.value.c_str());
             return;
@@ -65,7 +65,7 @@ private:
         if (!before || m_node.isInDocument(*port))
             return;
         if (before->type != after.type)
-            port->setDataType(m_container.dataType(after.type));
+            port->setDataType(m_document.dataType(after.type));
         if (hasValues() && before->value != after.value &&
             before->value == port->getPortDefaultValue())
             port->setPortDefaultValue(after.value.c_str());
@@ -74,7 +74,7 @@ private:
     /// A document cannot give an output of a plain node a value, so no definition does.
     bool hasValues() const { return &m_ports == &m_node.inputs(); }
 
-    Container& m_container;
+    Document& m_document;
     Node& m_node;
     ZEL::PortList& m_ports;
 };
@@ -110,7 +110,7 @@ Signature signatureOf(Node& node, const NamedOutputs& namedOutputs)
 
 } // namespace
 
-void defineNode(Container& container, Node& node, const DefinitionPtr& definition)
+void defineNode(Document& document, Node& node, const DefinitionPtr& definition)
 {
     const DefinitionRecord none;
     const DefinitionPtr former = node.definition();
@@ -119,14 +119,14 @@ void defineNode(Container& container, Node& node, const DefinitionPtr& definitio
         return;
     const DefinitionRecord& before = former ? former->record() : none;
     const DefinitionRecord& after = definition->record();
-    ListUpdate(container, node, node.inputs()).run(before.inputs, after.inputs);
-    ListUpdate(container, node, node.outputs()).run(before.outputs, after.outputs);
+    ListUpdate(document, node, node.inputs()).run(before.inputs, after.inputs);
+    ListUpdate(document, node, node.outputs()).run(before.outputs, after.outputs);
 }
 
-void defineNodes(Container& container,
+void defineNodes(Document& document,
                  ZEL::Compound& compound,
                  const NamedOutputs& namedOutputs,
-                 OpeningProgress* progress)
+                 Progress* progress)
 {
     for (int i = 0; i < compound.nodes().size(); ++i) {
         // The compounds of this host hold nodes of this host.
@@ -134,24 +134,24 @@ void defineNodes(Container& container,
         if (progress)
             progress->step();
         if (node->isCompound()) {
-            defineNodes(container, *node->getAsCompound(), namedOutputs, progress);
+            defineNodes(document, *node->getAsCompound(), namedOutputs, progress);
             continue;
         }
         DefinitionPtr definition = node->definition();
         if (definition)
-            definition = container.definitions().named(definition->record().name);
+            definition = document.definitions().named(definition->record().name);
         if (!definition)
-            definition = container.definitions().matching(signatureOf(*node, namedOutputs));
-        defineNode(container, *node, definition);
+            definition = document.definitions().matching(signatureOf(*node, namedOutputs));
+        defineNode(document, *node, definition);
     }
 }
 
 ZEL::AddRefWrapper<Node>
-createNode(Container& container, const DefinitionPtr& definition, const char* name)
+createNode(Document& document, const DefinitionPtr& definition, const char* name)
 {
-    ZEL::AddRefWrapper<Node> node = Node::createNew(&container, name);
+    ZEL::AddRefWrapper<Node> node = Node::createNew(&document, name);
     node->setNodeTypeName(definition->getName());
-    defineNode(container, *node, definition);
+    defineNode(document, *node, definition);
     return node;
 }
 

@@ -9,8 +9,8 @@
 
 namespace shading {
 
-class Container;
-class OpeningProgress;
+class Document;
+class Progress;
 
 /// The names of outputs that references ask of a node.
 using NamedOutputs = std::unordered_map<const ZEL::Node*, std::vector<std::string>>;
@@ -20,19 +20,19 @@ using NamedOutputs = std::unordered_map<const ZEL::Node*, std::vector<std::strin
 /// the others behind them. What the document or a connection needs stays: ports, values and
 /// connections. Ports and values that only the former definition gave follow the new one. Nothing
 /// is touched that fits.
-void defineNode(Container& container, Node& node, const DefinitionPtr& definition);
+void defineNode(Document& document, Node& node, const DefinitionPtr& definition);
 
-/// Does so with all plain nodes in the compound and below, by the container's definitions. A node
+/// Does so with all plain nodes in the compound and below, by the document's definitions. A node
 /// keeps to the definition of the name that it has; others are matched by what they have. Each is a
 /// step of the progress; null: nobody is told.
-void defineNodes(Container& container,
+void defineNodes(Document& document,
                  ZEL::Compound& compound,
                  const NamedOutputs& namedOutputs,
-                 OpeningProgress* progress = nullptr);
+                 Progress* progress = nullptr);
 
 /// A new node of that definition, in no compound yet, with its ports and their default values. The
-/// container must outlive it.
+/// document must outlive it.
 ZEL::AddRefWrapper<Node>
-createNode(Container& container, const DefinitionPtr& definition, const char* name);
+createNode(Document& document, const DefinitionPtr& definition, const char* name);
 
 } // namespace shading

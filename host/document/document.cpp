@@ -15,7 +15,7 @@
 
 namespace shading {
 
-struct Container::Impl {
+struct Document::Impl {
     // Destroyed in reverse order: the nodes before the XML whose elements they remember, and before
     // the runtime.
     ZEL::Runtime ownRuntime; ///< Serves a document that was given none.
@@ -47,7 +47,7 @@ std::string makeUuid()
 
 } // namespace
 
-Container::Container(ZEL::Runtime* runtime) : m_impl(std::make_unique<Impl>())
+Document::Document(ZEL::Runtime* runtime) : m_impl(std::make_unique<Impl>())
 {
     m_impl->runtime = runtime ? runtime : &m_impl->ownRuntime;
     m_impl->uuid = makeUuid();
@@ -56,18 +56,18 @@ Container::Container(ZEL::Runtime* runtime) : m_impl(std::make_unique<Impl>())
     registerWithUUID(uuid().c_str(), this);
 }
 
-Container::~Container()
+Document::~Document()
 {
     // Both tables hold plain pointers and are not told when a document dies.
     registerWithUUID(uuid().c_str(), nullptr);
     m_impl->runtime->unregisterContainer(this);
 }
 
-std::unique_ptr<Container>
-Container::open(const std::string& path, const OpenOptions& options, std::vector<Message>& messages)
+std::unique_ptr<Document>
+Document::open(const std::string& path, const OpenOptions& options, std::vector<Message>& messages)
 {
-    std::unique_ptr<Container> container(new Container(options.runtime));
-    Impl& impl = *container->m_impl;
+    std::unique_ptr<Document> document(new Document(options.runtime));
+    Impl& impl = *document->m_impl;
     Message error;
     if (!impl.xml.load(path, error)) {
         messages.push_back(error);
@@ -76,8 +76,8 @@ Container::open(const std::string& path, const OpenOptions& options, std::vector
     std::error_code ignored;
     impl.fileSize = std::filesystem::file_size(path, ignored);
     std::vector<Message> found;
-    OpeningProgress progress(options.progress);
-    impl.root = readNetwork(*container, impl.xml, found, progress);
+    Progress progress(options.progress);
+    impl.root = readNetwork(*document, impl.xml, found, progress);
     std::stable_sort(found.begin(), found.end(),
                      [](const Message& a, const Message& b) { return a.line < b.line; });
     for (Message& message : found) {
@@ -86,69 +86,69 @@ Container::open(const std::string& path, const OpenOptions& options, std::vector
     }
     if (options.isStrict && !found.empty())
         return nullptr;
-    return container;
+    return document;
 }
 
-std::unique_ptr<Container> Container::openText(const std::string& text, Message& error) const
+std::unique_ptr<Document> Document::openText(const std::string& text, Message& error) const
 {
-    std::unique_ptr<Container> container(new Container(m_impl->runtime));
-    Impl& impl = *container->m_impl;
+    std::unique_ptr<Document> document(new Document(m_impl->runtime));
+    Impl& impl = *document->m_impl;
     impl.definitions = m_impl->definitions;
     if (!impl.xml.loadText("the saved document", text, error))
         return nullptr;
     std::vector<Message> ignored;
-    OpeningProgress untold({});
-    impl.root = readNetwork(*container, impl.xml, ignored, untold);
-    return container;
+    Progress untold({});
+    impl.root = readNetwork(*document, impl.xml, ignored, untold);
+    return document;
 }
 
-ZEL::AddRefWrapper<ZEL::Node> Container::getRootNode()
+ZEL::AddRefWrapper<ZEL::Node> Document::getRootNode()
 {
     return m_impl->root;
 }
 
-void Container::rebuildCompounds()
+void Document::rebuildCompounds()
 {
     m_impl->definitions = DefinitionIndex(*m_impl->runtime);
     defineNodes(*this, *m_impl->root->getAsCompound(), {});
 }
 
-ZEL::Runtime* Container::getRuntime()
+ZEL::Runtime* Document::getRuntime()
 {
     return m_impl->runtime;
 }
 
-const DefinitionIndex& Container::definitions() const
+const DefinitionIndex& Document::definitions() const
 {
     return m_impl->definitions;
 }
 
-std::uintmax_t Container::fileSize() const
+std::uintmax_t Document::fileSize() const
 {
     return m_impl->fileSize;
 }
 
-const std::string& Container::uuid() const
+const std::string& Document::uuid() const
 {
     return m_impl->uuid;
 }
 
-ZEL::AddRefWrapper<ZEL::PortDataType> Container::dataType(const std::string& name)
+ZEL::AddRefWrapper<ZEL::PortDataType> Document::dataType(const std::string& name)
 {
     return m_impl->runtime->createPortDataType(name.c_str());
 }
 
-Journal& Container::journal()
+Journal& Document::journal()
 {
     return m_impl->journal;
 }
 
-const XmlSource& Container::xml() const
+const XmlSource& Document::xml() const
 {
     return m_impl->xml;
 }
 
-Origins& Container::origins()
+Origins& Document::origins()
 {
     return m_impl->origins;
 }

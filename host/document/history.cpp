@@ -21,9 +21,9 @@ void notifyAll(const Steps& steps, bool isForward)
 
 } // namespace
 
-History::History(Container& container) : m_container(container)
+History::History(Document& document) : m_document(document)
 {
-    container.journal().takeStale(); // What happened before is the document.
+    document.journal().takeStale(); // What happened before is the document.
 }
 
 bool History::run(const std::string& title,
@@ -35,7 +35,7 @@ bool History::run(const std::string& title,
     m_hasLastEdit = false;
     const auto edit = std::make_shared<Edit>();
     edit->title = title;
-    Journal& journal = m_container.journal();
+    Journal& journal = m_document.journal();
     journal.begin(keepsTypes);
     const std::string reason = action();
     std::string refusal;
@@ -132,7 +132,7 @@ bool History::isSaved()
 /// A change that did not run through here makes the steps fit no more.
 void History::dropStale()
 {
-    if (!m_container.journal().takeStale())
+    if (!m_document.journal().takeStale())
         return;
     m_edits.clear();
     m_done = 0;
@@ -143,14 +143,14 @@ void History::dropStale()
 bool History::replay(Edit& edit, bool isForward)
 {
     return edit.command ? runCommand(edit, isForward)
-                        : m_container.journal().replay(edit.steps, isForward);
+                        : m_document.journal().replay(edit.steps, isForward);
 }
 
 /// The library's commands pass over what is refused: the steps tell whether all was done, and take
 /// back what was. A command that failed has recorded what it found, so it is not asked again.
 bool History::runCommand(Edit& edit, bool isForward)
 {
-    Journal& journal = m_container.journal();
+    Journal& journal = m_document.journal();
     journal.suspend();
     edit.command(isForward);
     const bool isGood = std::all_of(edit.steps.begin(), edit.steps.end(),

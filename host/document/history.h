@@ -9,7 +9,7 @@
 
 namespace shading {
 
-class Container;
+class Document;
 
 /// One edit that can be undone.
 struct Edit {
@@ -28,8 +28,8 @@ public:
     /// Returns why the edit cannot be done, empty when it is done.
     using Action = std::function<std::string()>;
 
-    /// The container is not owned and must outlive the history.
-    explicit History(Container& container);
+    /// The document is not owned and must outlive the history.
+    explicit History(Document& document);
 
     /// Runs the action as one edit, tells the editors and forgets what was undone. False when the
     /// action, a rule or a listener refused: the network and the history are as before, and problem
@@ -61,7 +61,7 @@ private:
     bool replay(Edit& edit, bool isForward);
     bool runCommand(Edit& edit, bool isForward);
 
-    Container& m_container;
+    Document& m_document;
     std::vector<std::shared_ptr<Edit>> m_edits;
     std::size_t m_done = 0; ///< How many of them are done; the others are undone.
     bool m_hasLastEdit = false;

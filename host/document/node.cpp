@@ -111,8 +111,8 @@ void Node::setDefinition(const ZEL::AddRefWrapper<Definition>& definition)
 
 Journal* journalOf(ZEL::Node& node)
 {
-    auto* const container = dynamic_cast<Container*>(node.getContainer());
-    return container ? &container->journal() : nullptr;
+    auto* const document = dynamic_cast<Document*>(node.getContainer());
+    return document ? &document->journal() : nullptr;
 }
 
 bool disconnect(const ZEL::AddRefWrapper<ZEL::Port>& port)

@@ -18,7 +18,7 @@ class Journal;
 /// answer the questions that the library asks before each change.
 class Node : public ZEL::Node {
 public:
-    /// A new node, held by the wrapper. The container must outlive it.
+    /// A new node, held by the wrapper. The document must outlive it.
     static ZEL::AddRefWrapper<Node> createNew(ZEL::Container* container, const char* name);
     explicit Node(ZEL::Container* container);
     /// The virtual assignment of the base, which every derived class would hide otherwise.
@@ -49,8 +49,8 @@ public:
                                const char* value) override;
     bool onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* name) override;
 
-    /// The element in the container's document, null for a node that was made without one. Not
-    /// owned; valid as long as the container.
+    /// The element in the document's XML, null for a node that was made without one. Not owned;
+    /// valid as long as the document.
     pugi::xml_node_struct* element() const { return m_element; }
     void setElement(pugi::xml_node_struct* element) { m_element = element; }
     /// True when the document has an element for the port of this node: it stands there with its

@@ -100,10 +100,10 @@ std::string moveProblem(ZEL::Compound& compound, const NodePtr& node, const std:
 
 } // namespace
 
-bool Editor::collapse(const std::string& path,
-                      const std::string& name,
-                      const std::vector<std::string>& nodes,
-                      std::string& createdPath)
+bool Edits::collapse(const std::string& path,
+                     const std::string& name,
+                     const std::vector<std::string>& nodes,
+                     std::string& createdPath)
 {
     const CompoundPtr compound = findCompound(path);
     if (!compound)
@@ -125,7 +125,7 @@ bool Editor::collapse(const std::string& path,
     return runKeepingTypes(lineOf(words), path, [&] {
         NamesAside aside(*compound, moved);
         ZEL::CreateCompoundCommand command;
-        command.setParentCompound(&m_container, path.c_str());
+        command.setParentCompound(&m_document, path.c_str());
         command.setNewCompoundName(name.c_str());
         for (const NodePtr& node : moved)
             command.addNodeToMove(node->getName());
@@ -133,12 +133,12 @@ bool Editor::collapse(const std::string& path,
             return "no compound can be made";
         aside.giveBack();
         createdPath = command.getCreatedCompoundPath();
-        renamePortsLikeNodes(*m_container.findNodeFromPath(createdPath.c_str())->getAsCompound());
+        renamePortsLikeNodes(*m_document.findNodeFromPath(createdPath.c_str())->getAsCompound());
         return "";
     });
 }
 
-bool Editor::expand(const std::string& path, std::vector<std::string>& renamed)
+bool Edits::expand(const std::string& path, std::vector<std::string>& renamed)
 {
     const NodePtr node = findInnerNode(path);
     if (!node || !findCompound(path))

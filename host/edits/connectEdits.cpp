@@ -82,10 +82,10 @@ void useCommand(Edit* edit,
 
 /// Finds the pair of ports that the paths mean: one that is connected, or else may be. Prefers ends
 /// in one compound to the connections between graphs that the format also knows.
-bool Editor::findConnection(
+bool Edits::findConnection(
     const std::string& a, const std::string& b, bool isPresent, PortPtr& sender, PortPtr& receiver)
 {
-    const PathPorts ports[] = {findPorts(m_container, a), findPorts(m_container, b)};
+    const PathPorts ports[] = {findPorts(m_document, a), findPorts(m_document, b)};
     if (ports[0].isEmpty() || ports[1].isEmpty())
         return fail(ports[0].isEmpty() ? a : b, "no such port");
     for (const bool isInOneCompound : {true, false}) {
@@ -107,7 +107,7 @@ bool Editor::findConnection(
                              : "it and " + b + " are no source and target in one compound");
 }
 
-bool Editor::connect(const std::string& a, const std::string& b)
+bool Edits::connect(const std::string& a, const std::string& b)
 {
     PortPtr sender;
     PortPtr receiver;
@@ -118,14 +118,14 @@ bool Editor::connect(const std::string& a, const std::string& b)
     const auto command = std::make_shared<ZEL::ConnectCommand>();
     const bool isDone =
         run(lineOf({"connect", a, b}), a, [&, out = sender, in = receiver]() mutable {
-            return command->connect(&m_container, out, in) ? "" : "the connection was refused";
+            return command->connect(&m_document, out, in) ? "" : "the connection was refused";
         });
     if (isDone)
-        useCommand(m_history.lastEdit(), command, m_container, sender, receiver);
+        useCommand(m_history.lastEdit(), command, m_document, sender, receiver);
     return isDone;
 }
 
-bool Editor::disconnect(const std::string& a, const std::string& b)
+bool Edits::disconnect(const std::string& a, const std::string& b)
 {
     PortPtr sender;
     PortPtr receiver;
@@ -137,16 +137,16 @@ bool Editor::disconnect(const std::string& a, const std::string& b)
     const auto command = std::make_shared<ZEL::ConnectCommand>();
     const bool isDone =
         run(lineOf({"disconnect", a, b}), a, [&, out = sender, in = receiver]() mutable {
-            return command->disconnect(&m_container, out, in) ? "" : "the connection stays";
+            return command->disconnect(&m_document, out, in) ? "" : "the connection stays";
         });
     if (isDone && isLast)
-        useCommand(m_history.lastEdit(), command, m_container, sender, receiver);
+        useCommand(m_history.lastEdit(), command, m_document, sender, receiver);
     return isDone;
 }
 
-bool Editor::disconnectAll(const std::string& path)
+bool Edits::disconnectAll(const std::string& path)
 {
-    PathPorts ports = findPorts(m_container, path);
+    PathPorts ports = findPorts(m_document, path);
     if (ports.isEmpty())
         return fail(path, "no such port");
     return run(lineOf({"disconnect-all", path}), path, [&] {
@@ -155,7 +155,7 @@ bool Editor::disconnectAll(const std::string& path)
              {&ports.input, &ports.output, &ports.innerInput, &ports.innerOutput}) {
             count += *port ? (*port)->connectedTo().size() : 0;
             // Its undo changes nothing, by contract: the steps are taken back instead.
-            ZEL::ConnectCommand().disconnectAll(&m_container, *port);
+            ZEL::ConnectCommand().disconnectAll(&m_document, *port);
         }
         return count > 0 ? "" : "not connected";
     });

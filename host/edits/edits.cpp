@@ -52,12 +52,12 @@ void isolate(ZEL::Node& node)
 
 } // namespace
 
-Editor::Editor(Container& container) : m_container(container), m_history(container) {}
+Edits::Edits(Document& document) : m_document(document), m_history(document) {}
 
-bool Editor::addPort(const std::string& path,
-                     ZEL::PortIOType ioType,
-                     const std::string& name,
-                     const std::string& type)
+bool Edits::addPort(const std::string& path,
+                    ZEL::PortIOType ioType,
+                    const std::string& name,
+                    const std::string& type)
 {
     const CompoundPtr compound = findCompound(path);
     if (!compound)
@@ -68,7 +68,7 @@ bool Editor::addPort(const std::string& path,
     const char* const direction = ioType == ZEL::PortInput ? "input" : "output";
     return run(lineOf({"port", "add", path, direction, name, type}), path, [&] {
         ZEL::ModifyCompoundPortCommand command;
-        command.setParentCompound(&m_container, path.c_str());
+        command.setParentCompound(&m_document, path.c_str());
         if (!command.createPort(ioType, name.c_str(), type.c_str()))
             return "there is no data type \"" + type + "\"";
         command.doit();
@@ -76,23 +76,23 @@ bool Editor::addPort(const std::string& path,
     });
 }
 
-bool Editor::deletePort(const std::string& path, const std::string& name)
+bool Edits::deletePort(const std::string& path, const std::string& name)
 {
     const CompoundPtr compound = findCompound(path);
     if (!compound || !findCompoundPort(*compound, name))
         return false;
     return run(lineOf({"port", "delete", path, name}), path + "." + name, [&] {
         ZEL::ModifyCompoundPortCommand command;
-        command.setParentCompound(&m_container, path.c_str());
+        command.setParentCompound(&m_document, path.c_str());
         command.deletePort(name.c_str());
         command.doit();
         return std::string();
     });
 }
 
-bool Editor::renamePort(const std::string& path,
-                        const std::string& oldName,
-                        const std::string& newName)
+bool Edits::renamePort(const std::string& path,
+                       const std::string& oldName,
+                       const std::string& newName)
 {
     const CompoundPtr compound = findCompound(path);
     if (!compound || !findCompoundPort(*compound, oldName))
@@ -103,7 +103,7 @@ bool Editor::renamePort(const std::string& path,
     const auto command = std::make_shared<ZEL::ModifyCompoundPortCommand>();
     const bool isDone =
         run(lineOf({"port", "rename", path, oldName, newName}), path + "." + oldName, [&] {
-            command->setParentCompound(&m_container, path.c_str());
+            command->setParentCompound(&m_document, path.c_str());
             command->renamePort(oldName.c_str(), newName.c_str());
             command->doit();
             return std::string();
@@ -118,10 +118,10 @@ bool Editor::renamePort(const std::string& path,
     return isDone;
 }
 
-bool Editor::setValue(const std::string& path, const std::string& value)
+bool Edits::setValue(const std::string& path, const std::string& value)
 {
     const auto find = [&](ZEL::PortIOType ioType) {
-        return m_container.findPortFromPath(path.c_str(), ioType, ZEL::Container::eSearchNode);
+        return m_document.findPortFromPath(path.c_str(), ioType, ZEL::Container::eSearchNode);
     };
     const PortPtr port = find(ZEL::PortInput);
     if (!port)
@@ -138,7 +138,7 @@ bool Editor::setValue(const std::string& path, const std::string& value)
     });
 }
 
-bool Editor::deleteNode(const std::string& path)
+bool Edits::deleteNode(const std::string& path)
 {
     const NodePtr node = findInnerNode(path);
     if (!node)
@@ -150,7 +150,7 @@ bool Editor::deleteNode(const std::string& path)
     });
 }
 
-bool Editor::renameNode(const std::string& path, const std::string& name)
+bool Edits::renameNode(const std::string& path, const std::string& name)
 {
     const NodePtr node = findInnerNode(path);
     if (!node)
@@ -167,37 +167,35 @@ bool Editor::renameNode(const std::string& path, const std::string& name)
     });
 }
 
-bool Editor::run(const std::string& title,
-                 const std::string& subject,
-                 const History::Action& action)
+bool Edits::run(const std::string& title, const std::string& subject, const History::Action& action)
 {
     std::string reason;
     return m_history.run(title, false, action, reason) || fail(subject, reason);
 }
 
-bool Editor::runKeepingTypes(const std::string& title,
-                             const std::string& subject,
-                             const History::Action& action)
+bool Edits::runKeepingTypes(const std::string& title,
+                            const std::string& subject,
+                            const History::Action& action)
 {
     std::string reason;
     return m_history.run(title, true, action, reason) || fail(subject, reason);
 }
 
-bool Editor::fail(const std::string& subject, const std::string& reason)
+bool Edits::fail(const std::string& subject, const std::string& reason)
 {
     m_problem = {subject, reason};
     return false;
 }
 
-NodePtr Editor::findNode(const std::string& path)
+NodePtr Edits::findNode(const std::string& path)
 {
-    NodePtr node = m_container.findNodeFromPath(path.c_str());
+    NodePtr node = m_document.findNodeFromPath(path.c_str());
     if (!node)
         fail(path, "no such node");
     return node;
 }
 
-NodePtr Editor::findInnerNode(const std::string& path)
+NodePtr Edits::findInnerNode(const std::string& path)
 {
     NodePtr node = findNode(path);
     if (!node || node->getParentCompound())
@@ -206,7 +204,7 @@ NodePtr Editor::findInnerNode(const std::string& path)
     return nullptr;
 }
 
-CompoundPtr Editor::findCompound(const std::string& path)
+CompoundPtr Edits::findCompound(const std::string& path)
 {
     const NodePtr node = findNode(path);
     if (node && !node->isCompound())
@@ -214,7 +212,7 @@ CompoundPtr Editor::findCompound(const std::string& path)
     return node ? node->getAsCompound() : nullptr;
 }
 
-PortPtr Editor::findCompoundPort(ZEL::Compound& compound, const std::string& name)
+PortPtr Edits::findCompoundPort(ZEL::Compound& compound, const std::string& name)
 {
     PortPtr port = compound.innerInputs()[name.c_str()];
     if (!port)

@@ -7,13 +7,13 @@
 
 namespace shading {
 
-class Container;
+class Document;
 
 /// The edits of a document, each undone and redone as one. Things are named by path; the first
 /// match wins. An edit that answers false was refused: nothing changed, and problem() says why.
 ///
 /// The library's commands make the changes where there is one.
-class Editor {
+class Edits {
 public:
     /// A thing and what is wrong with it.
     struct Problem {
@@ -21,8 +21,8 @@ public:
         std::string reason;
     };
 
-    /// The container is not owned and must outlive the editor.
-    explicit Editor(Container& container);
+    /// The document is not owned and must outlive the edits.
+    explicit Edits(Document& document);
 
     const Problem& problem() const { return m_problem; }
     History& history() { return m_history; }
@@ -85,7 +85,7 @@ private:
                         PortPtr& sender,
                         PortPtr& receiver);
 
-    Container& m_container;
+    Document& m_document;
     History m_history;
     Problem m_problem;
 };

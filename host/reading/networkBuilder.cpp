@@ -50,12 +50,12 @@ private:
     std::unordered_map<std::string, int> m_numbers; ///< The last number tried, by stem.
 };
 
-NetworkBuilder::NetworkBuilder(Container& container,
+NetworkBuilder::NetworkBuilder(Document& document,
                                const XmlSource& xml,
                                std::vector<Message>& warnings,
                                UnconnectedNetwork& network,
-                               OpeningProgress& progress)
-    : m_container(container),
+                               Progress& progress)
+    : m_document(document),
       m_xml(xml),
       m_warnings(warnings),
       m_network(network),
@@ -67,7 +67,7 @@ void NetworkBuilder::build()
 {
     const pugi::xml_node element = m_xml.documentElement();
     m_progress.begin(150, 550, m_xml.text().size());
-    m_network.root = Node::createNew(&m_container, "Top");
+    m_network.root = Node::createNew(&m_document, "Top");
     m_network.root->setNodeTypeName(element.name());
     m_network.root->setElement(element.internal_object());
     Scope& scope = m_network.scopes.emplace_back();
@@ -110,7 +110,7 @@ void NetworkBuilder::addCompoundPort(pugi::xml_node element,
         scope.compound->createCompoundPort(isInput ? ZEL::PortInput : ZEL::PortOutput, name.c_str(),
                                            typeOf(element, names.pathTo(name)));
     ZEL::PortList& outerPorts = isInput ? owner->inputs() : owner->outputs();
-    m_container.origins().setPort(outerPorts[index], element.internal_object());
+    m_document.origins().setPort(outerPorts[index], element.internal_object());
     outerPorts[index]->setPortDefaultValue(element.attribute("value").value());
     // An input of a graph is fed from outside it, an output from inside.
     if (isInput)
@@ -138,7 +138,7 @@ void NetworkBuilder::addGraph(pugi::xml_node element, SiblingNames& names, Scope
 void NetworkBuilder::addPlainNode(pugi::xml_node element, SiblingNames& names, Scope& scope)
 {
     const std::string name = takeName(element, names);
-    const ZEL::AddRefWrapper<Node> node = Node::createNew(&m_container, name.c_str());
+    const ZEL::AddRefWrapper<Node> node = Node::createNew(&m_document, name.c_str());
     node->setNodeTypeName(element.name());
     node->setElement(element.internal_object());
     scope.compound->nodes().add(node);
@@ -148,7 +148,7 @@ void NetworkBuilder::addPlainNode(pugi::xml_node element, SiblingNames& names, S
     if (type.empty())
         warn(element, names.pathTo(name), "no type: it has no output of its own");
     else if (type != kMultiOutput)
-        node->outputs().addPort(kDefaultOutput, m_container.dataType(type));
+        node->outputs().addPort(kDefaultOutput, m_document.dataType(type));
 
     SiblingNames portNames(element, *node);
     for (const pugi::xml_node child : element.children()) {
@@ -168,7 +168,7 @@ void NetworkBuilder::addInput(pugi::xml_node element,
     const std::string name = takeName(element, names);
     const ZEL::AddRefWrapper<ZEL::Port> port =
         node.inputs().addPort(name.c_str(), typeOf(element, names.pathTo(name)));
-    m_container.origins().setPort(port, element.internal_object());
+    m_document.origins().setPort(port, element.internal_object());
     port->setPortDefaultValue(element.attribute("value").value());
     addReference(element, port, &scope);
 }
@@ -184,7 +184,7 @@ void NetworkBuilder::addOutput(pugi::xml_node element, SiblingNames& names, Node
         element == first ? node.outputs()[name.c_str()] : ZEL::AddRefWrapper<ZEL::Port>();
     if (!port)
         port = node.outputs().addPort(name.c_str(), typeOf(element, path));
-    m_container.origins().setPort(port, element.internal_object());
+    m_document.origins().setPort(port, element.internal_object());
     if (hasReference(element))
         warn(element, path, "an output of a plain node has no source");
 }
@@ -195,7 +195,7 @@ ZEL::AddRefWrapper<ZEL::PortDataType> NetworkBuilder::typeOf(pugi::xml_node elem
     const std::string type = attributeOf(element, "type");
     if (type.empty())
         warn(element, path, std::string("no type: taken as \"") + kNoType + "\"");
-    return m_container.dataType(type.empty() ? kNoType : type);
+    return m_document.dataType(type.empty() ? kNoType : type);
 }
 
 std::string NetworkBuilder::takeName(pugi::xml_node element, SiblingNames& names)

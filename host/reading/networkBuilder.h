@@ -12,8 +12,8 @@
 
 namespace shading {
 
-class Container;
-class OpeningProgress;
+class Document;
+class Progress;
 class XmlSource;
 
 /// One compound while a document is read, with its nodes by name: where siblings have one name, the
@@ -43,11 +43,11 @@ struct UnconnectedNetwork {
 class NetworkBuilder {
 public:
     /// Nothing given is owned; all must outlive the builder.
-    NetworkBuilder(Container& container,
+    NetworkBuilder(Document& document,
                    const XmlSource& xml,
                    std::vector<Message>& warnings,
                    UnconnectedNetwork& network,
-                   OpeningProgress& progress);
+                   Progress& progress);
 
     void build();
 
@@ -70,11 +70,11 @@ private:
                       const Scope* scope);
     void warn(pugi::xml_node element, const std::string& path, const std::string& text);
 
-    Container& m_container;
+    Document& m_document;
     const XmlSource& m_xml;
     std::vector<Message>& m_warnings;
     UnconnectedNetwork& m_network;
-    OpeningProgress& m_progress;
+    Progress& m_progress;
 };
 
 } // namespace shading

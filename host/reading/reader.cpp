@@ -174,20 +174,20 @@ NamedOutputs namedOutputs(const UnconnectedNetwork& network)
 
 } // namespace
 
-ZEL::AddRefWrapper<ZEL::Node> readNetwork(Container& container,
+ZEL::AddRefWrapper<ZEL::Node> readNetwork(Document& document,
                                           const XmlSource& xml,
                                           std::vector<Message>& warnings,
-                                          OpeningProgress& progress)
+                                          Progress& progress)
 {
     UnconnectedNetwork network;
-    NetworkBuilder(container, xml, warnings, network, progress).build();
+    NetworkBuilder(document, xml, warnings, network, progress).build();
     std::size_t nodeCount = 0;
     for (const Scope& scope : network.scopes)
         nodeCount += scope.nodes.size();
     progress.begin(550, 850, nodeCount);
-    defineNodes(container, *network.root->getAsCompound(), namedOutputs(network), &progress);
+    defineNodes(document, *network.root->getAsCompound(), namedOutputs(network), &progress);
     progress.begin(850, 1000, network.references.size());
-    Connector connector(xml, warnings, container.origins(), network.scopes.front());
+    Connector connector(xml, warnings, document.origins(), network.scopes.front());
     for (const Reference& reference : network.references) {
         connector.connect(reference);
         progress.step();

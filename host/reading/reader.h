@@ -7,16 +7,16 @@
 
 namespace shading {
 
-class Container;
-class OpeningProgress;
+class Document;
+class Progress;
 class XmlSource;
 
-/// Makes the network of a document and returns its root node. The container and the XML must
+/// Makes the network of a document and returns its root node. The document and the XML must
 /// outlive it. What does not resolve is left out and reported; the XML is not changed. Private to
 /// the host's library.
-ZEL::AddRefWrapper<ZEL::Node> readNetwork(Container& container,
+ZEL::AddRefWrapper<ZEL::Node> readNetwork(Document& document,
                                           const XmlSource& xml,
                                           std::vector<Message>& warnings,
-                                          OpeningProgress& progress);
+                                          Progress& progress);
 
 } // namespace shading

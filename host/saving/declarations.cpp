@@ -84,7 +84,7 @@ public:
     Declarations(DraftNetwork& network, std::vector<SaveProblem>& problems)
         : m_network(network),
           m_problems(problems),
-          m_root(network.container().xml().documentElement())
+          m_root(network.document().xml().documentElement())
     {
     }
 
@@ -216,13 +216,13 @@ private:
     /// A reference made the port: it has the type of what it feeds.
     bool isImplied(ZEL::Port& port)
     {
-        return !m_network.container().origins().impliedNameOf(port).empty();
+        return !m_network.document().origins().impliedNameOf(port).empty();
     }
 
     /// Empty for a port that an edit made.
     std::string readNameOf(ZEL::Port& port)
     {
-        const Origins& origins = m_network.container().origins();
+        const Origins& origins = m_network.document().origins();
         const pugi::xml_node element(origins.elementOf(port));
         return element ? attributeOf(element, "name") : origins.impliedNameOf(port);
     }

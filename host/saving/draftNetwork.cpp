@@ -55,16 +55,16 @@ DraftItem* placeOf(const DraftNetwork& network, ZEL::PortList& list, ZEL::Port& 
 
 } // namespace
 
-DraftNetwork::DraftNetwork(Container& container)
-    : m_container(container),
-      m_draft(container.xml().text(), container.xml().encoding())
+DraftNetwork::DraftNetwork(Document& document)
+    : m_document(document),
+      m_draft(document.xml().text(), document.xml().encoding())
 {
     m_portItems.reserve(m_draft.elementCount());
 }
 
 bool DraftNetwork::isWhole() const
 {
-    const pugi::xml_node root = m_container.xml().documentElement();
+    const pugi::xml_node root = m_document.xml().documentElement();
     return countIn(m_draft, root.parent()) == static_cast<int>(m_draft.elementCount());
 }
 
@@ -108,7 +108,7 @@ DraftItem* DraftNetwork::readItemOf(const ZEL::Node& node) const
 
 DraftItem* DraftNetwork::readItemOf(const ZEL::Port& port) const
 {
-    return itemAt(m_draft, m_container.origins().elementOf(port));
+    return itemAt(m_draft, m_document.origins().elementOf(port));
 }
 
 std::pair<ZEL::Node*, ZEL::Port*>& DraftNetwork::claimOf(const DraftItem& item)

@@ -11,7 +11,7 @@
 
 namespace shading {
 
-class Container;
+class Document;
 
 /// What cannot be saved, and why.
 struct SaveProblem {
@@ -19,18 +19,18 @@ struct SaveProblem {
     std::string reason;
 };
 
-/// A draft of a container's document, and what its elements are to the network as it is now. The
-/// network and the container's XML are only looked at. Private to the host's library.
+/// A draft of a document's text, and what its elements are to the network as it is now. The
+/// network and the document's XML are only looked at. Private to the host's library.
 class DraftNetwork {
 public:
-    /// The container must outlive it, and its network must not change meanwhile.
-    explicit DraftNetwork(Container& container);
+    /// The document must outlive it, and its network must not change meanwhile.
+    explicit DraftNetwork(Document& document);
     DraftNetwork(const DraftNetwork&) = delete;
     DraftNetwork& operator=(const DraftNetwork&) = delete;
 
-    Container& container() { return m_container; }
+    Document& document() { return m_document; }
     Draft& draft() { return m_draft; }
-    /// True when the draft has the elements of the container's XML, each at its place.
+    /// True when the draft has the elements of the document's XML, each at its place.
     bool isWhole() const;
 
     /// Notes that the element stands for the node, or for the port (the compound node's own one).
@@ -55,7 +55,7 @@ public:
 private:
     std::pair<ZEL::Node*, ZEL::Port*>& claimOf(const DraftItem& item);
 
-    Container& m_container;
+    Document& m_document;
     Draft m_draft;
     std::unordered_map<const ZEL::Node*, DraftItem*> m_nodeItems;
     std::unordered_map<const ZEL::Port*, DraftItem*> m_portItems;

@@ -19,7 +19,7 @@ public:
     OutsideNames(DraftNetwork& network, std::vector<SaveProblem>& problems)
         : m_network(network),
           m_problems(problems),
-          m_root(network.container().xml().documentElement())
+          m_root(network.document().xml().documentElement())
     {
     }
 
@@ -184,12 +184,12 @@ private:
         const ZEL::Port* port = declared ? m_network.portOf(itemOf(declared)) : nullptr;
         for (int i = 0; owner && !declared && !port && i < owner->inputs().size(); ++i) {
             const ZEL::AddRefWrapper<ZEL::Port> input = owner->inputs()[i];
-            if (m_network.container().origins().impliedNameOf(*input) == name)
+            if (m_network.document().origins().impliedNameOf(*input) == name)
                 port = input.get();
         }
         const std::string now = port ? port->getName() : name.c_str();
         if (!owner)
-            refuse(pathOf(*m_network.container().getRootNode()) + "." + attributeOf(graph, "name") +
+            refuse(pathOf(*m_network.document().getRootNode()) + "." + attributeOf(graph, "name") +
                        "." + name,
                    element);
         else if (owner != around)

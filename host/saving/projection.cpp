@@ -35,7 +35,7 @@ public:
 
     void run()
     {
-        const ZEL::AddRefWrapper<ZEL::Node> root = m_network.container().getRootNode();
+        const ZEL::AddRefWrapper<ZEL::Node> root = m_network.document().getRootNode();
         claimAll(*root);
         collectGone(*m_network.itemOf(*root));
         place(*root);
@@ -209,7 +209,7 @@ private:
         if (!compound)
             return;
         for (ZEL::Port* const port : node.inputs()) {
-            if (!m_network.itemOf(*port) && !m_network.container().origins().isImplied(*port))
+            if (!m_network.itemOf(*port) && !m_network.document().origins().isImplied(*port))
                 m_network.declare(node, *port);
         }
         for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes())

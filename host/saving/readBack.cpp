@@ -32,7 +32,7 @@ Node& nodeAt(ZEL::NodeList& list, int index)
 
 } // namespace
 
-ReadBack::ReadBack(DraftNetwork& network, Container& back, const OffsetIndex& places)
+ReadBack::ReadBack(DraftNetwork& network, Document& back, const OffsetIndex& places)
     : m_network(network),
       m_back(back),
       m_places(places)
@@ -43,7 +43,7 @@ ReadBack::ReadBack(DraftNetwork& network, Container& back, const OffsetIndex& pl
 
 void ReadBack::run()
 {
-    const NodePtr live = m_network.container().getRootNode();
+    const NodePtr live = m_network.document().getRootNode();
     const NodePtr back = m_back.getRootNode();
     compareNodes(static_cast<Node&>(*live), static_cast<Node&>(*back));
     compareSources(*live);

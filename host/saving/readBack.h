@@ -17,7 +17,7 @@ class ReadBack {
 public:
     /// Back is the draft, opened again; places are those of its elements in that text. All must
     /// outlive it.
-    ReadBack(DraftNetwork& network, Container& back, const OffsetIndex& places);
+    ReadBack(DraftNetwork& network, Document& back, const OffsetIndex& places);
 
     void run();
     /// What came back different. Empty: the two networks are equal.
@@ -42,7 +42,7 @@ private:
     void differ(const std::string& path, const std::string& reason, bool isWritten);
 
     DraftNetwork& m_network;
-    Container& m_back;
+    Document& m_back;
     const OffsetIndex& m_places;
     std::unordered_map<const ZEL::Port*, ZEL::Port*> m_liveOf; ///< Of sources and compounds' ports.
     std::unordered_map<const ZEL::Port*, ZEL::Port*> m_backOf; ///< Of what receives.

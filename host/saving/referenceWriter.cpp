@@ -43,7 +43,7 @@ bool hasReference(const DraftItem& element)
 
 bool isStale(DraftNetwork& network, const DraftItem& element, ZEL::Port& port)
 {
-    const Origins& origins = network.container().origins();
+    const Origins& origins = network.document().origins();
     return hasReference(element) &&
            (!element.isFromText || origins.wasConnected(origins.elementOf(port)));
 }

@@ -24,9 +24,9 @@ bool settle(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& 
         OffsetIndex places;
         text = network.draft().write(places);
         Message error;
-        const std::unique_ptr<Container> back = network.container().openText(text, error);
+        const std::unique_ptr<Document> back = network.document().openText(text, error);
         if (!back) {
-            problems.push_back({pathOf(*network.container().getRootNode()),
+            problems.push_back({pathOf(*network.document().getRootNode()),
                                 "it would not open again: " + messageText(error)});
             return false;
         }
@@ -44,10 +44,10 @@ bool settle(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& 
 
 } // namespace
 
-bool saveToBytes(Container& container, std::string& bytes, std::vector<SaveProblem>& problems)
+bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem>& problems)
 {
-    DraftNetwork network(container);
-    const std::string root = pathOf(*container.getRootNode());
+    DraftNetwork network(document);
+    const std::string root = pathOf(*document.getRootNode());
     if (!network.isWhole()) {
         problems.push_back({root, "its text does not have the elements that were read from it"});
         return false;
@@ -62,17 +62,17 @@ bool saveToBytes(Container& container, std::string& bytes, std::vector<SaveProbl
     std::string text;
     if (!settle(network, text, problems))
         return false;
-    const Encoding& encoding = container.xml().encoding();
+    const Encoding& encoding = document.xml().encoding();
     if (convertFromUtf8(text, encoding, bytes))
         return true;
     problems.push_back({root, "the encoding " + encoding.name + " lacks a character of it"});
     return false;
 }
 
-bool saveToFile(Container& container, const std::string& path, std::vector<SaveProblem>& problems)
+bool saveToFile(Document& document, const std::string& path, std::vector<SaveProblem>& problems)
 {
     std::string bytes;
-    if (!saveToBytes(container, bytes, problems))
+    if (!saveToBytes(document, bytes, problems))
         return false;
     std::string problem;
     if (replaceFile(path, bytes, problem))

@@ -7,16 +7,16 @@
 
 namespace shading {
 
-class Container;
+class Document;
 
-/// The bytes of a file that holds the container's network now, in the encoding that the document
+/// The bytes of a file that holds the document's network now, in the encoding that the document
 /// came in. What was not edited stands byte for byte as it was read. The result, opened again, has
 /// the same network but for the order in which a port feeds its targets. False when the format
-/// cannot say something, with everything of that kind that was found. The container is not changed.
-bool saveToBytes(Container& container, std::string& bytes, std::vector<SaveProblem>& problems);
+/// cannot say something, with everything of that kind that was found. The document is not changed.
+bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem>& problems);
 
 /// Saves into the file, which is replaced only when all of it is written. False when it is not:
 /// then the file is as it was.
-bool saveToFile(Container& container, const std::string& path, std::vector<SaveProblem>& problems);
+bool saveToFile(Document& document, const std::string& path, std::vector<SaveProblem>& problems);
 
 } // namespace shading

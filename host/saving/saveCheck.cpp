@@ -72,7 +72,7 @@ public:
 
     std::vector<SaveProblem> run()
     {
-        const NodePtr root = m_network.container().getRootNode();
+        const NodePtr root = m_network.document().getRootNode();
         checkPorts(*root);
         checkInside(*root);
         return m_problems;
@@ -238,7 +238,7 @@ private:
     /// Not renamed; a port without an element is as its definition has it.
     bool isAsRead(ZEL::Port& port)
     {
-        const pugi::xml_node element(m_network.container().origins().elementOf(port));
+        const pugi::xml_node element(m_network.document().origins().elementOf(port));
         if (element)
             return hasReadName(element, port.getName());
         const NodePtr node = port.getParentNode();

@@ -147,7 +147,7 @@ private:
 
 void writeAhead(DraftNetwork& network)
 {
-    WriteAhead(network).run(*network.container().getRootNode());
+    WriteAhead(network).run(*network.document().getRootNode());
 }
 
 } // namespace shading

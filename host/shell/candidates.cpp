@@ -69,16 +69,16 @@ void addPorts(ZEL::PortList& list, const std::string& folder, Candidates& candid
 
 void addPaths(const PathKind& kind,
               const std::string& typed,
-              Container& container,
+              Document& document,
               Candidates& candidates)
 {
     const std::size_t dot = typed.rfind('.');
     if (dot == std::string::npos) {
-        const NodePtr root = container.getRootNode();
+        const NodePtr root = document.getRootNode();
         addNode(*root, root->getName(), kind, candidates);
         return;
     }
-    const NodePtr node = container.findNodeFromPath(typed.substr(0, dot).c_str());
+    const NodePtr node = document.findNodeFromPath(typed.substr(0, dot).c_str());
     if (!node)
         return;
     const std::string folder = typed.substr(0, dot + 1);
@@ -95,9 +95,9 @@ void addPaths(const PathKind& kind,
 }
 
 /// The names of what the compound at the path has: of its nodes, or of its ports.
-void addNames(const std::string& path, bool isPort, Container& container, Candidates& candidates)
+void addNames(const std::string& path, bool isPort, Document& document, Candidates& candidates)
 {
-    const NodePtr node = container.findNodeFromPath(path.c_str());
+    const NodePtr node = document.findNodeFromPath(path.c_str());
     if (!node || !node->isCompound())
         return;
     if (isPort) {
@@ -173,13 +173,13 @@ void addCandidates(const std::string& kind,
                    const CandidateSources& sources,
                    Candidates& candidates)
 {
-    ZEL::Runtime& runtime = *sources.container.getRuntime();
+    ZEL::Runtime& runtime = *sources.document.getRuntime();
     for (const auto& known : kPathKinds) {
         if (kind == known.name)
-            addPaths(known.kind, typed, sources.container, candidates);
+            addPaths(known.kind, typed, sources.document, candidates);
     }
     if (kind == "child" || kind == "inner")
-        addNames(compound, kind == "inner", sources.container, candidates);
+        addNames(compound, kind == "inner", sources.document, candidates);
     else if (kind == "type")
         addTypes(runtime, candidates);
     else if ((kind == "nodetype" || kind == "library") && runtime.getNodeLibrary())

@@ -5,7 +5,7 @@
 
 namespace shading {
 
-class Container;
+class Document;
 struct Command;
 
 /// A word that may be meant.
@@ -33,7 +33,7 @@ private:
 /// What candidates are taken from. Nothing is owned.
 struct CandidateSources {
     const std::vector<Command>& commands;
-    Container& container;
+    Document& document;
 };
 
 /// Adds the words of that kind, as `Command::kinds` names them. The compound is the path that an

@@ -111,7 +111,7 @@ std::string commonStart(const std::vector<Candidate>& candidates)
 } // namespace
 
 Completion
-complete(const std::vector<Command>& commands, Container& container, const std::string& line)
+complete(const std::vector<Command>& commands, Document& document, const std::string& line)
 {
     const UnfinishedLine unfinished = splitUnfinished(line);
     Completion completion;
@@ -120,7 +120,7 @@ complete(const std::vector<Command>& commands, Container& container, const std::
         return completion;
 
     Candidates candidates(unfinished.word);
-    const CandidateSources sources = {commands, container};
+    const CandidateSources sources = {commands, document};
     if (unfinished.words.empty())
         addCandidates("command", unfinished.word, "", sources, candidates);
     for (const Command& command : commands) {

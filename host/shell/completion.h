@@ -5,7 +5,7 @@
 
 namespace shading {
 
-class Container;
+class Document;
 struct Command;
 
 // Completion of what is typed. `Command::kinds` says what each argument of a command takes:
@@ -35,6 +35,6 @@ struct Completion {
 /// Completes the line at its end, which is the cursor. Paths are completed level by level. A name
 /// that no path reaches is left out.
 Completion
-complete(const std::vector<Command>& commands, Container& container, const std::string& line);
+complete(const std::vector<Command>& commands, Document& document, const std::string& line);
 
 } // namespace shading

@@ -8,9 +8,9 @@
 
 namespace shading {
 
-Shell::Shell(Container& container, std::ostream& out, std::ostream& err)
-    : m_container(container),
-      m_editor(container),
+Shell::Shell(Document& document, std::ostream& out, std::ostream& err)
+    : m_document(document),
+      m_edits(document),
       m_out(out),
       m_err(err)
 {
@@ -109,7 +109,7 @@ bool Shell::fail(const std::string& subject, const std::string& reason)
 
 ZEL::AddRefWrapper<ZEL::Node> Shell::nodeAt(const std::string& path)
 {
-    ZEL::AddRefWrapper<ZEL::Node> node = m_container.findNodeFromPath(path.c_str());
+    ZEL::AddRefWrapper<ZEL::Node> node = m_document.findNodeFromPath(path.c_str());
     if (!node)
         fail(path, "no such node");
     return node;
@@ -118,7 +118,7 @@ ZEL::AddRefWrapper<ZEL::Node> Shell::nodeAt(const std::string& path)
 ZEL::AddRefWrapper<ZEL::Compound> Shell::compoundAt(const std::vector<std::string>& arguments)
 {
     if (arguments.empty())
-        return m_container.getRootNode()->getAsCompound();
+        return m_document.getRootNode()->getAsCompound();
     const ZEL::AddRefWrapper<ZEL::Node> node = nodeAt(arguments.front());
     if (!node)
         return nullptr;

@@ -35,7 +35,7 @@ class Shell {
 public:
     /// Nothing given is owned; all must outlive the shell. Knows `help`, `source` and
     /// `quit`.
-    Shell(Container& container, std::ostream& out, std::ostream& err);
+    Shell(Document& document, std::ostream& out, std::ostream& err);
 
     /// Adds commands to the table; a name is used once. The help shows them below the title.
     void add(const std::vector<Command>& commands, const char* title = "More");
@@ -55,9 +55,9 @@ public:
     void stopScriptsWhen(std::function<bool()> isStopped) { m_isStopped = std::move(isStopped); }
 
     // For commands.
-    Container& container() { return m_container; }
+    Document& document() { return m_document; }
     /// All changes of the document go through it.
-    Editor& editor() { return m_editor; }
+    Edits& edits() { return m_edits; }
     std::ostream& out() { return m_out; }
     const std::vector<Command>& commands() const { return m_commands; }
     /// True when the running command was given that option of its own.
@@ -80,8 +80,8 @@ private:
     static bool source(Shell& shell, const std::vector<std::string>& arguments);
     static bool quit(Shell& shell, const std::vector<std::string>& arguments);
 
-    Container& m_container;
-    Editor m_editor;
+    Document& m_document;
+    Edits m_edits;
     std::ostream& m_out;
     std::ostream& m_err;
     std::vector<Command> m_commands;

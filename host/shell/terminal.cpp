@@ -31,7 +31,7 @@ char** completeLine(const char* line, int /*start*/, int /*end*/)
 {
     rl_attempted_completion_over = 1;
     rl_completion_suppress_append = 1;
-    const Completion found = complete(g_shell->commands(), g_shell->container(), line);
+    const Completion found = complete(g_shell->commands(), g_shell->document(), line);
     const std::size_t count = found.candidates.size();
     if (count == 0)
         return nullptr;
@@ -129,7 +129,7 @@ void runFromTerminal(Shell& shell)
     bool isWarned = false;
     while (true) {
         const bool isAtEnd = !runLine(shell) || shell.hasQuit();
-        if (isAtEnd && (isWarned || shell.editor().history().isSaved()))
+        if (isAtEnd && (isWarned || shell.edits().history().isSaved()))
             break;
         // Only at once: the next `quit` after more edits warns again.
         isWarned = isAtEnd;

@@ -122,14 +122,14 @@ chooseRuntime(const std::string& path, shading::PluginModule& plugin, ZEL::Runti
 }
 
 /// With a line on standard error when it takes its time.
-std::unique_ptr<shading::Container> openDocument(const Arguments& arguments,
-                                                 std::vector<shading::Message>& messages)
+std::unique_ptr<shading::Document> openDocument(const Arguments& arguments,
+                                                std::vector<shading::Message>& messages)
 {
     shading::ProgressLine line(std::cerr, terminalColumns(), "opening " + arguments.document,
                                std::chrono::steady_clock::now);
     shading::OpenOptions options = arguments.options;
     options.progress = [&](int permille) { line.update(permille); };
-    return shading::Container::open(arguments.document, options, messages);
+    return shading::Document::open(arguments.document, options, messages);
 }
 
 bool runCommands(shading::Shell& shell, const std::vector<std::string>& commands)
@@ -165,15 +165,15 @@ int main(int argc, char** argv)
     bool isRead = true;
     for (const std::string& library : arguments.libraries)
         isRead = shading::readDefinitions(library, *runtime, messages) && isRead;
-    std::unique_ptr<shading::Container> container;
+    std::unique_ptr<shading::Document> document;
     if (isRead)
-        container = openDocument(arguments, messages);
+        document = openDocument(arguments, messages);
     for (const shading::Message& message : messages)
         std::cerr << shading::messageText(message) << "\n";
-    if (!container)
+    if (!document)
         return kFailure;
 
-    shading::Shell shell(*container, std::cout, std::cerr);
+    shading::Shell shell(*document, std::cout, std::cerr);
     shell.add(shading::viewCommands(), "Looking");
     shell.add(shading::drawCommands(), "Looking");
     shell.add(shading::libraryCommands(), "Definitions");
@@ -181,7 +181,7 @@ int main(int argc, char** argv)
     shell.add(shading::fileCommands(), "Files");
     std::unique_ptr<shading::Watcher> watcher;
     if (arguments.isWatched)
-        watcher = std::make_unique<shading::Watcher>(container->getRootNode(), std::cout);
+        watcher = std::make_unique<shading::Watcher>(document->getRootNode(), std::cout);
     bool isGood = true;
     if (!arguments.commands.empty())
         isGood = runCommands(shell, arguments.commands);

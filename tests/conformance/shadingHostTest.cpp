@@ -28,7 +28,7 @@ public:
     std::unique_ptr<ZEL::Container> makeDocument() override
     {
         std::vector<shading::Message> messages;
-        return shading::Container::open(path(), {}, messages);
+        return shading::Document::open(path(), {}, messages);
     }
     ZEL::AddRefWrapper<ZEL::Node> makeNode(ZEL::Container& document, const char* name) override
     {
@@ -36,7 +36,7 @@ public:
     }
     std::string uuidOf(ZEL::Container& document) override
     {
-        return static_cast<shading::Container&>(document).uuid();
+        return static_cast<shading::Document&>(document).uuid();
     }
     std::string savePath() override { return m_folder + "/saved.mtlx"; }
 

@@ -64,17 +64,17 @@ ZEL::Runtime& runtime()
     return *made;
 }
 
-std::unique_ptr<shading::Container> open(const std::string& bytes, std::string& messages)
+std::unique_ptr<shading::Document> open(const std::string& bytes, std::string& messages)
 {
     const MemoryFile file(bytes);
     shading::OpenOptions options;
     options.runtime = &runtime();
     std::vector<shading::Message> found;
-    auto container = shading::Container::open(file.path(), options, found);
+    auto document = shading::Document::open(file.path(), options, found);
     for (const shading::Message& message : found)
         messages += shading::messageText(message).substr(file.path().size()) + "\n";
-    zelFuzz::expect(container || !found.empty(), "a document is refused without a word");
-    return container;
+    zelFuzz::expect(document || !found.empty(), "a document is refused without a word");
+    return document;
 }
 
 void addText(ZEL::Node& node, std::string& text)
@@ -87,18 +87,18 @@ void addText(ZEL::Node& node, std::string& text)
 }
 
 /// Everything that edits may change.
-std::string networkText(shading::Container& container)
+std::string networkText(shading::Document& document)
 {
-    ZEL::Node& root = *container.getRootNode();
+    ZEL::Node& root = *document.getRootNode();
     std::string text = shading::connectionsText(*root.getAsCompound());
     addText(root, text);
     return text;
 }
 
 /// No connection that one end does not know, no inner port out of step, no wrong owner.
-void expectSound(shading::Container& container, const std::string& where)
+void expectSound(shading::Document& document, const std::string& where)
 {
-    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(container))
+    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(document))
         zelFuzz::expect(finding.kind != zelCheck::Kind::OneEnded &&
                             finding.kind != zelCheck::Kind::OutOfStep &&
                             finding.kind != zelCheck::Kind::WrongOwner,
@@ -106,13 +106,13 @@ void expectSound(shading::Container& container, const std::string& where)
 }
 
 /// What was saved opens again, and saves as the same bytes.
-void expectSaved(shading::Container& container)
+void expectSaved(shading::Document& document)
 {
-    const std::string before = networkText(container);
+    const std::string before = networkText(document);
     std::string bytes;
     std::vector<shading::SaveProblem> problems;
-    const bool isSaved = shading::saveToBytes(container, bytes, problems);
-    zelFuzz::expect(networkText(container) == before, "saving changes the network");
+    const bool isSaved = shading::saveToBytes(document, bytes, problems);
+    zelFuzz::expect(networkText(document) == before, "saving changes the network");
     zelFuzz::expect(isSaved || !problems.empty(), "saving is refused without a word");
     if (!isSaved)
         return;
@@ -135,35 +135,35 @@ void expectSaved(shading::Container& container)
 }
 
 /// Runs the commands and takes them back; then does them again.
-void edit(shading::Container& container, const std::string& commands)
+void edit(shading::Document& document, const std::string& commands)
 {
     std::ostringstream told;
-    shading::Shell shell(container, told, told);
+    shading::Shell shell(document, told, told);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
     std::istringstream lines(commands);
     std::string line;
-    const std::string before = networkText(container);
+    const std::string before = networkText(document);
     for (std::size_t i = 0; i < kMaxCommands && std::getline(lines, line); ++i) {
         if (line.find("save") != std::string::npos || line.size() > 200)
             continue; // Files of the host stay as they are.
         shell.run(line);
-        expectSound(container, line);
+        expectSound(document, line);
     }
-    shading::History& history = shell.editor().history();
+    shading::History& history = shell.edits().history();
     const int count = history.undoCount();
-    const std::string after = networkText(container);
-    expectSaved(container);
+    const std::string after = networkText(document);
+    expectSaved(document);
     std::string title;
     std::string problem;
     while (history.undoCount() > 0)
         zelFuzz::expect(history.undo(title, problem),
                         title.append(" cannot be undone: ").append(problem));
-    zelFuzz::expect(networkText(container) == before, "undone, the document is another one");
+    zelFuzz::expect(networkText(document) == before, "undone, the document is another one");
     while (history.undoCount() < count)
         zelFuzz::expect(history.redo(title, problem),
                         title.append(" cannot be redone: ").append(problem));
-    zelFuzz::expect(networkText(container) == after, "redone, the document is another one");
+    zelFuzz::expect(networkText(document) == after, "redone, the document is another one");
 }
 
 } // namespace
@@ -174,18 +174,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string input(reinterpret_cast<const char*>(data), size);
     const bool isWide = size > 1 && (data[0] == 0 || data[1] == 0 || data[0] >= 0xFE);
     const std::size_t end = isWide ? std::string::npos : input.rfind('\0');
-    const std::string document = input.substr(0, end);
+    const std::string text = input.substr(0, end);
     std::string messages;
     std::string messagesAgain;
-    const auto container = open(document, messages);
-    const auto again = open(document, messagesAgain);
-    zelFuzz::expect(messages == messagesAgain && !container == !again, "opened twice, two results");
-    if (!container)
+    const auto document = open(text, messages);
+    const auto again = open(text, messagesAgain);
+    zelFuzz::expect(messages == messagesAgain && !document == !again, "opened twice, two results");
+    if (!document)
         return 0;
-    zelFuzz::expect(networkText(*container) == networkText(*again), "opened twice, two networks");
-    expectSound(*container, "opened");
-    expectSaved(*container);
+    zelFuzz::expect(networkText(*document) == networkText(*again), "opened twice, two networks");
+    expectSound(*document, "opened");
+    expectSaved(*document);
     if (end != std::string::npos)
-        edit(*container, input.substr(end + 1));
+        edit(*document, input.substr(end + 1));
     return 0;
 }

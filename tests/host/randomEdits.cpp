@@ -46,24 +46,24 @@ void addTargets(ZEL::Node& node, std::string& text)
 
 } // namespace
 
-std::string documentText(shading::Container& container)
+std::string documentText(shading::Document& document)
 {
-    const shading::NodePtr root = container.getRootNode();
+    const shading::NodePtr root = document.getRootNode();
     std::string text = shading::connectionsText(*root->getAsCompound());
     addText(*root, text);
     return text;
 }
 
-std::string networkText(shading::Container& container)
+std::string networkText(shading::Document& document)
 {
-    std::string text = documentText(container);
-    addTargets(*container.getRootNode(), text);
+    std::string text = documentText(document);
+    addTargets(*document.getRootNode(), text);
     return text;
 }
 
-RandomEdits::RandomEdits(shading::Container& container, unsigned seed)
-    : m_container(container),
-      m_editor(container),
+RandomEdits::RandomEdits(shading::Document& document, unsigned seed)
+    : m_document(document),
+      m_edits(document),
       m_random(seed)
 {
 }
@@ -87,7 +87,7 @@ void RandomEdits::collect(const shading::NodePtr& node)
 shading::NodePtr RandomEdits::anyNode()
 {
     return m_nodes.empty()
-               ? m_container.getRootNode()
+               ? m_document.getRootNode()
                : m_nodes[static_cast<std::size_t>(number(static_cast<int>(m_nodes.size())))];
 }
 
@@ -122,18 +122,18 @@ bool RandomEdits::createNode(std::string& line)
     const std::string name = anyName();
     line = "create " + pathOf(*compound->getAsNode()) + " " + name;
     const std::vector<shading::DefinitionPtr>& definitions =
-        m_container.definitions().ofNodeType(anyNode()->getNodeTypeName());
+        m_document.definitions().ofNodeType(anyNode()->getNodeTypeName());
     const int choice = number(static_cast<int>(definitions.size()) + 1);
     const auto definition = static_cast<std::size_t>(choice);
-    return m_editor.run(line, name, [&] {
+    return m_edits.run(line, name, [&] {
         ZEL::AddRefWrapper<shading::Node> node;
         if (definition < definitions.size()) {
-            node = shading::createNode(m_container, definitions[definition], name.c_str());
+            node = shading::createNode(m_document, definitions[definition], name.c_str());
         } else {
-            node = shading::Node::createNew(&m_container, name.c_str());
+            node = shading::Node::createNew(&m_document, name.c_str());
             node->setNodeTypeName("made");
-            node->inputs().addPort("in", m_container.dataType("float"));
-            node->outputs().addPort("out", m_container.dataType("float"));
+            node->inputs().addPort("in", m_document.dataType("float"));
+            node->outputs().addPort("out", m_document.dataType("float"));
         }
         const std::string problem = shading::nameProblem(name);
         return problem.empty() && !compound->nodes().add(node) ? "refused" : problem;
@@ -159,14 +159,14 @@ bool RandomEdits::editPort(std::string& line)
     switch (number(3)) {
     case 0:
         line = "port add " + path + " " + name;
-        return m_editor.addPort(path, isInput ? ZEL::PortInput : ZEL::PortOutput, name,
-                                number(2) == 0 ? "float" : "color3");
+        return m_edits.addPort(path, isInput ? ZEL::PortInput : ZEL::PortOutput, name,
+                               number(2) == 0 ? "float" : "color3");
     case 1:
         line = "port delete " + path + " " + present;
-        return m_editor.deletePort(path, present);
+        return m_edits.deletePort(path, present);
     default:
         line = "port rename " + path + " " + present + " " + name;
-        return m_editor.renamePort(path, present, name);
+        return m_edits.renamePort(path, present, name);
     }
 }
 
@@ -176,7 +176,7 @@ bool RandomEdits::expandOrCollapse(bool isExpand, std::string& line)
     if (isExpand) {
         const std::string path = pathOf(*anyCompound()->getAsNode());
         line = "expand " + path;
-        return m_editor.expand(path, renamed);
+        return m_edits.expand(path, renamed);
     }
     const shading::CompoundPtr compound = anyCompound();
     ZEL::NodeList& nodes = compound->nodes();
@@ -187,14 +187,14 @@ bool RandomEdits::expandOrCollapse(bool isExpand, std::string& line)
     std::string created;
     for (const std::string& name : names)
         line += " " + name;
-    return m_editor.collapse(pathOf(*compound->getAsNode()), anyName(), names, created);
+    return m_edits.collapse(pathOf(*compound->getAsNode()), anyName(), names, created);
 }
 
 bool RandomEdits::edit(std::string& line)
 {
     m_nodes.clear();
     m_compounds.clear();
-    collect(m_container.getRootNode());
+    collect(m_document.getRootNode());
     const shading::CompoundPtr compound = anyCompound();
     const std::string node = pathOf(*anyNode());
     const shading::PortPtr from = anyPort(true, compound, nullptr);
@@ -208,17 +208,17 @@ bool RandomEdits::edit(std::string& line)
     case 1:
     case 2:
         line = "connect " + source + " " + target;
-        return number(2) == 0 ? m_editor.connect(source, target) : m_editor.connect(target, source);
+        return number(2) == 0 ? m_edits.connect(source, target) : m_edits.connect(target, source);
     case 3: {
         const std::string other = from && from->isConnected()
                                       ? from->connectedTo()[0]->getFullPathName().getName()
                                       : target.c_str();
         line = "disconnect " + other + " " + source;
-        return m_editor.disconnect(other, source);
+        return m_edits.disconnect(other, source);
     }
     case 4:
         line = "disconnect-all " + source;
-        return m_editor.disconnectAll(source);
+        return m_edits.disconnectAll(source);
     case 5:
         return expandOrCollapse(true, line);
     case 6:
@@ -227,10 +227,10 @@ bool RandomEdits::edit(std::string& line)
         return editPort(line);
     case 9:
         line = "delete " + node;
-        return m_editor.deleteNode(node);
+        return m_edits.deleteNode(node);
     case 10:
         line = "rename " + node + " " + name;
-        return m_editor.renameNode(node, name);
+        return m_edits.renameNode(node, name);
     case 11:
         return expandOrCollapse(false, line);
     default:
@@ -242,10 +242,10 @@ std::string RandomEdits::step()
 {
     std::string line;
     std::string problem;
-    shading::History& history = m_editor.history();
+    shading::History& history = m_edits.history();
     const int kind = number(8);
     if (kind > 1)
-        return edit(line) ? line : line + ": refused: " + m_editor.problem().reason;
+        return edit(line) ? line : line + ": refused: " + m_edits.problem().reason;
     // Now and then far back.
     for (int i = number(number(20) == 0 ? 100 : 4); i >= 0; --i)
         kind == 0 ? history.undo(line, problem) : history.redo(line, problem);

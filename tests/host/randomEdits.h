@@ -8,19 +8,19 @@
 
 /// Everything that edits may change, as text: nodes and ports in order with types and values, and
 /// the connections of each port in their order, inner ports too.
-std::string networkText(shading::Container& container);
+std::string networkText(shading::Document& document);
 /// The same without the order of a port's connections, which a document does not keep.
-std::string documentText(shading::Container& container);
+std::string documentText(shading::Document& document);
 
 /// Makes random edits on a document, by the paths of what is there now.
 class RandomEdits {
 public:
-    RandomEdits(shading::Container& container, unsigned seed);
+    RandomEdits(shading::Document& document, unsigned seed);
 
     /// Makes one edit, good or refused, or takes some back, or does them again. Returns the command
     /// line that would do it, "refused" behind it.
     std::string step();
-    shading::Editor& editor() { return m_editor; }
+    shading::Edits& edits() { return m_edits; }
 
 private:
     int number(int limit);
@@ -34,8 +34,8 @@ private:
     bool editPort(std::string& line);
     void collect(const shading::NodePtr& node);
 
-    shading::Container& m_container;
-    shading::Editor m_editor;
+    shading::Document& m_document;
+    shading::Edits m_edits;
     std::mt19937 m_random;
     std::vector<shading::NodePtr> m_nodes; ///< All but the root; collected anew for each edit.
     std::vector<shading::CompoundPtr> m_compounds;

@@ -49,14 +49,14 @@ TestDocument::TestDocument(const std::string& elements, bool isStrict)
     shading::OpenOptions options;
     options.isStrict = isStrict;
     std::vector<shading::Message> found;
-    container = shading::Container::open(file.path(), options, found);
+    opened = shading::Document::open(file.path(), options, found);
     messages = messageLines(found, file.path());
 }
 
 std::string TestDocument::run(const std::string& commands) const
 {
     std::ostringstream out;
-    shading::Shell shell(*container, out, out);
+    shading::Shell shell(*opened, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::fileCommands());
     shell.add(shading::drawCommands());
@@ -71,6 +71,6 @@ std::string openText(const std::string& text)
 {
     const TestFile file(text);
     std::vector<shading::Message> found;
-    const bool isOpen = shading::Container::open(file.path(), {}, found) != nullptr;
+    const bool isOpen = shading::Document::open(file.path(), {}, found) != nullptr;
     return isOpen ? "opened" : messageLines(found, file.path());
 }

@@ -31,7 +31,7 @@ struct TestDocument {
     std::string run(const std::string& commands) const;
 
     std::string messages; ///< One a line, without the folder of the file.
-    std::unique_ptr<shading::Container> container;
+    std::unique_ptr<shading::Document> opened;
 };
 
 /// The messages of a file with that text, one a line, without its folder; "opened" when it opens.

@@ -21,21 +21,21 @@ inline std::string readInto(ZEL::Runtime& runtime, const std::string& elements)
 }
 
 /// A document of those elements that uses the runtime.
-inline std::unique_ptr<shading::Container> openWith(ZEL::Runtime* runtime,
-                                                    const std::string& elements)
+inline std::unique_ptr<shading::Document> openWith(ZEL::Runtime* runtime,
+                                                   const std::string& elements)
 {
     const TestFile file("<materialx version='1.39'>" + elements + "</materialx>\n");
     shading::OpenOptions options;
     options.runtime = runtime;
     std::vector<shading::Message> messages;
-    return shading::Container::open(file.path(), options, messages);
+    return shading::Document::open(file.path(), options, messages);
 }
 
 /// What the commands, one a line, print on both outputs.
-inline std::string runIn(shading::Container& container, const std::string& commands)
+inline std::string runIn(shading::Document& document, const std::string& commands)
 {
     std::ostringstream out;
-    shading::Shell shell(container, out, out);
+    shading::Shell shell(document, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::libraryCommands());
     shell.add(shading::editCommands());

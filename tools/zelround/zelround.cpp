@@ -85,9 +85,9 @@ void addText(ZEL::Compound& compound, std::string& text, Row& row)
     }
 }
 
-std::string networkText(shading::Container& container, Row& row)
+std::string networkText(shading::Document& document, Row& row)
 {
-    const ZEL::AddRefWrapper<ZEL::Node> root = container.getRootNode();
+    const ZEL::AddRefWrapper<ZEL::Node> root = document.getRootNode();
     std::string text = shading::connectionsText(*root->getAsCompound());
     row.connections = std::count(text.begin(), text.end(), '\n');
     text += shading::portsText(*root);
@@ -96,38 +96,37 @@ std::string networkText(shading::Container& container, Row& row)
 }
 
 /// Empty, with the problem, when the document does not open.
-std::unique_ptr<shading::Container>
+std::unique_ptr<shading::Document>
 openDocument(const std::string& path, ZEL::Runtime* runtime, Row& row)
 {
     std::vector<shading::Message> messages;
     shading::OpenOptions options;
     options.runtime = runtime;
-    std::unique_ptr<shading::Container> container =
-        shading::Container::open(path, options, messages);
+    std::unique_ptr<shading::Document> document = shading::Document::open(path, options, messages);
     row.warnings = messages.size();
-    if (!container)
+    if (!document)
         row.problem = shading::messageText(messages.back());
-    return container;
+    return document;
 }
 
 Row roundTrip(const std::string& path, const std::string& scratch, ZEL::Runtime* runtime)
 {
     Row row;
-    const std::unique_ptr<shading::Container> container = openDocument(path, runtime, row);
-    if (!container)
+    const std::unique_ptr<shading::Document> document = openDocument(path, runtime, row);
+    if (!document)
         return row;
-    const std::string before = networkText(*container, row);
-    const std::vector<zelCheck::Finding> findings = zelCheck::checkNetwork(*container);
+    const std::string before = networkText(*document, row);
+    const std::vector<zelCheck::Finding> findings = zelCheck::checkNetwork(*document);
     if (!findings.empty())
         row.problem = zelCheck::findingText(findings.front());
     std::vector<shading::SaveProblem> problems;
-    if (!shading::saveToFile(*container, scratch, problems)) {
+    if (!shading::saveToFile(*document, scratch, problems)) {
         row.problem = problems.front().path + ": " + problems.front().reason;
         return row;
     }
     row.hasEqualBytes = bytesOf(path) == bytesOf(scratch);
     Row again;
-    const std::unique_ptr<shading::Container> saved = openDocument(scratch, runtime, again);
+    const std::unique_ptr<shading::Document> saved = openDocument(scratch, runtime, again);
     row.hasEqualNetwork = saved && networkText(*saved, again) == before;
     if (row.problem.empty())
         row.problem = again.problem;

@@ -14,30 +14,30 @@ using Arguments = std::vector<std::string>;
 
 bool report(Shell& shell, bool isDone)
 {
-    const Editor::Problem& problem = shell.editor().problem();
+    const Edits::Problem& problem = shell.edits().problem();
     return isDone || shell.fail(problem.subject, problem.reason);
 }
 
 bool runConnect(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.editor().connect(arguments[0], arguments[1]));
+    return report(shell, shell.edits().connect(arguments[0], arguments[1]));
 }
 
 bool runDisconnect(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.editor().disconnect(arguments[0], arguments[1]));
+    return report(shell, shell.edits().disconnect(arguments[0], arguments[1]));
 }
 
 bool runDisconnectAll(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.editor().disconnectAll(arguments[0]));
+    return report(shell, shell.edits().disconnectAll(arguments[0]));
 }
 
 bool runCollapse(Shell& shell, const Arguments& arguments)
 {
     const Arguments nodes(arguments.begin() + 2, arguments.end());
     std::string path;
-    if (!report(shell, shell.editor().collapse(arguments[0], arguments[1], nodes, path)))
+    if (!report(shell, shell.edits().collapse(arguments[0], arguments[1], nodes, path)))
         return false;
     shell.out() << path << "\n";
     return true;
@@ -46,7 +46,7 @@ bool runCollapse(Shell& shell, const Arguments& arguments)
 bool runExpand(Shell& shell, const Arguments& arguments)
 {
     std::vector<std::string> renamed;
-    if (!report(shell, shell.editor().expand(arguments[0], renamed)))
+    if (!report(shell, shell.edits().expand(arguments[0], renamed)))
         return false;
     for (const std::string& line : renamed)
         shell.out() << line << "\n";
@@ -55,42 +55,42 @@ bool runExpand(Shell& shell, const Arguments& arguments)
 
 bool runPort(Shell& shell, const Arguments& arguments)
 {
-    Editor& editor = shell.editor();
+    Edits& edits = shell.edits();
     const std::string& verb = arguments[0];
     if (verb == "add" && arguments.size() == 5) {
         if (arguments[2] != "input" && arguments[2] != "output")
             return shell.fail(arguments[2], "neither input nor output");
         const ZEL::PortIOType ioType = arguments[2] == "input" ? ZEL::PortInput : ZEL::PortOutput;
-        return report(shell, editor.addPort(arguments[1], ioType, arguments[3], arguments[4]));
+        return report(shell, edits.addPort(arguments[1], ioType, arguments[3], arguments[4]));
     }
     if (verb == "delete" && arguments.size() == 3)
-        return report(shell, editor.deletePort(arguments[1], arguments[2]));
+        return report(shell, edits.deletePort(arguments[1], arguments[2]));
     if (verb == "rename" && arguments.size() == 4)
-        return report(shell, editor.renamePort(arguments[1], arguments[2], arguments[3]));
+        return report(shell, edits.renamePort(arguments[1], arguments[2], arguments[3]));
     return shell.fail(verb, "usage: port add PATH input|output NAME TYPE, port delete PATH NAME, "
                             "port rename PATH OLD NEW");
 }
 
 bool runSet(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.editor().setValue(arguments[0], arguments[1]));
+    return report(shell, shell.edits().setValue(arguments[0], arguments[1]));
 }
 
 bool runDelete(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.editor().deleteNode(arguments[0]));
+    return report(shell, shell.edits().deleteNode(arguments[0]));
 }
 
 bool runRename(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.editor().renameNode(arguments[0], arguments[1]));
+    return report(shell, shell.edits().renameNode(arguments[0], arguments[1]));
 }
 
 /// Undoes or redoes as many edits as the argument says, one without it. More than there are: none.
 bool runHistory(Shell& shell, const Arguments& arguments, bool isUndo)
 {
     const std::string word = isUndo ? "undo" : "redo";
-    History& history = shell.editor().history();
+    History& history = shell.edits().history();
     const int available = isUndo ? history.undoCount() : history.redoCount();
     int count = 1;
     if (!arguments.empty()) {
@@ -126,7 +126,7 @@ bool runRedo(Shell& shell, const Arguments& arguments)
 
 bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
 {
-    History& history = shell.editor().history();
+    History& history = shell.edits().history();
     const int done = history.undoCount();
     int number = 0;
     for (const std::string& title : history.titles()) {
@@ -138,7 +138,7 @@ bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
 
 bool runCheck(Shell& shell, const Arguments& /*arguments*/)
 {
-    const std::vector<zelCheck::Finding> findings = zelCheck::checkNetwork(shell.container());
+    const std::vector<zelCheck::Finding> findings = zelCheck::checkNetwork(shell.document());
     if (shell.hasOption("--json"))
         shell.out() << jsonText(findings);
     else

@@ -8,8 +8,8 @@ namespace {
 bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 {
     std::vector<SaveProblem> problems;
-    if (saveToFile(shell.container(), arguments[0], problems)) {
-        shell.editor().history().noteSaved();
+    if (saveToFile(shell.document(), arguments[0], problems)) {
+        shell.edits().history().noteSaved();
         return true;
     }
     for (const SaveProblem& problem : problems)

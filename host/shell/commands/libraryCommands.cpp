@@ -16,13 +16,13 @@ using Arguments = std::vector<std::string>;
 
 bool runTypes(Shell& shell, const Arguments& /*arguments*/)
 {
-    shell.out() << typesText(*shell.container().getRuntime());
+    shell.out() << typesText(*shell.document().getRuntime());
     return true;
 }
 
 bool runLibrary(Shell& shell, const Arguments& arguments)
 {
-    ZEL::Runtime& runtime = *shell.container().getRuntime();
+    ZEL::Runtime& runtime = *shell.document().getRuntime();
     const ZEL::AddRefWrapper<ZEL::NodeLibrary> library =
         arguments.empty() ? runtime.getNodeLibrary() : runtime.findLibrary(arguments[0].c_str());
     if (!library)
@@ -35,7 +35,7 @@ bool runLibrary(Shell& shell, const Arguments& arguments)
 bool runRuntimes(Shell& shell, const Arguments& /*arguments*/)
 {
     ZEL::Host host;
-    shell.out() << runtimesText(host, *shell.container().getRuntime());
+    shell.out() << runtimesText(host, *shell.document().getRuntime());
     return true;
 }
 
@@ -61,8 +61,8 @@ DefinitionPtr findDefinition(const DefinitionIndex& definitions, const std::stri
 
 bool runCreate(Shell& shell, const Arguments& arguments)
 {
-    Container& container = shell.container();
-    const DefinitionPtr definition = findDefinition(container.definitions(), arguments[0]);
+    Document& document = shell.document();
+    const DefinitionPtr definition = findDefinition(document.definitions(), arguments[0]);
     if (!definition)
         return shell.fail(arguments[0], "no definition of that name or node type");
     const ZEL::AddRefWrapper<ZEL::Compound> compound =
@@ -70,17 +70,17 @@ bool runCreate(Shell& shell, const Arguments& arguments)
     if (!compound)
         return false;
     // A node on its own is no part of the document: only adding it is an edit.
-    container.journal().suspend();
-    const ZEL::AddRefWrapper<Node> node = createNode(container, definition, arguments[1].c_str());
-    container.journal().resume();
+    document.journal().suspend();
+    const ZEL::AddRefWrapper<Node> node = createNode(document, definition, arguments[1].c_str());
+    document.journal().resume();
     const auto add = [&]() -> std::string {
         const std::string problem = newNameProblem(*compound, arguments[1]);
         return problem.empty() && !compound->nodes().add(node) ? "refused" : problem;
     };
     Arguments words = {"create"};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    if (!shell.editor().run(lineOf(words), arguments[1], add))
-        return shell.fail(shell.editor().problem().subject, shell.editor().problem().reason);
+    if (!shell.edits().run(lineOf(words), arguments[1], add))
+        return shell.fail(shell.edits().problem().subject, shell.edits().problem().reason);
     shell.out() << pathOf(*node) << " " << definition->record().name << "\n";
     return true;
 }
@@ -88,11 +88,11 @@ bool runCreate(Shell& shell, const Arguments& arguments)
 bool runRebuild(Shell& shell, const Arguments& /*arguments*/)
 {
     const auto rebuild = [&] {
-        shell.container().getRuntime()->forceRebuildCompounds();
+        shell.document().getRuntime()->forceRebuildCompounds();
         return "";
     };
-    return shell.editor().run("rebuild", "rebuild", rebuild) ||
-           shell.fail(shell.editor().problem().subject, shell.editor().problem().reason);
+    return shell.edits().run("rebuild", "rebuild", rebuild) ||
+           shell.fail(shell.edits().problem().subject, shell.edits().problem().reason);
 }
 
 } // namespace

@@ -44,7 +44,7 @@ bool runConnections(Shell& shell, const Arguments& arguments)
 bool runTree(Shell& shell, const Arguments& arguments)
 {
     const ZEL::AddRefWrapper<ZEL::Node> node =
-        arguments.empty() ? shell.container().getRootNode() : shell.nodeAt(arguments.front());
+        arguments.empty() ? shell.document().getRootNode() : shell.nodeAt(arguments.front());
     if (node)
         shell.out() << treeText(*node);
     return static_cast<bool>(node);
@@ -55,13 +55,13 @@ bool runStats(Shell& shell, const Arguments& arguments)
     const ZEL::AddRefWrapper<ZEL::Compound> compound = shell.compoundAt(arguments);
     if (compound)
         shell.out() << statisticsText(statisticsOf(*compound)) << "bytes "
-                    << shell.container().fileSize() << "\n";
+                    << shell.document().fileSize() << "\n";
     return static_cast<bool>(compound);
 }
 
 bool runFind(Shell& shell, const Arguments& arguments)
 {
-    shell.out() << findText(shell.container(), arguments.front());
+    shell.out() << findText(shell.document(), arguments.front());
     return true;
 }
 

@@ -67,8 +67,8 @@ TEST(Definition, GivesANodeItsPorts)
         SCOPED_TRACE(c.name);
         ZEL::Runtime runtime;
         ASSERT_EQ("", readInto(runtime, kDefinitions));
-        const auto container = openWith(&runtime, c.elements);
-        EXPECT_EQ(c.ports, runIn(*container, "ports Top.n"));
+        const auto document = openWith(&runtime, c.elements);
+        EXPECT_EQ(c.ports, runIn(*document, "ports Top.n"));
     }
 }
 
@@ -76,9 +76,8 @@ TEST(Definition, TellsWhatStandsInTheDocument)
 {
     ZEL::Runtime runtime;
     readInto(runtime, kDefinitions);
-    const auto container =
-        openWith(&runtime, "<m name='n' type='f'><input name='q' type='f'/></m>");
-    const ZEL::AddRefWrapper<ZEL::Node> found = container->findNodeFromPath("Top.n");
+    const auto document = openWith(&runtime, "<m name='n' type='f'><input name='q' type='f'/></m>");
+    const ZEL::AddRefWrapper<ZEL::Node> found = document->findNodeFromPath("Top.n");
     const auto& node = static_cast<const shading::Node&>(*found);
     EXPECT_FALSE(node.isInDocument(*found->inputs()["p"]));
     EXPECT_TRUE(node.isInDocument(*found->inputs()["q"]));
@@ -99,32 +98,32 @@ TEST(Rebuild, BringsNodesUpToChangedDefinitionsAndKeepsTheRest)
 {
     ZEL::Runtime runtime;
     readInto(runtime, kDefinitions);
-    const auto container = openWith(
+    const auto document = openWith(
         &runtime,
         "<nodegraph name='g'><m name='a' type='f'/><m name='b' type='f'><input name='q' type='f' "
         "value='9'/><input name='p' type='f' nodename='a'/></m></nodegraph>");
     EXPECT_EQ("input p f \"1\"\ninput q f \"2\"\noutput out f \"\" -> Top.g.b.p\n",
-              runIn(*container, "ports Top.g.a"));
+              runIn(*document, "ports Top.g.a"));
     replaceLibrary(runtime);
     runtime.forceRebuildCompounds();
     EXPECT_EQ("input fresh t \"3\"\ninput q c \"8,8\"\noutput extra t \"\"\n"
               "output out f \"\" -> Top.g.b.p\n",
-              runIn(*container, "ports Top.g.a"));
+              runIn(*document, "ports Top.g.a"));
     EXPECT_EQ("input fresh t \"3\"\ninput q f \"9\"\ninput p f \"\" <- Top.g.a.out\n"
               "output extra t \"\"\noutput out f \"\"\n",
-              runIn(*container, "ports Top.g.b"));
+              runIn(*document, "ports Top.g.b"));
 }
 
 TEST(Rebuild, KeepsAValueThatWasSet)
 {
     ZEL::Runtime runtime;
     readInto(runtime, kDefinitions);
-    const auto container = openWith(&runtime, "<m name='a' type='f'/>");
-    container->findNodeFromPath("Top.a")->inputs()["q"]->setPortDefaultValue("4");
+    const auto document = openWith(&runtime, "<m name='a' type='f'/>");
+    document->findNodeFromPath("Top.a")->inputs()["q"]->setPortDefaultValue("4");
     replaceLibrary(runtime);
     runtime.forceRebuildCompounds();
     EXPECT_EQ("input fresh t \"3\"\ninput q c \"4\"\noutput extra t \"\"\noutput out f \"\"\n",
-              runIn(*container, "ports Top.a"));
+              runIn(*document, "ports Top.a"));
 }
 
 } // namespace

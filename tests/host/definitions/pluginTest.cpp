@@ -42,10 +42,10 @@ TEST(PluginModule, IsLoadedUsedTerminatedAndUnloaded)
         EXPECT_TRUE(isLoaded());
         ZEL::Host host;
         EXPECT_EQ(plugin.runtime(), host.getRuntimeByName("Shading"));
-        const auto container = openWith(plugin.runtime(), kAdd);
-        EXPECT_EQ(plugin.runtime(), container->getRuntime());
+        const auto document = openWith(plugin.runtime(), kAdd);
+        EXPECT_EQ(plugin.runtime(), document->getRuntime());
         EXPECT_EQ("Top.s ND_standard_surface_surfaceshader\nTop.a.out -> Top.b.in1\n",
-                  runIn(*container, "create standard_surface s\nrebuild\nconnections"));
+                  runIn(*document, "create standard_surface s\nrebuild\nconnections"));
     }
     EXPECT_FALSE(isLoaded());
 }
@@ -137,29 +137,29 @@ TEST(Program, ReadsLibrariesAlsoWithoutAPlugin)
               runProgram("--library /no/lib.mtlx -c ls"));
 }
 
-TEST(Container, IsRegisteredWhileItLives)
+TEST(Document, IsRegisteredWhileItLives)
 {
     ZEL::Runtime runtime;
-    auto container = openWith(&runtime, "<x name='x' type='t'/>");
-    const std::string uuid = container->uuid();
+    auto document = openWith(&runtime, "<x name='x' type='t'/>");
+    const std::string uuid = document->uuid();
     const std::regex form("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
     EXPECT_TRUE(std::regex_match(uuid, form)) << uuid;
     EXPECT_NE(uuid, openWith(&runtime, "")->uuid());
-    EXPECT_EQ(container.get(), ZEL::Container::getFromUUID(uuid.c_str()));
+    EXPECT_EQ(document.get(), ZEL::Container::getFromUUID(uuid.c_str()));
     EXPECT_EQ("", readInto(runtime, "<nodedef name='ND_x' node='x'><input name='i' type='t'/>"
                                     "<output name='out' type='t'/></nodedef>"));
     runtime.forceRebuildCompounds();
-    EXPECT_EQ("input i t \"\"\noutput out t \"\"\n", runIn(*container, "ports Top.x"));
-    container.reset();
+    EXPECT_EQ("input i t \"\"\noutput out t \"\"\n", runIn(*document, "ports Top.x"));
+    document.reset();
     EXPECT_EQ(nullptr, ZEL::Container::getFromUUID(uuid.c_str()));
-    runtime.forceRebuildCompounds(); // Reaches no dead container.
+    runtime.forceRebuildCompounds(); // Reaches no dead document.
 }
 
-TEST(Container, HasARuntimeOfItsOwnOtherwise)
+TEST(Document, HasARuntimeOfItsOwnOtherwise)
 {
-    const auto container = openWith(nullptr, "<x name='x' type='t'/>");
+    const auto document = openWith(nullptr, "<x name='x' type='t'/>");
     EXPECT_EQ("t\nerror: library: runtime: it has no node library\n",
-              runIn(*container, "types\nlibrary"));
+              runIn(*document, "types\nlibrary"));
 }
 
 // The table against the format's own definitions, where a folder has them.

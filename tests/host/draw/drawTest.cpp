@@ -105,14 +105,14 @@ public:
         shading::OpenOptions options;
         options.runtime = runtime;
         std::vector<shading::Message> messages;
-        container = shading::Container::open(path, options, messages);
+        opened = shading::Document::open(path, options, messages);
     }
 
     /// What `draw FILE WORDS` writes; what it prints is added to printed.
     std::string draw(const std::string& words)
     {
         std::ostringstream out;
-        shading::Shell shell(*container, out, out);
+        shading::Shell shell(*opened, out, out);
         shell.add(shading::drawCommands());
         shell.run("draw " + m_file.path() + " " + words);
         printed += out.str();
@@ -121,7 +121,7 @@ public:
         return text.str();
     }
 
-    std::unique_ptr<shading::Container> container;
+    std::unique_ptr<shading::Document> opened;
     std::string printed;
 
 private:
@@ -157,9 +157,9 @@ TEST(Draw, EveryDocumentAtEveryDepthIsShownWholeAndSound)
     for (const std::string& path : documents()) {
         SCOPED_TRACE(path);
         DrawnDocument document(path);
-        if (!document.container)
+        if (!document.opened)
             continue; // Not every file of a folder is sound.
-        ZEL::Compound& root = *document.container->getRootNode()->getAsCompound();
+        ZEL::Compound& root = *document.opened->getRootNode()->getAsCompound();
         for (const int depth : {0, 1, 9}) {
             SCOPED_TRACE(depth);
             const std::string option = "--depth " + std::to_string(depth);
@@ -178,7 +178,7 @@ TEST(Draw, EveryDocumentAtEveryDepthIsShownWholeAndSound)
 TEST(Draw, ShowsTheCompoundAtAPath)
 {
     DrawnDocument document(std::string(SHADING_DOCUMENTS) + "/rusty_painted_gate.mtlx");
-    const NodePtr rust = document.container->findNodeFromPath("Top.NG_gate.rust");
+    const NodePtr rust = document.opened->findNodeFromPath("Top.NG_gate.rust");
     for (const int depth : {0, 1}) {
         const ShownPicture picture(
             document.draw("Top.NG_gate.rust --all --depth " + std::to_string(depth)));
@@ -259,12 +259,12 @@ TEST(Draw, LeavesOutWhatOnlyTheDefinitionSays)
     std::vector<shading::Message> messages;
     ASSERT_TRUE(shading::readDefinitions(definitions.path(), runtime, messages));
     DrawnDocument document(file.path(), &runtime);
-    const NodePtr node = document.container->findNodeFromPath("Top.k");
+    const NodePtr node = document.opened->findNodeFromPath("Top.k");
     node->inputs()["changed"]->setPortDefaultValue("4");
     EXPECT_EQ("frame Top\nnode Top.k\n  input Top.k.said\n  input Top.k.changed\n"
               "  output Top.k.out\n",
               ShownPicture(document.draw("")).boxesText());
-    EXPECT_EQ(expectedBoxes(*document.container->getRootNode()->getAsCompound(), 0),
+    EXPECT_EQ(expectedBoxes(*document.opened->getRootNode()->getAsCompound(), 0),
               ShownPicture(document.draw("--all")).boxesText());
 }
 

@@ -90,9 +90,7 @@ const EditCase kEdits[] = {
 
 /// A document with a shell that stays.
 struct Session {
-    explicit Session(const char* elements)
-        : document(elements),
-          shell(*document.container, out, out)
+    explicit Session(const char* elements) : document(elements), shell(*document.opened, out, out)
     {
         shell.add(shading::viewCommands());
         shell.add(shading::editCommands());
@@ -106,7 +104,7 @@ struct Session {
             shell.run(line);
         return out.str();
     }
-    std::string text() const { return networkText(*document.container); }
+    std::string text() const { return networkText(*document.opened); }
 
     TestDocument document;
     std::ostringstream out;
@@ -204,7 +202,7 @@ TEST(Edit, HistoryIsDroppedAfterAChangeThatIsNoEdit)
 {
     Session session(kNetwork);
     session.run("rename Top.e f");
-    session.document.container->findNodeFromPath("Top.f")->setName("h");
+    session.document.opened->findNodeFromPath("Top.f")->setName("h");
     EXPECT_EQ("error: undo: history: nothing to undo\n", session.run("history\nundo"));
 }
 
@@ -273,10 +271,10 @@ TEST(Host, BothSidesOfACompoundAreReorderedTogether)
     for (const bool isInner : {true, false}) {
         Session session(kNetwork);
         const std::string before = session.text();
-        const shading::NodePtr node = session.document.container->findNodeFromPath("Top.g");
+        const shading::NodePtr node = session.document.opened->findNodeFromPath("Top.g");
         ZEL::PortList& list = isInner ? node->getAsCompound()->innerInputs() : node->inputs();
         const auto move = [&](int from, int to) {
-            return session.shell.editor().run("move", "Top.g", [&, from, to] {
+            return session.shell.edits().run("move", "Top.g", [&, from, to] {
                 return list.movePort(from, to) ? "" : "not moved";
             });
         };
@@ -285,7 +283,7 @@ TEST(Host, BothSidesOfACompoundAreReorderedTogether)
                           .find("input y t \"7\" -> Top.g.a.j\ninput x t \"\" <- Top.a.out -> "
                                 "Top.g.a.i, Top.g.d.i, Top.g.p\noutput"));
         EXPECT_FALSE(move(0, 1)); // The library would repeat the port.
-        EXPECT_EQ("a port can be moved to the front only", session.shell.editor().problem().reason);
+        EXPECT_EQ("a port can be moved to the front only", session.shell.edits().problem().reason);
         session.run("undo");
         EXPECT_EQ(before, session.text());
     }
@@ -294,12 +292,12 @@ TEST(Host, BothSidesOfACompoundAreReorderedTogether)
 TEST(Edit, AChangeOutsideOfEditsIsUnsavedToo)
 {
     const TestDocument document("<add name='a' type='float'/>");
-    shading::Editor editor(*document.container);
-    EXPECT_TRUE(editor.history().isSaved());
-    document.container->getRootNode()->getAsCompound()->nodes()["a"]->setName("b");
-    EXPECT_FALSE(editor.history().isSaved());
-    editor.history().noteSaved();
-    EXPECT_TRUE(editor.history().isSaved());
+    shading::Edits edits(*document.opened);
+    EXPECT_TRUE(edits.history().isSaved());
+    document.opened->getRootNode()->getAsCompound()->nodes()["a"]->setName("b");
+    EXPECT_FALSE(edits.history().isSaved());
+    edits.history().noteSaved();
+    EXPECT_TRUE(edits.history().isSaved());
 }
 
 } // namespace

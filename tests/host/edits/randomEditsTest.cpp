@@ -23,10 +23,10 @@ long setting(const char* name, long otherwise)
     return text ? std::strtol(text, nullptr, 10) : otherwise;
 }
 
-std::string findings(shading::Container& container)
+std::string findings(shading::Document& document)
 {
     std::string text;
-    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(container))
+    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(document))
         text += zelCheck::findingText(finding) + "\n";
     return text;
 }
@@ -44,30 +44,30 @@ std::string reasonOf(const shading::SaveProblem& problem)
 }
 
 /// Saves the document and opens what was written: the network is the same.
-void saveAndOpen(shading::Container& container, Outcomes& outcomes)
+void saveAndOpen(shading::Document& document, Outcomes& outcomes)
 {
-    const std::string before = networkText(container);
+    const std::string before = networkText(document);
     std::string bytes;
     std::vector<shading::SaveProblem> problems;
-    if (!shading::saveToBytes(container, bytes, problems)) {
+    if (!shading::saveToBytes(document, bytes, problems)) {
         ASSERT_FALSE(problems.empty());
         std::set<std::string> reasons;
         for (const shading::SaveProblem& problem : problems)
             reasons.insert(reasonOf(problem));
         for (const std::string& reason : reasons)
             ++outcomes[reason];
-        ASSERT_EQ(before, networkText(container));
+        ASSERT_EQ(before, networkText(document));
         return;
     }
     ++outcomes["saved"];
     const TestFile file(bytes);
     std::vector<shading::Message> messages;
     shading::OpenOptions options;
-    options.runtime = container.getRuntime();
-    const auto saved = shading::Container::open(file.path(), options, messages);
+    options.runtime = document.getRuntime();
+    const auto saved = shading::Document::open(file.path(), options, messages);
     ASSERT_TRUE(saved) << bytes;
-    ASSERT_EQ(documentText(container), documentText(*saved)) << bytes;
-    ASSERT_EQ(before, networkText(container));
+    ASSERT_EQ(documentText(document), documentText(*saved)) << bytes;
+    ASSERT_EQ(before, networkText(document));
 }
 
 /// Edits the document, then goes back to the start and again to the end.
@@ -77,52 +77,52 @@ void editAtRandom(const std::string& path, ZEL::Runtime& runtime, unsigned seed,
     std::vector<shading::Message> messages;
     shading::OpenOptions options;
     options.runtime = &runtime;
-    const auto container = shading::Container::open(path, options, messages);
-    ASSERT_TRUE(container);
+    const auto document = shading::Document::open(path, options, messages);
+    ASSERT_TRUE(document);
     // A document may be unsound from the start: then it only has to come back.
-    const bool isSound = findings(*container).empty();
-    const std::string before = networkText(*container);
-    RandomEdits edits(*container, seed);
-    shading::History& history = edits.editor().history();
+    const bool isSound = findings(*document).empty();
+    const std::string before = networkText(*document);
+    RandomEdits random(*document, seed);
+    shading::History& history = random.edits().history();
     Outcomes outcomes;
     std::ostringstream told;
-    const shading::Watcher watcher(container->getRootNode(), told);
+    const shading::Watcher watcher(document->getRootNode(), told);
     for (long i = 0; i < steps; ++i) {
-        const std::string unchanged = networkText(*container);
+        const std::string unchanged = networkText(*document);
         const int count = history.undoCount();
         told.str("");
-        const std::string last = edits.step();
+        const std::string last = random.step();
         const std::string where = "step " + std::to_string(i) + ": " + last;
         if (isSound) {
-            ASSERT_EQ("", findings(*container)) << where;
+            ASSERT_EQ("", findings(*document)) << where;
         }
         if (last.find(": refused: ") != std::string::npos) {
-            ASSERT_EQ(unchanged, networkText(*container)) << where;
+            ASSERT_EQ(unchanged, networkText(*document)) << where;
             ASSERT_EQ(count, history.undoCount()) << where;
             ASSERT_EQ("", told.str()) << where;
         }
         if (i % 10 == 9) {
             SCOPED_TRACE(where);
-            ASSERT_NO_FATAL_FAILURE(saveAndOpen(*container, outcomes));
+            ASSERT_NO_FATAL_FAILURE(saveAndOpen(*document, outcomes));
         }
     }
     for (const auto& [outcome, times] : outcomes)
         std::cout << std::filesystem::path(path).filename().string() << ": " << times
                   << " times: " << outcome << "\n";
     const int count = history.undoCount();
-    const std::string after = networkText(*container);
+    const std::string after = networkText(*document);
     std::string title;
     std::string problem;
     while (history.undoCount() > 0)
         ASSERT_TRUE(history.undo(title, problem)) << title << ": " << problem;
-    EXPECT_EQ(before, networkText(*container));
+    EXPECT_EQ(before, networkText(*document));
     std::string bytes;
     std::vector<shading::SaveProblem> problems;
-    EXPECT_TRUE(shading::saveToBytes(*container, bytes, problems));
+    EXPECT_TRUE(shading::saveToBytes(*document, bytes, problems));
     EXPECT_EQ(fileBytes(path), bytes);
     while (history.undoCount() < count)
         ASSERT_TRUE(history.redo(title, problem)) << title << ": " << problem;
-    EXPECT_EQ(after, networkText(*container));
+    EXPECT_EQ(after, networkText(*document));
 }
 
 void editAllAtRandom(const std::string& folder)

@@ -76,10 +76,10 @@ using shading::NodePtr;
 
 /// r with a and b, and the graph g with c; a.out > b.i, r.x > g.y > c.i, c.out > g.o > r.o.
 struct RefusingNetwork {
-    RefusingNetwork() : document(""), editor(*document.container)
+    RefusingNetwork() : document(""), edits(*document.opened)
     {
         g_agreed = -1;
-        const NodePtr root = document.container->getRootNode();
+        const NodePtr root = document.opened->getRootNode();
         const shading::CompoundPtr r = addCompound(*root->getAsCompound(), "r");
         const NodePtr a = addNode(*r, "a");
         const NodePtr b = addNode(*r, "b");
@@ -97,11 +97,11 @@ struct RefusingNetwork {
         g->innerInputs()["z"]->addConnection(c->inputs()["j"]);
         c->outputs()["out"]->addConnection(g->innerOutputs()["o"]);
         g->getAsNode()->outputs()["o"]->addConnection(r->innerOutputs()["o"]);
-        editor.history().undoCount(); // What was made so far is the document.
+        edits.history().undoCount(); // What was made so far is the document.
     }
     ~RefusingNetwork() { g_agreed = -1; }
 
-    ZEL::AddRefWrapper<ZEL::PortDataType> type() const { return document.container->dataType("t"); }
+    ZEL::AddRefWrapper<ZEL::PortDataType> type() const { return document.opened->dataType("t"); }
 
     shading::CompoundPtr addCompound(ZEL::Compound& around, const char* name) const
     {
@@ -118,7 +118,7 @@ struct RefusingNetwork {
     }
     NodePtr addTo(ZEL::Compound& around, const char* name) const
     {
-        NodePtr node(new Refusing<shading::Node>(document.container.get()));
+        NodePtr node(new Refusing<shading::Node>(document.opened.get()));
         node->setName(name);
         around.nodes().add(node);
         return node;
@@ -126,43 +126,43 @@ struct RefusingNetwork {
 
     std::string state()
     {
-        std::string text = networkText(*document.container);
-        for (const zelCheck::Finding& finding : zelCheck::checkNetwork(*document.container))
+        std::string text = networkText(*document.opened);
+        for (const zelCheck::Finding& finding : zelCheck::checkNetwork(*document.opened))
             text += zelCheck::findingText(finding) + "\n";
-        for (const std::string& title : editor.history().titles())
+        for (const std::string& title : edits.history().titles())
             text += title + "\n";
-        return text + std::to_string(editor.history().undoCount());
+        return text + std::to_string(edits.history().undoCount());
     }
 
     TestDocument document;
-    shading::Editor editor;
+    shading::Edits edits;
 };
 
 const struct {
     const char* name;
-    bool (*run)(shading::Editor& editor);
+    bool (*run)(shading::Edits& edits);
     int questions; ///< How many are asked at least.
 } kEdits[] = {
-    {"connect", [](shading::Editor& e) { return e.connect("Top.r.x", "Top.r.b.i"); }, 2},
-    {"disconnect", [](shading::Editor& e) { return e.disconnect("Top.r.a.out", "Top.r.b.i"); }, 1},
-    {"disconnect-all", [](shading::Editor& e) { return e.disconnectAll("Top.r.g.o"); }, 2},
+    {"connect", [](shading::Edits& e) { return e.connect("Top.r.x", "Top.r.b.i"); }, 2},
+    {"disconnect", [](shading::Edits& e) { return e.disconnect("Top.r.a.out", "Top.r.b.i"); }, 1},
+    {"disconnect-all", [](shading::Edits& e) { return e.disconnectAll("Top.r.g.o"); }, 2},
     {"collapse",
-     [](shading::Editor& e) {
+     [](shading::Edits& e) {
          std::string path;
          return e.collapse("Top.r", "q", {"a", "g"}, path);
      },
      8},
     {"expand",
-     [](shading::Editor& e) {
+     [](shading::Edits& e) {
          std::vector<std::string> renamed;
          return e.expand("Top.r.g", renamed);
      },
      10},
-    {"port add", [](shading::Editor& e) { return e.addPort("Top.r.g", ZEL::PortInput, "n", "t"); },
+    {"port add", [](shading::Edits& e) { return e.addPort("Top.r.g", ZEL::PortInput, "n", "t"); },
      2},
-    {"port delete", [](shading::Editor& e) { return e.deletePort("Top.r.g", "y"); }, 4},
-    {"port rename", [](shading::Editor& e) { return e.renamePort("Top.r.g", "y", "n"); }, 2},
-    {"delete", [](shading::Editor& e) { return e.deleteNode("Top.r.g"); }, 3},
+    {"port delete", [](shading::Edits& e) { return e.deletePort("Top.r.g", "y"); }, 4},
+    {"port rename", [](shading::Edits& e) { return e.renamePort("Top.r.g", "y", "n"); }, 2},
+    {"delete", [](shading::Edits& e) { return e.deleteNode("Top.r.g"); }, 3},
 };
 
 /// Runs the edit again and again, each time with a later question refused, until none is.
@@ -189,8 +189,8 @@ TEST(Refusal, OfAnyStepLeavesNetworkAndHistoryAsTheyWere)
         RefusingNetwork net;
         std::string title;
         std::string problem;
-        shading::History& history = net.editor.history();
-        EXPECT_LE(c.questions, refuseEach(net, [&] { return c.run(net.editor); }));
+        shading::History& history = net.edits.history();
+        EXPECT_LE(c.questions, refuseEach(net, [&] { return c.run(net.edits); }));
         EXPECT_LE(1, refuseEach(net, [&] { return history.undo(title, problem); }));
         EXPECT_EQ("refused by a listener", problem);
         EXPECT_LE(1, refuseEach(net, [&] { return history.redo(title, problem); }));

@@ -68,7 +68,7 @@ TEST(Edit, SetGivesAnInputAValueAndIsUndone)
             "<nodegraph name='g'><input name='x' type='integer' value='7'/><n name='n' type='t'>"
             "<input name='i' type='integer' interfacename='x'/></n></nodegraph>");
         std::ostringstream out;
-        shading::Shell shell(*document.container, out, out);
+        shading::Shell shell(*document.opened, out, out);
         shell.add(shading::editCommands());
         const std::string before = document.run("ports Top.g\nports Top.g.n");
         const bool isDone = shell.run(c.line);

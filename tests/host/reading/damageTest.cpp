@@ -97,8 +97,8 @@ TEST(Damage, ALongValueIsAValue)
     const std::string value(16 * megabyte, '1');
     const TestDocument document("<n name='n' type='t'><input name='i' type='t' value='" + value +
                                 "'/></n>");
-    ASSERT_TRUE(document.container) << document.messages.substr(0, 200);
-    const ZEL::AddRefWrapper<ZEL::Node> node = document.container->findNodeFromPath("Top.n");
+    ASSERT_TRUE(document.opened) << document.messages.substr(0, 200);
+    const ZEL::AddRefWrapper<ZEL::Node> node = document.opened->findNodeFromPath("Top.n");
     EXPECT_TRUE(value == node->inputs()["i"]->getPortDefaultValue());
 }
 
@@ -109,7 +109,7 @@ TEST(Damage, WhatIsNoRegularFileIsRefusedWithoutWaitingForIt)
     ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
     for (const std::string& path : {fifo, std::string("/dev/zero")}) {
         std::vector<shading::Message> messages;
-        EXPECT_FALSE(shading::Container::open(path, {}, messages));
+        EXPECT_FALSE(shading::Document::open(path, {}, messages));
         ASSERT_EQ(1U, messages.size());
         EXPECT_EQ(path + ":1:1: error: cannot be read: Not a regular file",
                   shading::messageText(messages[0]));

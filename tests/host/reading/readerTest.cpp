@@ -144,7 +144,7 @@ TEST(Reader, MapsDocuments)
         SCOPED_TRACE(c.name);
         const TestDocument document(c.elements);
         EXPECT_EQ(c.messages, document.messages);
-        ASSERT_TRUE(document.container);
+        ASSERT_TRUE(document.opened);
         EXPECT_EQ(c.output, document.run(c.commands));
     }
 }
@@ -155,8 +155,8 @@ TEST(Reader, StrictMakesWarningsErrors)
         "\n  <n name='n' type='t'><input name='a' type='t' nodename='no'/></n>";
     const TestDocument document(elements, true);
     EXPECT_EQ("t.mtlx:2:24: error: Top.n.a: no node \"no\" in Top\n", document.messages);
-    EXPECT_FALSE(document.container);
-    EXPECT_TRUE(TestDocument("<n name='n' type='t'/>", true).container);
+    EXPECT_FALSE(document.opened);
+    EXPECT_TRUE(TestDocument("<n name='n' type='t'/>", true).opened);
 }
 
 TEST(Reader, ColumnsCountCharactersAlsoInLongLines)
@@ -172,9 +172,9 @@ TEST(Reader, ColumnsCountCharactersAlsoInLongLines)
 TEST(Reader, PortsOfOneTypeShareIt)
 {
     const TestDocument document("<n name='n' type='t'><input name='a' type='t'/></n>");
-    const ZEL::AddRefWrapper<ZEL::Node> node = document.container->findNodeFromPath("Top.n");
+    const ZEL::AddRefWrapper<ZEL::Node> node = document.opened->findNodeFromPath("Top.n");
     EXPECT_EQ(node->inputs()[0]->getDataType(), node->outputs()[0]->getDataType());
-    EXPECT_EQ(document.container->dataType("t"), node->outputs()[0]->getDataType());
+    EXPECT_EQ(document.opened->dataType("t"), node->outputs()[0]->getDataType());
 }
 
 const struct {
@@ -230,7 +230,7 @@ TEST(XmlSource, NamesTheFileThatCannotBeRead)
 {
     for (const char* const path : {"/nowhere/a.mtlx", "/"}) {
         std::vector<shading::Message> messages;
-        EXPECT_FALSE(shading::Container::open(path, {}, messages));
+        EXPECT_FALSE(shading::Document::open(path, {}, messages));
         ASSERT_EQ(1U, messages.size());
         EXPECT_EQ(0U, shading::messageText(messages[0])
                           .find(std::string(path) + ":1:1: error: cannot be read: "));

@@ -15,14 +15,14 @@ std::string savedElements(const std::string& elements, const std::string& comman
 {
     const TestDocument test(elements);
     std::ostringstream out;
-    shading::Shell shell(*test.container, out, out);
+    shading::Shell shell(*test.opened, out, out);
     shell.add(shading::editCommands());
     std::istringstream lines(commands);
     for (std::string line; std::getline(lines, line);)
         EXPECT_TRUE(shell.run(line)) << out.str();
     std::string result;
     std::vector<shading::SaveProblem> problems;
-    if (shading::saveToBytes(*test.container, result, problems)) {
+    if (shading::saveToBytes(*test.opened, result, problems)) {
         const std::size_t begin = result.find('>') + 1;
         return result.substr(begin, result.rfind('<') - begin);
     }

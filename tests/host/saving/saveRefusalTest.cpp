@@ -19,7 +19,7 @@
 
 namespace {
 
-using shading::Container;
+using shading::Document;
 
 const char* const kElements =
     "<n name='a' type='t'><input name='i' type='t'/></n><n name='b' type='t'/><nodegraph name='g'>"
@@ -30,46 +30,46 @@ const char* const kElements =
     "<implementation name='I' nodegraph='h'/>"
     "<variantset><variant><input name='v' nodegraph='g' output='o'/></variant></variantset>";
 
-shading::NodePtr nodeAt(Container& container, const char* path)
+shading::NodePtr nodeAt(Document& document, const char* path)
 {
-    return container.findNodeFromPath(path);
+    return document.findNodeFromPath(path);
 }
 
-shading::PortPtr portAt(Container& container, const char* path, ZEL::PortIOType ioType)
+shading::PortPtr portAt(Document& document, const char* path, ZEL::PortIOType ioType)
 {
-    return container.findPortFromPath(path, ioType, ZEL::Container::eSearchNode);
+    return document.findPortFromPath(path, ioType, ZEL::Container::eSearchNode);
 }
 
-shading::PortPtr in(Container& container, const char* path)
+shading::PortPtr in(Document& document, const char* path)
 {
-    return portAt(container, path, ZEL::PortInput);
+    return portAt(document, path, ZEL::PortInput);
 }
 
-shading::PortPtr out(Container& container, const char* path)
+shading::PortPtr out(Document& document, const char* path)
 {
-    return portAt(container, path, ZEL::PortOutput);
+    return portAt(document, path, ZEL::PortOutput);
 }
 
-shading::PortPtr inner(Container& container, const shading::PortPtr& port)
+shading::PortPtr inner(Document& document, const shading::PortPtr& port)
 {
-    return container.reverseThisExternalPort(port);
+    return document.reverseThisExternalPort(port);
 }
 
-void addNode(Container& container, const char* name, const char* type)
+void addNode(Document& document, const char* name, const char* type)
 {
-    const auto node = shading::Node::createNew(&container, name);
+    const auto node = shading::Node::createNew(&document, name);
     node->setNodeTypeName(type);
-    nodeAt(container, "Top")->getAsCompound()->nodes().add(node);
+    nodeAt(document, "Top")->getAsCompound()->nodes().add(node);
 }
 
 // What no command makes; so the library's own calls do.
 const struct {
     const char* name;
-    std::function<void(Container&)> change;
+    std::function<void(Document&)> change;
     const char* problems;
 } kRefusals[] = {
     {"all of it is listed",
-     [](Container& c) {
+     [](Document& c) {
          in(c, "Top.a.i")->addConnection(out(c, "Top.a.out"));
          in(c, "Top.a.i")->addConnection(out(c, "Top.b.out"));
          nodeAt(c, "Top.g.c")->setName("1 c");
@@ -77,29 +77,28 @@ const struct {
      "Top.a.i: it has several sources: Top.a.out, Top.b.out\n"
      "Top.g.1 c: a name has letters, digits and _, and begins with no digit\n"},
     {"straight through a compound",
-     [](Container& c) { inner(c, in(c, "Top.g.x"))->addConnection(inner(c, out(c, "Top.g.o"))); },
+     [](Document& c) { inner(c, in(c, "Top.g.x"))->addConnection(inner(c, out(c, "Top.g.o"))); },
      "Top.g.o: it is fed straight by the compound's input Top.g.x\n"},
-    {"across a border",
-     [](Container& c) { in(c, "Top.g.c.i")->addConnection(out(c, "Top.a.out")); },
+    {"across a border", [](Document& c) { in(c, "Top.g.c.i")->addConnection(out(c, "Top.a.out")); },
      "Top.g.c.i: its source Top.a.out is in another compound\n"},
     {"a graph of the document behind one of its name",
-     [](Container& c) { in(c, "Top.h.d.i")->addConnection(out(c, "Top.g.o")); },
+     [](Document& c) { in(c, "Top.h.d.i")->addConnection(out(c, "Top.g.o")); },
      "Top.h.d.i: its source Top.g.o is hidden by an earlier one of its name\n"},
     {"a source for the document",
-     [](Container& c) { in(c, "Top.in")->addConnection(out(c, "Top.a.out")); },
+     [](Document& c) { in(c, "Top.in")->addConnection(out(c, "Top.a.out")); },
      "Top.in: its source Top.a.out is in another compound\n"},
     {"names",
-     [](Container& c) {
+     [](Document& c) {
          nodeAt(c, "Top.g.c")->setName("x.y");
          in(c, "Top.a.i")->setName("");
          nodeAt(c, "Top.h.d")->setName("\xFF");
      },
      "Top.a.: a name cannot be empty\nTop.g.x.y: no path reaches a name with a \".\" in it\n"
      "Top.h.\xFF: its name has characters that XML cannot hold\n"},
-    {"a name that a sibling has", [](Container& c) { nodeAt(c, "Top.g.c")->setName("x"); },
+    {"a name that a sibling has", [](Document& c) { nodeAt(c, "Top.g.c")->setName("x"); },
      "Top.g.x: a sibling has the same name\n"},
     {"characters of values and types",
-     [](Container& c) {
+     [](Document& c) {
          in(c, "Top.a.i")->setPortDefaultValue("\x01");
          in(c, "Top.in")->setDataType(c.dataType("\xC0\x80"));
          inner(c, in(c, "Top.in"))->setDataType(c.dataType("\xC0\x80"));
@@ -107,7 +106,7 @@ const struct {
      "Top.in: its type has characters that XML cannot hold\n"
      "Top.a.i: its value has characters that XML cannot hold\n"},
     {"types of nodes",
-     [](Container& c) {
+     [](Document& c) {
          addNode(c, "n1", "look");
          addNode(c, "n2", "a b");
          addNode(c, "n3", "nodegraph");
@@ -117,10 +116,10 @@ const struct {
      "Top.n2: its node type \"a b\" is no name for an element\n"
      "Top.n3: its node type \"nodegraph\" means something else in the format\n"
      "Top.n4: its node type \"x:y\" means something else in the format\n"},
-    {"an inner port that differs", [](Container& c) { in(c, "Top.g.x")->setName("z"); },
+    {"an inner port that differs", [](Document& c) { in(c, "Top.g.x")->setName("z"); },
      "Top.g.z: its inner port is another one\n"},
     {"a node that others name",
-     [](Container& c) {
+     [](Document& c) {
          nodeAt(c, "Top")->getAsCompound()->removeNode("b");
          nodeAt(c, "Top")->getAsCompound()->removeNode("h");
          nodeAt(c, "Top.g")->getAsCompound()->deleteCompoundPort(inner(c, out(c, "Top.g.o")));
@@ -129,7 +128,7 @@ const struct {
      "Top.h: it is gone from there, and implementation \"I\" still names it\n"
      "Top.g.o: it is gone from there, and input \"v\" still names it\n"},
     {"a value for which there are no words",
-     [](Container& c) { out(c, "Top.a.out")->setPortDefaultValue("1"); },
+     [](Document& c) { out(c, "Top.a.out")->setPortDefaultValue("1"); },
      "Top.a.out: its value is read back as \"\"\n"},
 };
 
@@ -139,9 +138,9 @@ TEST(SaveRefusal, NamesAllPathsAndReasons)
         SCOPED_TRACE(c.name);
         const TestDocument test(kElements);
         const TestFile file("old");
-        c.change(*test.container);
+        c.change(*test.opened);
         std::vector<shading::SaveProblem> problems;
-        EXPECT_FALSE(shading::saveToFile(*test.container, file.path(), problems));
+        EXPECT_FALSE(shading::saveToFile(*test.opened, file.path(), problems));
         std::string text;
         for (const shading::SaveProblem& problem : problems)
             text += problem.path + ": " + problem.reason + "\n";
@@ -178,18 +177,18 @@ TEST(SaveRefusal, ValuesAreOfUtf8AndOfXml)
     const TestDocument test(kElements);
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.value));
-        in(*test.container, "Top.a.i")->setPortDefaultValue(c.value);
+        in(*test.opened, "Top.a.i")->setPortDefaultValue(c.value);
         std::string bytes;
         std::vector<shading::SaveProblem> problems;
-        EXPECT_EQ(c.isGood, shading::saveToBytes(*test.container, bytes, problems));
+        EXPECT_EQ(c.isGood, shading::saveToBytes(*test.opened, bytes, problems));
     }
 }
 
 TEST(SaveRefusal, TheCommandReportsEach)
 {
     const TestDocument test(kElements);
-    in(*test.container, "Top.a.i")->setName("");
-    nodeAt(*test.container, "Top.g.c")->setName("x.y");
+    in(*test.opened, "Top.a.i")->setName("");
+    nodeAt(*test.opened, "Top.g.c")->setName("x.y");
     EXPECT_EQ("error: save: Top.a.: a name cannot be empty\n"
               "error: save: Top.g.x.y: no path reaches a name with a \".\" in it\n",
               test.run("save /nowhere"));

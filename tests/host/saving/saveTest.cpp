@@ -26,11 +26,11 @@ std::string saved(const std::string& bytes,
     const TestFile file(bytes);
     shading::OpenOptions options;
     options.runtime = &runtime;
-    const auto container = shading::Container::open(file.path(), options, messages);
-    if (!container)
+    const auto document = shading::Document::open(file.path(), options, messages);
+    if (!document)
         return shading::messageText(messages.back());
     std::ostringstream out;
-    shading::Shell shell(*container, out, out);
+    shading::Shell shell(*document, out, out);
     for (const auto* const table :
          {&shading::viewCommands(), &shading::editCommands(), &shading::libraryCommands()})
         shell.add(*table);
@@ -39,7 +39,7 @@ std::string saved(const std::string& bytes,
         EXPECT_TRUE(shell.run(line)) << out.str();
     std::string result;
     std::vector<shading::SaveProblem> problems;
-    if (shading::saveToBytes(*container, result, problems))
+    if (shading::saveToBytes(*document, result, problems))
         return result;
     for (const shading::SaveProblem& problem : problems)
         result += problem.path + ": " + problem.reason + "\n";
@@ -267,16 +267,16 @@ TEST(Save, ValuesAndTypesComeBackInOrder)
 {
     const TestDocument test("<n name='a' type='t'><input name='i' type='t'/><input name='j' "
                             "type='t' value='1'/></n>");
-    const shading::NodePtr node = test.container->findNodeFromPath("Top.a");
+    const shading::NodePtr node = test.opened->findNodeFromPath("Top.a");
     node->inputs()[0]->setPortDefaultValue("<&\"'\n>");
     node->inputs()[1]->setPortDefaultValue("");
-    node->outputs()[0]->setDataType(test.container->dataType("s"));
+    node->outputs()[0]->setDataType(test.opened->dataType("s"));
     node->inputs().addPort("k", nullptr);
     node->inputs().movePort(1, 0);
     std::string bytes;
     std::vector<shading::SaveProblem> problems;
     for (int i = 0; i < 2; ++i) {
-        EXPECT_TRUE(shading::saveToBytes(*test.container, bytes, problems));
+        EXPECT_TRUE(shading::saveToBytes(*test.opened, bytes, problems));
         EXPECT_EQ(document("<n name='a' type='s'><input name='j' type='t'/><input name='i' "
                            "type='t' value='&lt;&amp;\"&apos;&#10;>'/><input name='k' "
                            "type='none'/></n>"),

@@ -68,14 +68,14 @@ TEST(Completion, KnowsWhatEachArgumentTakes)
 {
     const TestDocument document(kElements);
     std::ostringstream out;
-    shading::Shell shell(*document.container, out, out);
+    shading::Shell shell(*document.opened, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
     shell.add(shading::drawCommands());
     for (const auto& c : kCompletions) {
         SCOPED_TRACE(c.line);
         const shading::Completion found =
-            shading::complete(shell.commands(), *document.container, c.line);
+            shading::complete(shell.commands(), *document.opened, c.line);
         std::string candidates;
         for (const std::string& candidate : found.candidates)
             candidates += "[" + candidate + "]";
@@ -95,9 +95,9 @@ TEST(Completion, FindsFilesTypesAndDefinitions)
         {"make", "TYPE", "", 1, 1, nullptr, "nodetype type"},
     };
     const TestDocument document("");
-    document.container->dataType("t");
+    document.opened->dataType("t");
     const auto textFor = [&](const std::string& line) {
-        return shading::complete(commands, *document.container, line).text;
+        return shading::complete(commands, *document.opened, line).text;
     };
     EXPECT_EQ(file.path() + " ", textFor("read " + folder + "t"));
     EXPECT_EQ("\"" + folder + "sub dir/", textFor("read " + folder + "s"));

@@ -46,17 +46,17 @@ TEST(LibraryCommands, PrintAndMakeWhatTheyAreAskedFor)
         SCOPED_TRACE(c.commands);
         ZEL::Runtime runtime;
         ASSERT_EQ("", readInto(runtime, kDefinitions));
-        const auto container =
+        const auto document =
             openWith(&runtime, "<nodegraph name='g'><x name='x' type='t'/></nodegraph>");
-        EXPECT_EQ(c.output, runIn(*container, c.commands));
+        EXPECT_EQ(c.output, runIn(*document, c.commands));
     }
 }
 
 TEST(LibraryCommands, ARebuildIsUndoneAndRedone)
 {
     ZEL::Runtime runtime;
-    const auto container = openWith(&runtime, "<k name='n' type='c'><input name='i' type='c' "
-                                              "value='1'/></k>");
+    const auto document = openWith(&runtime, "<k name='n' type='c'><input name='i' type='c' "
+                                             "value='1'/></k>");
     ASSERT_EQ("", readInto(runtime, "<nodedef name='ND_k_c' node='k' nodegroup='ks'>"
                                     "<input name='j' type='c' value='2'/>"
                                     "<input name='i' type='c' value='0'/>"
@@ -65,9 +65,9 @@ TEST(LibraryCommands, ARebuildIsUndoneAndRedone)
     const char* const after = "input j c \"2\"\ninput i c \"1\"\noutput out c \"\"\n";
     EXPECT_EQ(std::string(before) + after + "undo: rebuild\nredo: rebuild\n" + after +
                   "undo: rebuild\n" + before,
-              runIn(*container, "ports Top.n\nrebuild\nports Top.n\nundo\nredo\nports Top.n\n"
-                                "undo\nports Top.n"));
-    const ZEL::AddRefWrapper<ZEL::Node> node = container->findNodeFromPath("Top.n");
+              runIn(*document, "ports Top.n\nrebuild\nports Top.n\nundo\nredo\nports Top.n\n"
+                               "undo\nports Top.n"));
+    const ZEL::AddRefWrapper<ZEL::Node> node = document->findNodeFromPath("Top.n");
     EXPECT_FALSE(static_cast<shading::Node&>(*node).definition());
 }
 

@@ -100,11 +100,11 @@ int openAll(const std::string& folder, bool isStrict, int& count)
         std::vector<shading::Message> messages;
         shading::OpenOptions options;
         options.isStrict = isStrict;
-        const auto container = shading::Container::open(entry.path().string(), options, messages);
-        EXPECT_TRUE(container);
-        if (!container)
+        const auto document = shading::Document::open(entry.path().string(), options, messages);
+        EXPECT_TRUE(document);
+        if (!document)
             continue;
-        for (const auto& node : container->getRootNode()->getAsCompound()->nodes()) {
+        for (const auto& node : document->getRootNode()->getAsCompound()->nodes()) {
             if (node->isCompound())
                 largest = std::max(largest, node->getAsCompound()->nodes().size());
         }

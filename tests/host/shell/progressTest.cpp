@@ -42,7 +42,7 @@ TEST(ProgressLine, AppearsAfterASecond)
     }
 }
 
-TEST(Container, TellsHowFarItsOpeningIs)
+TEST(Document, TellsHowFarItsOpeningIs)
 {
     std::string text = "<materialx>";
     for (int i = 0; i < 5000; ++i)
@@ -52,7 +52,7 @@ TEST(Container, TellsHowFarItsOpeningIs)
     shading::OpenOptions options;
     options.progress = [&](int permille) { told.push_back(permille); };
     std::vector<shading::Message> messages;
-    ASSERT_TRUE(shading::Container::open(file.path(), options, messages));
+    ASSERT_TRUE(shading::Document::open(file.path(), options, messages));
     EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
     EXPECT_EQ(17U, told.size()); // Three parts, and each 1024th of their 15000 units.
     EXPECT_EQ(150, told.front());

@@ -94,12 +94,12 @@ TEST(SampleScripts, DoTheirEditAndAreUndoneAsAWhole)
         shading::OpenOptions options;
         options.runtime = plugin.runtime();
         std::vector<shading::Message> messages;
-        const auto container =
-            shading::Container::open(examples + "/documents/" + c.document, options, messages);
-        ASSERT_TRUE(container);
-        const std::string before = networkText(*container);
+        const auto document =
+            shading::Document::open(examples + "/documents/" + c.document, options, messages);
+        ASSERT_TRUE(document);
+        const std::string before = networkText(*document);
         std::ostringstream out;
-        shading::Shell shell(*container, out, out);
+        shading::Shell shell(*document, out, out);
         shell.add(shading::viewCommands());
         shell.add(shading::libraryCommands());
         shell.add(shading::editCommands());
@@ -109,8 +109,8 @@ TEST(SampleScripts, DoTheirEditAndAreUndoneAsAWhole)
         for (const char* const line : c.show)
             shell.run(line);
         EXPECT_EQ(c.result, out.str());
-        shell.run("undo " + std::to_string(shell.editor().history().undoCount()));
-        EXPECT_EQ(before, networkText(*container));
+        shell.run("undo " + std::to_string(shell.edits().history().undoCount()));
+        EXPECT_EQ(before, networkText(*document));
     }
 }
 

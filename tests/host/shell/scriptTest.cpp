@@ -39,7 +39,7 @@ protected:
     std::string m_folder;
     TestDocument m_document{"<n name='a' type='t'/><n name='b' type='t'/>"};
     std::ostringstream m_out;
-    shading::Shell m_shell{*m_document.container, m_out, m_out};
+    shading::Shell m_shell{*m_document.opened, m_out, m_out};
 };
 
 TEST_F(Scripts, StopAtTheFirstErrorWithItsPlace)
@@ -55,7 +55,7 @@ TEST_F(Scripts, StopAtTheFirstErrorWithItsPlace)
     write("word", "nonsense");
     EXPECT_EQ("failed\nF/word:1: error: nonsense: no such command; help lists them\n",
               source("word"));
-    m_document.container->findNodeFromPath("Top.c c")->setName("d");
+    m_document.opened->findNodeFromPath("Top.c c")->setName("d");
     write("check", "check\nls\n");
     EXPECT_EQ("failed\nTop.d: several siblings have this name\n"
               "F/check:1: error: check: failed: the script stops here\n",

@@ -89,7 +89,7 @@ TEST(Shell, ListsTheCommandsByGroup)
 TEST(Json, ReplacesWhatIsNoUtf8)
 {
     const TestDocument document("<n name='n' type='t'/>");
-    document.container->findNodeFromPath("Top.n")->setName("a\xC3");
+    document.opened->findNodeFromPath("Top.n")->setName("a\xC3");
     EXPECT_EQ("[{\"name\":\"a\xEF\xBF\xBD\",\"type\":\"n\",\"compound\":false}]\n",
               document.run("ls --json"));
 }
@@ -98,7 +98,7 @@ TEST(Shell, TellsFailureAndQuit)
 {
     const TestDocument document(kElements);
     std::ostringstream out;
-    shading::Shell shell(*document.container, out, out);
+    shading::Shell shell(*document.opened, out, out);
     EXPECT_FALSE(shell.run("ls")); // Not in the table yet.
     shell.add(shading::viewCommands());
     EXPECT_TRUE(shell.run("ls"));
@@ -136,7 +136,7 @@ TEST(CommandLine, SplitsIntoWords)
 TEST(Host, APortIsDisconnectedBeforeItGoes)
 {
     const TestDocument document(kElements);
-    const ZEL::AddRefWrapper<ZEL::Node> graph = document.container->findNodeFromPath("Top.g");
+    const ZEL::AddRefWrapper<ZEL::Node> graph = document.opened->findNodeFromPath("Top.g");
     const ZEL::AddRefWrapper<ZEL::Compound> compound = graph->getAsCompound();
     const ZEL::AddRefWrapper<ZEL::Node> node = compound->nodes()["x"];
     EXPECT_EQ(0, compound->deleteCompoundPort(compound->innerInputs()["x"]));
@@ -149,7 +149,7 @@ TEST(Host, AnInnerPortHasTheValueOfItsMirror)
 {
     const TestDocument document(
         "<nodegraph name='g'><input name='x' type='t' value='7'/></nodegraph>");
-    const ZEL::AddRefWrapper<ZEL::Node> graph = document.container->findNodeFromPath("Top.g");
+    const ZEL::AddRefWrapper<ZEL::Node> graph = document.opened->findNodeFromPath("Top.g");
     const ZEL::AddRefWrapper<ZEL::Port> inner = graph->getAsCompound()->innerInputs()["x"];
     EXPECT_STREQ("7", inner->getPortDefaultValue());
     graph->inputs()["x"]->setPortDefaultValue("8");
@@ -159,12 +159,11 @@ TEST(Host, AnInnerPortHasTheValueOfItsMirror)
 TEST(Host, ANewCompoundIsOneOfTheHost)
 {
     const TestDocument document("");
-    const ZEL::AddRefWrapper<ZEL::Compound> top =
-        document.container->getRootNode()->getAsCompound();
+    const ZEL::AddRefWrapper<ZEL::Compound> top = document.opened->getRootNode()->getAsCompound();
     const ZEL::AddRefWrapper<ZEL::Compound> made = top->createNewCompound("made");
     EXPECT_EQ("made nodegraph compound\n", document.run("ls"));
     EXPECT_TRUE(dynamic_cast<shading::Node*>(made->getAsNode().get()));
-    EXPECT_EQ(document.container.get(), made->getAsNode()->getContainer());
+    EXPECT_EQ(document.opened.get(), made->getAsNode()->getContainer());
     EXPECT_TRUE(made->createNewCompound("below"));
 }
 
