@@ -1,17 +1,14 @@
 #include "document/document.h"
 
-#include "base/progress.h"
 #include "document/definedNode.h"
 #include "document/journal.h"
 #include "document/origins.h"
 #include "format/xml.h"
-#include "reading/reader.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
-#include <filesystem>
 #include <random>
+#include <utility>
 
 namespace shading {
 
@@ -20,13 +17,12 @@ struct Document::Impl {
     // the runtime.
     ZEL::Runtime ownRuntime; ///< Serves a document that was given none.
     ZEL::Runtime* runtime;   ///< Not owned, never null: the one given or the own one.
-    std::string uuid;
-    DefinitionIndex definitions;
+    std::string uuid;        ///< Empty: nobody knows the document.
+    std::shared_ptr<const DefinitionIndex> definitions;
     Journal journal;
-    XmlSource xml;
+    std::unique_ptr<XmlSource> xml;
     Origins origins;
-    std::uintmax_t fileSize = 0;
-    ZEL::AddRefWrapper<ZEL::Node> root; ///< Never empty in an open document.
+    ZEL::AddRefWrapper<ZEL::Node> root; ///< Empty until the document was read.
 };
 
 namespace {
@@ -47,59 +43,41 @@ std::string makeUuid()
 
 } // namespace
 
-Document::Document(ZEL::Runtime* runtime) : m_impl(std::make_unique<Impl>())
+Document::Document(std::unique_ptr<XmlSource> xml, ZEL::Runtime* runtime)
+    : m_impl(std::make_unique<Impl>())
 {
     m_impl->runtime = runtime ? runtime : &m_impl->ownRuntime;
-    m_impl->uuid = makeUuid();
-    m_impl->definitions = DefinitionIndex(*m_impl->runtime);
-    m_impl->runtime->registerContainer(this);
-    registerWithUUID(uuid().c_str(), this);
+    m_impl->definitions = std::make_shared<DefinitionIndex>(*m_impl->runtime);
+    m_impl->xml = std::move(xml);
+}
+
+Document::Document(std::unique_ptr<XmlSource> xml, const Document& other)
+    : m_impl(std::make_unique<Impl>())
+{
+    m_impl->runtime = other.m_impl->runtime;
+    m_impl->definitions = other.m_impl->definitions;
+    m_impl->xml = std::move(xml);
 }
 
 Document::~Document()
 {
+    if (uuid().empty())
+        return;
     // Both tables hold plain pointers and are not told when a document dies.
     registerWithUUID(uuid().c_str(), nullptr);
     m_impl->runtime->unregisterContainer(this);
 }
 
-std::unique_ptr<Document>
-Document::open(const std::string& path, const OpenOptions& options, std::vector<Message>& messages)
+void Document::setRootNode(const ZEL::AddRefWrapper<ZEL::Node>& root)
 {
-    std::unique_ptr<Document> document(new Document(options.runtime));
-    Impl& impl = *document->m_impl;
-    Message error;
-    if (!impl.xml.load(path, error)) {
-        messages.push_back(error);
-        return nullptr;
-    }
-    std::error_code ignored;
-    impl.fileSize = std::filesystem::file_size(path, ignored);
-    std::vector<Message> found;
-    Progress progress(options.progress);
-    impl.root = readNetwork(*document, impl.xml, found, progress);
-    std::stable_sort(found.begin(), found.end(),
-                     [](const Message& a, const Message& b) { return a.line < b.line; });
-    for (Message& message : found) {
-        message.isError = options.isStrict;
-        messages.push_back(message);
-    }
-    if (options.isStrict && !found.empty())
-        return nullptr;
-    return document;
+    m_impl->root = root;
 }
 
-std::unique_ptr<Document> Document::openText(const std::string& text, Message& error) const
+void Document::makeKnown()
 {
-    std::unique_ptr<Document> document(new Document(m_impl->runtime));
-    Impl& impl = *document->m_impl;
-    impl.definitions = m_impl->definitions;
-    if (!impl.xml.loadText("the saved document", text, error))
-        return nullptr;
-    std::vector<Message> ignored;
-    Progress untold({});
-    impl.root = readNetwork(*document, impl.xml, ignored, untold);
-    return document;
+    m_impl->uuid = makeUuid();
+    m_impl->runtime->registerContainer(this);
+    registerWithUUID(uuid().c_str(), this);
 }
 
 ZEL::AddRefWrapper<ZEL::Node> Document::getRootNode()
@@ -109,7 +87,7 @@ ZEL::AddRefWrapper<ZEL::Node> Document::getRootNode()
 
 void Document::rebuildCompounds()
 {
-    m_impl->definitions = DefinitionIndex(*m_impl->runtime);
+    m_impl->definitions = std::make_shared<DefinitionIndex>(*m_impl->runtime);
     defineNodes(*this, *m_impl->root->getAsCompound(), {});
 }
 
@@ -120,12 +98,12 @@ ZEL::Runtime* Document::getRuntime()
 
 const DefinitionIndex& Document::definitions() const
 {
-    return m_impl->definitions;
+    return *m_impl->definitions;
 }
 
-std::uintmax_t Document::fileSize() const
+std::size_t Document::fileSize() const
 {
-    return m_impl->fileSize;
+    return m_impl->xml->fileSize();
 }
 
 const std::string& Document::uuid() const
@@ -145,7 +123,7 @@ Journal& Document::journal()
 
 const XmlSource& Document::xml() const
 {
-    return m_impl->xml;
+    return *m_impl->xml;
 }
 
 Origins& Document::origins()

@@ -45,6 +45,7 @@ bool XmlSource::load(const std::string& path, Message& error)
         error = messageAt(0, true, "cannot be read: " + problem);
         return false;
     }
+    m_fileSize = bytes.size();
     const bool isConverted = convertToUtf8(bytes, m_text, m_encoding, problem);
     indexText();
     if (!isConverted) {

@@ -28,6 +28,8 @@ public:
     /// The whole document in UTF-8, and how the file had it.
     const std::string& text() const { return m_text; }
     const Encoding& encoding() const { return m_encoding; }
+    /// How many bytes the file has; 0 for a text without one.
+    std::size_t fileSize() const { return m_fileSize; }
     /// A warning about that element, at its place in the file.
     Message warningAt(pugi::xml_node element, const std::string& text) const;
 
@@ -44,6 +46,7 @@ private:
     std::string m_path;
     std::string m_text; ///< The file in UTF-8; offsets count its bytes.
     Encoding m_encoding;
+    std::size_t m_fileSize = 0;
     std::vector<std::size_t> m_lineStarts; ///< Offsets; the first is 0.
     /// How many bytes continue a character before each block of the text.
     std::vector<std::size_t> m_innerBefore;

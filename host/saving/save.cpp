@@ -3,6 +3,7 @@
 #include "base/fileReplace.h"
 #include "document/document.h"
 #include "format/xml.h"
+#include "reading/openDocument.h"
 #include "saving/declarations.h"
 #include "saving/outsideNames.h"
 #include "saving/projection.h"
@@ -24,7 +25,7 @@ bool settle(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& 
         OffsetIndex places;
         text = network.draft().write(places);
         Message error;
-        const std::unique_ptr<Document> back = network.document().openText(text, error);
+        const std::unique_ptr<Document> back = openText(text, network.document(), error);
         if (!back) {
             problems.push_back({pathOf(*network.document().getRootNode()),
                                 "it would not open again: " + messageText(error)});

@@ -1,6 +1,6 @@
 #include "definitions/pluginModule.h"
-#include "document/document.h"
 #include "reading/definitionReader.h"
+#include "reading/openDocument.h"
 #include "shell/commands/drawCommand.h"
 #include "shell/progressLine.h"
 #include "shell/shell.h"
@@ -129,7 +129,7 @@ std::unique_ptr<shading::Document> openDocument(const Arguments& arguments,
                                std::chrono::steady_clock::now);
     shading::OpenOptions options = arguments.options;
     options.progress = [&](int permille) { line.update(permille); };
-    return shading::Document::open(arguments.document, options, messages);
+    return shading::openDocument(arguments.document, options, messages);
 }
 
 bool runCommands(shading::Shell& shell, const std::vector<std::string>& commands)

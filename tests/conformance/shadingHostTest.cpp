@@ -1,7 +1,7 @@
 // The sample host passes the kit.
 #include "document/compound.h"
-#include "document/document.h"
 #include "document/node.h"
+#include "reading/openDocument.h"
 #include "zelConformance.h"
 
 #include <cstdlib>
@@ -28,7 +28,7 @@ public:
     std::unique_ptr<ZEL::Container> makeDocument() override
     {
         std::vector<shading::Message> messages;
-        return shading::Document::open(path(), {}, messages);
+        return shading::openDocument(path(), {}, messages);
     }
     ZEL::AddRefWrapper<ZEL::Node> makeNode(ZEL::Container& document, const char* name) override
     {

@@ -6,6 +6,7 @@
 // such bytes itself: then there are no commands.
 
 #include "check/zelCheck.h"
+#include "reading/openDocument.h"
 #include "saving/save.h"
 #include "shadingDefinition.h"
 #include "shell/shell.h"
@@ -70,7 +71,7 @@ std::unique_ptr<shading::Document> open(const std::string& bytes, std::string& m
     shading::OpenOptions options;
     options.runtime = &runtime();
     std::vector<shading::Message> found;
-    auto document = shading::Document::open(file.path(), options, found);
+    auto document = shading::openDocument(file.path(), options, found);
     for (const shading::Message& message : found)
         messages += shading::messageText(message).substr(file.path().size()) + "\n";
     zelFuzz::expect(document || !found.empty(), "a document is refused without a word");

@@ -1,5 +1,6 @@
 #include "testDocument.h"
 
+#include "reading/openDocument.h"
 #include "shell/commands/drawCommand.h"
 #include "shell/shell.h"
 
@@ -49,7 +50,7 @@ TestDocument::TestDocument(const std::string& elements, bool isStrict)
     shading::OpenOptions options;
     options.isStrict = isStrict;
     std::vector<shading::Message> found;
-    opened = shading::Document::open(file.path(), options, found);
+    opened = shading::openDocument(file.path(), options, found);
     messages = messageLines(found, file.path());
 }
 
@@ -71,6 +72,6 @@ std::string openText(const std::string& text)
 {
     const TestFile file(text);
     std::vector<shading::Message> found;
-    const bool isOpen = shading::Document::open(file.path(), {}, found) != nullptr;
+    const bool isOpen = shading::openDocument(file.path(), {}, found) != nullptr;
     return isOpen ? "opened" : messageLines(found, file.path());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "reading/definitionReader.h"
+#include "reading/openDocument.h"
 #include "shell/shell.h"
 #include "testDocument.h"
 
@@ -28,7 +29,7 @@ inline std::unique_ptr<shading::Document> openWith(ZEL::Runtime* runtime,
     shading::OpenOptions options;
     options.runtime = runtime;
     std::vector<shading::Message> messages;
-    return shading::Document::open(file.path(), options, messages);
+    return shading::openDocument(file.path(), options, messages);
 }
 
 /// What the commands, one a line, print on both outputs.

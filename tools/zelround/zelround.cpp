@@ -1,6 +1,6 @@
 #include "check/zelCheck.h"
 #include "definitions/pluginModule.h"
-#include "document/document.h"
+#include "reading/openDocument.h"
 #include "saving/save.h"
 #include "views/report.h"
 
@@ -96,13 +96,12 @@ std::string networkText(shading::Document& document, Row& row)
 }
 
 /// Empty, with the problem, when the document does not open.
-std::unique_ptr<shading::Document>
-openDocument(const std::string& path, ZEL::Runtime* runtime, Row& row)
+std::unique_ptr<shading::Document> openOne(const std::string& path, ZEL::Runtime* runtime, Row& row)
 {
     std::vector<shading::Message> messages;
     shading::OpenOptions options;
     options.runtime = runtime;
-    std::unique_ptr<shading::Document> document = shading::Document::open(path, options, messages);
+    std::unique_ptr<shading::Document> document = shading::openDocument(path, options, messages);
     row.warnings = messages.size();
     if (!document)
         row.problem = shading::messageText(messages.back());
@@ -112,7 +111,7 @@ openDocument(const std::string& path, ZEL::Runtime* runtime, Row& row)
 Row roundTrip(const std::string& path, const std::string& scratch, ZEL::Runtime* runtime)
 {
     Row row;
-    const std::unique_ptr<shading::Document> document = openDocument(path, runtime, row);
+    const std::unique_ptr<shading::Document> document = openOne(path, runtime, row);
     if (!document)
         return row;
     const std::string before = networkText(*document, row);
@@ -126,7 +125,7 @@ Row roundTrip(const std::string& path, const std::string& scratch, ZEL::Runtime*
     }
     row.hasEqualBytes = bytesOf(path) == bytesOf(scratch);
     Row again;
-    const std::unique_ptr<shading::Document> saved = openDocument(scratch, runtime, again);
+    const std::unique_ptr<shading::Document> saved = openOne(scratch, runtime, again);
     row.hasEqualNetwork = saved && networkText(*saved, again) == before;
     if (row.problem.empty())
         row.problem = again.problem;

@@ -155,6 +155,27 @@ TEST(Document, IsRegisteredWhileItLives)
     runtime.forceRebuildCompounds(); // Reaches no dead document.
 }
 
+TEST(Document, IsRebuiltOnlyWhenItIsWhole)
+{
+    std::string text = "<materialx>";
+    for (int i = 0; i < 2000; ++i)
+        text += "<x type='t'/>";
+    const TestFile file(text + "</materialx>");
+    ZEL::Runtime runtime;
+    shading::OpenOptions options;
+    options.runtime = &runtime;
+    options.progress = [&](int) { runtime.forceRebuildCompounds(); };
+    std::vector<shading::Message> messages;
+    const auto document = shading::openDocument(file.path(), options, messages);
+    ASSERT_TRUE(document);
+    shading::Message error;
+    const auto other = shading::openText("<materialx/>", *document, error);
+    ASSERT_TRUE(other);
+    EXPECT_EQ("", other->uuid());
+    EXPECT_EQ(&runtime, other->getRuntime());
+    EXPECT_EQ(&document->definitions(), &other->definitions());
+}
+
 TEST(Document, HasARuntimeOfItsOwnOtherwise)
 {
     const auto document = openWith(nullptr, "<x name='x' type='t'/>");

@@ -3,6 +3,7 @@
 #include "draw/zelLayeredLayout.h"
 #include "draw/zelPicture.h"
 #include "reading/definitionReader.h"
+#include "reading/openDocument.h"
 #include "shell/commands/drawCommand.h"
 #include "testDocument.h"
 
@@ -105,7 +106,7 @@ public:
         shading::OpenOptions options;
         options.runtime = runtime;
         std::vector<shading::Message> messages;
-        opened = shading::Document::open(path, options, messages);
+        opened = shading::openDocument(path, options, messages);
     }
 
     /// What `draw FILE WORDS` writes; what it prints is added to printed.

@@ -2,6 +2,7 @@
 
 #include "check/zelCheck.h"
 #include "reading/definitionReader.h"
+#include "reading/openDocument.h"
 #include "saving/save.h"
 #include "shell/watcher.h"
 #include "testDocument.h"
@@ -64,7 +65,7 @@ void saveAndOpen(shading::Document& document, Outcomes& outcomes)
     std::vector<shading::Message> messages;
     shading::OpenOptions options;
     options.runtime = document.getRuntime();
-    const auto saved = shading::Document::open(file.path(), options, messages);
+    const auto saved = shading::openDocument(file.path(), options, messages);
     ASSERT_TRUE(saved) << bytes;
     ASSERT_EQ(documentText(document), documentText(*saved)) << bytes;
     ASSERT_EQ(before, networkText(document));
@@ -77,7 +78,7 @@ void editAtRandom(const std::string& path, ZEL::Runtime& runtime, unsigned seed,
     std::vector<shading::Message> messages;
     shading::OpenOptions options;
     options.runtime = &runtime;
-    const auto document = shading::Document::open(path, options, messages);
+    const auto document = shading::openDocument(path, options, messages);
     ASSERT_TRUE(document);
     // A document may be unsound from the start: then it only has to come back.
     const bool isSound = findings(*document).empty();

@@ -1,3 +1,4 @@
+#include "reading/openDocument.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -109,7 +110,7 @@ TEST(Damage, WhatIsNoRegularFileIsRefusedWithoutWaitingForIt)
     ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
     for (const std::string& path : {fifo, std::string("/dev/zero")}) {
         std::vector<shading::Message> messages;
-        EXPECT_FALSE(shading::Document::open(path, {}, messages));
+        EXPECT_FALSE(shading::openDocument(path, {}, messages));
         ASSERT_EQ(1U, messages.size());
         EXPECT_EQ(path + ":1:1: error: cannot be read: Not a regular file",
                   shading::messageText(messages[0]));

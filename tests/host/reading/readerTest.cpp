@@ -1,3 +1,4 @@
+#include "reading/openDocument.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -230,7 +231,7 @@ TEST(XmlSource, NamesTheFileThatCannotBeRead)
 {
     for (const char* const path : {"/nowhere/a.mtlx", "/"}) {
         std::vector<shading::Message> messages;
-        EXPECT_FALSE(shading::Document::open(path, {}, messages));
+        EXPECT_FALSE(shading::openDocument(path, {}, messages));
         ASSERT_EQ(1U, messages.size());
         EXPECT_EQ(0U, shading::messageText(messages[0])
                           .find(std::string(path) + ":1:1: error: cannot be read: "));

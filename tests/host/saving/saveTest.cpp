@@ -1,6 +1,7 @@
 #include "saving/save.h"
 
 #include "reading/definitionReader.h"
+#include "reading/openDocument.h"
 #include "shell/shell.h"
 #include "testDocument.h"
 
@@ -26,7 +27,7 @@ std::string saved(const std::string& bytes,
     const TestFile file(bytes);
     shading::OpenOptions options;
     options.runtime = &runtime;
-    const auto document = shading::Document::open(file.path(), options, messages);
+    const auto document = shading::openDocument(file.path(), options, messages);
     if (!document)
         return shading::messageText(messages.back());
     std::ostringstream out;

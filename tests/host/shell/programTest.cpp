@@ -1,3 +1,4 @@
+#include "reading/openDocument.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -100,7 +101,7 @@ int openAll(const std::string& folder, bool isStrict, int& count)
         std::vector<shading::Message> messages;
         shading::OpenOptions options;
         options.isStrict = isStrict;
-        const auto document = shading::Document::open(entry.path().string(), options, messages);
+        const auto document = shading::openDocument(entry.path().string(), options, messages);
         EXPECT_TRUE(document);
         if (!document)
             continue;

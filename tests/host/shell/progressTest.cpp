@@ -1,3 +1,4 @@
+#include "reading/openDocument.h"
 #include "shell/progressLine.h"
 #include "testDocument.h"
 
@@ -52,7 +53,7 @@ TEST(Document, TellsHowFarItsOpeningIs)
     shading::OpenOptions options;
     options.progress = [&](int permille) { told.push_back(permille); };
     std::vector<shading::Message> messages;
-    ASSERT_TRUE(shading::Document::open(file.path(), options, messages));
+    ASSERT_TRUE(shading::openDocument(file.path(), options, messages));
     EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
     EXPECT_EQ(17U, told.size()); // Three parts, and each 1024th of their 15000 units.
     EXPECT_EQ(150, told.front());

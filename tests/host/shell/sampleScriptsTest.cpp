@@ -1,5 +1,6 @@
 #include "definitions/pluginModule.h"
 #include "randomEdits.h"
+#include "reading/openDocument.h"
 #include "shell/shell.h"
 
 #include <gtest/gtest.h>
@@ -95,7 +96,7 @@ TEST(SampleScripts, DoTheirEditAndAreUndoneAsAWhole)
         options.runtime = plugin.runtime();
         std::vector<shading::Message> messages;
         const auto document =
-            shading::Document::open(examples + "/documents/" + c.document, options, messages);
+            shading::openDocument(examples + "/documents/" + c.document, options, messages);
         ASSERT_TRUE(document);
         const std::string before = networkText(*document);
         std::ostringstream out;
