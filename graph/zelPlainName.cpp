@@ -1,14 +1,65 @@
-// The one place that looks at how a class answers getName.
+// The one place that finds out how a class answers getName.
 
 #include "core/zelNameIndex.h"
 #include "zelNode.h"
 
-#include <cstring>
+#if defined(ZEL_NAMES_BY_TYPE)
+
 #include <typeinfo>
+#include <unordered_map>
 
 namespace ZEL {
 
-#if defined(__linux__) && (defined(__x86_64__) || defined(__aarch64__))
+namespace {
+
+/// How many modules have noted a class of that name, by what it answers. Classes of one name that
+/// are hidden in their modules may differ: then all of them count as overriding.
+struct Notes {
+    int plain = 0;
+    int overriding = 0;
+};
+
+/// By the name of the class: its type information goes with the module that has it.
+std::unordered_map<std::string, Notes>& notes()
+{
+    static auto* const all = new std::unordered_map<std::string, Notes>; // Outlives every module.
+    return *all;
+}
+
+const NameClassNote g_node(typeid(Node), true);
+const NameClassNote g_port(typeid(Port), true);
+
+} // namespace
+
+NameClassNote::NameClassNote(const std::type_info& type, bool hasPlainName)
+    : m_type(type),
+      m_hasPlainName(hasPlainName)
+{
+    Notes& of = notes()[type.name()];
+    ++(hasPlainName ? of.plain : of.overriding);
+}
+
+NameClassNote::~NameClassNote()
+{
+    const auto of = notes().find(m_type.name());
+    if (--(m_hasPlainName ? of->second.plain : of->second.overriding) == 0 &&
+        of->second.plain + of->second.overriding == 0)
+        notes().erase(of);
+}
+
+bool hasPlainName(const Namable& object)
+{
+    const auto of = notes().find(typeid(object).name());
+    return of != notes().end() && of->second.plain > 0 && of->second.overriding == 0;
+}
+
+} // namespace ZEL
+
+#else
+
+#include <cstring>
+
+namespace ZEL {
 
 namespace {
 
@@ -31,13 +82,6 @@ bool hasPlainName(const Namable& object)
     return getNameSlot(object) == kOwnGetName;
 }
 
-#else
-
-bool hasPlainName(const Namable& object)
-{
-    return typeid(object) == typeid(Node) || typeid(object) == typeid(Port);
-}
+} // namespace ZEL
 
 #endif
-
-} // namespace ZEL

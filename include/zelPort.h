@@ -34,6 +34,7 @@ public:
     // Virtual operations: the order is binary contract.
     /// Types are equal when their names are, also if they are two objects.
     virtual bool operator==(const PortDataType& other) const;
+    bool operator!=(const PortDataType& other) const { return !(*this == other); }
 
 protected:
     explicit PortDataType(const char* name);
