@@ -1,5 +1,6 @@
 #include "zelCore.h"
 #include "zelNameIndex.h"
+#include "zelText.h"
 
 #include <cstring>
 
@@ -7,7 +8,7 @@ namespace ZEL {
 
 Namable::Namable() = default;
 
-Namable::Namable(const char* name) : m_name(name) {}
+Namable::Namable(const char* name) : m_name(orEmpty(name)) {}
 
 Namable::Namable(std::string&& name) : m_name(std::move(name)) {}
 
@@ -46,15 +47,10 @@ bool Namable::operator==(const Namable& other) const
 /// The one place where a name changes: the index that knows the name is told.
 void Namable::replaceName(std::string& name)
 {
-    if (!m_index) {
+    if (m_index)
+        m_index->rename(*this, name);
+    else
         m_name.swap(name);
-        return;
-    }
-    NameIndex* const index = m_index;
-    const std::uint32_t slot = index->beginRename(*this);
-    m_name.swap(name);
-    if (slot != NameIndex::kNoSlot)
-        index->endRename(*this, slot);
 }
 
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): setName takes the object's own name.

@@ -3,7 +3,7 @@
 #include "zelCore.h"
 #include "zelSequence.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace ZEL {
 
@@ -11,8 +11,9 @@ namespace {
 
 std::uint32_t hashOf(std::string_view name)
 {
+    constexpr int kHalf = sizeof(std::size_t) * 4; // In bits.
     const std::size_t hash = std::hash<std::string_view>()(name);
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32));
+    return static_cast<std::uint32_t>(hash ^ (hash >> kHalf));
 }
 
 } // namespace
@@ -27,70 +28,93 @@ NameIndex::~NameIndex()
     }
 }
 
-Namable* NameIndex::find(std::string_view name)
+/// Whether the entry of a slot has the name.
+auto NameIndex::isNamed(std::string_view name) const
+{
+    void* const* const slots = Sequence(m_home).slots();
+    return [slots, name](std::uint32_t slot) {
+        return static_cast<Namable*>(slots[slot])->m_name == name;
+    };
+}
+
+std::uint32_t NameIndex::find(std::string_view name)
 {
     takeUpNewEntries();
     const std::uint32_t hash = hashOf(name);
-    void* const* const slots = Sequence(m_home).slots();
-    const std::uint32_t slot = m_table.find(hash, [slots, name](std::uint32_t other) {
-        return other != kManySlots && name == static_cast<Namable*>(slots[other])->m_name;
-    });
-    const bool isUnsure =
-        slot == kNoSlot
-            ? m_table.find(hash, [](std::uint32_t other) { return other == kManySlots; }) != kNoSlot
-            : !hasPlainName(*objectAt(slot));
-    const Sequence sequence(m_home);
-    if (isUnsure)
-        return sequence.scanNames(name);
-    // All is read again after each name: a host's own getName may do anything.
-    for (std::size_t i = 0; i < m_asked.size() && m_asked[i] < slot; ++i) {
-        Namable* const object = m_asked[i] < sequence.usedSlots() ? objectAt(m_asked[i]) : nullptr;
-        if (object && name == object->getName())
-            return object;
+    std::uint32_t slot = m_table.first(hash, isNamed(name));
+    // An object's class changes while it is constructed and destroyed.
+    while (slot != kNoSlot && !hasPlainName(*objectAt(slot))) {
+        leaveToAsking(*objectAt(slot));
+        slot = m_table.first(hash, isNamed(name));
     }
-    return slot < sequence.usedSlots() ? objectAt(slot) : nullptr;
+    return slot;
 }
 
-void NameIndex::erase(Namable* object, std::uint32_t slot)
+void NameIndex::collectAsked(std::uint32_t before, std::vector<std::uint32_t>& slots) const
+{
+    const auto end = std::lower_bound(m_asked.begin(), m_asked.end(), before);
+    slots.assign(m_asked.begin(), end);
+}
+
+void NameIndex::onErased(Namable* object, std::uint32_t slot)
 {
     if (object->m_index != this)
         return;
-    object->m_index = nullptr;
-    if (slot < m_slots && !m_table.erase(hashOf(object->m_name), slot))
-        reset();
+    const std::uint32_t hash = hashOf(object->m_name);
+    m_table.erase(hash, slot);
+    // Others of the name are left: is the object one of them?
+    if (m_table.first(hash, isNamed(object->m_name)) == kNoSlot || slotsOf(*object).empty())
+        object->m_index = nullptr;
+}
+
+void NameIndex::onInserted(std::uint32_t slot)
+{
+    if (slot >= m_slots)
+        return;
+    m_table.renumber([slot](std::uint32_t old) { return old < slot ? old : old + 1; });
+    for (std::uint32_t& asked : m_asked)
+        asked += asked < slot ? 0 : 1;
+    ++m_slots;
+    takeUp(slot);
 }
 
 void NameIndex::trim(std::uint32_t slots)
 {
-    if (m_slots > slots)
-        m_slots = slots;
+    m_slots = std::min(m_slots, slots);
     while (!m_asked.empty() && m_asked.back() >= slots)
         m_asked.pop_back();
 }
 
-void NameIndex::reset()
+void NameIndex::onHolesClosed(const std::vector<std::uint32_t>& entriesBefore)
 {
-    m_table.clear();
-    m_asked.clear();
-    m_slots = 0;
+    m_table.renumber([&](std::uint32_t slot) { return entriesBefore[slot]; });
+    const auto isHole = [&](std::uint32_t slot) {
+        return entriesBefore[slot] == entriesBefore[slot + 1];
+    };
+    m_asked.erase(std::remove_if(m_asked.begin(), m_asked.end(), isHole), m_asked.end());
+    for (std::uint32_t& slot : m_asked)
+        slot = entriesBefore[slot];
+    m_slots = entriesBefore[m_slots];
 }
 
-std::uint32_t NameIndex::beginRename(const Namable& object)
+void NameIndex::rename(Namable& object, std::string& name)
 {
     const std::uint32_t hash = hashOf(object.m_name);
-    const std::uint32_t slot = m_table.find(hash, [this, &object](std::uint32_t other) {
-        return other != kManySlots && objectAt(other) == &object;
-    });
-    if (slot == kNoSlot)
-        reset();
-    else
+    const auto hasOldName = isNamed(object.m_name);
+    // Who has a name alone stands in one slot; of several of one name, the object has some.
+    if (m_table.isSingle(hash, hasOldName)) {
+        const std::uint32_t slot = m_table.first(hash, hasOldName);
         m_table.erase(hash, slot);
-    return slot;
-}
-
-void NameIndex::endRename(const Namable& object, std::uint32_t slot)
-{
-    enter(object, slot);
+        object.m_name.swap(name);
+        enter(object, slot);
+        return;
+    }
+    std::vector<std::uint32_t> slots = slotsOf(object);
+    const auto isAsked = [this, hash](std::uint32_t slot) { return !m_table.erase(hash, slot); };
+    slots.erase(std::remove_if(slots.begin(), slots.end(), isAsked), slots.end());
+    object.m_name.swap(name);
+    for (const std::uint32_t slot : slots)
+        enter(object, slot);
 }
 
 std::string_view NameIndex::nameOf(const Namable& object)
@@ -106,34 +130,54 @@ void NameIndex::appendName(const Namable& object, std::string& text)
         text += object.getName();
 }
 
+/// The slots of the object that were taken up.
+std::vector<std::uint32_t> NameIndex::slotsOf(const Namable& object) const
+{
+    std::vector<std::uint32_t> slots;
+    Sequence(m_home).collectSlots(&object, slots);
+    slots.erase(std::lower_bound(slots.begin(), slots.end(), m_slots), slots.end());
+    return slots;
+}
+
 void NameIndex::takeUpNewEntries()
 {
-    const Sequence sequence(m_home);
-    for (; m_slots < sequence.usedSlots(); ++m_slots) {
-        Namable* const object = objectAt(m_slots);
-        if (!object)
-            continue;
-        const bool isFree = !object->m_index || object->m_index == this;
-        if (isFree && hasPlainName(*object)) {
-            object->m_index = this;
-            enter(*object, m_slots);
-        } else {
-            m_asked.push_back(m_slots);
-        }
+    const std::uint32_t used = Sequence(m_home).usedSlots();
+    while (m_slots < used)
+        takeUp(m_slots++);
+}
+
+void NameIndex::takeUp(std::uint32_t slot)
+{
+    Namable* const object = objectAt(slot);
+    if (!object)
+        return;
+    const bool isFree = !object->m_index || object->m_index == this;
+    if (isFree && hasPlainName(*object)) {
+        object->m_index = this;
+        enter(*object, slot);
+    } else {
+        ask(slot);
     }
 }
 
 void NameIndex::enter(const Namable& object, std::uint32_t slot)
 {
+    m_table.insert(hashOf(object.m_name), slot, isNamed(object.m_name));
+}
+
+void NameIndex::leaveToAsking(Namable& object)
+{
     const std::uint32_t hash = hashOf(object.m_name);
-    const auto hasSameName = [this, &object](std::uint32_t other) {
-        return other != kManySlots && objectAt(other)->m_name == object.m_name;
-    };
-    if (m_table.replace(hash, kManySlots, hasSameName))
-        return;
-    // The mark of another pair of this hash serves as well: it leads to a scan.
-    if (m_table.find(hash, [](std::uint32_t other) { return other == kManySlots; }) == kNoSlot)
-        m_table.insert(hash, slot);
+    for (const std::uint32_t slot : slotsOf(object)) {
+        if (m_table.erase(hash, slot))
+            ask(slot);
+    }
+    object.m_index = nullptr;
+}
+
+void NameIndex::ask(std::uint32_t slot)
+{
+    m_asked.insert(std::upper_bound(m_asked.begin(), m_asked.end(), slot), slot);
 }
 
 Namable* NameIndex::objectAt(std::uint32_t slot) const

@@ -14,7 +14,7 @@ class Namable;
 /// Finds the entries of one long sequence by name. It serves an entry whose getName is Namable's
 /// own: its name changes only inside Namable, which tells the index. Every other entry (its class
 /// overrides getName, or another sequence's index has it) is asked at each lookup, if it stands
-/// before what the table gives. A name that occurs twice is looked up by a scan of the sequence.
+/// before what the table gives. Any number of entries may share a name.
 ///
 /// An entry is taken up at the first lookup after it was appended: by then it is fully constructed.
 class NameIndex {
@@ -28,32 +28,38 @@ public:
     /// The entries forget the index.
     ~NameIndex();
 
-    /// False after a reset: the next find would take up every entry.
-    bool isInUse() const { return m_slots > 0; }
-    /// The first entry of that name, null when there is none.
-    Namable* find(std::string_view name);
-    /// The entry leaves its slot.
-    void erase(Namable* object, std::uint32_t slot);
+    /// The first slot of an entry of that name, of those that are not asked; kNoSlot when there is
+    /// none. Runs no code of the host.
+    std::uint32_t find(std::string_view name);
+    /// Appends the slots before that one whose entries are to be asked; kNoSlot: all of them.
+    void collectAsked(std::uint32_t before, std::vector<std::uint32_t>& slots) const;
+
+    // What happens to the sequence.
+    /// The object left the slot, which is a hole already.
+    void onErased(Namable* object, std::uint32_t slot);
+    /// An entry was inserted there; those behind it moved up.
+    void onInserted(std::uint32_t slot);
     /// Slots behind this number are gone.
     void trim(std::uint32_t slots);
-    /// Empties the index: slots have changed their numbers.
-    void reset();
+    /// Each entry has so many before it now.
+    void onHolesClosed(const std::vector<std::uint32_t>& entriesBefore);
+
+    /// Gives an entry another name, and the string its old one.
+    void rename(Namable& object, std::string& name);
 
     /// The name of an object with a plain name.
     static std::string_view nameOf(const Namable& object);
     /// Appends what the object's getName answers.
     static void appendName(const Namable& object, std::string& text);
 
-    // For Namable, round a change of its name.
-    /// The slot of the object under its present name, which is taken out; kNoSlot when it has none.
-    std::uint32_t beginRename(const Namable& object);
-    void endRename(const Namable& object, std::uint32_t slot);
-
 private:
-    static constexpr std::uint32_t kManySlots = UINT32_MAX - 1; ///< The name occurs twice: scan.
-
+    auto isNamed(std::string_view name) const;
+    std::vector<std::uint32_t> slotsOf(const Namable& object) const;
     void takeUpNewEntries();
+    void takeUp(std::uint32_t slot);
     void enter(const Namable& object, std::uint32_t slot);
+    void leaveToAsking(Namable& object);
+    void ask(std::uint32_t slot);
     Namable* objectAt(std::uint32_t slot) const;
 
     std::uintptr_t& m_home;

@@ -1,4 +1,5 @@
 #include "zelCore.h"
+#include "zelText.h"
 
 #include <algorithm>
 #include <memory>
@@ -57,13 +58,13 @@ PropertyList::~PropertyList()
 
 void PropertyList::addStringPair(const char* key, const char* value)
 {
-    m_impl->pairs.emplace_back(key, value);
+    m_impl->pairs.emplace_back(orEmpty(key), orEmpty(value));
 }
 
 const char* PropertyList::getStringPairValue(const char* key)
 {
     const auto& pairs = m_impl->pairs;
-    const auto found = std::find_if(pairs.begin(), pairs.end(), NameSearch{key});
+    const auto found = std::find_if(pairs.begin(), pairs.end(), NameSearch{orEmpty(key)});
     return found == pairs.end() ? nullptr : found->second.c_str();
 }
 
@@ -84,14 +85,14 @@ bool PropertyList::getStringPairAt(int index, const char** key, const char** val
 
 PropertyList* PropertyList::addChildList(const char* name)
 {
-    m_impl->children.emplace_back(name, std::make_unique<PropertyList>());
+    m_impl->children.emplace_back(orEmpty(name), std::make_unique<PropertyList>());
     return m_impl->children.back().second.get();
 }
 
 PropertyList* PropertyList::getChildList(const char* name)
 {
     const auto& children = m_impl->children;
-    const auto found = std::find_if(children.begin(), children.end(), NameSearch{name});
+    const auto found = std::find_if(children.begin(), children.end(), NameSearch{orEmpty(name)});
     return found == children.end() ? nullptr : found->second.get();
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace ZEL {
 
@@ -31,12 +32,14 @@ std::uint32_t hashOf(const void* object)
 /// Asks the object only if its class has a getName of its own.
 bool hasName(const Namable& object, std::string_view name)
 {
+#if !defined(ZEL_NAMES_BY_TYPE) // There asking costs less than finding out.
     if (hasPlainName(object)) {
         // Names of one list often differ in their last character only: that one first.
         const std::string_view own = NameIndex::nameOf(object);
         return own.size() == name.size() &&
                (own.empty() || (own.back() == name.back() && own == name));
     }
+#endif
     const char* const text = object.getName();
     return std::strncmp(text, name.data(), name.size()) == 0 && text[name.size()] == '\0';
 }
@@ -81,11 +84,15 @@ void* Sequence::at(int index) const
 
 int Sequence::indexOf(const void* object) const
 {
-    SequenceExtras* const rare = findExtras();
-    if (rare && rare->holes > rare->first)
-        closeHoles();
     const std::uint32_t slot = findSlot(object);
-    return slot == kNoSlot ? -1 : static_cast<int>(slot - (rare ? rare->first : 0));
+    if (slot == kNoSlot)
+        return -1;
+    SequenceExtras* const rare = findExtras();
+    if (!rare)
+        return static_cast<int>(slot);
+    if (rare->holes == rare->first)
+        return static_cast<int>(slot - rare->first);
+    return static_cast<int>(countedSlots(*rare).indexOf(slots(), slot));
 }
 
 bool Sequence::contains(const void* object) const
@@ -110,6 +117,8 @@ void Sequence::append(void* object)
             entries = &growTo(entries->capacity * 2);
     }
     entries->slots()[entries->used++] = object;
+    if (entries->extras)
+        entries->extras->counts.onAppended(entries->used - 1);
 }
 
 bool Sequence::eraseFirst(const void* object)
@@ -123,21 +132,36 @@ bool Sequence::eraseFirst(const void* object)
 
 int Sequence::eraseEvery(const void* object)
 {
-    SequenceBlock* const entries = block();
-    if (entries && !entries->extras && entries->used <= kShort) {
-        void** const begin = entries->slots();
-        void** const end = begin + entries->used;
+    if (object && block() && !findPlaces())
+        return eraseByScan(object);
+    int erased = 0;
+    while (eraseFirst(object))
+        ++erased;
+    return erased;
+}
+
+/// Erases every place of the object in one walk over the slots.
+int Sequence::eraseByScan(const void* object)
+{
+    SequenceBlock& entries = *block();
+    SequenceExtras* const rare = entries.extras;
+    void** const begin = entries.slots();
+    if (rare)
+        rare->searchWork += entries.used;
+    if (!rare || !rare->leavesHoles()) {
+        void** const end = begin + entries.used;
         const auto erased = end - std::remove(begin, end, object);
-        entries->used -= static_cast<std::uint32_t>(erased);
+        entries.used -= static_cast<std::uint32_t>(erased);
         return static_cast<int>(erased);
     }
     int erased = 0;
-    bool mayStandTwice = true;
-    while (mayStandTwice && eraseFirst(object)) {
-        ++erased;
-        SequenceExtras* const rare = findExtras();
-        mayStandTwice = !rare || rare->placedSlots == 0;
+    for (std::uint32_t slot = rare->first; slot < entries.used; ++slot) {
+        if (begin[slot] == object) {
+            leaveHole(*rare, slot);
+            ++erased;
+        }
     }
+    tidyHoles(*rare);
     return erased;
 }
 
@@ -148,12 +172,24 @@ void Sequence::eraseAt(int index)
 
 void Sequence::insertAt(int index, void* object)
 {
-    append(object);
     closeHoles();
-    if (SequenceBlock* const entries = block()) {
-        void** const slots = entries->slots();
-        std::rotate(slots + index, slots + entries->used - 1, slots + entries->used);
+    append(object);
+    SequenceBlock* const entries = block();
+    if (!entries)
+        return;
+    const auto slot = static_cast<std::uint32_t>(index);
+    void** const slots = entries->slots();
+    std::rotate(slots + slot, slots + entries->used - 1, slots + entries->used);
+    SequenceExtras* const rare = entries->extras;
+    if (!rare)
+        return;
+    if (slot < rare->placedSlots) {
+        rare->places.renumber([slot](std::uint32_t old) { return old < slot ? old : old + 1; });
+        ++rare->placedSlots;
+        place(*rare, slot);
     }
+    if (rare->names)
+        rare->names->onInserted(slot);
 }
 
 void Sequence::clear()
@@ -176,14 +212,14 @@ void Sequence::assign(const Sequence& other)
     entries.reserve(static_cast<std::size_t>(other.size()));
     for (int i = 0; i < other.size(); ++i)
         entries.push_back(other.at(i));
-    std::vector<std::pair<void*, int>> balance;
+    ReferenceBalance balance;
     if (SequenceExtras* const rare = findExtras())
-        balance.swap(rare->balance);
+        std::swap(balance, rare->balance);
     clear();
     for (void* object : entries)
         append(object);
-    if (!balance.empty())
-        extras().balance.swap(balance);
+    if (!balance.isEmpty())
+        std::swap(extras().balance, balance);
 }
 
 void Sequence::dropIndex()
@@ -228,31 +264,65 @@ SequenceBlock& Sequence::growTo(std::uint32_t capacity)
 
 // Slots.
 
-/// The slot of the entry at the index. Holes are closed first, unless all stand before the entries.
+/// Whether a slot holds the object.
+auto Sequence::isAt(const void* object) const
+{
+    return [slots = slots(), object](std::uint32_t slot) { return slots[slot] == object; };
+}
+
+/// The slot of the entry at the index.
 std::uint32_t Sequence::slotAt(int index) const
 {
+    const auto number = static_cast<std::uint32_t>(index);
     SequenceExtras* const rare = findExtras();
     if (!rare)
-        return static_cast<std::uint32_t>(index);
-    if (rare->holes > rare->first)
+        return number;
+    if (rare->holes > rare->first && ++rare->countedReads > block()->used)
         closeHoles();
-    return rare->first + static_cast<std::uint32_t>(index);
+    if (rare->holes == rare->first)
+        return rare->first + number;
+    return countedSlots(*rare).slotAt(slots(), number);
+}
+
+const SlotCounts& Sequence::countedSlots(SequenceExtras& rare) const
+{
+    if (rare.counts.isEmpty())
+        rare.counts.count(slots(), block()->used);
+    return rare.counts;
+}
+
+/// The extras when the places are to be used, and then up to date; else null.
+SequenceExtras* Sequence::findPlaces() const
+{
+    SequenceBlock* const entries = block();
+    if (!entries || entries->used <= kShort)
+        return nullptr;
+    SequenceExtras& rare = Sequence(m_data).extras();
+    if (rare.placedSlots == 0 && rare.searchWork <= kPatience * entries->used)
+        return nullptr;
+    for (; rare.placedSlots < entries->used; ++rare.placedSlots) {
+        if (entries->slots()[rare.placedSlots])
+            place(rare, rare.placedSlots);
+    }
+    return &rare;
+}
+
+void Sequence::place(SequenceExtras& rare, std::uint32_t slot) const
+{
+    void* const object = slots()[slot];
+    rare.places.insert(hashOf(object), slot, isAt(object));
 }
 
 /// The first slot of the object, kNoSlot when it has none.
 std::uint32_t Sequence::findSlot(const void* object) const
 {
+    if (!object)
+        return kNoSlot; // A hole is no entry.
     SequenceBlock* const entries = block();
     if (!entries)
         return m_data != 0 && single() == object ? 0 : kNoSlot;
-    if (entries->used > kShort) {
-        SequenceExtras& rare = Sequence(m_data).extras();
-        if (!rare.hasDoubles && rare.searchWork > kPatience * entries->used) {
-            const std::uint32_t slot = findPlacedSlot(rare, object);
-            if (!rare.hasDoubles)
-                return slot;
-        }
-    }
+    if (const SequenceExtras* const rare = findPlaces())
+        return rare->places.first(hashOf(object), isAt(object));
     void** const begin = entries->slots() + (entries->extras ? entries->extras->first : 0);
     void** const end = entries->slots() + entries->used;
     void** const place = std::find(begin, end, object);
@@ -261,25 +331,19 @@ std::uint32_t Sequence::findSlot(const void* object) const
     return place == end ? kNoSlot : static_cast<std::uint32_t>(place - entries->slots());
 }
 
-std::uint32_t Sequence::findPlacedSlot(SequenceExtras& rare, const void* object) const
+void Sequence::collectSlots(const void* object, std::vector<std::uint32_t>& slots) const
 {
-    SequenceBlock& entries = *block();
-    void** const slots = entries.slots();
-    for (; rare.placedSlots < entries.used; ++rare.placedSlots) {
-        void* const entry = slots[rare.placedSlots];
-        if (!entry)
-            continue;
-        const auto isEntry = [slots, entry](std::uint32_t slot) { return slots[slot] == entry; };
-        if (rare.places.find(hashOf(entry), isEntry) != kNoSlot) {
-            rare.hasDoubles = true;
-            rare.places.clear();
-            rare.placedSlots = 0;
-            return kNoSlot;
-        }
-        rare.places.insert(hashOf(entry), rare.placedSlots);
+    SequenceBlock* const entries = block();
+    if (const SequenceExtras* const rare = findPlaces()) {
+        rare->places.collect(hashOf(object), isAt(object), slots);
+        return;
     }
-    return rare.places.find(hashOf(object),
-                            [slots, object](std::uint32_t slot) { return slots[slot] == object; });
+    for (std::uint32_t slot = 0; slot < entries->used; ++slot) {
+        if (entries->slots()[slot] == object)
+            slots.push_back(slot);
+    }
+    if (entries->extras)
+        entries->extras->searchWork += entries->used;
 }
 
 void Sequence::eraseSlot(std::uint32_t slot)
@@ -290,8 +354,9 @@ void Sequence::eraseSlot(std::uint32_t slot)
         return;
     }
     SequenceExtras* const rare = entries->extras;
-    if (rare && (rare->placedSlots > 0 || rare->holes > 0 || rare->names)) {
+    if (rare && rare->leavesHoles()) {
         leaveHole(*rare, slot);
+        tidyHoles(*rare);
         return;
     }
     void** const place = entries->slots() + slot;
@@ -304,14 +369,22 @@ void Sequence::eraseSlot(std::uint32_t slot)
 
 void Sequence::leaveHole(SequenceExtras& rare, std::uint32_t slot)
 {
+    void*& place = block()->slots()[slot];
+    void* const object = place;
+    if (slot < rare.placedSlots)
+        rare.places.erase(hashOf(object), slot);
+    place = nullptr;
+    ++rare.holes;
+    rare.counts.onErased(slot);
+    if (rare.names)
+        rare.names->onErased(static_cast<Namable*>(object), slot);
+}
+
+/// After entries left: holes at the end go, and all when they are many.
+void Sequence::tidyHoles(SequenceExtras& rare)
+{
     SequenceBlock& entries = *block();
     void** const slots = entries.slots();
-    if (slot < rare.placedSlots)
-        rare.places.erase(hashOf(slots[slot]), slot);
-    if (rare.names)
-        rare.names->erase(static_cast<Namable*>(slots[slot]), slot);
-    slots[slot] = nullptr;
-    ++rare.holes;
     for (; entries.used > 0 && !slots[entries.used - 1]; --entries.used)
         --rare.holes;
     rare.first = std::min(rare.first, entries.used);
@@ -320,29 +393,48 @@ void Sequence::leaveHole(SequenceExtras& rare, std::uint32_t slot)
     rare.placedSlots = std::min(rare.placedSlots, entries.used);
     if (rare.names)
         rare.names->trim(entries.used);
-    if (rare.holes > kShort && rare.holes * 2 > entries.used)
+    const std::uint32_t left = entries.used - rare.holes;
+    if (left <= kShort / 2 || (rare.holes > kShort && rare.holes * 2 > entries.used))
         closeHoles();
+    if (left <= kShort / 2)
+        dropTables(rare);
 }
 
-/// Gives the entries the first slots, and empties the tables, which hold the old ones.
+/// Gives the entries the first slots; the tables follow.
 void Sequence::closeHoles() const
 {
     SequenceExtras* const rare = findExtras();
-    if (!rare)
+    if (!rare || rare->holes == 0)
         return;
     SequenceBlock& entries = *block();
     void** const slots = entries.slots();
+    if (rare->placedSlots > 0 || rare->names) {
+        std::vector<std::uint32_t> moved(entries.used + 1,
+                                         0); // How many entries stand before each.
+        for (std::uint32_t slot = 0; slot < entries.used; ++slot)
+            moved[slot + 1] = moved[slot] + (slots[slot] ? 1 : 0);
+        rare->places.renumber([&moved](std::uint32_t slot) { return moved[slot]; });
+        rare->placedSlots = moved[rare->placedSlots];
+        if (rare->names)
+            rare->names->onHolesClosed(moved);
+    }
     void** const end = std::remove(slots, slots + entries.used, nullptr);
     entries.used = static_cast<std::uint32_t>(end - slots);
     rare->first = 0;
     rare->holes = 0;
-    rare->places.clear();
-    rare->placedSlots = 0;
-    rare->hasDoubles = false;
-    rare->searchWork = 0;
-    if (rare->names)
-        rare->names->reset();
-    rare->scanWork = 0;
+    rare->counts.clear();
+    rare->countedReads = 0;
+}
+
+/// A sequence that is short again needs none.
+void Sequence::dropTables(SequenceExtras& rare) const
+{
+    rare.places.clear();
+    rare.placedSlots = 0;
+    rare.searchWork = 0;
+    rare.names = nullptr;
+    rare.scanWork = 0;
+    rare.counts.clear();
 }
 
 std::uint32_t Sequence::usedSlots() const
@@ -364,13 +456,35 @@ Namable* Sequence::findNamed(std::string_view name)
     if (!entries || entries->used <= kShort)
         return scanNames(name);
     SequenceExtras& rare = extras();
-    if (!rare.names || !rare.names->isInUse()) {
+    if (!rare.names) {
         if (rare.scanWork <= kPatience * entries->used)
             return scanNames(name);
-        if (!rare.names)
-            rare.names = std::make_unique<NameIndex>(m_data);
+        rare.names = std::make_unique<NameIndex>(m_data);
     }
-    return rare.names->find(name);
+    const std::uint32_t slot = rare.names->find(name);
+    Namable* const found =
+        slot == kNoSlot ? nullptr : static_cast<Namable*>(block()->slots()[slot]);
+    std::vector<std::uint32_t> asked;
+    rare.names->collectAsked(slot, asked);
+    return asked.empty() ? found : askBefore(name, asked, found, slot);
+}
+
+/// Asks the entries in those slots; when none has the name, the one that the index found stands.
+Namable* Sequence::askBefore(std::string_view name,
+                             const std::vector<std::uint32_t>& asked,
+                             Namable* found,
+                             std::uint32_t slot) const
+{
+    // All is read again after each name: a host's own getName may do anything.
+    const auto entryAt = [this](std::uint32_t place) {
+        return place < usedSlots() ? static_cast<Namable*>(slots()[place]) : nullptr;
+    };
+    for (const std::uint32_t place : asked) {
+        Namable* const object = entryAt(place);
+        if (object && hasName(*object, name))
+            return object;
+    }
+    return !found || entryAt(slot) == found ? found : scanNames(name);
 }
 
 Namable* Sequence::scanNames(std::string_view name) const

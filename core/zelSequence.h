@@ -1,11 +1,12 @@
 #pragma once
 
+#include "zelReferenceBalance.h"
+#include "zelSlotCounts.h"
 #include "zelSlotTable.h"
 
 #include <cstdint>
 #include <memory>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace ZEL {
@@ -23,13 +24,16 @@ struct SequenceExtras {
     std::uint32_t first = 0;          ///< The first slot that is no hole.
     std::uint32_t holes = 0;          ///< Slots that were erased, the leading ones too.
     std::uint32_t placedSlots = 0;    ///< How many slots the places hold, from slot 0.
-    bool hasDoubles = false;          ///< The places are not used: an object stands twice.
-    std::uint64_t searchWork = 0;     ///< Slots visited and moved since the places were emptied.
-    std::uint64_t scanWork = 0;       ///< Slots visited by name since the names were emptied.
-    SlotTable places;                 ///< From an object to its slot.
+    std::uint32_t countedReads = 0;   ///< By index, through the counts, since holes were closed.
+    std::uint64_t searchWork = 0;     ///< Slots visited and moved before the places were filled.
+    std::uint64_t scanWork = 0;       ///< Slots visited by name before there were names.
+    SlotTable places;                 ///< From an object to its slots.
+    SlotCounts counts;                ///< Empty unless an index was asked for among holes.
     std::unique_ptr<NameIndex> names; ///< Null: nothing was looked up by name often enough.
-    /// PortList's references without a place (positive) and places without a reference (negative).
-    std::vector<std::pair<void*, int>> balance;
+    ReferenceBalance balance;         ///< PortList's; it survives an assignment.
+
+    /// An erased entry leaves a hole: tables know the slots of the others.
+    bool leavesHoles() const { return placedSlots > 0 || holes > 0 || names || !counts.isEmpty(); }
 };
 
 /// A block of slots; they follow it in memory.
@@ -42,13 +46,16 @@ struct SequenceBlock {
 };
 
 /// Ordered pointers: the entries of a list of ports, of nodes, of editors. The one place that knows
-/// how such a list finds and removes an entry. It owns nothing.
+/// how such a list finds and removes an entry. It owns nothing. Null is no entry and is never
+/// found.
 ///
 /// The state is one word of the list: nothing, the only entry, or a block of slots. A short
 /// sequence is a plain array. In a long one an erased entry leaves a hole, and a table finds an
-/// object's slot, as soon as plain searching has cost more than filling the table does; reading by
-/// index closes the holes. So appending, finding and erasing cost the same at any length, and the
-/// order is kept.
+/// object's slots, as soon as plain searching has cost more than filling the table does; counts of
+/// the entries find a slot by its index among holes. Holes are closed when they are half of all, or
+/// when as many entries were read through the counts as there are slots; the tables follow. So
+/// appending, finding, erasing and reading cost the same at any length and in any order, but for a
+/// logarithm, and the order is kept. Inserting and moving cost what they cost in an array.
 class Sequence {
 public:
     explicit Sequence(std::uintptr_t& data) : m_data(data) {}
@@ -90,6 +97,8 @@ public:
     SequenceExtras* findExtras() const;
 
     // For the name index.
+    /// Appends every slot of the object, ascending.
+    void collectSlots(const void* object, std::vector<std::uint32_t>& slots) const;
     /// How many slots there are, holes too; 0 for a sequence without a block.
     std::uint32_t usedSlots() const;
     /// The slots, null for a hole; only for a sequence with a block. Valid until it changes.
@@ -99,12 +108,22 @@ private:
     SequenceBlock* block() const;
     void* single() const;
     SequenceBlock& growTo(std::uint32_t capacity);
+    SequenceExtras* findPlaces() const;
+    auto isAt(const void* object) const;
+    const SlotCounts& countedSlots(SequenceExtras& rare) const;
     std::uint32_t findSlot(const void* object) const;
-    std::uint32_t findPlacedSlot(SequenceExtras& rare, const void* object) const;
+    void place(SequenceExtras& rare, std::uint32_t slot) const;
+    int eraseByScan(const void* object);
     void eraseSlot(std::uint32_t slot);
     void leaveHole(SequenceExtras& rare, std::uint32_t slot);
+    void tidyHoles(SequenceExtras& rare);
     void closeHoles() const;
+    void dropTables(SequenceExtras& rare) const;
     std::uint32_t slotAt(int index) const;
+    Namable* askBefore(std::string_view name,
+                       const std::vector<std::uint32_t>& asked,
+                       Namable* found,
+                       std::uint32_t slot) const;
 
     std::uintptr_t& m_data; ///< 0: empty; odd: the only entry, plus 1; else a SequenceBlock.
 };

@@ -2,7 +2,31 @@
 
 namespace ZEL {
 
-void SlotTable::insert(std::uint32_t hash, std::uint32_t slot)
+bool SlotTable::erase(std::uint32_t hash, std::uint32_t slot)
+{
+    if (m_entries.empty())
+        return false;
+    for (std::size_t place = hash & mask(); m_entries[place].slot != kNoSlot;
+         place = (place + 1) & mask()) {
+        Entry& entry = m_entries[place];
+        if (entry.hash != hash)
+            continue;
+        if (entry.slot == slot) {
+            eraseEntry(place);
+            return true;
+        }
+        if (isGroup(entry.slot) && eraseFromGroup(entry, slot))
+            return true;
+    }
+    return false;
+}
+
+void SlotTable::clear()
+{
+    *this = SlotTable();
+}
+
+void SlotTable::insertEntry(std::uint32_t hash, std::uint32_t slot)
 {
     if ((m_used + 1) * 4 > m_entries.size() * 3)
         grow();
@@ -13,11 +37,8 @@ void SlotTable::insert(std::uint32_t hash, std::uint32_t slot)
     ++m_used;
 }
 
-bool SlotTable::erase(std::uint32_t hash, std::uint32_t slot)
+void SlotTable::eraseEntry(std::size_t hole)
 {
-    std::size_t hole = findPlace(hash, [slot](std::uint32_t other) { return other == slot; });
-    if (hole == kNoPlace)
-        return false;
     // Entries behind the hole move up, unless they would then stand before their own place.
     for (std::size_t place = (hole + 1) & mask(); m_entries[place].slot != kNoSlot;
          place = (place + 1) & mask()) {
@@ -29,14 +50,36 @@ bool SlotTable::erase(std::uint32_t hash, std::uint32_t slot)
     }
     m_entries[hole] = {};
     --m_used;
-    return true;
 }
 
-void SlotTable::clear()
+void SlotTable::addToGroup(Entry& entry, std::uint32_t slot)
 {
-    m_entries.clear();
-    m_entries.shrink_to_fit();
-    m_used = 0;
+    if (!isGroup(entry.slot)) {
+        std::uint32_t number = static_cast<std::uint32_t>(m_groups.size()) | kGroupBit;
+        if (m_freeGroups.empty()) {
+            m_groups.emplace_back();
+        } else {
+            number = m_freeGroups.back();
+            m_freeGroups.pop_back();
+        }
+        m_groups[number & ~kGroupBit] = {entry.slot};
+        entry.slot = number;
+    }
+    Group& slots = m_groups[entry.slot & ~kGroupBit];
+    slots.insert(slots.end(), slot);
+}
+
+bool SlotTable::eraseFromGroup(Entry& entry, std::uint32_t slot)
+{
+    Group& slots = m_groups[entry.slot & ~kGroupBit];
+    if (slots.erase(slot) == 0)
+        return false;
+    if (slots.size() > 1)
+        return true;
+    m_freeGroups.push_back(entry.slot);
+    entry.slot = *slots.begin();
+    slots.clear();
+    return true;
 }
 
 void SlotTable::grow()
@@ -47,7 +90,7 @@ void SlotTable::grow()
     m_used = 0;
     for (const Entry& entry : old) {
         if (entry.slot != kNoSlot)
-            insert(entry.hash, entry.slot);
+            insertEntry(entry.hash, entry.slot);
     }
 }
 

@@ -2,48 +2,93 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <vector>
 
 namespace ZEL {
 
-/// An open-addressing table from a hash to slot numbers. What the hash is of is the caller's: it
-/// compares the entries of one hash itself. Erasing leaves no marks.
+/// A hash table from keys to slot numbers; a key may have any number of slots. It knows no keys:
+/// the caller gives the hash of one, and a function that tells whether the entry in a slot has it.
+/// All work on one slot takes the same time at any length, but for a logarithm among those that
+/// share a key. Erasing leaves no marks.
 class SlotTable {
 public:
     static constexpr std::uint32_t kNoSlot = UINT32_MAX;
 
-    /// The first slot of that hash for which matches(slot) is true, kNoSlot when there is none.
-    template <class Matches>
-    std::uint32_t find(std::uint32_t hash, Matches matches) const
+    /// The lowest slot of the key, kNoSlot when it has none.
+    template <class HasKey>
+    std::uint32_t first(std::uint32_t hash, HasKey hasKey) const
     {
-        const std::size_t place = findPlace(hash, matches);
-        return place == kNoPlace ? kNoSlot : m_entries[place].slot;
+        const std::size_t place = findKey(hash, hasKey);
+        return place == kNoPlace ? kNoSlot : lowest(m_entries[place].slot);
     }
-    /// Replaces the slot that find would give. False when there is none.
-    template <class Matches>
-    bool replace(std::uint32_t hash, std::uint32_t slot, Matches matches)
+    /// True when exactly one slot has the key.
+    template <class HasKey>
+    bool isSingle(std::uint32_t hash, HasKey hasKey) const
     {
-        const std::size_t place = findPlace(hash, matches);
+        const std::size_t place = findKey(hash, hasKey);
+        return place != kNoPlace && !isGroup(m_entries[place].slot);
+    }
+    /// Appends all slots of the key, ascending.
+    template <class HasKey>
+    void collect(std::uint32_t hash, HasKey hasKey, std::vector<std::uint32_t>& slots) const
+    {
+        const std::size_t place = findKey(hash, hasKey);
         if (place == kNoPlace)
-            return false;
-        m_entries[place].slot = slot;
-        return true;
+            return;
+        const std::uint32_t slot = m_entries[place].slot;
+        if (isGroup(slot))
+            slots.insert(slots.end(), group(slot).begin(), group(slot).end());
+        else
+            slots.push_back(slot);
     }
-    /// Adds an entry; one that is there already is added again.
-    void insert(std::uint32_t hash, std::uint32_t slot);
-    /// False when there is no such entry.
+    /// Adds a slot of the key; it must not be there yet.
+    template <class HasKey>
+    void insert(std::uint32_t hash, std::uint32_t slot, HasKey hasKey)
+    {
+        const std::size_t place = findKey(hash, hasKey);
+        if (place == kNoPlace)
+            insertEntry(hash, slot);
+        else
+            addToGroup(m_entries[place], slot);
+    }
+    /// False when no key of that hash has the slot.
     bool erase(std::uint32_t hash, std::uint32_t slot);
+    /// Gives every slot its new number. The order must stay as it is.
+    template <class NewSlot>
+    void renumber(NewSlot newSlot)
+    {
+        for (Entry& entry : m_entries) {
+            if (entry.slot != kNoSlot && !isGroup(entry.slot))
+                entry.slot = newSlot(entry.slot);
+        }
+        for (Group& slots : m_groups) {
+            Group renumbered;
+            for (const std::uint32_t slot : slots)
+                renumbered.insert(renumbered.end(), newSlot(slot));
+            slots.swap(renumbered);
+        }
+    }
     void clear();
 
 private:
+    using Group = std::set<std::uint32_t>;
     struct Entry {
         std::uint32_t hash = 0;
-        std::uint32_t slot = kNoSlot; ///< kNoSlot: free.
+        /// kNoSlot: free. With the highest bit: the number of a group. Else the key's only slot.
+        std::uint32_t slot = kNoSlot;
     };
     static constexpr std::size_t kNoPlace = SIZE_MAX;
+    static constexpr std::uint32_t kGroupBit = 1u << 31;
 
-    template <class Matches>
-    std::size_t findPlace(std::uint32_t hash, Matches matches) const
+    static bool isGroup(std::uint32_t slot) { return (slot & kGroupBit) != 0; }
+    const Group& group(std::uint32_t slot) const { return m_groups[slot & ~kGroupBit]; }
+    std::uint32_t lowest(std::uint32_t slot) const
+    {
+        return isGroup(slot) ? *group(slot).begin() : slot;
+    }
+    template <class HasKey>
+    std::size_t findKey(std::uint32_t hash, HasKey hasKey) const
     {
         if (m_entries.empty())
             return kNoPlace;
@@ -51,15 +96,21 @@ private:
             const Entry& entry = m_entries[place];
             if (entry.slot == kNoSlot)
                 return kNoPlace;
-            if (entry.hash == hash && matches(entry.slot))
+            if (entry.hash == hash && hasKey(lowest(entry.slot)))
                 return place;
         }
     }
     std::size_t mask() const { return m_entries.size() - 1; }
+    void insertEntry(std::uint32_t hash, std::uint32_t slot);
+    void eraseEntry(std::size_t place);
+    void addToGroup(Entry& entry, std::uint32_t slot);
+    bool eraseFromGroup(Entry& entry, std::uint32_t slot);
     void grow();
 
     std::vector<Entry> m_entries; ///< A power of two of them, at most three quarters used.
     std::size_t m_used = 0;
+    std::vector<Group> m_groups;             ///< Two slots or more in each, but for the free ones.
+    std::vector<std::uint32_t> m_freeGroups; ///< With kGroupBit.
 };
 
 } // namespace ZEL

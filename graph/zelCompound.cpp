@@ -54,10 +54,10 @@ AddRefWrapper<Compound> Compound::createNew(const AddRefWrapper<Node>& owner, co
 Compound::Compound(const AddRefWrapper<Node>& owner) : m_impl(new Impl)
 {
     m_impl->innerInputs = PortList::createNew();
-    m_impl->innerInputs->setParent(this);
+    m_impl->innerInputs->setParent(this, ParentKind::Compound);
     m_impl->innerInputs->setPortIOType(PortOutput);
     m_impl->innerOutputs = PortList::createNew();
-    m_impl->innerOutputs->setParent(this);
+    m_impl->innerOutputs->setParent(this, ParentKind::Compound);
     m_impl->innerOutputs->setPortIOType(PortInput);
     m_impl->nodes = NodeList::createNew();
     m_impl->nodes->setParentCompound(this);

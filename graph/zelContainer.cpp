@@ -1,5 +1,6 @@
 #include "zelContainer.h"
 
+#include "core/zelText.h"
 #include "zelCompound.h"
 #include "zelNode.h"
 #include "zelPortOrder.h"
@@ -172,13 +173,14 @@ AddRefWrapper<Port> Container::reverseThisExternalPort(const AddRefWrapper<Port>
 
 void Container::registerWithUUID(const char* uuid, Container* container)
 {
-    g_knownContainers[uuid] = container;
+    if (uuid)
+        g_knownContainers[uuid] = container;
 }
 
 Container* Container::getFromUUID(const char* uuid)
 {
-    const auto place = g_knownContainers.find(uuid);
-    return place == g_knownContainers.end() ? nullptr : place->second;
+    const auto place = g_knownContainers.find(orEmpty(uuid));
+    return !uuid || place == g_knownContainers.end() ? nullptr : place->second;
 }
 
 } // namespace ZEL

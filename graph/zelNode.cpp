@@ -2,6 +2,7 @@
 
 #include "core/zelKeepAlive.h"
 #include "core/zelNameIndex.h"
+#include "core/zelText.h"
 #include "zelCompound.h"
 
 namespace ZEL {
@@ -25,18 +26,23 @@ Node::Node(Container* container)
       m_outputs(PortList::createNew()),
       m_container(container)
 {
-    m_inputs->setParent(this, kParentIsNode);
+    m_inputs->setParent(this, ParentKind::Node);
     m_inputs->setPortIOType(PortInput);
-    m_outputs->setParent(this, kParentIsNode);
+    m_outputs->setParent(this, ParentKind::Node);
     m_outputs->setPortIOType(PortOutput);
 }
 
 Node::~Node()
 {
-    m_inputs->onParentDied(this);
+    // What dies inside still finds this node. What lives on, because others hold it, loses it.
+    if (Compound* const compound = m_ownedCompound.get()) {
+        if (compound->getRefCount() > 1)
+            compound->onOwnerDied(this);
+        else
+            m_ownedCompound.detach()->release();
+    }
     m_outputs->onParentDied(this);
-    if (m_ownedCompound)
-        m_ownedCompound->onOwnerDied(this);
+    m_inputs->onParentDied(this);
 }
 
 bool Node::isCompound()
@@ -64,7 +70,7 @@ const char* Node::getNodeTypeName() const
 void Node::setNodeTypeName(const char* name)
 {
     // Copied before the old text is freed: name may point into it.
-    std::string copy(name);
+    std::string copy(orEmpty(name));
     m_nodeTypeName.swap(copy);
 }
 

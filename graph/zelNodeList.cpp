@@ -2,6 +2,7 @@
 #include "core/zelSequence.h"
 #include "zelCompound.h"
 #include "zelNode.h"
+#include "zelReleaseEach.h"
 
 namespace ZEL {
 
@@ -17,18 +18,38 @@ Node* toNode(void* entry)
     return static_cast<Node*>(static_cast<Namable*>(entry));
 }
 
-/// Empties the sequence, then drops the references of its entries, first to last: a node that dies
-/// finds the list without it.
-void releaseAll(Sequence nodes)
+/// Empties the sequence, then drops the references of its entries: a node that dies finds the list
+/// without it. What lives on is given to orphan.
+template <class Orphan>
+void releaseAll(Sequence nodes, Orphan orphan)
 {
     nodes.dropIndex();
     std::uintptr_t data = 0;
     Sequence released(data);
     released.swap(nodes);
-    for (int i = 0; i < released.size(); ++i)
-        toNode(released.at(i))->release();
+    releaseEach(
+        released.size(), [&released](int i) { return toNode(released.at(i)); }, orphan);
     released.clear();
 }
+
+/// A compound that an addition goes back to if it is refused; null when it died meanwhile. It lies
+/// on the stack of the addition.
+struct FormerParent {
+    explicit FormerParent(Compound* former) : compound(former), outer(innermost)
+    {
+        innermost = this;
+    }
+    FormerParent(const FormerParent&) = delete;
+    FormerParent& operator=(const FormerParent&) = delete;
+    ~FormerParent() { innermost = outer; }
+
+    static FormerParent* innermost; ///< Null: no addition is under way.
+
+    Compound* compound;  ///< Not owned, and never looked into: it may be long dead.
+    FormerParent* outer; ///< Of the addition in whose question this one began, or null.
+};
+
+FormerParent* FormerParent::innermost = nullptr;
 
 } // namespace
 
@@ -63,7 +84,7 @@ NodeList& NodeList::operator=(const NodeList& other)
 
 NodeList::~NodeList()
 {
-    releaseAll(entries());
+    releaseAll(entries(), [](const Node&) {});
 }
 
 int NodeList::size()
@@ -100,13 +121,12 @@ bool NodeList::add(const AddRefWrapper<Node>& node)
         return false;
     const KeepAlive self(this);
     const AddRefWrapper<Node> held(node.get());
-    Compound* const former = held->m_parentCompound;
-    const KeepAlive formerHeld(former);
+    const FormerParent former(held->m_parentCompound);
     held->setParentCompound(m_parentCompound);
     const bool agreed = m_parentCompound->onNodeAdd(held);
     // No compound any more: it died while it was asked.
     if (!agreed || !m_parentCompound) {
-        held->setParentCompound(former);
+        held->setParentCompound(former.compound);
         return false;
     }
     append(held.get());
@@ -152,14 +172,22 @@ Node* NodeList::findNamed(std::string_view name)
 
 void NodeList::onCompoundDied(Compound* compound)
 {
-    if (m_parentCompound == compound)
-        m_parentCompound = nullptr;
-    const Sequence nodes = entries();
-    for (int i = 0; i < nodes.size(); ++i) {
-        Node* const node = toNode(nodes.at(i));
-        if (node->m_parentCompound == compound)
-            node->m_parentCompound = nullptr;
+    for (FormerParent* former = FormerParent::innermost; former; former = former->outer) {
+        if (former->compound == compound)
+            former->compound = nullptr;
     }
+    const auto orphan = [compound](Node& node) {
+        if (node.m_parentCompound == compound)
+            node.m_parentCompound = nullptr;
+    };
+    if (m_parentCompound == compound) {
+        if (getRefCount() == 1) // The nodes die with the compound: as long as they can name it.
+            releaseAll(entries(), orphan);
+        m_parentCompound = nullptr;
+    }
+    const Sequence nodes = entries();
+    for (int i = 0; i < nodes.size(); ++i)
+        orphan(*toNode(nodes.at(i)));
 }
 
 } // namespace ZEL

@@ -2,7 +2,6 @@
 
 #include "core/zelKeepAlive.h"
 #include "core/zelNameIndex.h"
-#include "zelPortParent.h"
 
 #include <cstring>
 
@@ -10,7 +9,7 @@ namespace ZEL {
 
 // PortDataType.
 
-PortDataType::PortDataType(const char* name) : Namable(name ? name : "") {}
+PortDataType::PortDataType(const char* name) : Namable(name) {}
 
 PortDataType::~PortDataType() = default;
 
@@ -58,7 +57,7 @@ Port* findSendingEnd(Port* called, Port* other)
 } // namespace
 
 Port::Port(const char* name, PortIOType ioType)
-    : Namable(name ? name : ""),
+    : Namable(name),
       m_ioType(ioType),
       m_connections(PortList::createNew())
 {
@@ -83,18 +82,13 @@ void Port::setName(const char* name)
 
 void Port::setParent(PortNotification* parent)
 {
-    setParent(parent, findParentKinds(parent));
+    setParent(parent, ParentKind::Unknown);
 }
 
-void Port::setParent(PortNotification* parent, ParentKinds kinds)
+void Port::setParent(PortNotification* parent, ParentKind kind)
 {
     m_parent = parent;
-    m_parentKinds = kinds;
-}
-
-bool Port::isCompoundInternalPort()
-{
-    return (m_parentKinds & kParentIsCompound) != 0;
+    m_parentKind = kind;
 }
 
 PortNotification* Port::getParent()
@@ -218,7 +212,8 @@ const char* Port::getPortDefaultValue()
 void Port::setPortDefaultValue(const char* value)
 {
     // Copied at first: value may point into the present one, which a listener may change.
-    std::unique_ptr<std::string> copy = *value ? std::make_unique<std::string>(value) : nullptr;
+    std::unique_ptr<std::string> copy =
+        value && *value ? std::make_unique<std::string>(value) : nullptr;
     const KeepAlive self(this);
     if (m_parent && !m_parent->onPortSetDefaultValue(this, copy ? copy->c_str() : ""))
         return;

@@ -1,9 +1,8 @@
 #include "core/zelKeepAlive.h"
 #include "core/zelSequence.h"
 #include "zelPort.h"
-#include "zelPortParent.h"
+#include "zelReleaseEach.h"
 
-#include <algorithm>
 #include <cstdio>
 
 namespace ZEL {
@@ -20,6 +19,29 @@ Port* toPort(void* entry)
     return static_cast<Port*>(static_cast<Namable*>(entry));
 }
 
+/// One pointer for each reference that a list holds: those of the places in their order, then those
+/// without a place.
+std::vector<Port*> referencesOf(const Sequence& ports, const ReferenceBalance& balance)
+{
+    std::vector<Port*> references;
+    std::unordered_map<void*, int> bare; // Places that are passed over, for each entry.
+    balance.forEach([&bare](void* entry, int uneven) {
+        if (uneven < 0)
+            bare[entry] = -uneven;
+    });
+    for (int i = 0; i < ports.size(); ++i) {
+        void* const entry = ports.at(i);
+        const auto place = bare.find(entry);
+        if (place == bare.end() || place->second-- <= 0)
+            references.push_back(toPort(entry));
+    }
+    balance.forEach([&references](void* entry, int uneven) {
+        for (int i = 0; i < uneven; ++i)
+            references.push_back(toPort(entry));
+    });
+    return references;
+}
+
 } // namespace
 
 AddRefWrapper<PortList> PortList::createNew()
@@ -33,7 +55,7 @@ PortList::PortList(const PortList& other)
     : ReferenceCounted(other),
       m_ioType(other.m_ioType),
       m_parent(other.m_parent),
-      m_parentKinds(other.m_parentKinds),
+      m_parentKind(other.m_parentKind),
       m_orphaned(other.m_orphaned)
 {
     entries().assign(other.entries());
@@ -50,41 +72,53 @@ PortList& PortList::operator=(const PortList& other)
     entries().assign(other.entries());
     m_ioType = other.m_ioType;
     m_parent = other.m_parent;
-    m_parentKinds = other.m_parentKinds;
+    m_parentKind = other.m_parentKind;
     m_orphaned = other.m_orphaned;
     return *this;
 }
 
 PortList::~PortList()
 {
-    Sequence ports = entries();
-    ports.dropIndex();
-    if (holdsReferences()) {
-        for (int i = 0; i < ports.size(); ++i) {
-            Port* const port = toPort(ports.at(i));
-            if (m_orphaned && port->getRefCount() > 1 && port->m_parent == m_parent)
-                port->setParent(nullptr, 0);
-            releasePlace(port);
-        }
-    }
-    if (SequenceExtras* const rare = ports.findExtras()) {
-        for (const auto& [entry, surplus] : rare->balance) {
-            for (int i = 0; i < surplus; ++i)
-                toPort(entry)->release();
-        }
+    if (holdsReferences())
+        releaseEntries(nullptr);
+    else
+        entries().clear();
+}
+
+/// Empties the list, then drops its references: a port that dies finds the list without it. The
+/// parent that is dying, unless it is null, is taken off the ports that live on.
+void PortList::releaseEntries(PortNotification* dyingParent)
+{
+    entries().dropIndex();
+    std::uintptr_t data = 0;
+    Sequence ports(data);
+    ports.swap(entries());
+    const auto orphan = [dyingParent](Port& port) {
+        if (dyingParent && port.m_parent == dyingParent)
+            port.setParent(nullptr);
+    };
+    const SequenceExtras* const rare = ports.findExtras();
+    if (!rare || rare->balance.isEmpty()) {
+        releaseEach(
+            ports.size(), [&ports](int i) { return toPort(ports.at(i)); }, orphan);
+    } else {
+        const std::vector<Port*> references = referencesOf(ports, rare->balance);
+        releaseEach(
+            static_cast<int>(references.size()), [&references](int i) { return references[i]; },
+            orphan);
     }
     ports.clear();
 }
 
 void PortList::setParent(PortNotification* parent)
 {
-    setParent(parent, findParentKinds(parent));
+    setParent(parent, ParentKind::Unknown);
 }
 
-void PortList::setParent(PortNotification* parent, ParentKinds kinds)
+void PortList::setParent(PortNotification* parent, ParentKind kind)
 {
     m_parent = parent;
-    m_parentKinds = kinds;
+    m_parentKind = kind;
     m_orphaned = false;
     if (!parent)
         entries().dropIndex(); // Without a parent the entries may die in the list.
@@ -136,12 +170,12 @@ bool PortList::add(const AddRefWrapper<Port>& port)
     const KeepAlive self(this);
     const AddRefWrapper<Port> held(port.get());
     // Contract: set before the question, and not taken back when the answer is false.
-    held->setParent(m_parent, m_parentKinds);
+    held->setParent(m_parent, m_parentKind);
     PortNotification* const parent = m_parent;
     const bool agreed = parent->onPortListPortAdded(*this, held);
     // The parent died while it was asked, and the port was in no list that could tell it.
     if (m_orphaned && held->m_parent == parent)
-        held->setParent(nullptr, 0);
+        held->setParent(nullptr);
     if (agreed)
         append(held.get());
     return agreed;
@@ -269,44 +303,32 @@ bool PortList::holdsReferences() const
 
 void PortList::addSurplus(Port* port, int change)
 {
-    auto& balance = entries().extras().balance;
-    const auto place = std::find_if(balance.begin(), balance.end(), [port](const auto& entry) {
-        return entry.first == toEntry(port);
-    });
-    if (place == balance.end())
-        balance.emplace_back(toEntry(port), change);
-    else if ((place->second += change) == 0)
-        balance.erase(place);
+    entries().extras().balance.add(toEntry(port), change);
 }
 
+/// Drops the reference of a place that the port lost, if the place had one.
 void PortList::releasePlace(Port* port)
 {
-    if (SequenceExtras* const rare = entries().findExtras()) {
-        for (const auto& [entry, surplus] : rare->balance) {
-            if (entry == toEntry(port) && surplus < 0) {
-                addSurplus(port, 1);
-                return;
-            }
-        }
-    }
-    port->release();
+    const SequenceExtras* const rare = entries().findExtras();
+    if (rare && rare->balance.of(toEntry(port)) < 0)
+        addSurplus(port, 1);
+    else
+        port->release();
 }
 
 void PortList::onParentDied(PortNotification* parent)
 {
     if (m_parent == parent) {
+        if (getRefCount() == 1) // The ports die with their parent: as long as they can name it.
+            releaseEntries(parent);
+        setParent(nullptr, ParentKind::Unknown);
         m_orphaned = true;
-        // A list that dies with its parent orphans its ports when it releases them.
-        if (getRefCount() == 1)
-            return;
-        m_parent = nullptr;
-        m_parentKinds = 0;
     }
     const Sequence ports = entries();
     for (int i = 0; i < ports.size(); ++i) {
         Port* const port = toPort(ports.at(i));
         if (port->m_parent == parent)
-            port->setParent(nullptr, 0);
+            port->setParent(nullptr);
     }
 }
 

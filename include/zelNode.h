@@ -42,7 +42,7 @@ public:
     virtual Namable getFullPathName();
     /// Never null; empty when unset. Valid until the name changes.
     virtual const char* getNodeTypeName() const;
-    /// Copies the name, which must not be null.
+    /// Copies the name; a null one counts as empty.
     virtual void setNodeTypeName(const char* name);
     // A derived class hides this one by the assignment that it has implicitly: not worth a warning.
 #pragma GCC diagnostic push
