@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 /// One connection between a port of a moved node and a port outside the set.
@@ -16,7 +17,7 @@ struct ExternalCnxToMakeInfo {
 };
 
 /// One connection between two moved nodes, from the sending end to the receiving input. The ports
-/// serve to break it and are let go then, the names to make it again inside the new compound.
+/// serve to break it, the names to make it again inside the new compound.
 struct InternalCnxToMakeInfo {
     std::string srcNodeName;
     std::string srcPortName;
@@ -79,8 +80,16 @@ struct CCCmdData {
     std::string createdCompoundPath; ///< Empty before a successful doit.
 
 private:
-    void
-    savePass(PortIOType ioType, PortList& ports, ExternalCnxs& externals, InternalCnxs& internals);
+    void savePass(PortIOType ioType,
+                  const AddRefWrapper<Node>& node,
+                  ExternalCnxs& externals,
+                  InternalCnxs& internals);
+    void countHolds(const ExternalCnxs& externals, const InternalCnxs& internals);
+    /// How many references to the port the records hold. A listener may let a port, or its node, go
+    /// at any time: one that has no others must not be left connected when the records go.
+    int holdsOf(const AddRefWrapper<Port>& port) const;
+
+    std::unordered_map<const Port*, int> m_holds; ///< Empty but while connections are made again.
 };
 
 } // namespace CmdImpl

@@ -5,22 +5,17 @@
 #include "zelCompound.h"
 #include "zelNode.h"
 
-#include <unordered_map>
-
 namespace ZEL::CmdImpl {
 
 namespace {
 
-/// How many references to each port the records hold.
-using Holds = std::unordered_map<const Port*, int>;
-
 /// Connects the port at the index; a list that has none there, its port being refused, is passed
-/// over.
-void connectEntry(PortList& ports, int index, const AddRefWrapper<Port>& other, const Holds& holds)
+/// over. The records hold the other port so often.
+void connectEntry(PortList& ports, int index, const AddRefWrapper<Port>& other, int holdsOfOther)
 {
     const AddRefWrapper<Port> port = ports[index];
     if (port && port->addConnection(other))
-        forgetLostPort(port, other, 1, holds.at(other.get()));
+        forgetLostPort(port, other, 1, holdsOfOther);
 }
 
 } // namespace
@@ -39,14 +34,10 @@ bool CCCmdData::doit()
     breakConnections(externals);
     breakConnections(internals);
     moveNodesIntoCompound();
-    // From here on the names do: who holds a port besides these records shows in its count.
-    for (InternalCnxToMakeInfo& cnx : internals) {
-        cnx.srcPort = nullptr;
-        cnx.dstPort = nullptr;
-    }
+    countHolds(externals, internals);
     makeNewConnections(externals);
-    externals.clear();
     makeNewConnections(internals);
+    m_holds.clear();
     const AddRefWrapper<Node> compoundNode = newCompound->getAsNode();
     createdCompoundPath = compoundNode ? compoundNode->getFullPathName().getName() : "";
     container = nullptr;
@@ -83,25 +74,37 @@ void CCCmdData::moveNodesIntoCompound()
     }
 }
 
+void CCCmdData::countHolds(const ExternalCnxs& externals, const InternalCnxs& internals)
+{
+    for (const ExternalCnxToMakeInfo& cnx : externals) {
+        ++m_holds[cnx.outsidePort.get()];
+        ++m_holds[cnx.insidePort.get()];
+    }
+    for (const InternalCnxToMakeInfo& cnx : internals) {
+        ++m_holds[cnx.srcPort.get()];
+        ++m_holds[cnx.dstPort.get()];
+    }
+}
+
+int CCCmdData::holdsOf(const AddRefWrapper<Port>& port) const
+{
+    const auto place = m_holds.find(port.get());
+    return place == m_holds.end() ? 0 : place->second;
+}
+
 void CCCmdData::makeNewConnections(ExternalCnxs& externals)
 {
     const AddRefWrapper<Node> compoundNode = newCompound->getAsNode();
     if (!compoundNode)
         return;
-    // A listener may take a port, or its node, away at any time: then only the records have it.
-    Holds holds;
-    for (const ExternalCnxToMakeInfo& cnx : externals) {
-        ++holds[cnx.outsidePort.get()];
-        ++holds[cnx.insidePort.get()];
-    }
     for (const ExternalCnxToMakeInfo& cnx : externals) {
         const int index = cnx.compoundPortIndex;
         if (index == -1)
             continue;
         connectEntry(cnx.isInput ? compoundNode->inputs() : compoundNode->outputs(), index,
-                     cnx.outsidePort, holds);
+                     cnx.outsidePort, holdsOf(cnx.outsidePort));
         connectEntry(cnx.isInput ? newCompound->innerInputs() : newCompound->innerOutputs(), index,
-                     cnx.insidePort, holds);
+                     cnx.insidePort, holdsOf(cnx.insidePort));
     }
 }
 
@@ -115,7 +118,7 @@ void CCCmdData::makeNewConnections(InternalCnxs& internals)
         const AddRefWrapper<Port> dstPort = dstNode->inputs()[cnx.dstPortName.c_str()];
         const AddRefWrapper<Port> srcPort = srcNode->outputs()[cnx.srcPortName.c_str()];
         if (dstPort && srcPort && dstPort->addConnection(srcPort))
-            forgetLostPort(dstPort, srcPort);
+            forgetLostPort(dstPort, srcPort, 1 + holdsOf(dstPort), 1 + holdsOf(srcPort));
     }
 }
 

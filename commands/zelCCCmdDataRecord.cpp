@@ -1,5 +1,6 @@
 // Binding the command to a document, and writing down what a collapse has to change.
 
+#include "core/zelText.h"
 #include "zelCCCmdData.h"
 #include "zelCompound.h"
 #include "zelContainer.h"
@@ -24,7 +25,7 @@ bool CCCmdData::setParentCompound(Container* newContainer, const char* path)
 
 void CCCmdData::setNewCompoundName(const char* name)
 {
-    newCompoundName = name;
+    newCompoundName = orEmpty(name);
 }
 
 bool CCCmdData::addNodeToMove(const char* name)
@@ -56,15 +57,16 @@ void CCCmdData::saveExternalAndInternalCnx(AddRefWrapper<Node>& node,
                                            ExternalCnxs& externals,
                                            InternalCnxs& internals)
 {
-    savePass(PortInput, node->inputs(), externals, internals);
-    savePass(PortOutput, node->outputs(), externals, internals);
+    savePass(PortInput, node, externals, internals);
+    savePass(PortOutput, node, externals, internals);
 }
 
 void CCCmdData::savePass(PortIOType ioType,
-                         PortList& ports,
+                         const AddRefWrapper<Node>& node,
                          ExternalCnxs& externals,
                          InternalCnxs& internals)
 {
+    PortList& ports = ioType == PortInput ? node->inputs() : node->outputs();
     // The lengths are read on every turn: the host makes compound ports meanwhile.
     for (int i = 0; i < ports.size(); ++i) {
         const AddRefWrapper<Port> port = ports[i];
@@ -75,9 +77,11 @@ void CCCmdData::savePass(PortIOType ioType,
                 const int index = addCompoundPort(ioType, port);
                 externals.push_back({ioType == PortInput, index, farEnd, port});
             } else if (ioType == PortInput) {
-                // An inner connection is written down once, from the input that it ends at.
+                // An inner connection is written down once, from the input that it ends at. A port
+                // of the node may have a parent of the host's own.
+                const AddRefWrapper<Node> owner = port->getParentNode();
                 internals.push_back({farEnd->getParentNode()->getName(), farEnd->getName(),
-                                     port->getParentNode()->getName(), port->getName(), farEnd,
+                                     (owner ? owner : node)->getName(), port->getName(), farEnd,
                                      port});
             }
         }

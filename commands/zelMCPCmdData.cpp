@@ -1,5 +1,6 @@
 #include "zelMCPCmdData.h"
 
+#include "core/zelText.h"
 #include "graph/zelLostPort.h"
 #include "zelCompound.h"
 #include "zelContainer.h"
@@ -17,7 +18,7 @@ MCPCmdData::~MCPCmdData() = default;
 bool MCPCmdData::setParentCompound(Container* newContainer, const char* path)
 {
     container = newContainer;
-    compoundPath = path;
+    compoundPath = orEmpty(path);
     const AddRefWrapper<Node> node = container ? container->findNodeFromPath(path) : nullptr;
     // Contract: a path that names no node is no failure and keeps the present compound.
     if (!node)
@@ -33,7 +34,7 @@ bool MCPCmdData::createPort(PortIOType ioType, const char* name, const char* dat
         runtime ? runtime->getPortDataType(dataTypeName) : nullptr;
     if (!type)
         return false;
-    creates.push_back({name, "", ioType, type});
+    creates.push_back({orEmpty(name), "", ioType, type});
     return true;
 }
 
@@ -53,7 +54,7 @@ bool MCPCmdData::renamePort(const char* oldName, const char* newName)
         return false;
     RenameInfo info;
     info.oldName = oldName;
-    info.newName = newName;
+    info.newName = orEmpty(newName);
     renames.push_back(info);
     return true;
 }

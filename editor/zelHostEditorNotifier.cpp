@@ -67,6 +67,8 @@ HostEditorNotifier::~HostEditorNotifier()
 
 void HostEditorNotifier::registerEditor(HostEditor* editor)
 {
+    if (!editor)
+        return;
     if (!m_impl)
         m_impl = new HostEditorNotifierImpl;
     m_impl->registerEditor(editor, this);
@@ -74,7 +76,7 @@ void HostEditorNotifier::registerEditor(HostEditor* editor)
 
 void HostEditorNotifier::unregisterEditor(HostEditor* editor)
 {
-    if (m_impl && editor) // A null one would be found in a hole of a long list.
+    if (m_impl && editor)
         m_impl->unregisterEditor(editor, this);
 }
 

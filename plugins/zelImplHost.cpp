@@ -1,5 +1,6 @@
 #include "zelImplHost.h"
 
+#include "core/zelText.h"
 #include "zelRuntime.h"
 
 #include <iterator>
@@ -11,7 +12,7 @@ ImplHost g_host;
 void ImplPluginInfo::setUserName(const char* name)
 {
     // Copied before the old text is freed: name may point into it.
-    std::string copy(name);
+    std::string copy(orEmpty(name));
     userName.swap(copy);
 }
 
@@ -23,6 +24,8 @@ const char* ImplPluginInfo::getUserName() const
 void ImplHost::registerPlugin(void (*registerFunction)(PluginRegistrar&, PluginInfo&),
                               void (*unregisterFunction)(const PluginInfo&))
 {
+    if (!registerFunction)
+        return;
     ImplPluginInfo info;
     info.registerFunction = registerFunction;
     info.unregisterFunction = unregisterFunction;
@@ -40,7 +43,7 @@ StatusStr ImplHost::registerRuntime(const PluginInfo& /*info*/, Runtime* runtime
 
 StatusStr ImplHost::initialize(const char* text)
 {
-    m_initString = text;
+    m_initString = orEmpty(text);
     return {};
 }
 
@@ -72,8 +75,8 @@ Runtime* ImplHost::getRuntimeAt(int index)
 
 Runtime* ImplHost::getRuntimeByName(const char* name)
 {
-    const auto place = m_runtimes.find(name);
-    return place == m_runtimes.end() ? nullptr : place->second;
+    const auto place = m_runtimes.find(orEmpty(name));
+    return !name || place == m_runtimes.end() ? nullptr : place->second;
 }
 
 } // namespace ZEL

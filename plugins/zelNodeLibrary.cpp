@@ -1,5 +1,7 @@
 #include "zelNodeLibrary.h"
 
+#include "core/zelText.h"
+
 #include <algorithm>
 #include <cstring>
 #include <vector>
@@ -99,6 +101,7 @@ void NodeLibrary::addSubLibrary(AddRefWrapper<NodeLibrary> library)
 
 AddRefWrapper<NodeLibrary> NodeLibrary::findLibrary(const char* path)
 {
+    path = orEmpty(path);
     if (std::strcmp(path, getName()) == 0)
         return this;
     for (const AddRefWrapper<NodeLibrary>& library : m_impl->subLibraries) {

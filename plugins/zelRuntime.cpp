@@ -1,5 +1,6 @@
 #include "zelRuntime.h"
 
+#include "core/zelText.h"
 #include "zelContainer.h"
 #include "zelNodeLibrary.h"
 #include "zelPort.h"
@@ -59,7 +60,7 @@ AddRefWrapper<PortDataType> Runtime::getPortDataType(int index)
 AddRefWrapper<PortDataType> Runtime::getPortDataType(const char* name)
 {
     for (const AddRefWrapper<PortDataType>& type : m_impl->portDataTypes) {
-        if (std::strcmp(type->getName(), name) == 0)
+        if (std::strcmp(type->getName(), orEmpty(name)) == 0)
             return type;
     }
     return nullptr;
