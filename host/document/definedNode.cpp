@@ -2,7 +2,8 @@
 
 #include "base/progress.h"
 #include "document/document.h"
-#include "format/format.h"
+#include "document/origins.h"
+#include "format/piece.h"
 
 #include <algorithm>
 
@@ -48,7 +49,7 @@ private:
         for (const PortDescription& old : before) {
             const PortPtr port = m_ports[old.name.c_str()];
             const bool isWanted = !port || find(after, port->getName()) || port->isConnected();
-            if (!isWanted && !m_node.isInDocument(*port))
+            if (!isWanted && !m_document.origins().elementOf(*port))
                 m_ports.remove(port);
         }
     }
@@ -62,7 +63,7 @@ private:
                 port->setPortDefaultValue(after.value.c_str());
             return;
         }
-        if (!before || m_node.isInDocument(*port))
+        if (!before || m_document.origins().elementOf(*port))
             return;
         if (before->type != after.type)
             port->setDataType(m_document.dataType(after.type));
@@ -80,26 +81,27 @@ private:
 };
 
 /// The ports that the document or a connection asks for; what only a definition gave says nothing.
-void addPorts(Node& node, ZEL::PortList& ports, std::vector<Signature::Port>& wanted)
+void addPorts(const Origins& origins, ZEL::PortList& ports, std::vector<Signature::Port>& wanted)
 {
     for (ZEL::Port* const port : ports) {
-        const bool isListed = node.isInDocument(*port);
+        const bool isListed = origins.elementOf(*port) != nullptr;
         const bool hasType = isListed && std::string(port->getDataType()->getName()) != kNoType;
         if (isListed || port->isConnected())
             wanted.push_back({port->getName(), hasType ? port->getDataType()->getName() : ""});
     }
 }
 
-Signature signatureOf(Node& node, const NamedOutputs& namedOutputs)
+Signature signatureOf(Document& document, Node& node, const NamedOutputs& namedOutputs)
 {
-    const pugi::xml_node element(node.element());
     Signature signature;
     signature.nodeType = node.getNodeTypeName();
-    signature.type = attributeOf(element, "type");
-    signature.version = attributeOf(element, "version");
-    signature.nodeDef = attributeOf(element, "nodedef");
-    addPorts(node, node.inputs(), signature.inputs);
-    addPorts(node, node.outputs(), signature.outputs);
+    if (const Piece* const element = node.element()) {
+        signature.type = attributeOf(*element, "type");
+        signature.version = attributeOf(*element, "version");
+        signature.nodeDef = attributeOf(*element, "nodedef");
+    }
+    addPorts(document.origins(), node.inputs(), signature.inputs);
+    addPorts(document.origins(), node.outputs(), signature.outputs);
     const auto named = namedOutputs.find(&node);
     if (named != namedOutputs.end()) {
         for (const std::string& name : named->second)
@@ -141,7 +143,8 @@ void defineNodes(Document& document,
         if (definition)
             definition = document.definitions().named(definition->record().name);
         if (!definition)
-            definition = document.definitions().matching(signatureOf(*node, namedOutputs));
+            definition =
+                document.definitions().matching(signatureOf(document, *node, namedOutputs));
         defineNode(document, *node, definition);
     }
 }

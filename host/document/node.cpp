@@ -3,9 +3,9 @@
 #include "document/compound.h"
 #include "document/document.h"
 #include "document/journal.h"
+#include "document/origins.h"
 
 #include <cstring>
-#include <pugixml.hpp>
 
 namespace shading {
 
@@ -94,11 +94,10 @@ bool Node::onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* 
     return !journal || journal->mayRenamePort(list, port, name);
 }
 
-bool Node::isInDocument(ZEL::Port& port) const
+bool Node::isInDocument(const ZEL::Port& port)
 {
-    const char* const kind = port.getPortIOType() == ZEL::PortInput ? "input" : "output";
-    const pugi::xml_node element(m_element);
-    return static_cast<bool>(element.find_child_by_attribute(kind, "name", port.getName()));
+    auto* const document = dynamic_cast<Document*>(getContainer());
+    return document && document->origins().elementOf(port);
 }
 
 void Node::setDefinition(const ZEL::AddRefWrapper<Definition>& definition)

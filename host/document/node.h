@@ -3,13 +3,10 @@
 #include "shadingDefinition.h"
 #include "zel.h"
 
-namespace pugi {
-struct xml_node_struct;
-}
-
 namespace shading {
 
 class Journal;
+struct Piece;
 
 /// A node of a shading network, plain or the owner of a Compound. It remembers the element of the
 /// document that it was made from.
@@ -49,13 +46,13 @@ public:
                                const char* value) override;
     bool onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* name) override;
 
-    /// The element in the document's XML, null for a node that was made without one. Not owned;
-    /// valid as long as the document.
-    pugi::xml_node_struct* element() const { return m_element; }
-    void setElement(pugi::xml_node_struct* element) { m_element = element; }
+    /// The element that the node was read from, null for a node that was made without one. Not
+    /// owned; valid as long as the document.
+    const Piece* element() const { return m_element; }
+    void setElement(const Piece* element) { m_element = element; }
     /// True when the document has an element for the port of this node: it stands there with its
     /// value or source. A port that only the definition gives does not.
-    bool isInDocument(ZEL::Port& port) const;
+    bool isInDocument(const ZEL::Port& port);
 
     /// The definition that gave the node its ports; empty when none fitted. The node holds it, so
     /// nodes go before the plugin that it may come from.
@@ -65,7 +62,7 @@ public:
 private:
     ZEL::PortList& listLike(const ZEL::PortList& list);
 
-    pugi::xml_node_struct* m_element = nullptr; ///< Not owned. Null: not in the document.
+    const Piece* m_element = nullptr; ///< Not owned. Null: not in the document.
     ZEL::AddRefWrapper<Definition> m_definition;
 };
 

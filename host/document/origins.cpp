@@ -2,12 +2,12 @@
 
 namespace shading {
 
-void Origins::setPort(const ZEL::AddRefWrapper<ZEL::Port>& port, pugi::xml_node_struct* element)
+void Origins::setPort(const ZEL::AddRefWrapper<ZEL::Port>& port, const Piece* element)
 {
     m_ports.emplace(port.get(), Origin{port, element, ""});
 }
 
-pugi::xml_node_struct* Origins::elementOf(const ZEL::Port& port) const
+const Piece* Origins::elementOf(const ZEL::Port& port) const
 {
     const auto found = m_ports.find(&port);
     return found == m_ports.end() ? nullptr : found->second.element;

@@ -6,11 +6,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
-namespace pugi {
-struct xml_node_struct;
-}
-
 namespace shading {
+
+struct Piece;
 
 /// Which elements of a document its ports were made from, and which of them found a source when it
 /// was opened. A compound's port stands for its inner port too.
@@ -19,9 +17,9 @@ namespace shading {
 /// undo brings it back, and its address means no other port.
 class Origins {
 public:
-    void setPort(const ZEL::AddRefWrapper<ZEL::Port>& port, pugi::xml_node_struct* element);
-    /// Null for a port that has no element.
-    pugi::xml_node_struct* elementOf(const ZEL::Port& port) const;
+    void setPort(const ZEL::AddRefWrapper<ZEL::Port>& port, const Piece* element);
+    /// Null for a port that has no element: it was made, or a definition or a reference gave it.
+    const Piece* elementOf(const ZEL::Port& port) const;
 
     /// Notes an input of a compound that a reference made: the document does not declare it.
     void setImplied(const ZEL::AddRefWrapper<ZEL::Port>& port);
@@ -30,22 +28,19 @@ public:
     /// What the references called it that made it; empty for any other port.
     std::string impliedNameOf(const ZEL::Port& port) const;
 
-    void setConnected(pugi::xml_node_struct* element) { m_connected.insert(element); }
+    void setConnected(const Piece* element) { m_connected.insert(element); }
     /// False for a reference that named nothing when the document was opened.
-    bool wasConnected(pugi::xml_node_struct* element) const
-    {
-        return m_connected.count(element) > 0;
-    }
+    bool wasConnected(const Piece* element) const { return m_connected.count(element) > 0; }
 
 private:
     struct Origin {
         ZEL::AddRefWrapper<ZEL::Port> port;
-        pugi::xml_node_struct* element; ///< Not owned. Null: the port is implied.
-        std::string impliedName;        ///< Empty for a port with an element.
+        const Piece* element;    ///< Not owned. Null: the port is implied.
+        std::string impliedName; ///< Empty for a port with an element.
     };
 
     std::unordered_map<const ZEL::Port*, Origin> m_ports;
-    std::unordered_set<pugi::xml_node_struct*> m_connected;
+    std::unordered_set<const Piece*> m_connected;
 };
 
 } // namespace shading

@@ -1,6 +1,6 @@
 #include "format/draft.h"
 
-#include "format/draftParser.h"
+#include "format/xml.h"
 
 #include <algorithm>
 #include <utility>
@@ -20,11 +20,11 @@ std::string_view lastLine(std::string_view text)
     return text.substr(begin);
 }
 
-void writeStartTag(const DraftItem& element, std::string& text)
+void writeStartTag(const Piece& element, std::string& text)
 {
     text += '<';
     text += element.text;
-    for (const DraftAttribute& attribute : element.attributes) {
+    for (const Attribute& attribute : element.attributes) {
         text.append(attribute.lead).append(attribute.name).append(attribute.equals);
         text += attribute.quote;
         text += attribute.value;
@@ -34,43 +34,29 @@ void writeStartTag(const DraftItem& element, std::string& text)
     text += element.endTag.empty() ? "/>" : ">";
 }
 
-void writeChildren(const DraftItem& parent, std::string& text, OffsetIndex& places)
+void writeChildren(const Piece& parent, std::string& text, std::vector<Piece*>& elements)
 {
-    for (DraftItem* item = parent.first; item; item = item->next) {
+    for (Piece* item = parent.first; item; item = item->next) {
         if (!item->isElement()) {
             text += item->text;
             continue;
         }
-        places.add(text.size(), *item);
+        elements.push_back(item);
         writeStartTag(*item, text);
-        writeChildren(*item, text, places);
+        writeChildren(*item, text, elements);
         text += item->endTag;
     }
 }
 
 } // namespace
 
-bool DraftItem::isBlank() const
+Draft::Draft(const XmlSource& source)
+    : m_tree(source.pieces()),
+      m_readCount(m_tree.pieces().size()),
+      m_textSize(source.text().size()),
+      m_encoding(source.encoding())
 {
-    return kind == Kind::Text && text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
-
-const DraftAttribute* DraftItem::attribute(std::string_view name) const
-{
-    for (const DraftAttribute& attribute : attributes) {
-        if (attribute.name == name)
-            return &attribute;
-    }
-    return nullptr;
-}
-
-Draft::Draft(const std::string& text, Encoding encoding)
-    : m_textSize(text.size()),
-      m_encoding(std::move(encoding))
-{
-    newItem(DraftItem::Kind::Element, "");
-    DraftParser(text, *this).run();
-    findStyle(text);
+    findStyle(source.text());
 }
 
 void Draft::findStyle(const std::string& text)
@@ -78,38 +64,40 @@ void Draft::findStyle(const std::string& text)
     const std::size_t lineEnd = text.find('\n');
     if (lineEnd != std::string::npos)
         m_lineEnd = lineEnd > 0 && text[lineEnd - 1] == '\r' ? "\r\n" : "\n";
+    const std::deque<Piece>& pieces = m_tree.pieces();
     int surplus = 0;
-    for (const DraftItem& item : m_items) {
-        for (const DraftAttribute& attribute : item.attributes)
+    for (const Piece& item : pieces) {
+        for (const Attribute& attribute : item.attributes)
             surplus += attribute.quote == '"' ? 1 : -1;
     }
     m_quote = surplus < 0 ? '\'' : '"';
-    const auto empty = std::find_if(m_items.begin() + 1, m_items.end(), [](const DraftItem& item) {
+    const auto empty = std::find_if(pieces.begin() + 1, pieces.end(), [](const Piece& item) {
         return item.isElement() && item.endTag.empty();
     });
-    if (empty != m_items.end())
+    if (empty != pieces.end())
         m_tail = empty->tail;
     m_indent = "  ";
-    for (const DraftItem* root = top().first; root; root = root->next) {
+    for (const Piece* root = top().first; root; root = root->next) {
         const std::string line = root->isElement() && root->first ? lineInside(*root) : "";
         if (line.size() > m_lineEnd.size())
             m_indent = line.substr(m_lineEnd.size());
     }
 }
 
-std::string Draft::write(OffsetIndex& places)
+std::string Draft::write(std::vector<Piece*>& elements)
 {
     std::string text;
     text.reserve(m_textSize + m_textSize / 8);
-    places.clear();
-    writeChildren(m_items.front(), text, places);
+    elements.clear();
+    elements.reserve(m_tree.pieces().size() / 2);
+    writeChildren(top(), text, elements);
     m_textSize = text.size();
     return text;
 }
 
-bool Draft::setAttribute(DraftItem& element, const std::string& name, const std::string& value)
+bool Draft::setAttribute(Piece& element, const std::string& name, const std::string& value)
 {
-    for (DraftAttribute& attribute : element.attributes) {
+    for (Attribute& attribute : element.attributes) {
         if (attribute.name != name)
             continue;
         const std::string after = escaped(value, attribute.quote);
@@ -118,7 +106,7 @@ bool Draft::setAttribute(DraftItem& element, const std::string& name, const std:
             attribute.value = keep(after);
         return isChange;
     }
-    DraftAttribute attribute;
+    Attribute attribute;
     attribute.lead = " ";
     attribute.name = keep(name);
     attribute.equals = "=";
@@ -129,23 +117,23 @@ bool Draft::setAttribute(DraftItem& element, const std::string& name, const std:
         place = element.attributes.begin();
     else if (name == "type" && element.attribute("name"))
         place = std::find_if(element.attributes.begin(), element.attributes.end(),
-                             [](const DraftAttribute& a) { return a.name == "name"; }) +
+                             [](const Attribute& a) { return a.name == "name"; }) +
                 1;
     element.attributes.insert(place, attribute);
     return true;
 }
 
-bool Draft::removeAttribute(DraftItem& element, const std::string& name)
+bool Draft::removeAttribute(Piece& element, const std::string& name)
 {
     const auto kept =
         std::remove_if(element.attributes.begin(), element.attributes.end(),
-                       [&](const DraftAttribute& attribute) { return attribute.name == name; });
+                       [&](const Attribute& attribute) { return attribute.name == name; });
     const bool isChange = kept != element.attributes.end();
     element.attributes.erase(kept, element.attributes.end());
     return isChange;
 }
 
-bool Draft::setElementName(DraftItem& element, const std::string& name)
+bool Draft::setElementName(Piece& element, const std::string& name)
 {
     const bool isChange = element.text != name;
     if (isChange)
@@ -155,24 +143,24 @@ bool Draft::setElementName(DraftItem& element, const std::string& name)
     return isChange;
 }
 
-DraftItem& Draft::newElement(const std::string& name)
+Piece& Draft::newElement(const std::string& name)
 {
-    DraftItem& element = newItem(DraftItem::Kind::Element, keep(name));
+    Piece& element = m_tree.add(Piece::Kind::Element, keep(name));
     element.tail = m_tail;
     return element;
 }
 
-void Draft::insert(DraftItem& item, DraftItem& parent, DraftItem* previous)
+void Draft::insert(Piece& item, Piece& parent, Piece* previous)
 {
     const std::string line = lineInside(parent);
     // What stands behind an element on its line, a comment say, stays with it.
     while (previous && previous->next && previous->next->isBlank() &&
            lastLine(previous->next->text).empty() && previous->next->next &&
-           previous->next->next->kind == DraftItem::Kind::Other)
+           previous->next->next->kind == Piece::Kind::Other)
         previous = previous->next->next;
     const bool isOnly = !parent.first || (parent.first == parent.last && parent.first->isBlank());
     if (isOnly && parent.first) {
-        unlink(*parent.first);
+        PieceTree::unlink(*parent.first);
         previous = nullptr;
     }
     if (isOnly) {
@@ -180,29 +168,29 @@ void Draft::insert(DraftItem& item, DraftItem& parent, DraftItem* previous)
             parent.tail = "";
         parent.endTag = keep("</" + std::string(parent.text) + ">");
         if (!line.empty())
-            link(newItem(DraftItem::Kind::Text, keep(lineOf(parent))), parent, nullptr);
+            PieceTree::link(newText(keep(lineOf(parent))), parent, nullptr);
     }
-    link(item, parent, previous);
+    PieceTree::link(item, parent, previous);
     if (!line.empty())
-        link(newItem(DraftItem::Kind::Text, keep(line)), parent, previous);
+        PieceTree::link(newText(keep(line)), parent, previous);
 }
 
-void Draft::remove(DraftItem& item)
+void Draft::remove(Piece& item)
 {
-    DraftItem& parent = *item.parent;
+    Piece& parent = *item.parent;
     if (item.previous && item.previous->isBlank())
-        unlink(*item.previous);
-    unlink(item);
+        PieceTree::unlink(*item.previous);
+    PieceTree::unlink(item);
     if (parent.first && (parent.first != parent.last || !parent.first->isBlank()))
         return;
     if (parent.first)
-        unlink(*parent.first);
+        PieceTree::unlink(*parent.first);
     parent.endTag = "";
     if (parent.tail.empty())
         parent.tail = m_tail;
 }
 
-void Draft::move(DraftItem& item, DraftItem& parent, DraftItem* previous)
+void Draft::move(Piece& item, Piece& parent, Piece* previous)
 {
     const std::string before = lineOf(item);
     remove(item);
@@ -212,46 +200,20 @@ void Draft::move(DraftItem& item, DraftItem& parent, DraftItem* previous)
         indentAnew(item, before, after);
 }
 
-DraftItem& Draft::newItem(DraftItem::Kind kind, std::string_view text)
-{
-    const std::size_t number = m_items.size();
-    DraftItem& item = m_items.emplace_back();
-    item.number = number;
-    item.kind = kind;
-    item.text = text;
-    return item;
-}
-
-void Draft::link(DraftItem& item, DraftItem& parent, DraftItem* previous)
-{
-    item.parent = &parent;
-    item.previous = previous;
-    item.next = previous ? previous->next : parent.first;
-    (previous ? previous->next : parent.first) = &item;
-    (item.next ? item.next->previous : parent.last) = &item;
-}
-
-void Draft::unlink(DraftItem& item)
-{
-    (item.previous ? item.previous->next : item.parent->first) = item.next;
-    (item.next ? item.next->previous : item.parent->last) = item.previous;
-    item.parent = item.previous = item.next = nullptr;
-}
-
 /// The line end before the piece and its indentation; empty when it does not begin a line.
-std::string Draft::lineOf(const DraftItem& item) const
+std::string Draft::lineOf(const Piece& item) const
 {
-    if (item.parent == &m_items.front())
+    if (item.parent == &m_tree.top())
         return m_lineEnd;
     return item.previous && item.previous->isBlank() ? std::string(lastLine(item.previous->text))
                                                      : "";
 }
 
 /// The same for a child of the element, as it would be.
-std::string Draft::lineInside(const DraftItem& parent) const
+std::string Draft::lineInside(const Piece& parent) const
 {
     bool hasElement = false;
-    for (const DraftItem* child = parent.first; child; child = child->next) {
+    for (const Piece* child = parent.first; child; child = child->next) {
         hasElement = hasElement || child->isElement();
         std::string line = child->isElement() ? lineOf(*child) : "";
         if (!line.empty())
@@ -262,9 +224,9 @@ std::string Draft::lineInside(const DraftItem& parent) const
 }
 
 /// Replaces the indentation of every line that begins inside the element.
-void Draft::indentAnew(DraftItem& element, const std::string& before, const std::string& after)
+void Draft::indentAnew(Piece& element, const std::string& before, const std::string& after)
 {
-    for (DraftItem* item = element.first; item; item = item->next) {
+    for (Piece* item = element.first; item; item = item->next) {
         if (item->isElement())
             indentAnew(*item, before, after);
         if (!item->isBlank())

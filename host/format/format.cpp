@@ -1,6 +1,5 @@
 #include "format/format.h"
 
-#include <cstring>
 #include <unordered_set>
 
 namespace shading {
@@ -8,12 +7,6 @@ namespace shading {
 const char* const kMultiOutput = "multioutput";
 const char* const kNoType = "none";
 const char* const kDefaultOutput = "out";
-
-ElementKind kindOf(pugi::xml_node element)
-{
-    return element.type() == pugi::node_element ? kindOf(std::string_view(element.name()))
-                                                : ElementKind::Other;
-}
 
 ElementKind kindOf(std::string_view name)
 {
@@ -49,20 +42,6 @@ ElementKind kindOf(std::string_view name)
         return ElementKind::Graph;
     const bool isNode = name.find(':') == std::string_view::npos && noNodes.count(name) == 0;
     return isNode ? ElementKind::Node : ElementKind::Other;
-}
-
-std::string attributeOf(pugi::xml_node element, const char* name)
-{
-    return element.attribute(name).value();
-}
-
-bool hasReference(pugi::xml_node element)
-{
-    for (const char* const name : {"nodename", "nodegraph", "interfacename", "output"}) {
-        if (*element.attribute(name).value() != '\0')
-            return true;
-    }
-    return false;
 }
 
 } // namespace shading

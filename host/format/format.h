@@ -1,7 +1,6 @@
 #pragma once
 
-#include <pugixml.hpp>
-#include <string>
+#include <array>
 #include <string_view>
 
 namespace shading {
@@ -17,7 +16,6 @@ enum class ElementKind {
 
 /// Any child of a document or a graph that the format does not name as something else is a node:
 /// node definitions may add any name.
-ElementKind kindOf(pugi::xml_node element);
 ElementKind kindOf(std::string_view elementName);
 
 /// The format's names of two types that no port carries: a node that has several outputs, and
@@ -28,10 +26,8 @@ extern const char* const kNoType;
 /// The output that a node with a type has, and that a reference without `output` means.
 extern const char* const kDefaultOutput;
 
-/// The value of an attribute, empty when it is missing: the format takes both for the same.
-std::string attributeOf(pugi::xml_node element, const char* name);
-
-/// True when the element refers to a node, a graph or an interface, or names an output.
-bool hasReference(pugi::xml_node element);
+/// The attributes by which an element names its source.
+constexpr std::array<const char*, 4> kReferences = {"nodename", "nodegraph", "interfacename",
+                                                    "output"};
 
 } // namespace shading

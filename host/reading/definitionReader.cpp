@@ -1,7 +1,6 @@
 #include "reading/definitionReader.h"
 
 #include "definitions/definitionIndex.h"
-#include "format/format.h"
 #include "format/xml.h"
 
 #include <algorithm>
@@ -31,18 +30,22 @@ public:
 
     void read()
     {
-        for (const pugi::xml_node element : m_xml.documentElement().children("typedef"))
-            addDataType(element);
-        for (const pugi::xml_node element : m_xml.documentElement().children("nodedef"))
-            m_elements.emplace(attributeOf(element, "name"), element);
-        for (const pugi::xml_node element : m_xml.documentElement().children("nodedef"))
-            addDefinition(element);
+        for (const Piece& element : ElementsIn(m_xml.documentElement())) {
+            if (element.text == "typedef")
+                addDataType(element);
+            else if (element.text == "nodedef")
+                m_elements.emplace(attributeOf(element, "name"), &element);
+        }
+        for (const Piece& element : ElementsIn(m_xml.documentElement())) {
+            if (element.text == "nodedef")
+                addDefinition(element);
+        }
         for (ZEL::NodeLibrary* const library : m_changed)
             library->sort();
     }
 
 private:
-    void addDataType(pugi::xml_node element)
+    void addDataType(const Piece& element)
     {
         const std::string name = attributeOf(element, "name");
         if (name.empty())
@@ -51,7 +54,7 @@ private:
             m_runtime.createPortDataType(name.c_str());
     }
 
-    void addDefinition(pugi::xml_node element)
+    void addDefinition(const Piece& element)
     {
         DefinitionRecord record;
         record.name = attributeOf(element, "name");
@@ -61,7 +64,7 @@ private:
         const std::string title = "nodedef \"" + record.name + "\"";
         if (record.name.empty() || nodeType.empty())
             return warn(element, title + " without a name or a node: left out");
-        if (m_elements[record.name] != element)
+        if (m_elements[record.name] != &element)
             return warn(element, title + ": the name of an earlier one: left out");
         std::string problem;
         std::set<std::string> heirs;
@@ -75,7 +78,7 @@ private:
     }
 
     /// The ports of the inherited definition, then the own ones, which may replace some of those.
-    bool addPorts(pugi::xml_node element,
+    bool addPorts(const Piece& element,
                   std::set<std::string>& heirs,
                   DefinitionRecord& record,
                   std::string& problem)
@@ -89,7 +92,7 @@ private:
         const auto inDocument = m_elements.find(base);
         const DefinitionPtr known = m_known.named(base);
         if (!base.empty() && inDocument != m_elements.end()) {
-            if (!addPorts(inDocument->second, heirs, record, problem))
+            if (!addPorts(*inDocument->second, heirs, record, problem))
                 return false;
         } else if (known) {
             record.inputs = known->record().inputs;
@@ -109,12 +112,14 @@ private:
         return problem.empty();
     }
 
-    static bool addPorts(pugi::xml_node element,
+    static bool addPorts(const Piece& element,
                          const char* kind,
                          std::vector<PortDescription>& ports,
                          std::string& problem)
     {
-        for (const pugi::xml_node child : element.children(kind)) {
+        for (const Piece& child : ElementsIn(element)) {
+            if (child.text != kind)
+                continue;
             const PortDescription port = {attributeOf(child, "name"), attributeOf(child, "type"),
                                           attributeOf(child, "value")};
             if (port.name.empty() || port.type.empty()) {
@@ -154,7 +159,7 @@ private:
         m_changed.insert(library.get());
     }
 
-    void warn(pugi::xml_node element, const std::string& text)
+    void warn(const Piece& element, const std::string& text)
     {
         m_messages.push_back(m_xml.warningAt(element, text));
     }
@@ -164,8 +169,8 @@ private:
     std::vector<Message>& m_messages;
     const DefinitionIndex m_known; ///< What the runtime had before.
     ZEL::AddRefWrapper<ZEL::NodeLibrary> m_root;
-    std::unordered_map<std::string, pugi::xml_node> m_elements; ///< By name, the first of each.
-    std::set<ZEL::NodeLibrary*> m_changed; ///< To be sorted; m_root holds them.
+    std::unordered_map<std::string, const Piece*> m_elements; ///< By name, the first of each.
+    std::set<ZEL::NodeLibrary*> m_changed;                    ///< To be sorted; m_root holds them.
 };
 
 } // namespace

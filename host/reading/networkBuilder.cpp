@@ -5,7 +5,6 @@
 #include "document/document.h"
 #include "document/names.h"
 #include "document/origins.h"
-#include "format/format.h"
 #include "format/xml.h"
 
 #include <unordered_set>
@@ -17,12 +16,12 @@ namespace shading {
 class NetworkBuilder::SiblingNames {
 public:
     /// The node is the one that the children's nodes and ports get into.
-    SiblingNames(pugi::xml_node parent, ZEL::Node& node) : m_parent(parent), m_path(pathOf(node)) {}
+    SiblingNames(const Piece& parent, ZEL::Node& node) : m_parent(parent), m_path(pathOf(node)) {}
 
-    std::string of(pugi::xml_node child)
+    std::string of(const Piece& child)
     {
         const std::string name = attributeOf(child, "name");
-        return name.empty() ? makeUp(child.name()) : name;
+        return name.empty() ? makeUp(std::string(child.text)) : name;
     }
     std::string pathTo(const std::string& name) const { return m_path + "." + name; }
     /// True for a name the first time only.
@@ -32,7 +31,7 @@ private:
     std::string makeUp(const std::string& stem)
     {
         if (m_taken.empty()) {
-            for (const pugi::xml_node sibling : m_parent.children())
+            for (const Piece& sibling : ElementsIn(m_parent))
                 m_taken.insert(attributeOf(sibling, "name"));
         }
         int& number = m_numbers[stem];
@@ -43,7 +42,7 @@ private:
         return name;
     }
 
-    pugi::xml_node m_parent;
+    const Piece& m_parent;
     std::string m_path;
     std::unordered_set<std::string> m_used;
     std::unordered_set<std::string> m_taken;        ///< Empty until a name is missing.
@@ -65,22 +64,22 @@ NetworkBuilder::NetworkBuilder(Document& document,
 
 void NetworkBuilder::build()
 {
-    const pugi::xml_node element = m_xml.documentElement();
+    const Piece& element = m_xml.documentElement();
     m_progress.begin(150, 550, m_xml.text().size());
     m_network.root = Node::createNew(&m_document, "Top");
-    m_network.root->setNodeTypeName(element.name());
-    m_network.root->setElement(element.internal_object());
+    m_network.root->setNodeTypeName(std::string(element.text).c_str());
+    m_network.root->setElement(&element);
     Scope& scope = m_network.scopes.emplace_back();
     scope.compound = Compound::createNew(m_network.root);
     fillCompound(element, scope, nullptr);
 }
 
-void NetworkBuilder::fillCompound(pugi::xml_node element, Scope& scope, const Scope* outer)
+void NetworkBuilder::fillCompound(const Piece& element, Scope& scope, const Scope* outer)
 {
     SiblingNames names(element, *scope.compound->getAsNode());
-    for (const pugi::xml_node child : element.children()) {
+    for (const Piece& child : ElementsIn(element)) {
         if (m_progress.isDue())
-            m_progress.tell(offsetOf(child));
+            m_progress.tell(m_xml.offsetOf(child));
         switch (kindOf(child)) {
         case ElementKind::Input:
         case ElementKind::Output:
@@ -98,7 +97,7 @@ void NetworkBuilder::fillCompound(pugi::xml_node element, Scope& scope, const Sc
     }
 }
 
-void NetworkBuilder::addCompoundPort(pugi::xml_node element,
+void NetworkBuilder::addCompoundPort(const Piece& element,
                                      SiblingNames& names,
                                      Scope& scope,
                                      const Scope* outer)
@@ -110,8 +109,8 @@ void NetworkBuilder::addCompoundPort(pugi::xml_node element,
         scope.compound->createCompoundPort(isInput ? ZEL::PortInput : ZEL::PortOutput, name.c_str(),
                                            typeOf(element, names.pathTo(name)));
     ZEL::PortList& outerPorts = isInput ? owner->inputs() : owner->outputs();
-    m_document.origins().setPort(outerPorts[index], element.internal_object());
-    outerPorts[index]->setPortDefaultValue(element.attribute("value").value());
+    m_document.origins().setPort(outerPorts[index], &element);
+    outerPorts[index]->setPortDefaultValue(attributeOf(element, "value").c_str());
     // An input of a graph is fed from outside it, an output from inside.
     if (isInput)
         addReference(element, outerPorts[index], outer);
@@ -119,14 +118,14 @@ void NetworkBuilder::addCompoundPort(pugi::xml_node element,
         addReference(element, scope.compound->innerOutputs()[index], &scope);
 }
 
-void NetworkBuilder::addGraph(pugi::xml_node element, SiblingNames& names, Scope& scope)
+void NetworkBuilder::addGraph(const Piece& element, SiblingNames& names, Scope& scope)
 {
     const std::string name = takeName(element, names);
     const ZEL::AddRefWrapper<ZEL::Compound> compound =
         scope.compound->createNewCompound(name.c_str());
     // The compounds of this host make nodes of this host.
     const ZEL::AddRefWrapper<Node> node(static_cast<Node*>(compound->getAsNode().get()));
-    node->setElement(element.internal_object());
+    node->setElement(&element);
     scope.nodes.emplace(name, node);
     scope.graphs.emplace(name, node);
 
@@ -135,12 +134,12 @@ void NetworkBuilder::addGraph(pugi::xml_node element, SiblingNames& names, Scope
     fillCompound(element, inner, &scope);
 }
 
-void NetworkBuilder::addPlainNode(pugi::xml_node element, SiblingNames& names, Scope& scope)
+void NetworkBuilder::addPlainNode(const Piece& element, SiblingNames& names, Scope& scope)
 {
     const std::string name = takeName(element, names);
     const ZEL::AddRefWrapper<Node> node = Node::createNew(&m_document, name.c_str());
-    node->setNodeTypeName(element.name());
-    node->setElement(element.internal_object());
+    node->setNodeTypeName(std::string(element.text).c_str());
+    node->setElement(&element);
     scope.compound->nodes().add(node);
     scope.nodes.emplace(name, node);
 
@@ -151,7 +150,7 @@ void NetworkBuilder::addPlainNode(pugi::xml_node element, SiblingNames& names, S
         node->outputs().addPort(kDefaultOutput, m_document.dataType(type));
 
     SiblingNames portNames(element, *node);
-    for (const pugi::xml_node child : element.children()) {
+    for (const Piece& child : ElementsIn(element)) {
         const ElementKind kind = kindOf(child);
         if (kind == ElementKind::Input)
             addInput(child, portNames, *node, scope);
@@ -160,7 +159,7 @@ void NetworkBuilder::addPlainNode(pugi::xml_node element, SiblingNames& names, S
     }
 }
 
-void NetworkBuilder::addInput(pugi::xml_node element,
+void NetworkBuilder::addInput(const Piece& element,
                               SiblingNames& names,
                               Node& node,
                               const Scope& scope)
@@ -168,28 +167,27 @@ void NetworkBuilder::addInput(pugi::xml_node element,
     const std::string name = takeName(element, names);
     const ZEL::AddRefWrapper<ZEL::Port> port =
         node.inputs().addPort(name.c_str(), typeOf(element, names.pathTo(name)));
-    m_document.origins().setPort(port, element.internal_object());
-    port->setPortDefaultValue(element.attribute("value").value());
+    m_document.origins().setPort(port, &element);
+    port->setPortDefaultValue(attributeOf(element, "value").c_str());
     addReference(element, port, &scope);
 }
 
 /// A node may list its outputs; the one that it has by its type is not made again.
-void NetworkBuilder::addOutput(pugi::xml_node element, SiblingNames& names, Node& node)
+void NetworkBuilder::addOutput(const Piece& element, SiblingNames& names, Node& node)
 {
     const std::string name = takeName(element, names);
     const std::string path = names.pathTo(name);
-    const pugi::xml_node first =
-        element.parent().find_child_by_attribute("output", "name", name.c_str());
+    const Piece* const first = childNamed(*element.parent, "output", name);
     ZEL::AddRefWrapper<ZEL::Port> port =
-        element == first ? node.outputs()[name.c_str()] : ZEL::AddRefWrapper<ZEL::Port>();
+        &element == first ? node.outputs()[name.c_str()] : ZEL::AddRefWrapper<ZEL::Port>();
     if (!port)
         port = node.outputs().addPort(name.c_str(), typeOf(element, path));
-    m_document.origins().setPort(port, element.internal_object());
+    m_document.origins().setPort(port, &element);
     if (hasReference(element))
         warn(element, path, "an output of a plain node has no source");
 }
 
-ZEL::AddRefWrapper<ZEL::PortDataType> NetworkBuilder::typeOf(pugi::xml_node element,
+ZEL::AddRefWrapper<ZEL::PortDataType> NetworkBuilder::typeOf(const Piece& element,
                                                              const std::string& path)
 {
     const std::string type = attributeOf(element, "type");
@@ -198,7 +196,7 @@ ZEL::AddRefWrapper<ZEL::PortDataType> NetworkBuilder::typeOf(pugi::xml_node elem
     return m_document.dataType(type.empty() ? kNoType : type);
 }
 
-std::string NetworkBuilder::takeName(pugi::xml_node element, SiblingNames& names)
+std::string NetworkBuilder::takeName(const Piece& element, SiblingNames& names)
 {
     std::string name = names.of(element);
     const std::string path = names.pathTo(name);
@@ -211,15 +209,15 @@ std::string NetworkBuilder::takeName(pugi::xml_node element, SiblingNames& names
     return name;
 }
 
-void NetworkBuilder::addReference(pugi::xml_node element,
+void NetworkBuilder::addReference(const Piece& element,
                                   const ZEL::AddRefWrapper<ZEL::Port>& target,
                                   const Scope* scope)
 {
     if (hasReference(element))
-        m_network.references.push_back({element, target, scope});
+        m_network.references.push_back({&element, target, scope});
 }
 
-void NetworkBuilder::warn(pugi::xml_node element, const std::string& path, const std::string& text)
+void NetworkBuilder::warn(const Piece& element, const std::string& path, const std::string& text)
 {
     m_warnings.push_back(m_xml.warningAt(element, path + ": " + text));
 }

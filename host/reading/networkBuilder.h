@@ -2,10 +2,10 @@
 
 #include "base/message.h"
 #include "document/node.h"
+#include "format/piece.h"
 #include "zel.h"
 
 #include <deque>
-#include <pugixml.hpp>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -26,7 +26,7 @@ struct Scope {
 
 /// An `input` or `output` element that names a source.
 struct Reference {
-    pugi::xml_node element;
+    const Piece* element;
     ZEL::AddRefWrapper<ZEL::Port> target; ///< The receiving end.
     const Scope* scope; ///< Where the names are looked up. Null: outside the document.
 };
@@ -54,21 +54,21 @@ public:
 private:
     class SiblingNames;
 
-    void fillCompound(pugi::xml_node element, Scope& scope, const Scope* outer);
+    void fillCompound(const Piece& element, Scope& scope, const Scope* outer);
     void
-    addCompoundPort(pugi::xml_node element, SiblingNames& names, Scope& scope, const Scope* outer);
-    void addGraph(pugi::xml_node element, SiblingNames& names, Scope& scope);
-    void addPlainNode(pugi::xml_node element, SiblingNames& names, Scope& scope);
-    void addInput(pugi::xml_node element, SiblingNames& names, Node& node, const Scope& scope);
-    void addOutput(pugi::xml_node element, SiblingNames& names, Node& node);
+    addCompoundPort(const Piece& element, SiblingNames& names, Scope& scope, const Scope* outer);
+    void addGraph(const Piece& element, SiblingNames& names, Scope& scope);
+    void addPlainNode(const Piece& element, SiblingNames& names, Scope& scope);
+    void addInput(const Piece& element, SiblingNames& names, Node& node, const Scope& scope);
+    void addOutput(const Piece& element, SiblingNames& names, Node& node);
 
-    ZEL::AddRefWrapper<ZEL::PortDataType> typeOf(pugi::xml_node element, const std::string& path);
+    ZEL::AddRefWrapper<ZEL::PortDataType> typeOf(const Piece& element, const std::string& path);
     /// The name of the node or port that the element becomes; warns of one that causes trouble.
-    std::string takeName(pugi::xml_node element, SiblingNames& names);
-    void addReference(pugi::xml_node element,
+    std::string takeName(const Piece& element, SiblingNames& names);
+    void addReference(const Piece& element,
                       const ZEL::AddRefWrapper<ZEL::Port>& target,
                       const Scope* scope);
-    void warn(pugi::xml_node element, const std::string& path, const std::string& text);
+    void warn(const Piece& element, const std::string& path, const std::string& text);
 
     Document& m_document;
     const XmlSource& m_xml;

@@ -5,11 +5,8 @@
 #include "document/document.h"
 #include "document/names.h"
 #include "document/origins.h"
-#include "format/format.h"
 #include "format/xml.h"
 #include "reading/networkBuilder.h"
-
-#include <cstring>
 
 namespace shading {
 
@@ -41,7 +38,7 @@ public:
         if (!problem.empty())
             warn(reference, problem);
         else if (source)
-            m_origins.setConnected(reference.element.internal_object());
+            m_origins.setConnected(reference.element);
     }
 
 private:
@@ -51,16 +48,16 @@ private:
     /// Empty, with the problem, when the reference names nothing.
     PortPtr findSource(const Reference& reference, std::string& problem)
     {
-        const std::string interface = attributeOf(reference.element, "interfacename");
-        const std::string graph = attributeOf(reference.element, "nodegraph");
-        const std::string node = attributeOf(reference.element, "nodename");
+        const std::string interface = attributeOf(*reference.element, "interfacename");
+        const std::string graph = attributeOf(*reference.element, "nodegraph");
+        const std::string node = attributeOf(*reference.element, "nodename");
         if (static_cast<int>(!interface.empty()) + static_cast<int>(!graph.empty()) +
                 static_cast<int>(!node.empty()) >
             1)
             warn(reference, "several sources: interfacename is preferred to nodegraph, "
                             "nodegraph to nodename");
         if (interface.empty() && graph.empty() && node.empty()) {
-            problem = "output \"" + attributeOf(reference.element, "output") +
+            problem = "output \"" + attributeOf(*reference.element, "output") +
                       "\" without a nodename or nodegraph";
             return nullptr;
         }
@@ -115,14 +112,15 @@ private:
     /// list of outputs, else `out`. A plain node gets an output that it does not have.
     static PortPtr outputOf(const Reference& reference, const NodePtr& node, std::string& problem)
     {
-        const pugi::xml_node element(node->element());
+        const Piece& element = *node->element();
         const std::string path = pathOf(*node);
         const bool isMultiOutput = attributeOf(element, "type") == kMultiOutput;
-        std::string name = attributeOf(reference.element, "output");
+        const Piece* const listed = isMultiOutput ? firstOutput(element) : nullptr;
+        std::string name = attributeOf(*reference.element, "output");
         // The first that the document lists, also where the definition has another one before it.
         if (name.empty() && isMultiOutput)
-            name = attributeOf(element.child("output"), "name");
-        if (name.empty() && (node->isCompound() || (isMultiOutput && element.child("output")))) {
+            name = listed ? attributeOf(*listed, "name") : "";
+        if (name.empty() && (node->isCompound() || (isMultiOutput && listed))) {
             PortPtr first = node->outputs()[0];
             if (!first)
                 problem = path + " has no output";
@@ -143,12 +141,21 @@ private:
         return nullptr;
     }
 
+    static const Piece* firstOutput(const Piece& element)
+    {
+        for (const Piece& child : ElementsIn(element)) {
+            if (kindOf(child) == ElementKind::Output)
+                return &child;
+        }
+        return nullptr;
+    }
+
     static std::string pathTo(const Scope& scope) { return pathOf(*scope.compound->getAsNode()); }
 
     void warn(const Reference& reference, const std::string& text)
     {
         const std::string path = pathOf(*reference.target);
-        m_warnings.push_back(m_xml.warningAt(reference.element, path + ": " + text));
+        m_warnings.push_back(m_xml.warningAt(*reference.element, path + ": " + text));
     }
 
     const XmlSource& m_xml;
@@ -162,10 +169,10 @@ NamedOutputs namedOutputs(const UnconnectedNetwork& network)
 {
     NamedOutputs result;
     for (const Reference& reference : network.references) {
-        const std::string output = attributeOf(reference.element, "output");
+        const std::string output = attributeOf(*reference.element, "output");
         if (!reference.scope || output.empty())
             continue;
-        const auto node = reference.scope->nodes.find(attributeOf(reference.element, "nodename"));
+        const auto node = reference.scope->nodes.find(attributeOf(*reference.element, "nodename"));
         if (node != reference.scope->nodes.end())
             result[node->second.get()].push_back(output);
     }

@@ -2,7 +2,6 @@
 
 #include "document/document.h"
 #include "document/origins.h"
-#include "format/format.h"
 #include "format/xml.h"
 
 #include <map>
@@ -21,12 +20,12 @@ using Key = std::pair<std::string, std::string>;
 
 struct Declared {
     std::string type;
-    pugi::xml_node element; ///< Empty: the type of an old definition declares it.
+    const Piece* element; ///< Null: the type of an old definition declares it.
 };
 
 using Ports = std::map<Key, Declared>;
 
-std::string typeOf(pugi::xml_node element)
+std::string typeOf(const Piece& element)
 {
     const std::string type = attributeOf(element, "type");
     return type.empty() ? kNoType : type;
@@ -39,15 +38,15 @@ std::string kindName(ZEL::Port& port)
 
 /// One graph, and the definition that it implements.
 struct Tie {
-    pugi::xml_node graph;
-    pugi::xml_node nodeDef;
-    pugi::xml_node element; ///< The graph, or the `implementation`.
+    const Piece& graph;
+    const Piece& nodeDef;
+    const Piece& element; ///< The graph, or the `implementation`.
 };
 
 /// Who names the definitions and the types of nodes in what is written.
 class Users {
 public:
-    explicit Users(const DraftItem& root) { count(root); }
+    explicit Users(const Piece& root) { count(root); }
 
     /// Anything but the tie itself.
     bool hasOthers(const Tie& tie) const
@@ -55,21 +54,21 @@ public:
         const auto named = m_nodeDefs.find(attributeOf(tie.nodeDef, "name"));
         return (named != m_nodeDefs.end() && named->second > 1) ||
                m_nodeTypes.count(attributeOf(tie.nodeDef, "node")) > 0 ||
-               (tie.element != tie.graph && tie.element.first_child());
+               (&tie.element != &tie.graph && tie.element.first);
     }
 
 private:
-    void count(const DraftItem& item)
+    void count(const Piece& item)
     {
         const bool isNodeDef = item.text == "nodedef";
-        if (const DraftAttribute* const name = item.attribute(isNodeDef ? "inherit" : "nodedef"))
+        if (const Attribute* const name = item.attribute(isNodeDef ? "inherit" : "nodedef"))
             ++m_nodeDefs[std::string(name->value)];
-        const DraftAttribute* const type = item.attribute("node");
+        const Attribute* const type = item.attribute("node");
         if (type && !isNodeDef)
             m_nodeTypes.emplace(type->value);
         if (kindOf(item.text) == ElementKind::Node)
             m_nodeTypes.emplace(item.text);
-        for (const DraftItem* child = item.first; child; child = child->next) {
+        for (const Piece* child = item.first; child; child = child->next) {
             if (child->isElement())
                 count(*child);
         }
@@ -90,91 +89,96 @@ public:
 
     void run()
     {
-        for (const pugi::xml_node element : m_root.children("nodedef"))
-            m_nodeDefs.emplace(attributeOf(element, "name"), element);
+        for (const Piece& element : ElementsIn(m_root)) {
+            if (element.text == "nodedef")
+                m_nodeDefs.emplace(attributeOf(element, "name"), &element);
+        }
         if (m_nodeDefs.empty())
             return;
-        std::map<std::string, pugi::xml_node> graphs;
-        for (const pugi::xml_node element : m_root.children("nodegraph")) {
-            graphs.emplace(attributeOf(element, "name"), element);
+        std::map<std::string, const Piece*> graphs;
+        for (const Piece& element : ElementsIn(m_root)) {
+            if (element.text != "nodegraph")
+                continue;
+            graphs.emplace(attributeOf(element, "name"), &element);
             check(element, element);
         }
-        for (const pugi::xml_node element : m_root.children("implementation")) {
-            const auto graph = graphs.find(attributeOf(element, "nodegraph"));
+        for (const Piece& element : ElementsIn(m_root)) {
+            const auto graph = element.text == "implementation"
+                                   ? graphs.find(attributeOf(element, "nodegraph"))
+                                   : graphs.end();
             if (graph != graphs.end())
-                check(graph->second, element);
+                check(*graph->second, element);
         }
     }
 
 private:
-    DraftItem* itemOf(pugi::xml_node element)
-    {
-        return m_network.draft().elementAt(offsetOf(element));
-    }
+    Piece& itemOf(const Piece& read) { return m_network.draft().at(read); }
 
-    void check(pugi::xml_node graph, pugi::xml_node element)
+    void check(const Piece& graph, const Piece& element)
     {
         const auto nodeDef = m_nodeDefs.find(attributeOf(element, "nodedef"));
-        const DraftItem& item = *itemOf(graph);
+        const Piece& item = itemOf(graph);
         ZEL::Node* const node = m_network.nodeOf(&item);
         if (!node || nodeDef == m_nodeDefs.end())
             return;
-        const Tie tie = {graph, nodeDef->second, element};
+        const Tie tie = {graph, *nodeDef->second, element};
         Ports declared;
         std::set<std::string> heirs;
         addPorts(tie.nodeDef, heirs, declared);
         if (!didAgree(graph, declared))
             return;
-        if (item.parent == itemOf(m_root))
+        if (item.parent == &itemOf(m_root))
             checkPorts(tie, *node, declared);
-        else if (element == graph)
+        else if (&element == &graph)
             m_problems.push_back({pathOf(*node), "it implements nodedef \"" +
-                                                     attributeOf(nodeDef->second, "name") +
+                                                     attributeOf(*nodeDef->second, "name") +
                                                      "\", and the document itself has it no more"});
     }
 
     /// Those of the inherited definition, and the own ones, which may replace some of those.
-    void addPorts(pugi::xml_node nodeDef, std::set<std::string>& heirs, Ports& ports)
+    void addPorts(const Piece& nodeDef, std::set<std::string>& heirs, Ports& ports)
     {
         const auto base = m_nodeDefs.find(attributeOf(nodeDef, "inherit"));
         if (heirs.insert(attributeOf(nodeDef, "name")).second && base != m_nodeDefs.end())
-            addPorts(base->second, heirs, ports);
-        for (const char* const kind : kKinds) {
-            for (const pugi::xml_node port : nodeDef.children(kind))
-                ports[{kind, attributeOf(port, "name")}] = {typeOf(port), port};
+            addPorts(*base->second, heirs, ports);
+        bool hasOutput = false;
+        for (const Piece& port : ElementsIn(nodeDef)) {
+            const ElementKind kind = kindOf(port);
+            hasOutput = hasOutput || kind == ElementKind::Output;
+            if (kind == ElementKind::Input || kind == ElementKind::Output)
+                ports[{std::string(port.text), attributeOf(port, "name")}] = {typeOf(port), &port};
         }
         // Before version 1.38 a definition had its type itself.
-        if (heirs.size() == 1 && !nodeDef.child("output") && nodeDef.attribute("type"))
-            ports.emplace(Key("output", kDefaultOutput), Declared{typeOf(nodeDef), {}});
+        if (heirs.size() == 1 && !hasOutput && nodeDef.attribute("type"))
+            ports.emplace(Key("output", kDefaultOutput), Declared{typeOf(nodeDef), nullptr});
     }
 
     /// What the document said of the graph.
-    static bool didAgree(pugi::xml_node graph, const Ports& declared)
+    static bool didAgree(const Piece& graph, const Ports& declared)
     {
-        for (const pugi::xml_node child : graph.children()) {
+        for (const Piece& child : ElementsIn(graph)) {
             const ElementKind kind = kindOf(child);
             const bool isPort = kind == ElementKind::Input || kind == ElementKind::Output;
-            const auto found = declared.find({child.name(), attributeOf(child, "name")});
+            const auto found = declared.find({std::string(child.text), attributeOf(child, "name")});
             if (isPort && (found == declared.end() || found->second.type != typeOf(child) ||
                            !hasInterface(child, declared)))
                 return false;
             if (kind != ElementKind::Node && kind != ElementKind::Graph)
                 continue;
-            for (const pugi::xml_node input : child.children("input")) {
-                if (!hasInterface(input, declared))
+            for (const Piece& input : ElementsIn(child)) {
+                if (kindOf(input) == ElementKind::Input && !hasInterface(input, declared))
                     return false;
             }
         }
         for (const auto& [key, port] : declared) {
-            if (key.first == kKinds[1] &&
-                !graph.find_child_by_attribute("output", "name", key.second.c_str()))
+            if (key.first == kKinds[1] && !childNamed(graph, "output", key.second))
                 return false;
         }
         return true;
     }
 
     /// True also for an element that names no input of the graph.
-    static bool hasInterface(pugi::xml_node element, const Ports& declared)
+    static bool hasInterface(const Piece& element, const Ports& declared)
     {
         const std::string name = attributeOf(element, "interfacename");
         return name.empty() || declared.count({kKinds[0], name}) > 0;
@@ -223,8 +227,8 @@ private:
     std::string readNameOf(ZEL::Port& port)
     {
         const Origins& origins = m_network.document().origins();
-        const pugi::xml_node element(origins.elementOf(port));
-        return element ? attributeOf(element, "name") : origins.impliedNameOf(port);
+        const Piece* const element = origins.elementOf(port);
+        return element ? attributeOf(*element, "name") : origins.impliedNameOf(port);
     }
 
     /// The definition may call the port so: it has the port itself, and no other of that name, and
@@ -232,20 +236,23 @@ private:
     bool isFree(const Tie& tie, const Declared& port, const char* name)
     {
         if (!m_users)
-            m_users = std::make_unique<Users>(*itemOf(m_root));
-        return port.element.parent() == tie.nodeDef &&
-               !tie.nodeDef.find_child_by_attribute("name", name) && !m_users->hasOthers(tie);
+            m_users = std::make_unique<Users>(itemOf(m_root));
+        for (const Piece& child : ElementsIn(tie.nodeDef)) {
+            if (attributeOf(child, "name") == name)
+                return false;
+        }
+        return port.element && port.element->parent == &tie.nodeDef && !m_users->hasOthers(tie);
     }
 
     void rename(const Tie& tie, const Key& key, const Declared& port, const char* name)
     {
         Draft& draft = m_network.draft();
-        draft.setAttribute(*itemOf(port.element), "name", name);
+        draft.setAttribute(itemOf(*port.element), "name", name);
         if (key.first == kKinds[1])
             return;
-        for (const pugi::xml_node output : tie.nodeDef.children("output")) {
-            if (attributeOf(output, "defaultinput") == key.second)
-                draft.setAttribute(*itemOf(output), "defaultinput", name);
+        for (const Piece& output : ElementsIn(tie.nodeDef)) {
+            if (output.text == "output" && attributeOf(output, "defaultinput") == key.second)
+                draft.setAttribute(itemOf(output), "defaultinput", name);
         }
     }
 
@@ -257,9 +264,9 @@ private:
 
     DraftNetwork& m_network;
     std::vector<SaveProblem>& m_problems;
-    pugi::xml_node m_root;
-    std::map<std::string, pugi::xml_node> m_nodeDefs; ///< By name, the first of each.
-    std::unique_ptr<Users> m_users;                   ///< Empty until somebody asks.
+    const Piece& m_root;
+    std::map<std::string, const Piece*> m_nodeDefs; ///< By name, the first of each.
+    std::unique_ptr<Users> m_users;                 ///< Empty until somebody asks.
 };
 
 } // namespace

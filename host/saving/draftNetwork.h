@@ -30,41 +30,39 @@ public:
 
     Document& document() { return m_document; }
     Draft& draft() { return m_draft; }
-    /// True when the draft has the elements of the document's XML, each at its place.
-    bool isWhole() const;
 
     /// Notes that the element stands for the node, or for the port (the compound node's own one).
-    void claim(DraftItem& item, ZEL::Node& node);
-    void claim(DraftItem& item, ZEL::Port& port);
+    void claim(Piece& item, ZEL::Node& node);
+    void claim(Piece& item, ZEL::Port& port);
     /// Null when there is none.
-    DraftItem* itemOf(const ZEL::Node& node) const;
-    DraftItem* itemOf(const ZEL::Port& port) const;
-    ZEL::Node* nodeOf(const DraftItem* item) const;
-    ZEL::Port* portOf(const DraftItem* item) const;
+    Piece* itemOf(const ZEL::Node& node) const;
+    Piece* itemOf(const ZEL::Port& port) const;
+    ZEL::Node* nodeOf(const Piece* item) const;
+    ZEL::Port* portOf(const Piece* item) const;
     /// The element that was read for the node or port and is meant to stay; null when it has none.
-    DraftItem* readItemOf(const ZEL::Node& node) const;
-    DraftItem* readItemOf(const ZEL::Port& port) const;
+    Piece* readItemOf(const ZEL::Node& node);
+    Piece* readItemOf(const ZEL::Port& port);
 
     /// Brings the elements into that order below the parent; they may come from anywhere or
     /// nowhere. The first one, if it has no place, comes behind that sibling; null: before all.
     /// True when something moved.
-    bool arrange(DraftItem& parent, const std::vector<DraftItem*>& items, DraftItem* start);
+    bool arrange(Piece& parent, const std::vector<Piece*>& items, Piece* start);
     /// Gives a port of the node an element of its own, in the order of its list.
     void declare(ZEL::Node& node, ZEL::Port& port);
 
 private:
-    std::pair<ZEL::Node*, ZEL::Port*>& claimOf(const DraftItem& item);
+    std::pair<ZEL::Node*, ZEL::Port*>& claimOf(const Piece& item);
 
     Document& m_document;
     Draft m_draft;
-    std::unordered_map<const ZEL::Node*, DraftItem*> m_nodeItems;
-    std::unordered_map<const ZEL::Port*, DraftItem*> m_portItems;
+    std::unordered_map<const ZEL::Node*, Piece*> m_nodeItems;
+    std::unordered_map<const ZEL::Port*, Piece*> m_portItems;
     std::vector<std::pair<ZEL::Node*, ZEL::Port*>> m_claims; ///< By the numbers of the pieces.
 };
 
 /// The last piece before the item that is no white space; null when there is none.
-DraftItem* pieceBefore(const DraftItem& item);
+Piece* pieceBefore(const Piece& item);
 /// The last piece inside that is no white space; null when there is none.
-DraftItem* lastPiece(const DraftItem& parent);
+Piece* lastPiece(const Piece& parent);
 
 } // namespace shading

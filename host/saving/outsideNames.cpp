@@ -2,7 +2,6 @@
 
 #include "document/document.h"
 #include "document/origins.h"
-#include "format/format.h"
 #include "format/xml.h"
 
 #include <algorithm>
@@ -26,7 +25,7 @@ public:
     void run() { visit(m_root, m_root, true); }
 
 private:
-    using Elements = std::unordered_map<std::string, pugi::xml_node>;
+    using Elements = std::unordered_map<std::string, const Piece*>;
 
     /// What an element of the network has inside, as the document calls it: where several have one
     /// name, the first.
@@ -39,15 +38,13 @@ private:
 
     /// Goes through what is inside the parent. The graph is the nearest one around; the network has
     /// the parent: it is that graph or a node in it.
-    void visit(pugi::xml_node parent, pugi::xml_node graph, bool isNetwork)
+    void visit(const Piece& parent, const Piece& graph, bool isNetwork)
     {
-        for (const pugi::xml_node element : parent.children()) {
-            if (element.type() != pugi::node_element)
-                continue;
+        for (const Piece& element : ElementsIn(parent)) {
             const ElementKind kind = isNetwork ? kindOf(element) : ElementKind::Other;
-            if (kind == ElementKind::Graph && parent == graph) {
+            if (kind == ElementKind::Graph && &parent == &graph) {
                 visit(element, element, true);
-            } else if (kind == ElementKind::Node && parent == graph) {
+            } else if (kind == ElementKind::Node && &parent == &graph) {
                 visit(element, graph, true);
             } else {
                 if (kind != ElementKind::Input && kind != ElementKind::Output)
@@ -57,116 +54,118 @@ private:
         }
     }
 
-    void updateOne(pugi::xml_node element, pugi::xml_node graph)
+    void updateOne(const Piece& element, const Piece& graph)
     {
-        DraftItem* const item = itemOf(element);
-        if (!element.first_attribute() || std::strchr(element.name(), ':') || !isThere(*item))
+        Piece& item = itemOf(element);
+        const bool hasNameSpace = element.text.find(':') != std::string_view::npos;
+        if (element.attributes.empty() || hasNameSpace || !isThere(item))
             return;
-        if (std::strcmp(element.name(), "backdrop") == 0)
-            updateContents(*item, element);
-        if (*element.attribute("interfacename").value() != '\0')
-            updateInput(*item, element, graph);
+        if (element.text == "backdrop")
+            updateContents(item, element);
+        if (isGiven(element, "interfacename"))
+            updateInput(item, element, graph);
         bool hasNode = false;
         for (const char* const attribute : {"nodename", "nodegraph", "material"}) {
             const bool isMaterial = std::strcmp(attribute, "material") == 0;
-            if (isMaterial && std::strcmp(element.name(), "materialassign") != 0)
-                continue;
-            if (*element.attribute(attribute).value() == '\0')
+            if ((isMaterial && element.text != "materialassign") || !isGiven(element, attribute))
                 continue;
             hasNode = true;
-            const pugi::xml_node meant =
-                updateNode(*item, element, attribute, isMaterial ? m_root : graph);
+            const Piece* const meant =
+                updateNode(item, element, attribute, isMaterial ? m_root : graph);
             if (meant)
-                updateOutput(*item, element, meant);
+                updateOutput(item, element, *meant);
         }
         if (!hasNode)
-            updateOutput(*item, element, graph);
+            updateOutput(item, element, graph);
     }
 
-    bool isThere(const DraftItem& item)
+    static bool isGiven(const Piece& element, const char* name)
     {
-        const DraftItem* top = &item;
+        const Attribute* const attribute = element.attribute(name);
+        return attribute && !attribute->value.empty();
+    }
+
+    bool isThere(const Piece& item)
+    {
+        const Piece* top = &item;
         while (top->parent)
             top = top->parent;
         return top == &m_network.draft().top();
     }
 
-    DraftItem* itemOf(pugi::xml_node element)
-    {
-        return m_network.draft().elementAt(offsetOf(element));
-    }
+    Piece& itemOf(const Piece& read) { return m_network.draft().at(read); }
 
     /// The graph that the element is in now.
-    DraftItem& graphAround(DraftItem& item)
+    Piece& graphAround(Piece& item)
     {
-        DraftItem* around = item.parent;
+        Piece* around = item.parent;
         while (!m_network.nodeOf(around) || !m_network.nodeOf(around)->isCompound())
             around = around->parent;
         return *around;
     }
 
-    const Names& namesOf(pugi::xml_node parent)
+    const Names& namesOf(const Piece& parent)
     {
-        const auto [entry, isNew] = m_names.try_emplace(parent.internal_object());
+        const auto [entry, isNew] = m_names.try_emplace(&parent);
         Names& names = entry->second;
-        pugi::xml_node child = isNew ? parent.first_child() : pugi::xml_node();
-        for (; child; child = child.next_sibling()) {
+        if (!isNew)
+            return names;
+        for (const Piece& child : ElementsIn(parent)) {
             const ElementKind kind = kindOf(child);
             const std::string name = attributeOf(child, "name");
             if (kind == ElementKind::Input)
-                names.inputs.emplace(name, child);
+                names.inputs.emplace(name, &child);
             if (kind == ElementKind::Output)
-                names.outputs.emplace(name, child);
+                names.outputs.emplace(name, &child);
             if (kind == ElementKind::Node || kind == ElementKind::Graph)
-                names.nodes.emplace(name, child);
+                names.nodes.emplace(name, &child);
             if (kind == ElementKind::Graph)
-                names.graphs.emplace(name, child);
+                names.graphs.emplace(name, &child);
         }
         return names;
     }
 
-    static pugi::xml_node find(const Elements& elements, const std::string& name)
+    static const Piece* find(const Elements& elements, const std::string& name)
     {
         const auto found = elements.find(name);
-        return found == elements.end() ? pugi::xml_node() : found->second;
+        return found == elements.end() ? nullptr : found->second;
     }
 
-    /// A name that means a node of the graph or of the document: its element. Empty when there is
+    /// A name that means a node of the graph or of the document: its element. Null when there is
     /// none, or none any more that the item sees: that is a problem.
-    pugi::xml_node
-    updateNode(DraftItem& item, pugi::xml_node element, const char* attribute, pugi::xml_node graph)
+    const Piece*
+    updateNode(Piece& item, const Piece& element, const char* attribute, const Piece& graph)
     {
         const std::string name = attributeOf(element, attribute);
         const bool isGraph = std::strcmp(attribute, "nodegraph") == 0;
-        for (const pugi::xml_node around : {graph, m_root}) {
-            const Names& names = namesOf(around);
-            const pugi::xml_node found = find(isGraph ? names.graphs : names.nodes, name);
+        for (const Piece* const around : {&graph, &m_root}) {
+            const Names& names = namesOf(*around);
+            const Piece* const found = find(isGraph ? names.graphs : names.nodes, name);
             if (!found)
                 continue;
-            DraftItem& root = *itemOf(m_root);
-            DraftItem& place = around == m_root ? root : graphAround(item);
-            DraftItem* const meant = itemOf(found);
-            ZEL::Node* const node = m_network.nodeOf(meant);
-            if (node && (meant->parent == &place || meant->parent == &root)) {
+            Piece& root = itemOf(m_root);
+            Piece& place = around == &m_root ? root : graphAround(item);
+            const Piece& meant = itemOf(*found);
+            ZEL::Node* const node = m_network.nodeOf(&meant);
+            if (node && (meant.parent == &place || meant.parent == &root)) {
                 follow(item, attribute, name, node->getName());
                 return found;
             }
             refuse(pathOf(*m_network.nodeOf(&place)) + "." + name, element);
-            return {};
+            return nullptr;
         }
-        return {};
+        return nullptr;
     }
 
     /// The node has the outputs.
-    void updateOutput(DraftItem& item, pugi::xml_node element, pugi::xml_node node)
+    void updateOutput(Piece& item, const Piece& element, const Piece& node)
     {
         const std::string name = attributeOf(element, "output");
-        const pugi::xml_node output =
-            name.empty() ? pugi::xml_node() : find(namesOf(node).outputs, name);
+        const Piece* const output = name.empty() ? nullptr : find(namesOf(node).outputs, name);
         if (!output)
             return;
-        ZEL::Node* const owner = m_network.nodeOf(itemOf(node));
-        const ZEL::Port* const port = m_network.portOf(itemOf(output));
+        ZEL::Node* const owner = m_network.nodeOf(&itemOf(node));
+        const ZEL::Port* const port = m_network.portOf(&itemOf(*output));
         if (port)
             follow(item, "output", name, port->getName());
         else
@@ -175,13 +174,13 @@ private:
     }
 
     /// An input of the graph around, which need not be declared there.
-    void updateInput(DraftItem& item, pugi::xml_node element, pugi::xml_node graph)
+    void updateInput(Piece& item, const Piece& element, const Piece& graph)
     {
         const std::string name = attributeOf(element, "interfacename");
-        const pugi::xml_node declared = find(namesOf(graph).inputs, name);
-        ZEL::Node* const owner = m_network.nodeOf(itemOf(graph));
+        const Piece* const declared = find(namesOf(graph).inputs, name);
+        ZEL::Node* const owner = m_network.nodeOf(&itemOf(graph));
         const ZEL::Node* const around = m_network.nodeOf(&graphAround(item));
-        const ZEL::Port* port = declared ? m_network.portOf(itemOf(declared)) : nullptr;
+        const ZEL::Port* port = declared ? m_network.portOf(&itemOf(*declared)) : nullptr;
         for (int i = 0; owner && !declared && !port && i < owner->inputs().size(); ++i) {
             const ZEL::AddRefWrapper<ZEL::Port> input = owner->inputs()[i];
             if (m_network.document().origins().impliedNameOf(*input) == name)
@@ -202,48 +201,48 @@ private:
             follow(item, "interfacename", name, now.c_str());
     }
 
-    void follow(DraftItem& item, const char* attribute, const std::string& read, const char* now)
+    void follow(Piece& item, const char* attribute, const std::string& read, const char* now)
     {
         if (read != now)
             m_network.draft().setAttribute(item, attribute, now);
     }
 
     /// The element names what is gone.
-    void refuse(const std::string& path, pugi::xml_node element)
+    void refuse(const std::string& path, const Piece& element)
     {
         m_problems.push_back(
             {path, "it is gone from there, and " + titleOf(element) + " still names it"});
     }
 
-    static std::string titleOf(pugi::xml_node element)
+    static std::string titleOf(const Piece& element)
     {
         const std::string name = attributeOf(element, "name");
-        return element.name() + (name.empty() ? "" : " \"" + name + "\"");
+        return std::string(element.text) + (name.empty() ? "" : " \"" + name + "\"");
     }
 
     /// What the sibling is called now; empty when it is none any more. A name that no sibling had
     /// stays.
-    std::string siblingName(pugi::xml_node element, const std::string& name)
+    std::string siblingName(const Piece& element, const std::string& name)
     {
-        const Names& names = namesOf(element.parent());
-        pugi::xml_node meant;
+        const Names& names = namesOf(*element.parent);
+        const Piece* meant = nullptr;
         for (const Elements* const elements : {&names.nodes, &names.inputs, &names.outputs}) {
             if (!meant)
                 meant = find(*elements, name);
         }
         if (!meant)
             return name;
-        const DraftItem* const item = itemOf(meant);
-        const ZEL::Node* const node = m_network.nodeOf(item);
-        const ZEL::Port* const port = m_network.portOf(item);
-        if (item->parent != itemOf(element)->parent || (!node && !port))
+        const Piece& item = itemOf(*meant);
+        const ZEL::Node* const node = m_network.nodeOf(&item);
+        const ZEL::Port* const port = m_network.portOf(&item);
+        if (item.parent != itemOf(element).parent || (!node && !port))
             return "";
         return node ? node->getName() : port->getName();
     }
 
     /// Names of siblings, with commas or blanks between them. One that left takes those before it
     /// along.
-    void updateContents(DraftItem& item, pugi::xml_node element)
+    void updateContents(Piece& item, const Piece& element)
     {
         const std::string contents = attributeOf(element, "contains");
         std::string after;
@@ -267,8 +266,8 @@ private:
 
     DraftNetwork& m_network;
     std::vector<SaveProblem>& m_problems;
-    pugi::xml_node m_root;
-    std::unordered_map<pugi::xml_node_struct*, Names> m_names;
+    const Piece& m_root;
+    std::unordered_map<const Piece*, Names> m_names;
 };
 
 } // namespace

@@ -14,10 +14,10 @@ namespace {
 
 /// Attributes that hold for all that is inside the element.
 const std::array<const char*, 3> kInherited = {"colorspace", "fileprefix", "geomprefix"};
-using Inherited = std::array<const DraftAttribute*, 3>;
+using Inherited = std::array<const Attribute*, 3>;
 
 /// What holds for the element from itself and around it; null: nothing does.
-Inherited inheritedAt(const DraftItem* item)
+Inherited inheritedAt(const Piece* item)
 {
     Inherited result = {};
     for (; item; item = item->parent) {
@@ -48,24 +48,24 @@ public:
 
 private:
     struct Gone {
-        DraftItem* item;
+        Piece* item;
         bool hasNodes; ///< Of those inside, some live on elsewhere.
     };
 
     struct Moved {
-        DraftItem* item;
-        std::array<DraftAttribute, 3> inherited; ///< A name that is empty: nothing was.
+        Piece* item;
+        std::array<Attribute, 3> inherited; ///< A name that is empty: nothing was.
     };
 
     void claimAll(ZEL::Node& node)
     {
-        DraftItem* item = m_network.readItemOf(node);
+        Piece* item = m_network.readItemOf(node);
         if (!item || m_network.nodeOf(item))
             item = &newElement(node);
         m_network.claim(*item, node);
         for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
             for (ZEL::Port* const port : *list) {
-                DraftItem* const portItem = m_network.readItemOf(*port);
+                Piece* const portItem = m_network.readItemOf(*port);
                 if (portItem && portItem->parent == item)
                     m_network.claim(*portItem, *port);
             }
@@ -77,9 +77,9 @@ private:
             claimAll(*inner);
     }
 
-    DraftItem& newElement(ZEL::Node& node)
+    Piece& newElement(ZEL::Node& node)
     {
-        DraftItem& item = m_draft.newElement(node.getNodeTypeName());
+        Piece& item = m_draft.newElement(node.getNodeTypeName());
         m_draft.setAttribute(item, "name", node.getName());
         ZEL::PortList& outputs = node.outputs();
         if (node.isCompound() || outputs.size() == 0)
@@ -92,12 +92,12 @@ private:
 
     /// Finds the elements below that stand for nothing any more, inner ones first. True when one
     /// stands for a node.
-    bool collectGone(DraftItem& parent)
+    bool collectGone(Piece& parent)
     {
         const bool isGraph =
             parent.text == "materialx" || kindOf(parent.text) == ElementKind::Graph;
         bool hasNodes = false;
-        for (DraftItem* item = parent.first; item; item = item->next) {
+        for (Piece* item = parent.first; item; item = item->next) {
             const ElementKind kind = item->isElement() ? kindOf(item->text) : ElementKind::Other;
             const bool isNode =
                 isGraph && (kind == ElementKind::Node || kind == ElementKind::Graph);
@@ -117,8 +117,8 @@ private:
         const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
         if (!compound)
             return;
-        DraftItem& parent = *m_network.itemOf(node);
-        std::vector<DraftItem*> items;
+        Piece& parent = *m_network.itemOf(node);
+        std::vector<Piece*> items;
         for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes()) {
             items.push_back(m_network.itemOf(*inner));
             noteMove(*items.back(), parent);
@@ -129,10 +129,10 @@ private:
     }
 
     /// Behind what a first node comes: before the nodes and outputs that are there.
-    DraftItem* startOf(const DraftItem& parent) const
+    Piece* startOf(const Piece& parent) const
     {
-        DraftItem* start = nullptr;
-        for (DraftItem* item = parent.first; item; item = item->next) {
+        Piece* start = nullptr;
+        for (Piece* item = parent.first; item; item = item->next) {
             const ElementKind kind = item->isElement() ? kindOf(item->text) : ElementKind::Other;
             if (kind == ElementKind::Output || kind == ElementKind::Node ||
                 kind == ElementKind::Graph)
@@ -143,7 +143,7 @@ private:
         return lastPiece(parent);
     }
 
-    void noteMove(DraftItem& item, const DraftItem& parent)
+    void noteMove(Piece& item, const Piece& parent)
     {
         if (!item.parent || item.parent == &parent)
             return;
@@ -160,10 +160,10 @@ private:
     /// What is no part of the network stays where a graph stood whose nodes live on.
     void remove(const Gone& gone)
     {
-        DraftItem* previous = gone.item;
-        DraftItem* item = gone.hasNodes ? gone.item->first : nullptr;
+        Piece* previous = gone.item;
+        Piece* item = gone.hasNodes ? gone.item->first : nullptr;
         while (item) {
-            DraftItem* const next = nextPiece(*item);
+            Piece* const next = nextPiece(*item);
             const bool isKept = !item->isBlank() &&
                                 (!item->isElement() || kindOf(item->text) == ElementKind::Other);
             if (isKept) {
@@ -176,9 +176,9 @@ private:
     }
 
     /// Skips white space, which goes with the piece behind it.
-    static DraftItem* nextPiece(const DraftItem& item)
+    static Piece* nextPiece(const Piece& item)
     {
-        DraftItem* next = item.next;
+        Piece* next = item.next;
         while (next && next->isBlank())
             next = next->next;
         return next;
@@ -188,7 +188,7 @@ private:
     {
         const Inherited now = inheritedAt(moved.item);
         for (std::size_t i = 0; i < now.size(); ++i) {
-            DraftAttribute attribute = moved.inherited[i];
+            Attribute attribute = moved.inherited[i];
             const bool isSame = now[i] ? now[i]->value == attribute.value : attribute.name.empty();
             if (isSame)
                 continue;

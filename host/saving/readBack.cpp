@@ -32,13 +32,18 @@ Node& nodeAt(ZEL::NodeList& list, int index)
 
 } // namespace
 
-ReadBack::ReadBack(DraftNetwork& network, Document& back, const OffsetIndex& places)
+ReadBack::ReadBack(DraftNetwork& network, Document& back, const std::vector<Piece*>& elements)
     : m_network(network),
-      m_back(back),
-      m_places(places)
+      m_back(back)
 {
-    m_liveOf.reserve(places.size());
-    m_backOf.reserve(places.size());
+    // What was written is read in the same order.
+    auto element = elements.begin();
+    const std::deque<Piece>& pieces = back.xml().pieces().pieces();
+    m_written.resize(pieces.size());
+    for (std::size_t i = 1; i < pieces.size(); ++i) {
+        if (pieces[i].isElement() && element != elements.end())
+            m_written[i] = *element++;
+    }
 }
 
 void ReadBack::run()
@@ -53,7 +58,7 @@ void ReadBack::run()
 
 void ReadBack::compareNodes(Node& live, Node& back)
 {
-    DraftItem& item = *m_network.itemOf(live);
+    Piece& item = *m_network.itemOf(live);
     Draft& draft = m_network.draft();
     const std::string name = live.getName();
     const std::string type = live.getNodeTypeName();
@@ -144,7 +149,7 @@ ReadBack::Ports ReadBack::counterparts(ZEL::PortList& livePorts, ZEL::PortList& 
             withoutElement[livePorts[i]->getName()].push_back(livePorts[i].get());
     }
     for (ZEL::Port* const port : backPorts) {
-        const DraftItem* const item = itemAt(m_back.origins().elementOf(*port));
+        const Piece* const item = itemAt(m_back.origins().elementOf(*port));
         ZEL::Port* live = m_network.portOf(item);
         const auto named = item ? withoutElement.end() : withoutElement.find(port->getName());
         if (named != withoutElement.end() && !named->second.empty()) {
@@ -159,7 +164,7 @@ ReadBack::Ports ReadBack::counterparts(ZEL::PortList& livePorts, ZEL::PortList& 
 void ReadBack::comparePorts(Node& node, ZEL::Port& live, ZEL::Port& back)
 {
     Draft& draft = m_network.draft();
-    DraftItem* const item = m_network.itemOf(live);
+    Piece* const item = m_network.itemOf(live);
     const std::string name = live.getName();
     const std::string value = live.getPortDefaultValue();
     if (name != back.getName())
@@ -184,10 +189,10 @@ void ReadBack::comparePorts(Node& node, ZEL::Port& live, ZEL::Port& back)
 bool ReadBack::writeType(Node& node, ZEL::Port& live)
 {
     Draft& draft = m_network.draft();
-    DraftItem* const item = m_network.itemOf(live);
-    DraftItem& owner = *m_network.itemOf(node);
+    Piece* const item = m_network.itemOf(live);
+    Piece& owner = *m_network.itemOf(node);
     const std::string type = typeNameOf(live);
-    const DraftAttribute* const ownerType = owner.attribute("type");
+    const Attribute* const ownerType = owner.attribute("type");
     const bool isImplied = live.getPortIOType() == ZEL::PortOutput && !node.isCompound() &&
                            std::string(live.getName()) == kDefaultOutput && ownerType &&
                            !ownerType->value.empty() && ownerType->value != kMultiOutput;
@@ -201,12 +206,12 @@ void ReadBack::compareOrder(Node& node, ZEL::PortList& livePorts, const Ports& f
 {
     if (static_cast<int>(found.size()) != livePorts.size())
         return;
-    std::vector<DraftItem*> items;
+    std::vector<Piece*> items;
     for (ZEL::Port* const port : livePorts) {
-        if (DraftItem* const item = m_network.itemOf(*port))
+        if (Piece* const item = m_network.itemOf(*port))
             items.push_back(item);
     }
-    DraftItem* const parent = m_network.itemOf(node);
+    Piece* const parent = m_network.itemOf(node);
     const bool hasMoved =
         !items.empty() && m_network.arrange(*parent, items, pieceBefore(*items.front()));
     differ(pathOf(node), "its ports are read back in another order", hasMoved);
@@ -257,7 +262,7 @@ void ReadBack::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& ou
     const PortPtr source = receiver.connectedTo()[0];
     const PortPtr backSource = found->second->connectedTo()[0];
     const auto backAsLive = m_liveOf.find(backSource.get());
-    DraftItem* const item = m_network.itemOf(outer);
+    Piece* const item = m_network.itemOf(outer);
     const bool isSame =
         source ? backAsLive != m_liveOf.end() && backAsLive->second == source.get() : !backSource;
     if (isSame && (source || !item || !isStale(m_network, *item, outer)))
@@ -273,9 +278,9 @@ void ReadBack::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& ou
     differ(pathOf(receiver), reason, isWritten);
 }
 
-DraftItem* ReadBack::itemAt(pugi::xml_node_struct* element) const
+Piece* ReadBack::itemAt(const Piece* element) const
 {
-    return element ? m_places.at(offsetOf(pugi::xml_node(element))) : nullptr;
+    return element ? m_written[element->number] : nullptr;
 }
 
 void ReadBack::differ(const std::string& path, const std::string& reason, bool isWritten)

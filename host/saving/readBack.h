@@ -15,9 +15,9 @@ namespace shading {
 /// to the host's library.
 class ReadBack {
 public:
-    /// Back is the draft, opened again; places are those of its elements in that text. All must
-    /// outlive it.
-    ReadBack(DraftNetwork& network, Document& back, const OffsetIndex& places);
+    /// Back is the draft, opened again; the elements are those of the draft, in the order in which
+    /// they were written. All must outlive it.
+    ReadBack(DraftNetwork& network, Document& back, const std::vector<Piece*>& elements);
 
     void run();
     /// What came back different. Empty: the two networks are equal.
@@ -38,12 +38,12 @@ private:
     void declareMissing();
     void compareSources(ZEL::Node& node);
     void compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer);
-    DraftItem* itemAt(pugi::xml_node_struct* element) const;
+    Piece* itemAt(const Piece* element) const;
     void differ(const std::string& path, const std::string& reason, bool isWritten);
 
     DraftNetwork& m_network;
     Document& m_back;
-    const OffsetIndex& m_places;
+    std::vector<Piece*> m_written; ///< By the number of the piece that came of it.
     std::unordered_map<const ZEL::Port*, ZEL::Port*> m_liveOf; ///< Of sources and compounds' ports.
     std::unordered_map<const ZEL::Port*, ZEL::Port*> m_backOf; ///< Of what receives.
     std::vector<std::pair<Node*, ZEL::Port*>> m_missing; ///< Live ports without a counterpart.

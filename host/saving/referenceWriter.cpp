@@ -11,8 +11,6 @@ namespace shading {
 
 namespace {
 
-const char* const kReferences[] = {"nodename", "nodegraph", "interfacename", "output"};
-
 /// The attributes that name the port.
 std::map<std::string, std::string> referenceTo(DraftNetwork& network, ZEL::Port& source)
 {
@@ -22,37 +20,27 @@ std::map<std::string, std::string> referenceTo(DraftNetwork& network, ZEL::Port&
     if (node->isCompound())
         return {{"nodegraph", node->getName()}, {"output", source.getName()}};
     std::map<std::string, std::string> result = {{"nodename", node->getName()}};
-    const DraftItem* const item = network.itemOf(*node);
-    const DraftAttribute* const type = item ? item->attribute("type") : nullptr;
+    const Piece* const item = network.itemOf(*node);
+    const Attribute* const type = item ? item->attribute("type") : nullptr;
     if (std::string(source.getName()) != kDefaultOutput || (type && type->value == kMultiOutput))
         result["output"] = source.getName();
     return result;
 }
 
-bool hasReference(const DraftItem& element)
-{
-    for (const char* const name : kReferences) {
-        const DraftAttribute* const attribute = element.attribute(name);
-        if (attribute && !attribute->value.empty())
-            return true;
-    }
-    return false;
-}
-
 } // namespace
 
-bool isStale(DraftNetwork& network, const DraftItem& element, ZEL::Port& port)
+bool isStale(DraftNetwork& network, const Piece& element, ZEL::Port& port)
 {
     const Origins& origins = network.document().origins();
     return hasReference(element) &&
-           (!element.isFromText || origins.wasConnected(origins.elementOf(port)));
+           (!network.draft().isRead(element) || origins.wasConnected(origins.elementOf(port)));
 }
 
-bool mayMean(const DraftItem& element, ZEL::Port& source)
+bool mayMean(const Piece& element, ZEL::Port& source)
 {
     bool isPlain = true;
     const auto value = [&](const char* name) {
-        const DraftAttribute* const attribute = element.attribute(name);
+        const Attribute* const attribute = element.attribute(name);
         isPlain = isPlain && (!attribute || attribute->isPlain());
         return attribute ? attribute->value : std::string_view();
     };
@@ -69,7 +57,7 @@ bool mayMean(const DraftItem& element, ZEL::Port& source)
 }
 
 bool writeReference(DraftNetwork& network,
-                    DraftItem& element,
+                    Piece& element,
                     const ZEL::AddRefWrapper<ZEL::Port>& source)
 {
     std::map<std::string, std::string> wanted;

@@ -22,8 +22,8 @@ constexpr int kMaxRounds = 50;
 bool settle(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& problems)
 {
     for (int round = 0; round < kMaxRounds; ++round) {
-        OffsetIndex places;
-        text = network.draft().write(places);
+        std::vector<Piece*> elements;
+        text = network.draft().write(elements);
         Message error;
         const std::unique_ptr<Document> back = openText(text, network.document(), error);
         if (!back) {
@@ -31,7 +31,7 @@ bool settle(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& 
                                 "it would not open again: " + messageText(error)});
             return false;
         }
-        ReadBack readBack(network, *back, places);
+        ReadBack readBack(network, *back, elements);
         readBack.run();
         if (readBack.differences().empty())
             return true;
@@ -49,10 +49,6 @@ bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem
 {
     DraftNetwork network(document);
     const std::string root = pathOf(*document.getRootNode());
-    if (!network.isWhole()) {
-        problems.push_back({root, "its text does not have the elements that were read from it"});
-        return false;
-    }
     projectNodes(network);
     problems = checkSavable(network);
     updateOutsideNames(network, problems);

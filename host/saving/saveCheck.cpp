@@ -1,13 +1,13 @@
 #include "saving/saveCheck.h"
 
+#include "base/utf8.h"
 #include "document/document.h"
 #include "document/node.h"
 #include "document/origins.h"
 #include "document/rules.h"
-#include "format/format.h"
+#include "format/piece.h"
 
 #include <cstring>
-#include <pugixml.hpp>
 #include <unordered_map>
 
 namespace shading {
@@ -19,37 +19,6 @@ bool isNameCharacter(char c)
     const auto byte = static_cast<unsigned char>(c);
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
            c == ':' || byte >= 0x80U;
-}
-
-/// One character of UTF-8 that has more than one byte, and that XML can hold.
-bool isWideCharacter(const std::string& character)
-{
-    const auto first = static_cast<unsigned char>(character[0]);
-    const auto second = static_cast<unsigned char>(character.size() > 1 ? character[1] : 0);
-    const bool isTooLong = (first == 0xE0U && second < 0xA0U) || (first == 0xF0U && second < 0x90U);
-    const bool isSurrogate = first == 0xEDU && second >= 0xA0U;
-    const bool isTooLarge = first == 0xF4U && second >= 0x90U;
-    if (isTooLong || isSurrogate || isTooLarge || character == "\xEF\xBF\xBE" ||
-        character == "\xEF\xBF\xBF")
-        return false;
-    if (first < 0xE0U)
-        return first >= 0xC2U && character.size() == 2;
-    return first < 0xF0U ? character.size() == 3 : first < 0xF5U && character.size() == 4;
-}
-
-/// Of UTF-8, but for the characters that XML cannot hold.
-bool isXmlText(const std::string& text)
-{
-    std::size_t i = 0;
-    while (i < text.size()) {
-        const auto first = static_cast<unsigned char>(text[i]);
-        const std::size_t size = first < 0x80U ? 1 : characterSize(text, i);
-        const bool isControl = first < 0x20U && first != '\n' && first != '\r' && first != '\t';
-        if (isControl || (first >= 0x80U && !isWideCharacter(text.substr(i, size))))
-            return false;
-        i += size;
-    }
-    return true;
 }
 
 /// Why the format has no such name; empty when it has.
@@ -87,12 +56,12 @@ private:
     void checkNode(ZEL::Node& node)
     {
         const std::string type = node.getNodeTypeName();
-        const pugi::xml_node element = elementOf(node);
+        const Piece* const element = elementOf(node);
         const std::string problem = savedNameProblem(node.getName());
         if (!problem.empty() && !hasReadName(element, node.getName()))
             add(pathOf(node), problem);
         const ElementKind wanted = node.isCompound() ? ElementKind::Graph : ElementKind::Node;
-        if (type != element.name() && (!savedNameProblem(type).empty()))
+        if ((!element || type != element->text) && !savedNameProblem(type).empty())
             add(pathOf(node), "its node type \"" + type + "\" is no name for an element");
         else if (kindOf(type) != wanted)
             add(pathOf(node), "its node type \"" + type + "\" means something else in the format");
@@ -186,7 +155,7 @@ private:
     bool hasInterface(ZEL::Port& inner)
     {
         const PortPtr outer = inner.getParentCompound()->getReversePort(&inner);
-        const DraftItem* const item = outer ? m_network.readItemOf(*outer) : nullptr;
+        const Piece* const item = outer ? m_network.readItemOf(*outer) : nullptr;
         return item && item->attribute("interfacename");
     }
 
@@ -221,24 +190,27 @@ private:
         return found == names.end() ? nullptr : found->second;
     }
 
-    static bool hasReadName(pugi::xml_node element, const char* name)
+    static bool hasReadName(const Piece* element, const std::string& name)
     {
-        const std::string read = attributeOf(element, "name");
-        const std::string made = element.name(); // With a number behind it.
-        return element &&
-               (read.empty() ? made.compare(0, made.size(), name, made.size()) == 0 : read == name);
+        const std::string read = element ? attributeOf(*element, "name") : "";
+        if (!element || !read.empty())
+            return element && read == name;
+        // The name was made up: that of the element, with a number behind it.
+        const std::string_view made = element->text;
+        return name.compare(0, made.size(), made) == 0 &&
+               name.find_first_not_of("0123456789", made.size()) == std::string::npos;
     }
 
-    static pugi::xml_node elementOf(ZEL::Node& node)
+    static const Piece* elementOf(ZEL::Node& node)
     {
         const auto* const own = dynamic_cast<const Node*>(&node);
-        return pugi::xml_node(own ? own->element() : nullptr);
+        return own ? own->element() : nullptr;
     }
 
     /// Not renamed; a port without an element is as its definition has it.
     bool isAsRead(ZEL::Port& port)
     {
-        const pugi::xml_node element(m_network.document().origins().elementOf(port));
+        const Piece* const element = m_network.document().origins().elementOf(port);
         if (element)
             return hasReadName(element, port.getName());
         const NodePtr node = port.getParentNode();

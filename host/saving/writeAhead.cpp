@@ -51,12 +51,12 @@ private:
 
     void writePort(ZEL::Port& port, bool hasValue)
     {
-        DraftItem* const item = m_network.itemOf(port);
-        if (!item || !item->isFromText)
+        Piece* const item = m_network.itemOf(port);
+        if (!item || !m_network.draft().isRead(*item))
             return;
         writeName(*item, port.getName());
         const std::string_view value = port.getPortDefaultValue();
-        const DraftAttribute* const read = item->attribute("value");
+        const Attribute* const read = item->attribute("value");
         if (!hasValue || (read ? !read->isPlain() || read->value == value : value.empty()))
             return;
         if (value.empty())
@@ -66,9 +66,9 @@ private:
     }
 
     /// A name that the document does not give is made up when it is read.
-    void writeName(DraftItem& item, const char* name)
+    void writeName(Piece& item, const char* name)
     {
-        const DraftAttribute* const read = item.attribute("name");
+        const Attribute* const read = item.attribute("name");
         if (read && !read->value.empty() && read->isPlain() && read->value != name)
             m_network.draft().setAttribute(item, "name", name);
     }
@@ -95,7 +95,7 @@ private:
                            (source || outer.getPortIOType() == ZEL::PortOutput);
         if (isNew)
             m_network.declare(node, outer);
-        DraftItem* const item = m_network.itemOf(outer);
+        Piece* const item = m_network.itemOf(outer);
         if (isNew && source) {
             m_new.insert(item);
             m_sources.push_back(source);
@@ -117,7 +117,7 @@ private:
             const bool isInner = receiver->isCompoundInternalPort();
             const PortPtr outer =
                 isInner ? receiver->getParentCompound()->getReversePort(receiver) : receiver;
-            const DraftItem* const item = m_network.itemOf(*outer);
+            const Piece* const item = m_network.itemOf(*outer);
             if (item && m_new.count(item) == 0)
                 return false;
         }
@@ -128,7 +128,7 @@ private:
     bool isGiven(const Node& node, ZEL::Port& port) const
     {
         const std::string name = port.getName();
-        const DraftAttribute* const type = m_network.itemOf(node)->attribute("type");
+        const Attribute* const type = m_network.itemOf(node)->attribute("type");
         if (name == kDefaultOutput && type && !type->value.empty() && type->value != kMultiOutput)
             return true;
         if (!node.definition())
@@ -139,8 +139,8 @@ private:
     }
 
     DraftNetwork& m_network;
-    std::unordered_set<const DraftItem*> m_new; ///< Elements of compounds' ports with a source.
-    std::vector<PortPtr> m_sources;             ///< Of those.
+    std::unordered_set<const Piece*> m_new; ///< Elements of compounds' ports with a source.
+    std::vector<PortPtr> m_sources;         ///< Of those.
 };
 
 } // namespace

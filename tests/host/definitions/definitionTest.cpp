@@ -78,7 +78,7 @@ TEST(Definition, TellsWhatStandsInTheDocument)
     readInto(runtime, kDefinitions);
     const auto document = openWith(&runtime, "<m name='n' type='f'><input name='q' type='f'/></m>");
     const ZEL::AddRefWrapper<ZEL::Node> found = document->findNodeFromPath("Top.n");
-    const auto& node = static_cast<const shading::Node&>(*found);
+    auto& node = static_cast<shading::Node&>(*found);
     EXPECT_FALSE(node.isInDocument(*found->inputs()["p"]));
     EXPECT_TRUE(node.isInDocument(*found->inputs()["q"]));
     EXPECT_EQ("ND_m_f", node.definition()->record().name);

@@ -149,6 +149,27 @@ TEST(SaveRefusal, NamesAllPathsAndReasons)
     }
 }
 
+TEST(SaveRefusal, ANameThatWasMadeUpIsRefusedLikeAnyOther)
+{
+    const struct {
+        const char* name;
+        const char* problem;
+    } cases[] = {
+        {"add b", "Top.add b: a name has letters, digits and _, and begins with no digit"},
+        {"ad", ""},
+        {"add7", ""},
+        {"x-ray", "Top.x-ray: a name has letters, digits and _, and begins with no digit"},
+    };
+    for (const auto& c : cases) {
+        const TestDocument test("<add type='float'/>");
+        nodeAt(*test.opened, "Top.add")->setName(c.name);
+        std::string bytes;
+        std::vector<shading::SaveProblem> problems;
+        shading::saveToBytes(*test.opened, bytes, problems);
+        EXPECT_EQ(c.problem, problems.empty() ? "" : problems[0].path + ": " + problems[0].reason);
+    }
+}
+
 TEST(SaveRefusal, ValuesAreOfUtf8AndOfXml)
 {
     const struct {

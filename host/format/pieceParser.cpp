@@ -1,4 +1,4 @@
-#include "format/draftParser.h"
+#include "format/pieceParser.h"
 
 #include <algorithm>
 
@@ -10,22 +10,22 @@ const char* const kBlanks = " \t\r\n";
 
 } // namespace
 
-void DraftParser::run()
+void PieceParser::run()
 {
-    m_inside = &m_draft.top();
+    m_inside = &m_tree.top();
     while (m_at < m_text.size()) {
         if (m_text[m_at] != '<')
-            add(DraftItem::Kind::Text, take(m_text.find('<', m_at)));
+            add(Piece::Kind::Text, take(m_text.find('<', m_at)));
         else if (m_text.compare(m_at, 2, "</") == 0)
             endTag();
         else if (m_text.compare(m_at, 2, "<!") == 0 || m_text.compare(m_at, 2, "<?") == 0)
-            add(DraftItem::Kind::Other, take(endOfMarkup()));
+            add(Piece::Kind::Other, take(endOfMarkup()));
         else
             startTag();
     }
 }
 
-std::size_t DraftParser::endOfMarkup() const
+std::size_t PieceParser::endOfMarkup() const
 {
     if (m_text.compare(m_at, 4, "<!--") == 0)
         return behind("-->", m_at + 4);
@@ -37,7 +37,7 @@ std::size_t DraftParser::endOfMarkup() const
 }
 
 /// A document type holds declarations, which hold quoted texts; comments may hold anything.
-std::size_t DraftParser::endOfDocumentType() const
+std::size_t PieceParser::endOfDocumentType() const
 {
     int depth = 0;
     for (std::size_t i = m_at; i < m_text.size(); ++i) {
@@ -56,31 +56,28 @@ std::size_t DraftParser::endOfDocumentType() const
     return m_text.size();
 }
 
-std::size_t DraftParser::behind(const char* end, std::size_t from) const
+std::size_t PieceParser::behind(const char* end, std::size_t from) const
 {
     const std::size_t found = m_text.find(end, from);
     return found == std::string::npos ? m_text.size() : found + std::string(end).size();
 }
 
-std::string_view DraftParser::take(std::size_t end)
+std::string_view PieceParser::take(std::size_t end)
 {
     const std::size_t begin = m_at;
     m_at = std::min(end, m_text.size());
     return std::string_view(m_text).substr(begin, m_at - begin);
 }
 
-std::string_view DraftParser::takeBlanks()
+std::string_view PieceParser::takeBlanks()
 {
     return take(m_text.find_first_not_of(kBlanks, m_at));
 }
 
-void DraftParser::startTag()
+void PieceParser::startTag()
 {
-    const std::size_t offset = m_at;
     ++m_at;
-    DraftItem& element =
-        add(DraftItem::Kind::Element, take(m_text.find_first_of(" \t\r\n/>", m_at)));
-    m_draft.m_byOffset.add(offset, element);
+    Piece& element = add(Piece::Kind::Element, take(m_text.find_first_of(" \t\r\n/>", m_at)));
     std::string_view blanks = takeBlanks();
     while (m_at < m_text.size() && m_text[m_at] != '>' && m_text[m_at] != '/') {
         element.attributes.push_back(takeAttribute());
@@ -94,9 +91,9 @@ void DraftParser::startTag()
         m_inside = &element;
 }
 
-DraftAttribute DraftParser::takeAttribute()
+Attribute PieceParser::takeAttribute()
 {
-    DraftAttribute attribute;
+    Attribute attribute;
     attribute.name = take(m_text.find_first_of(" \t\r\n=", m_at));
     attribute.equals = take(m_text.find_first_of("\"'", m_at));
     if (m_at == m_text.size())
@@ -108,19 +105,18 @@ DraftAttribute DraftParser::takeAttribute()
     return attribute;
 }
 
-void DraftParser::endTag()
+void PieceParser::endTag()
 {
     m_inside->endTag = take(behind(">", m_at));
     if (m_inside->parent)
         m_inside = m_inside->parent;
 }
 
-DraftItem& DraftParser::add(DraftItem::Kind kind, std::string_view text)
+Piece& PieceParser::add(Piece::Kind kind, std::string_view text)
 {
-    DraftItem& item = m_draft.newItem(kind, text);
-    item.isFromText = true;
-    Draft::link(item, *m_inside, m_inside->last);
-    return item;
+    Piece& piece = m_tree.add(kind, text);
+    PieceTree::link(piece, *m_inside, m_inside->last);
+    return piece;
 }
 
 } // namespace shading
