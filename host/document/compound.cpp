@@ -83,6 +83,16 @@ const char* Compound::onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>&
     return mirror ? mirror->getPortDefaultValue() : nullptr;
 }
 
+bool Compound::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* value)
+{
+    if (const ZEL::AddRefWrapper<ZEL::Port> mirror = getReversePort(port)) {
+        mirror->setPortDefaultValue(value);
+        return false;
+    }
+    Journal* const journal = this->journal();
+    return !journal || journal->maySetValue(port, value);
+}
+
 bool Compound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
     Journal* const journal = this->journal();

@@ -37,6 +37,9 @@ public:
     /// An inner port has the value of the port of the compound node that it mirrors: one value,
     /// kept once. Null when there is no mirror, so that the inner port's own holds.
     const char* onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port) override;
+    /// So the mirror gets a new value, and the inner port keeps none: false, but done.
+    bool onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port,
+                               const char* value) override;
 
     /// A node's name is its own among its siblings. Refused otherwise.
     bool onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node) override;

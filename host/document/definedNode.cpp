@@ -12,7 +12,6 @@ namespace shading {
 namespace {
 
 using Descriptions = std::vector<PortDescription>;
-using PortPtr = ZEL::AddRefWrapper<ZEL::Port>;
 
 const PortDescription* find(const Descriptions& descriptions, const char* name)
 {
@@ -132,7 +131,7 @@ void defineNodes(Document& document,
 {
     for (int i = 0; i < compound.nodes().size(); ++i) {
         // The compounds of this host hold nodes of this host.
-        const ZEL::AddRefWrapper<Node> node(static_cast<Node*>(compound.nodes()[i].get()));
+        const HostNodePtr node(static_cast<Node*>(compound.nodes()[i].get()));
         if (progress)
             progress->step();
         if (node->isCompound()) {
@@ -149,10 +148,9 @@ void defineNodes(Document& document,
     }
 }
 
-ZEL::AddRefWrapper<Node>
-createNode(Document& document, const DefinitionPtr& definition, const char* name)
+HostNodePtr createNode(Document& document, const DefinitionPtr& definition, const char* name)
 {
-    ZEL::AddRefWrapper<Node> node = Node::createNew(&document, name);
+    HostNodePtr node = Node::createNew(&document, name);
     node->setNodeTypeName(definition->getName());
     defineNode(document, *node, definition);
     return node;

@@ -2,6 +2,7 @@
 
 #include "definitions/definitionIndex.h"
 #include "document/node.h"
+#include "document/pointers.h"
 
 #include <string>
 #include <unordered_map>
@@ -32,7 +33,6 @@ void defineNodes(Document& document,
 
 /// A new node of that definition, in no compound yet, with its ports and their default values. The
 /// document must outlive it.
-ZEL::AddRefWrapper<Node>
-createNode(Document& document, const DefinitionPtr& definition, const char* name);
+HostNodePtr createNode(Document& document, const DefinitionPtr& definition, const char* name);
 
 } // namespace shading

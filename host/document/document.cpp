@@ -1,6 +1,7 @@
 #include "document/document.h"
 
 #include "document/definedNode.h"
+#include "document/history.h"
 #include "document/journal.h"
 #include "document/origins.h"
 #include "format/xml.h"
@@ -20,6 +21,7 @@ struct Document::Impl {
     std::string uuid;        ///< Empty: nobody knows the document.
     std::shared_ptr<const DefinitionIndex> definitions;
     Journal journal;
+    History* history = nullptr; ///< Not owned.
     std::unique_ptr<XmlSource> xml;
     Origins origins;
     ZEL::AddRefWrapper<ZEL::Node> root; ///< Empty until the document was read.
@@ -87,8 +89,16 @@ ZEL::AddRefWrapper<ZEL::Node> Document::getRootNode()
 
 void Document::rebuildCompounds()
 {
-    m_impl->definitions = std::make_shared<DefinitionIndex>(*m_impl->runtime);
-    defineNodes(*this, *m_impl->root->getAsCompound(), {});
+    const auto rebuild = [this] {
+        m_impl->definitions = std::make_shared<DefinitionIndex>(*m_impl->runtime);
+        defineNodes(*this, *m_impl->root->getAsCompound(), {});
+        return "";
+    };
+    std::string ignored; // Who refused a change knows of it; the runtime asks for no answer.
+    if (m_impl->history)
+        m_impl->history->run({"Rebuild", {"rebuild"}}, false, rebuild, ignored);
+    else
+        rebuild();
 }
 
 ZEL::Runtime* Document::getRuntime()
@@ -119,6 +129,16 @@ ZEL::AddRefWrapper<ZEL::PortDataType> Document::dataType(const std::string& name
 Journal& Document::journal()
 {
     return m_impl->journal;
+}
+
+History* Document::history() const
+{
+    return m_impl->history;
+}
+
+void Document::setHistory(History* history)
+{
+    m_impl->history = history;
 }
 
 const XmlSource& Document::xml() const

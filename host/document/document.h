@@ -9,6 +9,7 @@
 
 namespace shading {
 
+class History;
 class Journal;
 class Origins;
 class XmlSource;
@@ -36,7 +37,8 @@ public:
 
     ZEL::AddRefWrapper<ZEL::Node> getRootNode() override;
     /// Reads the runtime's node library anew and brings every node of the document up to its
-    /// definition. Connections stay, and so does all that the document says.
+    /// definition. Connections stay, and so does all that the document says. An edit of its own in
+    /// the history, if there is one: the runtime rebuilds all its documents, whoever asked for it.
     void rebuildCompounds() override;
     /// Never null.
     ZEL::Runtime* getRuntime() override;
@@ -53,6 +55,9 @@ public:
 
     /// Hears all changes. Lives as long as the document.
     Journal& journal();
+    /// Null without one. A history makes itself known here, and takes that back when it goes.
+    History* history() const;
+    void setHistory(History* history);
     /// What the document said when it was opened; edits do not change it.
     const XmlSource& xml() const;
     Origins& origins();

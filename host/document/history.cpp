@@ -4,94 +4,127 @@
 #include "document/journal.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace shading {
 
 namespace {
 
 const char* const kRefused = "refused by a listener";
-
-/// After the whole edit: an editor that looks at the network finds it as it is now.
-void notifyAll(const Steps& steps, bool isForward)
-{
-    const std::size_t count = steps.size();
-    for (std::size_t i = 0; i < count; ++i)
-        steps[isForward ? i : count - 1 - i]->notify(isForward);
-}
+const char* const kIsReplaying = "another edit is being taken back or done again";
 
 } // namespace
 
 History::History(Document& document) : m_document(document)
 {
+    if (document.history())
+        throw std::logic_error("a document has one history only");
+    document.setHistory(this);
     document.journal().takeStale(); // What happened before is the document.
 }
 
-bool History::run(const std::string& title,
-                  bool keepsTypes,
-                  const Action& action,
-                  std::string& problem)
+History::~History()
 {
-    dropStale();
-    m_hasLastEdit = false;
-    const auto edit = std::make_shared<Edit>();
-    edit->title = title;
-    Journal& journal = m_document.journal();
-    journal.begin(keepsTypes);
-    const std::string reason = action();
-    std::string refusal;
-    if (!journal.end(reason.empty(), edit->steps, refusal)) {
-        problem = refusal.empty() ? reason : refusal;
+    m_document.setHistory(nullptr);
+}
+
+bool History::run(const EditName& name, bool keepsTypes, const Action& action, std::string& problem)
+{
+    if (m_document.journal().isReplaying()) {
+        problem = kIsReplaying;
         return false;
     }
-    if (edit->steps.empty())
+    Group group(*this, name, keepsTypes);
+    const std::string reason = action();
+    std::string refusal;
+    if (group.finish(reason.empty(), refusal))
         return true;
+    problem = refusal.empty() ? reason : refusal;
+    return false;
+}
+
+History::Group::Group(History& history, EditName name, bool keepsTypes)
+    : m_history(&history),
+      m_name(std::move(name))
+{
+    if (history.m_document.journal().isReplaying())
+        throw std::logic_error(kIsReplaying);
+    if (!history.isOpen())
+        history.dropStale();
+    history.m_document.journal().begin(keepsTypes);
+    history.m_groups.push_back(this);
+}
+
+History::Group::~Group()
+{
+    std::string ignored;
+    if (m_history)
+        finish(false, ignored);
+}
+
+bool History::Group::finish(bool isGood, std::string& problem)
+{
+    History& history = *m_history;
+    m_history = nullptr;
+    history.m_groups.pop_back();
+    const bool isDone = history.m_document.journal().end(isGood, problem);
+    if (m_name.lines.empty())
+        m_name.lines = std::move(m_innerLines);
+    if (isDone && history.isOpen()) {
+        std::vector<std::string>& lines = history.m_groups.back()->m_innerLines;
+        lines.insert(lines.end(), m_name.lines.begin(), m_name.lines.end());
+    } else if (!history.isOpen()) {
+        history.close(std::move(m_name));
+    }
+    return isDone;
+}
+
+/// The outermost group has ended.
+void History::close(EditName name)
+{
+    const auto edit = std::make_shared<Edit>();
+    edit->steps = m_document.journal().takeSteps();
+    if (edit->steps.empty())
+        return;
+    if (name.lines.empty())
+        name.lines.push_back("# " + name.title);
+    edit->name = std::move(name);
     m_edits.resize(m_done);
     m_edits.push_back(edit);
     ++m_done;
-    m_hasLastEdit = true;
-    notifyAll(edit->steps, true);
-    return true;
-}
-
-Edit* History::lastEdit()
-{
-    return m_hasLastEdit ? m_edits[m_done - 1].get() : nullptr;
+    tell(edit, Change::Kind::Done);
 }
 
 bool History::undo(std::string& title, std::string& problem)
 {
-    dropStale();
-    if (m_done == 0) {
-        problem = "nothing to undo";
-        return false;
-    }
-    const std::shared_ptr<Edit> edit = m_edits[m_done - 1];
-    title = edit->title;
-    m_hasLastEdit = false;
-    if (!replay(*edit, false)) {
-        problem = kRefused;
-        return false;
-    }
-    --m_done;
-    notifyAll(edit->steps, false);
-    return true;
+    return replay(false, title, problem);
 }
 
 bool History::redo(std::string& title, std::string& problem)
 {
+    return replay(true, title, problem);
+}
+
+bool History::replay(bool isForward, std::string& title, std::string& problem)
+{
     dropStale();
-    if (m_done == m_edits.size()) {
-        problem = "nothing to redo";
+    Journal& journal = m_document.journal();
+    const bool isAtEnd = m_done == (isForward ? m_edits.size() : 0);
+    if (isOpen() || journal.isReplaying() || isAtEnd) {
+        problem = isOpen()                ? "an edit is open"
+                  : journal.isReplaying() ? kIsReplaying
+                  : isForward             ? "nothing to redo"
+                                          : "nothing to undo";
         return false;
     }
-    const std::shared_ptr<Edit> edit = m_edits[m_done];
-    title = edit->title;
-    if (!replay(*edit, true)) {
+    const EditPtr edit = m_edits[isForward ? m_done : m_done - 1];
+    title = edit->name.title;
+    if (!journal.replay(edit->steps, isForward)) {
         problem = kRefused;
         return false;
     }
-    ++m_done;
-    notifyAll(edit->steps, true);
+    m_done = isForward ? m_done + 1 : m_done - 1;
+    tell(edit, isForward ? Change::Kind::Redone : Change::Kind::Undone);
     return true;
 }
 
@@ -107,13 +140,20 @@ int History::redoCount()
     return static_cast<int>(m_edits.size() - m_done);
 }
 
-std::vector<std::string> History::titles()
+std::vector<EditName> History::names()
 {
     dropStale();
-    std::vector<std::string> titles;
-    for (const std::shared_ptr<Edit>& edit : m_edits)
-        titles.push_back(edit->title);
-    return titles;
+    std::vector<EditName> names;
+    for (const EditPtr& edit : m_edits)
+        names.push_back(edit->name);
+    return names;
+}
+
+std::shared_ptr<void> History::observe(Observer observer)
+{
+    const auto handle = std::make_shared<Observer>(std::move(observer));
+    m_observers.push_back(handle);
+    return handle;
 }
 
 void History::noteSaved()
@@ -132,37 +172,59 @@ bool History::isSaved()
 /// A change that did not run through here makes the steps fit no more.
 void History::dropStale()
 {
-    if (!m_document.journal().takeStale())
+    if (isOpen() || !m_document.journal().takeStale())
         return;
     m_edits.clear();
     m_done = 0;
     m_isChangedOutside = true;
-    m_hasLastEdit = false;
+    tell(nullptr, Change::Kind::Outside);
 }
 
-bool History::replay(Edit& edit, bool isForward)
+void History::tell(const EditPtr& edit, Change::Kind kind)
 {
-    return edit.command ? runCommand(edit, isForward)
-                        : m_document.journal().replay(edit.steps, isForward);
-}
-
-/// The library's commands pass over what is refused: the steps tell whether all was done, and take
-/// back what was. A command that failed has recorded what it found, so it is not asked again.
-bool History::runCommand(Edit& edit, bool isForward)
-{
-    Journal& journal = m_document.journal();
-    journal.suspend();
-    edit.command(isForward);
-    const bool isGood = std::all_of(edit.steps.begin(), edit.steps.end(),
-                                    [&](const auto& step) { return step->isDone() == isForward; });
-    for (const std::unique_ptr<Step>& step : edit.steps) {
-        if (!isGood && step->isDone() == isForward)
-            step->run(!isForward);
+    m_untold.push_back({edit, kind});
+    if (m_isTelling)
+        return;
+    // An observer may throw: what is untold then is told with the next edit.
+    struct Telling {
+        explicit Telling(bool& isTelling) : m_isTelling(isTelling) { m_isTelling = true; }
+        ~Telling() { m_isTelling = false; }
+        bool& m_isTelling;
+    } const telling(m_isTelling);
+    while (!m_untold.empty()) {
+        const Untold untold = m_untold.front();
+        m_untold.pop_front();
+        tellOne(untold);
     }
-    journal.resume();
-    if (!isGood)
-        edit.command = nullptr;
-    return isGood;
+}
+
+void History::tellOne(const Untold& untold)
+{
+    const bool isForward = untold.kind != Change::Kind::Undone;
+    Change change;
+    change.kind = untold.kind;
+    if (untold.edit) {
+        const Steps& steps = untold.edit->steps;
+        const std::size_t count = steps.size();
+        ChangeCollector collector(change);
+        for (std::size_t i = 0; i < count; ++i) {
+            const Step& step = *steps[isForward ? i : count - 1 - i];
+            step.notify(isForward);
+            if (!m_observers.empty())
+                step.collect(collector, isForward);
+        }
+        collector.finish();
+        change.name = untold.edit->name;
+    }
+    const auto isGone = [](const std::weak_ptr<Observer>& observer) { return observer.expired(); };
+    m_observers.erase(std::remove_if(m_observers.begin(), m_observers.end(), isGone),
+                      m_observers.end());
+    // Observers may come and go while they are told; those that come hear of the next edit.
+    const std::vector<std::weak_ptr<Observer>> observers = m_observers;
+    for (const std::weak_ptr<Observer>& observer : observers) {
+        if (const std::shared_ptr<Observer> held = observer.lock())
+            (*held)(change);
+    }
 }
 
 } // namespace shading

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "document/change.h"
 #include "document/step.h"
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -11,43 +13,49 @@ namespace shading {
 
 class Document;
 
-/// One edit that can be undone.
-struct Edit {
-    std::string title; ///< The command, as it was given.
-    Steps steps;       ///< In the order in which they happened.
-    /// The library's command, where it reverses itself exactly: does the edit again (true) or takes
-    /// it back. Empty: the steps are run.
-    std::function<bool(bool isForward)> command;
-};
-
 /// The undo stack of one document. All edits run through it: here a refused edit is rolled back,
-/// and here editors are told. It holds the objects that were deleted, so it goes before the
-/// document.
+/// and here editors and observers are told. It holds the objects that were deleted, so it goes
+/// before the document.
+///
+/// What is told comes after the whole edit: first the editors, of each step in order, then the
+/// observers. An edit made by one that is told is told when the first is told to the end. Who is
+/// told must not destroy the history.
 class History {
 public:
     /// Returns why the edit cannot be done, empty when it is done.
     using Action = std::function<std::string()>;
+    using Observer = std::function<void(const Change& change)>;
+    class Group;
 
-    /// The document is not owned and must outlive the history.
+    /// The document is not owned and must outlive the history. Throws std::logic_error when the
+    /// document has one: the steps of two would not fit each other.
     explicit History(Document& document);
+    History(const History&) = delete;
+    History& operator=(const History&) = delete;
+    ~History();
 
-    /// Runs the action as one edit, tells the editors and forgets what was undone. False when the
-    /// action, a rule or a listener refused: the network and the history are as before, and problem
-    /// says why. An action that changes nothing leaves no edit. With keepsTypes, connections
-    /// between different types are only led another way and not refused.
-    bool run(const std::string& title, bool keepsTypes, const Action& action, std::string& problem);
-    /// The edit just run; null when it changed nothing.
-    Edit* lastEdit();
+    /// Runs the action as one edit, or as a part of the group or edit that is open, and forgets
+    /// what was undone. False when the action, a rule or a listener refused: the network and the
+    /// history are as before, also where an edit around goes on, and problem says why. So are they
+    /// when the action throws. An action that changes nothing leaves no edit. With keepsTypes,
+    /// connections between different types are only led another way and not refused.
+    bool run(const EditName& name, bool keepsTypes, const Action& action, std::string& problem);
+    /// True while an edit or a group is open.
+    bool isOpen() const { return !m_groups.empty(); }
 
-    /// Takes the last edit back, or does the last undone one again, and tells the editors. False
-    /// when there is none or a listener refused: nothing changed. The title is that of the edit.
+    /// Takes the last edit back, or does the last undone one again, and tells. False when there is
+    /// none, one is open, or a listener refused: nothing changed. The title is that of the edit.
     bool undo(std::string& title, std::string& problem);
     bool redo(std::string& title, std::string& problem);
 
     int undoCount();
     int redoCount();
     /// All edits, the oldest first; those from undoCount() on are undone.
-    std::vector<std::string> titles();
+    std::vector<EditName> names();
+
+    /// The observer is told of each change until the handle goes. A change past the history is told
+    /// when the history is asked the next time.
+    [[nodiscard]] std::shared_ptr<void> observe(Observer observer);
 
     /// The document was written into a file as it is now.
     void noteSaved();
@@ -56,17 +64,58 @@ public:
     bool isSaved();
 
 private:
+    struct Edit {
+        EditName name;
+        Steps steps; ///< In the order in which they happened.
+    };
+    using EditPtr = std::shared_ptr<Edit>;
+
+    struct Untold {
+        EditPtr edit; ///< Null: a change past the history.
+        Change::Kind kind;
+    };
+
     void dropStale();
-    std::shared_ptr<Edit> lastDone() const { return m_done == 0 ? nullptr : m_edits[m_done - 1]; }
-    bool replay(Edit& edit, bool isForward);
-    bool runCommand(Edit& edit, bool isForward);
+    EditPtr lastDone() const { return m_done == 0 ? nullptr : m_edits[m_done - 1]; }
+    bool replay(bool isForward, std::string& title, std::string& problem);
+    void close(EditName name);
+    void tell(const EditPtr& edit, Change::Kind kind);
+    void tellOne(const Untold& untold);
 
     Document& m_document;
-    std::vector<std::shared_ptr<Edit>> m_edits;
-    std::size_t m_done = 0; ///< How many of them are done; the others are undone.
-    bool m_hasLastEdit = false;
-    std::shared_ptr<Edit> m_savedEdit; ///< The last one done when it was saved; null: none was.
-    bool m_isChangedOutside = false;   ///< Since it was saved.
+    std::vector<EditPtr> m_edits;
+    std::size_t m_done = 0;          ///< How many of them are done; the others are undone.
+    EditPtr m_savedEdit;             ///< The last one done when it was saved; null: none was.
+    bool m_isChangedOutside = false; ///< Since it was saved.
+    std::vector<Group*> m_groups;    ///< Those that are open; each lies in the one before.
+    std::deque<Untold> m_untold;
+    bool m_isTelling = false;
+    std::vector<std::weak_ptr<Observer>> m_observers;
+};
+
+/// Edits that are one in the history, for as long as this object lives: `finish` ends them. One
+/// that goes without, by an exception too, takes back all that was done in it. Groups may lie in
+/// groups: then the inner one becomes a part of the outer, whether it stays or not.
+class History::Group {
+public:
+    /// Without lines, those of the edits inside are its own. Throws std::logic_error while an edit
+    /// is being taken back or done again.
+    Group(History& history, EditName name, bool keepsTypes = false);
+    Group(const Group&) = delete;
+    Group& operator=(const Group&) = delete;
+    ~Group();
+
+    /// Ends the group; the outermost one tells, when something changed. False when it is not good,
+    /// or when a rule or a listener refused: what was done is taken back, and problem is the reason
+    /// given, if any. Called once, while no group inside is open.
+    bool finish(bool isGood, std::string& problem);
+
+private:
+    friend class History;
+
+    History* m_history; ///< Null: it is finished.
+    EditName m_name;
+    std::vector<std::string> m_innerLines;
 };
 
 } // namespace shading

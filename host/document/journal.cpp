@@ -8,40 +8,66 @@ namespace shading {
 
 namespace {
 
-std::string isTaken(const std::string& path)
+/// False for what is on its own, and for what is inside of it: no part of the network yet.
+bool isInNetwork(const NodePtr& node)
 {
-    return path + ": the name is taken";
+    NodePtr top = node;
+    while (top && top->getParentCompound())
+        top = top->getParentCompound()->getAsNode();
+    return top && top->getContainer() && top->getContainer()->getRootNode() == top;
 }
 
 } // namespace
 
 void Journal::begin(bool keepsTypes)
 {
-    m_steps.clear();
+    if (isRecording())
+        checkLastStep(); // A step of the level around.
+    m_levels.push_back({m_steps.size(), m_keepsTypes, m_refusal});
     m_refusal.clear();
     m_keepsTypes = keepsTypes;
     m_mode = Mode::Recording;
 }
 
-bool Journal::end(bool isGood, Steps& steps, std::string& problem)
+bool Journal::end(bool isGood, std::string& problem)
 {
     checkLastStep();
-    m_mode = Mode::Idle;
-    steps.clear();
-    if (isGood && m_refusal.empty()) {
-        steps.swap(m_steps);
-        return true;
+    const bool isKept = isGood && m_refusal.empty();
+    const Level level = m_levels.back();
+    m_levels.pop_back();
+    if (!isKept) {
+        takeBack(level.firstStep);
+        problem = m_refusal;
     }
-    replay(m_steps, false);
-    m_steps.clear();
-    problem = m_refusal;
-    return false;
+    m_refusal = level.refusal;
+    m_keepsTypes = level.keepsTypes;
+    m_mode = m_levels.empty() ? Mode::Idle : Mode::Recording;
+    if (m_levels.empty())
+        m_orders.forget();
+    return isKept;
+}
+
+Steps Journal::takeSteps()
+{
+    Steps steps;
+    steps.swap(m_steps);
+    return steps;
+}
+
+bool Journal::takeBack(std::size_t firstStep)
+{
+    m_mode = Mode::Replaying;
+    m_orders.forget();
+    const bool isBack = runSteps(m_steps, firstStep, false);
+    m_isStale = m_isStale || !isBack;
+    m_steps.resize(firstStep);
+    return isBack;
 }
 
 bool Journal::replay(const Steps& steps, bool isForward)
 {
     m_mode = Mode::Replaying;
-    const bool result = runSteps(steps, isForward);
+    const bool result = runSteps(steps, 0, isForward);
     m_mode = Mode::Idle;
     return result;
 }
@@ -63,19 +89,23 @@ bool Journal::refuse(const std::string& reason)
 /// A listener may have refused after this one agreed: then the step never happened.
 void Journal::checkLastStep()
 {
-    if (m_steps.empty() || m_steps.back()->isDone())
+    const std::size_t firstStep = m_levels.back().firstStep;
+    if (m_steps.size() == firstStep || m_steps.back()->isDone())
         return;
     m_steps.pop_back();
+    m_orders.forget();
     refuse("refused by a listener");
 }
 
-/// True when a step is to be written down; a change outside of edits is remembered.
-bool Journal::isWanted()
+/// True when a step of the node is to be written down; a change outside of edits is remembered.
+bool Journal::isWanted(const NodePtr& node)
 {
-    m_isStale = m_isStale || m_mode == Mode::Idle;
-    if (isRecording())
-        checkLastStep();
-    return isRecording();
+    if (m_mode == Mode::Idle)
+        m_isStale = m_isStale || isInNetwork(node);
+    if (!isRecording())
+        return false;
+    checkLastStep();
+    return isInNetwork(node);
 }
 
 bool Journal::write(std::unique_ptr<Step> step)
@@ -86,7 +116,7 @@ bool Journal::write(std::unique_ptr<Step> step)
 
 bool Journal::mayConnect(const PortPtr& a, const PortPtr& b)
 {
-    if (!isWanted())
+    if (!isWanted(a->getParentNode()) && !isWanted(b->getParentNode()))
         return true;
     const bool aSends = a->getPortIOType() == ZEL::PortOutput;
     const std::string problem = connectionProblem(aSends ? *a : *b, aSends ? *b : *a, m_keepsTypes);
@@ -97,20 +127,24 @@ bool Journal::mayDisconnect(const PortPtr& a, const PortPtr& b)
 {
     // The library asks also about ports that are not connected.
     const bool isConnected = a->connectedTo().findPort(b) >= 0;
-    return !isConnected || !isWanted() || write(makeDisconnectStep(a, b));
+    return !isConnected || !isWanted(a->getParentNode()) || write(makeDisconnectStep(a, b));
 }
 
 bool Journal::mayAddPort(ZEL::PortList& list, const PortPtr& port)
 {
-    if (!isWanted())
+    if (!isWanted(port->getParentNode()))
         return true;
-    return list[port->getName()] ? refuse(isTaken(pathOf(*port)))
-                                 : write(makeAddPortStep(list, port));
+    const CompoundPtr compound = port->getParentCompound();
+    const std::string problem = compound                ? newNameProblem(*compound, port->getName())
+                                : list[port->getName()] ? kNameIsTaken
+                                                        : "";
+    return problem.empty() ? write(makeAddPortStep(list, port))
+                           : refuse(pathOf(*port) + ": " + problem);
 }
 
 bool Journal::mayRemovePort(ZEL::PortList& list, const PortPtr& port)
 {
-    return !isWanted() || write(makeRemovePortStep(list, port));
+    return !isWanted(port->getParentNode()) || write(makeRemovePortStep(list, port));
 }
 
 bool Journal::mayMovePort(ZEL::PortList& list, int from, int to)
@@ -118,61 +152,69 @@ bool Journal::mayMovePort(ZEL::PortList& list, int from, int to)
     // The library repeats a port that moves to the back and drops the one behind it.
     if (from < to || from >= list.size())
         return refuse("a port can be moved to the front only");
-    return !isWanted() || write(makeMovePortStep(list, from, to));
+    return !isWanted(list[from]->getParentNode()) || write(makeMovePortStep(list, from, to));
 }
 
 bool Journal::maySetType(const PortPtr& port, const TypePtr& type)
 {
-    return !isWanted() || write(makeTypeStep(port, type));
+    return !isWanted(port->getParentNode()) || write(makeTypeStep(port, type));
 }
 
 bool Journal::maySetValue(const PortPtr& port, const char* value)
 {
     const bool isSame = std::string(value) == port->getPortDefaultValue();
-    return isSame || !isWanted() || write(makeValueStep(port, value));
+    return isSame || !isWanted(port->getParentNode()) || write(makeValueStep(port, value));
 }
 
 bool Journal::mayRenamePort(ZEL::PortList& list, const PortPtr& port, const char* name)
 {
-    if (!isWanted())
+    const NodePtr node = port->getParentNode();
+    if (!isWanted(node))
         return true;
-    const std::string problem = nameProblem(name);
-    if (!problem.empty())
-        return refuse(problem);
-    return list[name] ? refuse(isTaken(pathOf(*list[name])))
-                      : write(makeRenamePortStep(port, name));
+    // The inner port of a compound stands for the pair.
+    const CompoundPtr compound = port->getParentCompound();
+    const std::string problem = compound     ? newNameProblem(*compound, name)
+                                : list[name] ? kNameIsTaken
+                                             : nameProblem(name);
+    return problem.empty() ? write(makeRenamePortStep(port, name))
+                           : refuse(pathOf(*node) + "." + name + ": " + problem);
 }
 
 bool Journal::mayAddNode(ZEL::Compound& compound, const NodePtr& node)
 {
-    if (!isWanted())
+    if (!isWanted(compound.getAsNode()))
         return true;
-    return compound.nodes()[node->getName()] ? refuse(isTaken(pathOf(*node)))
-                                             : write(makeAddNodeStep(compound, node));
+    // Among nodes only: the library's collapse names the ports of a compound before nodes move in.
+    if (compound.nodes()[node->getName()])
+        return refuse(pathOf(*node) + ": " + kNameIsTaken);
+    write(makeAddNodeStep(compound, node));
+    m_orders.noteAppended(compound, node.get());
+    return true;
 }
 
 bool Journal::mayRemoveNode(ZEL::Compound& compound, const NodePtr& node)
 {
-    return !isWanted() || write(makeRemoveNodeStep(compound, node));
+    if (!isWanted(compound.getAsNode()))
+        return true;
+    write(makeRemoveNodeStep(compound, node, m_orders.placeOf(compound, node.get())));
+    m_orders.noteRemoved(compound, node.get());
+    return true;
 }
 
 bool Journal::mayRenameNode(const NodePtr& node, const char* name)
 {
     const CompoundPtr around = node->getParentCompound();
-    // A node on its own is no part of the network yet.
-    if (!around || !isWanted())
+    if (!isWanted(node))
         return true;
-    const std::string problem = nameProblem(name);
-    if (!problem.empty())
-        return refuse(problem);
-    const NodePtr namesake = around->nodes()[name];
-    return namesake ? refuse(isTaken(pathOf(*namesake))) : write(makeRenameNodeStep(node, name));
+    const std::string problem = around ? newNameProblem(*around, name) : "";
+    return problem.empty() ? write(makeRenameNodeStep(node, name))
+                           : refuse(pathOf(*around->getAsNode()) + "." + name + ": " + problem);
 }
 
-void Journal::setsDefinition(const ZEL::AddRefWrapper<Node>& node,
+void Journal::setsDefinition(const HostNodePtr& node,
                              const ZEL::AddRefWrapper<Definition>& definition)
 {
-    if (isWanted())
+    if (isWanted(node.get()))
         write(makeDefinitionStep(node, definition));
 }
 

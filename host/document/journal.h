@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/nodeOrder.h"
 #include "document/step.h"
 
 #include <string>
@@ -15,23 +16,25 @@ public:
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
 
-    // One edit at a time.
-    /// From now on steps are written down and the rules hold. With keepsTypes, connections are only
-    /// led another way: those of a document that joins different types are left as they are.
+    // One edit at a time, in levels: a part of it that is done whole or not at all is a level.
+    /// Begins an edit, or a level inside the present one. From now on steps are written down and
+    /// the rules hold. With keepsTypes, connections are only led another way: those of a document
+    /// that joins different types are left as they are. Not while steps are replayed.
     void begin(bool keepsTypes);
-    /// The steps since begin. False when a rule or a listener refused one: then those done are
-    /// taken back, and problem is the first reason given.
-    bool end(bool isGood, Steps& steps, std::string& problem);
+    /// Ends the innermost level. False when it is not good, or a rule or a listener refused a step:
+    /// then its steps are taken back, those of the levels around stay, and problem is the first
+    /// reason given, if any.
+    bool end(bool isGood, std::string& problem);
+    /// The steps of the edit that has ended.
+    Steps takeSteps();
     /// Runs the steps; the listeners agree to all and write nothing down.
     bool replay(const Steps& steps, bool isForward);
-    /// From now on the listeners agree to all changes, until resume: for what was agreed to before.
-    void suspend() { m_mode = Mode::Replaying; }
-    void resume() { m_mode = Mode::Idle; }
 
     /// True while an edit runs: names are made unique.
     bool isRecording() const { return m_mode == Mode::Recording; }
     bool isReplaying() const { return m_mode == Mode::Replaying; }
-    /// True once after changes outside of edits: what was written down before fits no more.
+    /// True once after changes outside of edits: what was written down before fits no more. A new
+    /// document has changed so.
     bool takeStale();
 
     /// Refuses the change that is asked about. The first reason is what the user sees. Returns
@@ -51,8 +54,7 @@ public:
     bool mayRemoveNode(ZEL::Compound& compound, const NodePtr& node);
     bool mayRenameNode(const NodePtr& node, const char* name);
     /// Told, not asked: the definition is the host's own.
-    void setsDefinition(const ZEL::AddRefWrapper<Node>& node,
-                        const ZEL::AddRefWrapper<Definition>& definition);
+    void setsDefinition(const HostNodePtr& node, const ZEL::AddRefWrapper<Definition>& definition);
 
 private:
     enum class Mode {
@@ -61,15 +63,25 @@ private:
         Replaying,
     };
 
-    bool isWanted();
+    /// What goes on around a level.
+    struct Level {
+        std::size_t firstStep; ///< Of the level itself.
+        bool keepsTypes;
+        std::string refusal;
+    };
+
+    bool isWanted(const NodePtr& node);
     bool write(std::unique_ptr<Step> step);
     void checkLastStep();
+    bool takeBack(std::size_t firstStep);
 
     Steps m_steps;
-    std::string m_refusal; ///< Empty: nothing was refused.
+    NodeOrders m_orders; ///< Of the lists that the steps change.
+    std::vector<Level> m_levels;
+    std::string m_refusal; ///< Of the innermost level. Empty: nothing was refused.
     Mode m_mode = Mode::Idle;
     bool m_keepsTypes = false;
-    bool m_isStale = false;
+    bool m_isStale = true;
 };
 
 } // namespace shading

@@ -1,57 +1,42 @@
 // The steps that change nodes and their lists, and the running of many steps.
 
+#include "document/change.h"
 #include "document/node.h"
+#include "document/nodeOrder.h"
 #include "document/step.h"
 
 namespace shading {
 
 namespace {
 
-/// The place of the node in the list, its size when it is not there.
-int placeOf(ZEL::NodeList& list, const NodePtr& node)
-{
-    int place = 0;
-    while (place < list.size() && list[place] != node)
-        ++place;
-    return place;
-}
-
-/// Moves the last node to the place. A node list only appends, and to take the followers out would
-/// cost them their connections; but an assignment takes over another list's order. The other list
-/// belongs to a compound of its own, so that nobody is asked.
-void moveLastTo(ZEL::Compound& compound, int place)
-{
-    ZEL::NodeList& list = compound.nodes();
-    if (place >= list.size() - 1)
-        return;
-    const NodePtr owner = ZEL::Node::createNew(nullptr, nullptr);
-    const CompoundPtr scratch = ZEL::Compound::createNew(owner, nullptr);
-    ZEL::NodeList& ordered = scratch->nodes();
-    for (int i = 0; i < list.size(); ++i)
-        ordered.add(list[i < place ? i : i == place ? list.size() - 1 : i - 1]);
-    list = ordered;
-    list.setParentCompound(&compound); // Adding to the other list made that one the parent.
-}
-
 class NodeStep : public Step {
 public:
-    NodeStep(ZEL::Compound& compound, const NodePtr& node, bool isAdding)
+    NodeStep(ZEL::Compound& compound, const NodePtr& node, int place, bool isAdding)
         : m_compound(&compound),
           m_owner(compound.getAsNode()),
           m_node(node),
-          m_place(placeOf(compound.nodes(), node)),
+          m_place(place),
           m_isAdding(isAdding)
     {
     }
 
-    bool run(bool isForward) override
+    bool run(bool isForward, NodeOrders& orders) override
     {
         ZEL::NodeList& list = m_compound->nodes();
-        if (isForward != m_isAdding)
-            return list.remove(m_node);
+        if (isForward != m_isAdding) {
+            if (!list.remove(m_node))
+                return false;
+            orders.noteRemoved(*m_compound, m_node.get());
+            return true;
+        }
+        // Before the node is there: the order is that of the list.
+        NodeOrder* const order = m_place < list.size() ? &orders.keep(*m_compound) : nullptr;
         if (!list.add(m_node))
             return false;
-        moveLastTo(*m_compound, m_place);
+        if (order)
+            order->insert(m_place, m_node.get());
+        else
+            orders.noteAppended(*m_compound, m_node.get());
         return true;
     }
 
@@ -65,6 +50,11 @@ public:
     {
         m_owner->notifyNodeChange(isForward == m_isAdding ? ZEL::eNodeAdded : ZEL::eNodeRemoved,
                                   m_compound, m_node);
+    }
+
+    void collect(ChangeCollector& changes, bool isForward) const override
+    {
+        changes.addNode(m_compound, m_node, isForward == m_isAdding);
     }
 
 private:
@@ -84,7 +74,7 @@ public:
     {
     }
 
-    bool run(bool isForward) override
+    bool run(bool isForward, NodeOrders& /*orders*/) override
     {
         m_node->setName((isForward ? m_after : m_before).c_str());
         return isDone() == isForward;
@@ -99,6 +89,11 @@ public:
             around->getAsNode()->notifyNodeChange(ZEL::eNodeRenamed, around, m_node);
     }
 
+    void collect(ChangeCollector& changes, bool /*isForward*/) const override
+    {
+        changes.changeNode(m_node);
+    }
+
 private:
     NodePtr m_node;
     std::string m_before;
@@ -108,15 +103,14 @@ private:
 /// What the node knows of its definition; its ports are steps of their own.
 class DefinitionStep : public Step {
 public:
-    DefinitionStep(const ZEL::AddRefWrapper<Node>& node,
-                   const ZEL::AddRefWrapper<Definition>& definition)
+    DefinitionStep(const HostNodePtr& node, const ZEL::AddRefWrapper<Definition>& definition)
         : m_node(node),
           m_before(node->definition()),
           m_after(definition)
     {
     }
 
-    bool run(bool isForward) override
+    bool run(bool isForward, NodeOrders& /*orders*/) override
     {
         m_node->setDefinition(isForward ? m_after : m_before);
         return true;
@@ -131,8 +125,13 @@ public:
             around->getAsNode()->notifyNodeChange(ZEL::eNodeChanged, around, m_node.get());
     }
 
+    void collect(ChangeCollector& changes, bool /*isForward*/) const override
+    {
+        changes.changeNode(m_node.get());
+    }
+
 private:
-    ZEL::AddRefWrapper<Node> m_node;
+    HostNodePtr m_node;
     ZEL::AddRefWrapper<Definition> m_before;
     ZEL::AddRefWrapper<Definition> m_after;
 };
@@ -143,12 +142,12 @@ Step::~Step() = default;
 
 std::unique_ptr<Step> makeAddNodeStep(ZEL::Compound& compound, const NodePtr& node)
 {
-    return std::make_unique<NodeStep>(compound, node, true);
+    return std::make_unique<NodeStep>(compound, node, compound.nodes().size(), true);
 }
 
-std::unique_ptr<Step> makeRemoveNodeStep(ZEL::Compound& compound, const NodePtr& node)
+std::unique_ptr<Step> makeRemoveNodeStep(ZEL::Compound& compound, const NodePtr& node, int place)
 {
-    return std::make_unique<NodeStep>(compound, node, false);
+    return std::make_unique<NodeStep>(compound, node, place, false);
 }
 
 std::unique_ptr<Step> makeRenameNodeStep(const NodePtr& node, const std::string& name)
@@ -156,23 +155,27 @@ std::unique_ptr<Step> makeRenameNodeStep(const NodePtr& node, const std::string&
     return std::make_unique<RenameNodeStep>(node, name);
 }
 
-std::unique_ptr<Step> makeDefinitionStep(const ZEL::AddRefWrapper<Node>& node,
+std::unique_ptr<Step> makeDefinitionStep(const HostNodePtr& node,
                                          const ZEL::AddRefWrapper<Definition>& definition)
 {
     return std::make_unique<DefinitionStep>(node, definition);
 }
 
-bool runSteps(const Steps& steps, bool isForward)
+bool runSteps(const Steps& steps, std::size_t first, bool isForward)
 {
-    const std::size_t count = steps.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (steps[isForward ? i : count - 1 - i]->run(isForward))
-            continue;
-        while (i-- > 0)
-            steps[isForward ? i : count - 1 - i]->run(!isForward);
-        return false;
-    }
-    return true;
+    NodeOrders orders;
+    const std::size_t count = steps.size() - first;
+    const auto stepAt = [&](std::size_t i) -> Step& {
+        return *steps[isForward ? first + i : steps.size() - 1 - i];
+    };
+    std::size_t done = 0;
+    while (done < count && stepAt(done).run(isForward, orders))
+        ++done;
+    const bool isGood = done == count;
+    while (!isGood && done > 0)
+        stepAt(--done).run(!isForward, orders);
+    orders.apply();
+    return isGood;
 }
 
 } // namespace shading

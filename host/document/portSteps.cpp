@@ -1,5 +1,6 @@
 // The steps that change ports, their lists and their connections.
 
+#include "document/change.h"
 #include "document/rules.h"
 #include "document/step.h"
 
@@ -23,14 +24,17 @@ void notifyNodeChanged(const PortPtr& port)
         around->getAsNode()->notifyNodeChange(ZEL::eNodeChanged, around, node);
 }
 
-/// A compound node tells of its inner port, which stands for the pair.
+/// Of a compound's two ports, which change together, the inner one is told for both: first to the
+/// editors of the inside, where it is the port at the edge, then to those of the compound around,
+/// where the node looks different.
 void notifyPortChange(const PortPtr& port, ZEL::ECompoundPortChangeType change)
 {
     const NodePtr node = port->getParentNode();
-    if (node && port->isCompoundInternalPort())
+    if (!node || (node->isCompound() && !port->isCompoundInternalPort()))
+        return;
+    if (node->isCompound())
         node->notifyCompoundPortChange(change, port);
-    else if (node && !node->isCompound())
-        notifyNodeChanged(port);
+    notifyNodeChanged(port);
 }
 
 /// Moves the last entry to the index: a backward move, which the library does as one expects.
@@ -53,7 +57,7 @@ public:
         m_placeAtReceiver = isAdding ? sources.size() : sources.findPort(m_sender);
     }
 
-    bool run(bool isForward) override
+    bool run(bool isForward, NodeOrders& /*orders*/) override
     {
         if (isForward != m_isAdding)
             return m_sender->removeConnection(m_receiver);
@@ -80,6 +84,12 @@ public:
             m_viewer->notifyConnectionChange(change, m_sender, m_receiver);
     }
 
+    void collect(ChangeCollector& changes, bool /*isForward*/) const override
+    {
+        changes.changeEnd(*m_sender);
+        changes.changeEnd(*m_receiver);
+    }
+
 private:
     PortPtr m_sender;
     PortPtr m_receiver;
@@ -100,7 +110,7 @@ public:
     {
     }
 
-    bool run(bool isForward) override
+    bool run(bool isForward, NodeOrders& /*orders*/) override
     {
         if (isForward != m_isAdding)
             return m_list->remove(m_port);
@@ -118,6 +128,11 @@ public:
     {
         notifyPortChange(m_port, isForward == m_isAdding ? ZEL::eCompoundPortAdded
                                                          : ZEL::eCompoundPortRemoved);
+    }
+
+    void collect(ChangeCollector& changes, bool /*isForward*/) const override
+    {
+        changes.changePort(*m_port);
     }
 
 private:
@@ -139,7 +154,7 @@ public:
     {
     }
 
-    bool run(bool isForward) override
+    bool run(bool isForward, NodeOrders& /*orders*/) override
     {
         if (isForward)
             return m_list->movePort(m_from, m_to);
@@ -158,6 +173,11 @@ public:
     void notify(bool /*isForward*/) const override
     {
         notifyPortChange(m_port, ZEL::eCompoundPortMoved);
+    }
+
+    void collect(ChangeCollector& changes, bool /*isForward*/) const override
+    {
+        changes.changePort(*m_port);
     }
 
 private:
@@ -186,7 +206,7 @@ public:
     {
     }
 
-    bool run(bool isForward) override
+    bool run(bool isForward, NodeOrders& /*orders*/) override
     {
         const Value& value = isForward ? m_after : m_before;
         m_set(*m_port, value);
@@ -196,6 +216,11 @@ public:
     bool isDone() const override { return m_get(*m_port) == m_after; }
 
     void notify(bool /*isForward*/) const override { m_notify(m_port); }
+
+    void collect(ChangeCollector& changes, bool /*isForward*/) const override
+    {
+        changes.changePort(*m_port);
+    }
 
 private:
     PortPtr m_port;

@@ -9,6 +9,16 @@ namespace shading {
 
 namespace {
 
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+bool isNameChar(char c)
+{
+    return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
 template <class List>
 bool isAmbiguousIn(List& list, const std::string& name)
 {
@@ -56,13 +66,21 @@ std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyTy
     return "";
 }
 
+const char* const kNameIsTaken = "the name is taken";
+
+bool isReachable(const std::string& name)
+{
+    return !name.empty() && name.find('.') == std::string::npos;
+}
+
 std::string nameProblem(const std::string& name)
 {
     if (name.empty())
         return "a name cannot be empty";
-    if (name.find('.') != std::string::npos)
+    if (!isReachable(name))
         return "no path reaches a name with a \".\" in it";
-    return "";
+    const bool isGood = !isDigit(name.front()) && std::all_of(name.begin(), name.end(), isNameChar);
+    return isGood ? "" : "a name has letters, digits and _, and begins with no digit";
 }
 
 bool isNameTaken(ZEL::Compound& compound, const std::string& name)
@@ -74,15 +92,34 @@ bool isNameTaken(ZEL::Compound& compound, const std::string& name)
 std::string newNameProblem(ZEL::Compound& compound, const std::string& name)
 {
     const std::string problem = nameProblem(name);
-    return problem.empty() && isNameTaken(compound, name) ? "the name is taken" : problem;
+    return problem.empty() && isNameTaken(compound, name) ? kNameIsTaken : problem;
 }
 
-std::string uniqueName(ZEL::Compound& compound, const std::string& name)
+std::string uniqueName(ZEL::Compound& compound, const std::string& name, ZEL::Compound* other)
 {
-    std::string unique = name;
-    for (int number = 2; isNameTaken(compound, unique); ++number)
-        unique = name + std::to_string(number);
-    return unique;
+    std::string stem = name;
+    std::replace_if(
+        stem.begin(), stem.end(), [](char c) { return !isNameChar(c); }, '_');
+    if (stem.empty() || isDigit(stem.front()))
+        stem.insert(0, "_");
+    const auto isTaken = [&](const std::string& wanted) {
+        return isNameTaken(compound, wanted) || (other && isNameTaken(*other, wanted));
+    };
+    const auto numbered = [&](int number) { return stem + std::to_string(number); };
+    if (!isTaken(stem))
+        return stem;
+    // Many ports get one name in one edit: the first free number is looked for in growing strides.
+    int taken = 1;
+    int free = 2;
+    for (int stride = 1; isTaken(numbered(free)); stride *= 2) {
+        taken = free;
+        free += stride;
+    }
+    while (free - taken > 1) {
+        const int middle = taken + (free - taken) / 2;
+        (isTaken(numbered(middle)) ? taken : free) = middle;
+    }
+    return numbered(free);
 }
 
 bool isAmbiguous(ZEL::NodeList& list, const char* name)

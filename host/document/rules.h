@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/step.h"
+#include "document/pointers.h"
 
 #include <string>
 
@@ -21,18 +21,26 @@ bool isInScope(ZEL::Port& sender, ZEL::Port& receiver);
 /// receiver, and, unless anyType, both have one data type that the format connects.
 std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyType);
 
-/// A path can reach a thing of that name: it is not empty and has no ".".
+// Names. A document is opened with those that it has; these are the rules for each new one.
+
+/// True when a path can lead on through a thing of that name: it is not empty and has no ".".
+bool isReachable(const std::string& name);
+
+/// The format has the name: letters, digits and "_", of ASCII, and no digit first.
 std::string nameProblem(const std::string& name);
 
 /// True when a node of the compound, or one of its ports, has that name: all are siblings in a
 /// document of the format.
 bool isNameTaken(ZEL::Compound& compound, const std::string& name);
+extern const char* const kNameIsTaken; ///< The words for it.
 
 /// The compound may get a port or node of that name: it has no problem and is not taken.
 std::string newNameProblem(ZEL::Compound& compound, const std::string& name);
 
-/// The name, or with the first number from 2 behind it that makes it free in the compound.
-std::string uniqueName(ZEL::Compound& compound, const std::string& name);
+/// The name, made one that the format has, with a number from 2 behind it that makes it free in the
+/// compound, and in the other one too: the first, unless there are gaps among those that are taken.
+std::string
+uniqueName(ZEL::Compound& compound, const std::string& name, ZEL::Compound* other = nullptr);
 
 /// Two nodes, or two ports of one list, of one name: the path means the first of them.
 bool isAmbiguous(ZEL::NodeList& list, const char* name);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zel.h"
+#include "document/pointers.h"
 
 #include <memory>
 #include <string>
@@ -8,13 +8,9 @@
 
 namespace shading {
 
+class ChangeCollector;
 class Definition;
-class Node;
-
-using PortPtr = ZEL::AddRefWrapper<ZEL::Port>;
-using NodePtr = ZEL::AddRefWrapper<ZEL::Node>;
-using CompoundPtr = ZEL::AddRefWrapper<ZEL::Compound>;
-using TypePtr = ZEL::AddRefWrapper<ZEL::PortDataType>;
+class NodeOrders;
 
 /// One change of a network, the smallest that the library asks about, with all that is needed to
 /// take it back exactly: also the places in the lists that it touched. It holds the objects, so
@@ -26,14 +22,18 @@ public:
     Step& operator=(const Step&) = delete;
     virtual ~Step();
 
-    /// Does the step again (forward) or takes it back. False when a listener refused: nothing
-    /// changed.
-    virtual bool run(bool isForward) = 0;
+    /// Does the step again (forward) or takes it back; the places of nodes go into the orders.
+    /// False when a listener refused: nothing changed.
+    virtual bool run(bool isForward, NodeOrders& orders) = 0;
     /// True when the network is as the step leaves it. A step is written down when the library asks
     /// whether it may be, so a later refusal shows here.
     virtual bool isDone() const = 0;
-    /// Tells the editors of the node that owns the surrounding compound.
+    /// Tells the editors. A change is told by the node that owns the compound where it shows: a
+    /// port of a compound first by its own node, whose editors show the inside, then, as a changed
+    /// node, by the one around it.
     virtual void notify(bool isForward) const = 0;
+    /// Adds what the step changed.
+    virtual void collect(ChangeCollector& changes, bool isForward) const = 0;
 };
 
 using Steps = std::vector<std::unique_ptr<Step>>;
@@ -50,13 +50,14 @@ std::unique_ptr<Step> makeRenamePortStep(const PortPtr& port, const std::string&
 std::unique_ptr<Step> makeTypeStep(const PortPtr& port, const TypePtr& type);
 std::unique_ptr<Step> makeValueStep(const PortPtr& port, const std::string& value);
 std::unique_ptr<Step> makeAddNodeStep(ZEL::Compound& compound, const NodePtr& node);
-std::unique_ptr<Step> makeRemoveNodeStep(ZEL::Compound& compound, const NodePtr& node);
+/// The place is that of the node in the compound.
+std::unique_ptr<Step> makeRemoveNodeStep(ZEL::Compound& compound, const NodePtr& node, int place);
 std::unique_ptr<Step> makeRenameNodeStep(const NodePtr& node, const std::string& name);
-std::unique_ptr<Step> makeDefinitionStep(const ZEL::AddRefWrapper<Node>& node,
+std::unique_ptr<Step> makeDefinitionStep(const HostNodePtr& node,
                                          const ZEL::AddRefWrapper<Definition>& definition);
 
-/// Runs the steps from the first to the last, or backward, and tells nobody. False when one was
-/// refused: those that had run are taken back.
-bool runSteps(const Steps& steps, bool isForward);
+/// Runs the steps behind the first so many, to the last or backward from there, and tells nobody.
+/// False when one was refused: those that had run are taken back.
+bool runSteps(const Steps& steps, std::size_t first, bool isForward);
 
 } // namespace shading

@@ -1,13 +1,14 @@
 // The edits that put nodes into a compound and take them out.
 
 #include "document/document.h"
+#include "document/names.h"
 #include "document/rules.h"
+#include "edits/editName.h"
 #include "edits/edits.h"
 #include "edits/expansion.h"
-#include "shell/commandLine.h"
 
-#include <algorithm>
-#include <set>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace shading {
 
@@ -15,22 +16,20 @@ namespace {
 
 using Nodes = std::vector<NodePtr>;
 
-bool isAmong(const Nodes& nodes, const NodePtr& node)
-{
-    return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
-}
-
 /// The names of nodes that are connected to one of the nodes and are none of them. The library's
 /// command takes a far end for one of the moved nodes by its name.
-std::set<std::string> namesOfNeighbours(const Nodes& nodes)
+std::unordered_set<std::string> namesOfNeighbours(const Nodes& nodes)
 {
-    std::set<std::string> names;
+    std::unordered_set<ZEL::Node*> moved;
+    for (const NodePtr& node : nodes)
+        moved.insert(node.get());
+    std::unordered_set<std::string> names;
     for (const NodePtr& node : nodes) {
         for (ZEL::PortList* const list : {&node->inputs(), &node->outputs()}) {
             for (ZEL::Port* const port : *list) {
                 for (ZEL::Port* const other : port->connectedTo()) {
                     const NodePtr owner = other->getParentNode();
-                    if (owner && !isAmong(nodes, owner))
+                    if (owner && moved.count(owner.get()) == 0)
                         names.insert(owner->getName());
                 }
             }
@@ -44,7 +43,7 @@ class NamesAside {
 public:
     NamesAside(ZEL::Compound& compound, const Nodes& nodes)
     {
-        const std::set<std::string> taken = namesOfNeighbours(nodes);
+        const std::unordered_set<std::string> taken = namesOfNeighbours(nodes);
         for (const NodePtr& node : nodes) {
             if (taken.count(node->getName()) == 0)
                 continue;
@@ -82,47 +81,61 @@ void renamePortsLikeNodes(ZEL::Compound& compound)
     }
 }
 
-/// Why the library's command, which goes by names, cannot move the node.
-std::string moveProblem(ZEL::Compound& compound, const NodePtr& node, const std::string& name)
+/// Why the library's command, which goes by names, cannot move one of the nodes; which one.
+const ZEL::Node* unmovable(ZEL::Compound& compound, const Nodes& nodes, std::string& reason)
 {
-    if (!node)
-        return "no such node";
-    if (isAmbiguous(compound.nodes(), name.c_str()))
-        return "several nodes have this path: rename one first";
-    for (ZEL::PortList* const list : {&node->inputs(), &node->outputs()}) {
-        for (ZEL::Port* const port : *list) {
-            if (isAmbiguous(*list, port->getName()))
-                return std::string("several ports are called \"") + port->getName() + "\"";
+    std::unordered_map<std::string, int> names;
+    for (const NodePtr& node : compound.nodes())
+        ++names[node->getName()];
+    for (const NodePtr& node : nodes) {
+        if (node->getParentCompound() != &compound)
+            reason = "not in " + pathOf(*compound.getAsNode());
+        else if (names[node->getName()] > 1)
+            reason = "several nodes have this path: rename one first";
+        for (ZEL::PortList* const list : {&node->inputs(), &node->outputs()}) {
+            std::unordered_set<std::string> ports;
+            for (ZEL::Port* const port : *list) {
+                if (reason.empty() && !ports.insert(port->getName()).second)
+                    reason = std::string("several ports are called \"") + port->getName() + "\"";
+            }
         }
+        if (!reason.empty())
+            return node.get();
     }
-    return "";
+    return nullptr;
 }
 
 } // namespace
 
-bool Edits::collapse(const std::string& path,
+bool Edits::collapse(const CompoundPtr& compound,
                      const std::string& name,
-                     const std::vector<std::string>& nodes,
-                     std::string& createdPath)
+                     const std::vector<NodePtr>& nodes,
+                     NodePtr& created)
 {
-    const CompoundPtr compound = findCompound(path);
-    if (!compound)
+    if (!reaches(compound))
         return false;
-    const std::string problem = nameProblem(name);
+    const std::string path = pathOf(*compound->getAsNode());
+    std::string problem = nameProblem(name);
     if (!problem.empty())
-        return fail(path + "." + name, problem);
+        return fail(path, problem);
+    if (nodes.empty())
+        return fail(path, "no node is named");
+    std::unordered_set<ZEL::Node*> seen;
     Nodes moved;
     std::vector<std::string> words = {"collapse", path, name};
-    words.insert(words.end(), nodes.begin(), nodes.end());
-    for (const std::string& nodeName : nodes) {
-        const NodePtr node = compound->nodes()[nodeName.c_str()];
-        const std::string reason = moveProblem(*compound, node, nodeName);
-        if (!reason.empty())
-            return fail(std::string(path).append(".").append(nodeName), reason);
-        if (!isAmong(moved, node))
-            moved.push_back(node);
+    for (const NodePtr& node : nodes) {
+        if (!hasInner(node))
+            return false;
+        if (!seen.insert(node.get()).second)
+            continue;
+        moved.push_back(node);
+        words.emplace_back(node->getName());
     }
-    return runKeepingTypes(lineOf(words), path, [&] {
+    if (const ZEL::Node* const node = unmovable(*compound, moved, problem))
+        return fail(path + "." + node->getName(), problem);
+    const std::string what =
+        moved.size() == 1 ? moved[0]->getName() : std::to_string(moved.size()) + " nodes";
+    return runKeepingTypes(named("Collapse " + what + " into " + name, words), path, [&] {
         NamesAside aside(*compound, moved);
         ZEL::CreateCompoundCommand command;
         command.setParentCompound(&m_document, path.c_str());
@@ -132,23 +145,53 @@ bool Edits::collapse(const std::string& path,
         if (!command.doit())
             return "no compound can be made";
         aside.giveBack();
-        createdPath = command.getCreatedCompoundPath();
-        renamePortsLikeNodes(*m_document.findNodeFromPath(createdPath.c_str())->getAsCompound());
+        created = m_document.findNodeFromPath(command.getCreatedCompoundPath());
+        renamePortsLikeNodes(*created->getAsCompound());
         return "";
+    });
+}
+
+bool Edits::collapse(const std::string& path,
+                     const std::string& name,
+                     const std::vector<std::string>& nodes,
+                     std::string& createdPath)
+{
+    const CompoundPtr compound = findCompound(path);
+    if (!compound)
+        return false;
+    Nodes moved;
+    for (const std::string& nodeName : nodes) {
+        moved.push_back(compound->nodes()[nodeName.c_str()]);
+        if (!moved.back())
+            return fail(std::string(path).append(".").append(nodeName), "no such node");
+    }
+    NodePtr created;
+    if (!collapse(compound, name, moved, created))
+        return false;
+    createdPath = pathOf(*created);
+    return true;
+}
+
+bool Edits::expand(const NodePtr& graph, std::vector<std::string>& renamed)
+{
+    if (!hasInner(graph))
+        return false;
+    const std::string path = pathOf(*graph);
+    if (!graph->isCompound())
+        return fail(path, "not a compound");
+    const std::string title = std::string("Expand ") + graph->getName();
+    return runKeepingTypes(named(title, {"expand", path}), path, [&] {
+        Expansion expansion(graph);
+        std::string problem = expansion.run();
+        renamed = expansion.renamed();
+        return problem;
     });
 }
 
 bool Edits::expand(const std::string& path, std::vector<std::string>& renamed)
 {
-    const NodePtr node = findInnerNode(path);
-    if (!node || !findCompound(path))
-        return false;
-    return runKeepingTypes(lineOf({"expand", path}), path, [&] {
-        Expansion expansion(node);
-        std::string problem = expansion.run();
-        renamed = expansion.renamed();
-        return problem;
-    });
+    const NodePtr graph = findNode(path);
+    return graph && expand(graph, renamed);
 }
 
 } // namespace shading

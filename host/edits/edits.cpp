@@ -1,184 +1,74 @@
+// What all edits share, and the history.
+
 #include "edits/edits.h"
 
 #include "document/document.h"
 #include "document/names.h"
 #include "document/rules.h"
-#include "format/value.h"
-#include "shell/commandLine.h"
-
-#include <unordered_set>
 
 namespace shading {
 
 namespace {
 
-void collectPorts(ZEL::PortList& list, std::vector<PortPtr>& ports)
-{
-    for (ZEL::Port* const port : list)
-        ports.emplace_back(port);
-}
+const char* const kNoNode = "no such node";
+const char* const kNoPort = "no such port";
 
-/// All ports of the node and of everything inside.
-void collectPorts(ZEL::Node& node, std::vector<PortPtr>& ports)
+/// The list holds the node; mostly it is the first of its name.
+bool holds(ZEL::NodeList& list, const NodePtr& node)
 {
-    collectPorts(node.inputs(), ports);
-    collectPorts(node.outputs(), ports);
-    const CompoundPtr compound = node.getAsCompound();
-    if (!compound)
-        return;
-    collectPorts(compound->innerInputs(), ports);
-    collectPorts(compound->innerOutputs(), ports);
-    for (const NodePtr& inner : compound->nodes())
-        collectPorts(*inner, ports);
-}
-
-/// Takes off all connections that lead out of the node, also those from deep inside: a graph may be
-/// fed straight by a graph of the document.
-void isolate(ZEL::Node& node)
-{
-    std::vector<PortPtr> ports;
-    collectPorts(node, ports);
-    std::unordered_set<ZEL::Port*> inside;
-    for (const PortPtr& port : ports)
-        inside.insert(port.get());
-    for (const PortPtr& port : ports) {
-        ZEL::PortList& others = port->connectedTo();
-        for (int i = others.size() - 1; i >= 0; --i) {
-            if (inside.count(others[i].get()) == 0)
-                port->removeConnection(others[i]);
-        }
+    if (list[node->getName()] == node)
+        return true;
+    for (const NodePtr& other : list) {
+        if (other == node)
+            return true;
     }
+    return false;
 }
 
 } // namespace
 
 Edits::Edits(Document& document) : m_document(document), m_history(document) {}
 
-bool Edits::addPort(const std::string& path,
-                    ZEL::PortIOType ioType,
-                    const std::string& name,
-                    const std::string& type)
-{
-    const CompoundPtr compound = findCompound(path);
-    if (!compound)
-        return false;
-    const std::string problem = newNameProblem(*compound, name);
-    if (!problem.empty())
-        return fail(path + "." + name, problem);
-    const char* const direction = ioType == ZEL::PortInput ? "input" : "output";
-    return run(lineOf({"port", "add", path, direction, name, type}), path, [&] {
-        ZEL::ModifyCompoundPortCommand command;
-        command.setParentCompound(&m_document, path.c_str());
-        if (!command.createPort(ioType, name.c_str(), type.c_str()))
-            return "there is no data type \"" + type + "\"";
-        command.doit();
-        return std::string();
-    });
-}
-
-bool Edits::deletePort(const std::string& path, const std::string& name)
-{
-    const CompoundPtr compound = findCompound(path);
-    if (!compound || !findCompoundPort(*compound, name))
-        return false;
-    return run(lineOf({"port", "delete", path, name}), path + "." + name, [&] {
-        ZEL::ModifyCompoundPortCommand command;
-        command.setParentCompound(&m_document, path.c_str());
-        command.deletePort(name.c_str());
-        command.doit();
-        return std::string();
-    });
-}
-
-bool Edits::renamePort(const std::string& path,
-                       const std::string& oldName,
-                       const std::string& newName)
-{
-    const CompoundPtr compound = findCompound(path);
-    if (!compound || !findCompoundPort(*compound, oldName))
-        return false;
-    const std::string problem = newNameProblem(*compound, newName);
-    if (!problem.empty())
-        return fail(path + "." + newName, problem);
-    const auto command = std::make_shared<ZEL::ModifyCompoundPortCommand>();
-    const bool isDone =
-        run(lineOf({"port", "rename", path, oldName, newName}), path + "." + oldName, [&] {
-            command->setParentCompound(&m_document, path.c_str());
-            command->renamePort(oldName.c_str(), newName.c_str());
-            command->doit();
-            return std::string();
-        });
-    // This one reverses itself exactly: no object is made or lost.
-    if (Edit* const edit = isDone ? m_history.lastEdit() : nullptr) {
-        edit->command = [command](bool isForward) {
-            isForward ? command->redo(nullptr) : command->undo(nullptr);
-            return true;
-        };
-    }
-    return isDone;
-}
-
-bool Edits::setValue(const std::string& path, const std::string& value)
-{
-    const auto find = [&](ZEL::PortIOType ioType) {
-        return m_document.findPortFromPath(path.c_str(), ioType, ZEL::Container::eSearchNode);
-    };
-    const PortPtr port = find(ZEL::PortInput);
-    if (!port)
-        return fail(path, find(ZEL::PortOutput) ? "an output has no value" : "no such input");
-    const TypePtr type = port->getDataType();
-    const std::string problem = valueProblem(type ? type->getName() : "", value);
-    if (!problem.empty())
-        return fail(path, problem);
-    if (value == port->getPortDefaultValue())
-        return fail(path, "it has that value");
-    return run(lineOf({"set", path, value}), path, [&] {
-        port->setPortDefaultValue(value.c_str());
-        return "";
-    });
-}
-
-bool Edits::deleteNode(const std::string& path)
-{
-    const NodePtr node = findInnerNode(path);
-    if (!node)
-        return false;
-    const CompoundPtr around = node->getParentCompound();
-    return run(lineOf({"delete", path}), path, [&] {
-        isolate(*node);
-        return around->nodes().remove(node) ? "" : "it cannot be removed";
-    });
-}
-
-bool Edits::renameNode(const std::string& path, const std::string& name)
-{
-    const NodePtr node = findInnerNode(path);
-    if (!node)
-        return false;
-    const std::string problem = nameProblem(name);
-    if (!problem.empty())
-        return fail(path, problem);
-    const CompoundPtr around = node->getParentCompound();
-    if (isNameTaken(*around, name))
-        return fail(pathOf(*around->getAsNode()) + "." + name, "the name is taken");
-    return run(lineOf({"rename", path, name}), path, [&] {
-        node->setName(name.c_str());
-        return "";
-    });
-}
-
-bool Edits::run(const std::string& title, const std::string& subject, const History::Action& action)
+bool Edits::run(const EditName& name, const std::string& subject, const History::Action& action)
 {
     std::string reason;
-    return m_history.run(title, false, action, reason) || fail(subject, reason);
+    return m_history.run(name, false, action, reason) || fail(subject, reason);
 }
 
-bool Edits::runKeepingTypes(const std::string& title,
+bool Edits::runKeepingTypes(const EditName& name,
                             const std::string& subject,
                             const History::Action& action)
 {
     std::string reason;
-    return m_history.run(title, true, action, reason) || fail(subject, reason);
+    return m_history.run(name, true, action, reason) || fail(subject, reason);
+}
+
+bool Edits::undo(int count, std::vector<std::string>& titles)
+{
+    return replay(false, count, titles);
+}
+
+bool Edits::redo(int count, std::vector<std::string>& titles)
+{
+    return replay(true, count, titles);
+}
+
+bool Edits::replay(bool isForward, int count, std::vector<std::string>& titles)
+{
+    const std::string word = isForward ? "redo" : "undo";
+    const int available = isForward ? m_history.redoCount() : m_history.undoCount();
+    if (available == 0)
+        return fail("history", "nothing to " + word);
+    if (count > available)
+        return fail(std::to_string(count), "only " + std::to_string(available) + " to " + word);
+    for (; count > 0; --count) {
+        std::string title;
+        std::string problem;
+        if (!(isForward ? m_history.redo(title, problem) : m_history.undo(title, problem)))
+            return fail(title.empty() ? "history" : title, problem);
+        titles.push_back(title);
+    }
+    return true;
 }
 
 bool Edits::fail(const std::string& subject, const std::string& reason)
@@ -187,21 +77,80 @@ bool Edits::fail(const std::string& subject, const std::string& reason)
     return false;
 }
 
+bool Edits::has(const NodePtr& node)
+{
+    NodePtr top = node;
+    while (top && top != m_document.getRootNode()) {
+        const CompoundPtr around = top->getParentCompound();
+        top = around && holds(around->nodes(), top) ? around->getAsNode() : nullptr;
+    }
+    return top || fail(node ? node->getName() : "", kNoNode);
+}
+
+bool Edits::has(const PortPtr& port)
+{
+    const NodePtr node = port ? port->getParentNode() : nullptr;
+    if (!node)
+        return fail(port ? port->getName() : "", kNoPort);
+    const CompoundPtr inside = port->getParentCompound();
+    const bool isListed =
+        inside ? inside->innerInputs().findPort(port) >= 0 ||
+                     inside->innerOutputs().findPort(port) >= 0
+               : node->inputs().findPort(port) >= 0 || node->outputs().findPort(port) >= 0;
+    return isListed ? has(node) : fail(pathOf(*port), kNoPort);
+}
+
+bool Edits::hasInner(const NodePtr& node)
+{
+    if (!has(node))
+        return false;
+    return node != m_document.getRootNode() ||
+           fail(pathOf(*node), "the document itself stays as it is");
+}
+
+bool Edits::mayName(ZEL::Compound& compound, const std::string& name, const std::string& subject)
+{
+    const std::string problem = nameProblem(name);
+    if (!problem.empty())
+        return fail(subject, problem);
+    return !isNameTaken(compound, name) ||
+           fail(pathOf(*compound.getAsNode()) + "." + name, kNameIsTaken);
+}
+
+bool Edits::reaches(const CompoundPtr& compound)
+{
+    const NodePtr node = compound ? compound->getAsNode() : nullptr;
+    if (!has(node))
+        return false;
+    const std::string path = pathOf(*node);
+    return m_document.findNodeFromPath(path.c_str()) == node ||
+           fail(path, "several nodes have this path: rename one first");
+}
+
+PortPtr Edits::compoundPort(const PortPtr& port)
+{
+    if (!has(port))
+        return nullptr;
+    const CompoundPtr compound = port->getParentNode()->getAsCompound();
+    if (!compound) {
+        fail(pathOf(*port), "no port of a compound");
+        return nullptr;
+    }
+    if (!reaches(compound))
+        return nullptr;
+    const PortPtr inner = port->isCompoundInternalPort() ? port : compound->getReversePort(port);
+    if (findCompoundPort(pathOf(*compound->getAsNode()), port->getName()) == inner)
+        return inner;
+    fail(pathOf(*port), std::string("several ports are called \"") + port->getName() + "\"");
+    return nullptr;
+}
+
 NodePtr Edits::findNode(const std::string& path)
 {
     NodePtr node = m_document.findNodeFromPath(path.c_str());
     if (!node)
-        fail(path, "no such node");
+        fail(path, kNoNode);
     return node;
-}
-
-NodePtr Edits::findInnerNode(const std::string& path)
-{
-    NodePtr node = findNode(path);
-    if (!node || node->getParentCompound())
-        return node;
-    fail(path, "the document itself stays as it is");
-    return nullptr;
 }
 
 CompoundPtr Edits::findCompound(const std::string& path)
@@ -212,13 +161,16 @@ CompoundPtr Edits::findCompound(const std::string& path)
     return node ? node->getAsCompound() : nullptr;
 }
 
-PortPtr Edits::findCompoundPort(ZEL::Compound& compound, const std::string& name)
+PortPtr Edits::findCompoundPort(const std::string& path, const std::string& name)
 {
-    PortPtr port = compound.innerInputs()[name.c_str()];
+    const CompoundPtr compound = findCompound(path);
+    if (!compound)
+        return nullptr;
+    PortPtr port = compound->innerInputs()[name.c_str()];
     if (!port)
-        port = compound.innerOutputs()[name.c_str()];
+        port = compound->innerOutputs()[name.c_str()];
     if (!port)
-        fail(pathOf(*compound.getAsNode()) + "." + name, "no such port");
+        fail(path + "." + name, kNoPort);
     return port;
 }
 

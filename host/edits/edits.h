@@ -1,6 +1,8 @@
 #pragma once
 
+#include "definitions/definitionIndex.h"
 #include "document/history.h"
+#include "document/node.h"
 
 #include <string>
 #include <vector>
@@ -9,10 +11,13 @@ namespace shading {
 
 class Document;
 
-/// The edits of a document, each undone and redone as one. Things are named by path; the first
-/// match wins. An edit that answers false was refused: nothing changed, and problem() says why.
+/// The edits of a document, each undone and redone as one. An edit that answers false was refused:
+/// nothing changed, and problem() says why. The library's commands make the changes where there is
+/// one.
 ///
-/// The library's commands make the changes where there is one.
+/// Each edit is there on objects, and by path, which finds the objects and does the same: the first
+/// of a path wins. An object must be in the document. A compound is edited by commands that find it
+/// by its path: when another node has the same one, that is refused.
 class Edits {
 public:
     /// A thing and what is wrong with it.
@@ -21,15 +26,21 @@ public:
         std::string reason;
     };
 
-    /// The document is not owned and must outlive the edits.
+    /// The document is not owned and must outlive the edits. Throws std::logic_error when the
+    /// document has edits already: it has one history.
     explicit Edits(Document& document);
 
     const Problem& problem() const { return m_problem; }
+    /// For groups of edits, for observers, and for what the edits are called.
     History& history() { return m_history; }
 
-    // Connections. The two paths may come in either order; where both orders make sense, the first
-    // is the source. The port of a compound node means its inner port when the other end lies
-    // inside. A source that the target has is replaced.
+    // Connections.
+    /// A source that the target has is replaced.
+    bool connect(const PortPtr& source, const PortPtr& target);
+    bool disconnect(const PortPtr& source, const PortPtr& target);
+    bool disconnectAll(const PortPtr& port);
+    /// The two paths may come in either order; where both orders make sense, the first is the
+    /// source. The port of a compound node means its inner port when the other end lies inside.
     bool connect(const std::string& a, const std::string& b);
     bool disconnect(const std::string& a, const std::string& b);
     /// All connections of the ports at the path, those inside a compound too.
@@ -37,7 +48,11 @@ public:
 
     // Compounds.
     /// Moves the nodes of the compound into a new compound node there. Its name, and those of its
-    /// ports, are made unique. Gives the path of the new node.
+    /// ports, are made unique. Gives the new node.
+    bool collapse(const CompoundPtr& compound,
+                  const std::string& name,
+                  const std::vector<NodePtr>& nodes,
+                  NodePtr& created);
     bool collapse(const std::string& path,
                   const std::string& name,
                   const std::vector<std::string>& nodes,
@@ -45,9 +60,16 @@ public:
     /// Moves the nodes of the compound node up and removes it. Connections through its ports become
     /// direct, and what an unconnected input gave is given to the ports that it fed. A name that is
     /// taken above is made unique; gives "OLD PATH -> NEW PATH" for each of those.
+    bool expand(const NodePtr& graph, std::vector<std::string>& renamed);
     bool expand(const std::string& path, std::vector<std::string>& renamed);
 
-    // Ports of compounds.
+    // Ports of compounds. The port may be that of the node or the inner one.
+    bool addPort(const CompoundPtr& compound,
+                 ZEL::PortIOType ioType,
+                 const std::string& name,
+                 const std::string& type);
+    bool deletePort(const PortPtr& port);
+    bool renamePort(const PortPtr& port, const std::string& name);
     bool addPort(const std::string& path,
                  ZEL::PortIOType ioType,
                  const std::string& name,
@@ -59,31 +81,70 @@ public:
     // Values.
     /// Gives the input of a node, or of a compound from both sides, a value: a text that its data
     /// type knows. It counts where nothing feeds the input.
+    bool setValue(const PortPtr& port, const std::string& value);
     bool setValue(const std::string& path, const std::string& value);
 
     // Nodes.
+    /// Makes a node of that definition inside the compound and gives it.
+    bool createNode(const CompoundPtr& compound,
+                    const DefinitionPtr& definition,
+                    const std::string& name,
+                    HostNodePtr& created);
+    /// The type is the name of a definition or a node type, as definitionFor takes it.
+    bool createNode(const std::string& path,
+                    const std::string& type,
+                    const std::string& name,
+                    HostNodePtr& created);
+    /// The definition of that name; or of those of that node type, old versions aside, one that
+    /// makes a float, else the first by name. Empty when there is none.
+    DefinitionPtr definitionFor(const std::string& type) const;
+    bool deleteNode(const NodePtr& node);
     bool deleteNode(const std::string& path);
+    bool renameNode(const NodePtr& node, const std::string& name);
     bool renameNode(const std::string& path, const std::string& name);
+    /// Brings all nodes of this document, and of no other, up to their definitions.
+    bool rebuild();
+
+    // The history.
+    /// Takes so many edits back, or does them again; gives their titles. More than there are: none,
+    /// and refused. When a listener refuses one, those before it stay done.
+    bool undo(int count, std::vector<std::string>& titles);
+    bool redo(int count, std::vector<std::string>& titles);
 
     /// Any other change as one edit; on failure the problem is about the subject.
-    bool run(const std::string& title, const std::string& subject, const History::Action& action);
+    bool run(const EditName& name, const std::string& subject, const History::Action& action);
 
 private:
     bool fail(const std::string& subject, const std::string& reason);
-    bool runKeepingTypes(const std::string& title,
+    bool runKeepingTypes(const EditName& name,
                          const std::string& subject,
                          const History::Action& action);
+    bool replay(bool isForward, int count, std::vector<std::string>& titles);
+    bool disconnectPorts(const std::vector<PortPtr>& ports, const std::string& path);
+
+    // False, and noted as the problem, for what is no part of the document.
+    bool has(const NodePtr& node);
+    bool has(const PortPtr& port);
+    /// An inner node, for the root node stays as it is.
+    bool hasInner(const NodePtr& node);
+    /// A new name in the compound. The subject is what gets it, or the compound.
+    bool mayName(ZEL::Compound& compound, const std::string& name, const std::string& subject);
+    /// A compound that its path leads to.
+    bool reaches(const CompoundPtr& compound);
+    /// The compound's inner port that the port is or mirrors, which its name leads to.
+    PortPtr compoundPort(const PortPtr& port);
+
+    // Empty, and noted as the problem, when the path leads to none.
     NodePtr findNode(const std::string& path);
-    /// Like findNode, and the root node is refused.
-    NodePtr findInnerNode(const std::string& path);
     CompoundPtr findCompound(const std::string& path);
     /// The inner port of the compound, an input before an output.
-    PortPtr findCompoundPort(ZEL::Compound& compound, const std::string& name);
+    PortPtr findCompoundPort(const std::string& path, const std::string& name);
     bool findConnection(const std::string& a,
                         const std::string& b,
                         bool isPresent,
                         PortPtr& sender,
                         PortPtr& receiver);
+    std::string connectionLine(const char* word, const PortPtr& sender, const PortPtr& receiver);
 
     Document& m_document;
     History m_history;

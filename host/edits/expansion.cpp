@@ -3,8 +3,6 @@
 #include "document/names.h"
 #include "document/rules.h"
 
-#include <algorithm>
-
 namespace shading {
 
 namespace {
@@ -22,8 +20,10 @@ Expansion::Expansion(const NodePtr& graph)
       m_compound(graph->getAsCompound()),
       m_around(graph->getParentCompound())
 {
-    for (const NodePtr& node : m_compound->nodes())
+    for (const NodePtr& node : m_compound->nodes()) {
         m_nodes.push_back(node);
+        m_planned.insert(node.get());
+    }
 }
 
 std::string Expansion::run()
@@ -63,9 +63,7 @@ void Expansion::planNode(ZEL::Node& node)
     for (ZEL::Port* const input : node.inputs()) {
         for (ZEL::Port* const source : input->connectedTo()) {
             const NodePtr owner = source->getParentNode();
-            const bool isPlanned = owner == m_graph || std::find(m_nodes.begin(), m_nodes.end(),
-                                                                 owner) != m_nodes.end();
-            if (!isPlanned)
+            if (owner != m_graph && m_planned.count(owner.get()) == 0)
                 m_links.push_back({source, input});
         }
     }
@@ -91,11 +89,10 @@ void Expansion::planInput(const PortPtr& outer, const PortPtr& inner)
 /// leads to on the other side. What runs in a circle through the compound ends nowhere.
 void Expansion::addTargets(ZEL::Port& sender,
                            std::vector<PortPtr>& targets,
-                           std::vector<ZEL::Port*>& seen)
+                           std::unordered_set<ZEL::Port*>& seen)
 {
-    if (std::find(seen.begin(), seen.end(), &sender) != seen.end())
+    if (!seen.insert(&sender).second)
         return;
-    seen.push_back(&sender);
     for (ZEL::Port* const target : sender.connectedTo()) {
         if (target->getParentNode() != m_graph)
             targets.emplace_back(target);
@@ -107,7 +104,7 @@ void Expansion::addTargets(ZEL::Port& sender,
 std::vector<PortPtr> Expansion::targetsOf(ZEL::Port& sender)
 {
     std::vector<PortPtr> targets;
-    std::vector<ZEL::Port*> seen;
+    std::unordered_set<ZEL::Port*> seen;
     addTargets(sender, targets, seen);
     return targets;
 }
@@ -129,11 +126,8 @@ std::string Expansion::moveUp(const NodePtr& node)
     const std::string oldPath = pathOf(*node);
     const std::string name = node->getName();
     // Free above, and among those that are still inside.
-    std::string unique = name;
-    for (int number = 2;
-         isNameTaken(*m_around, unique) || (unique != name && m_compound->nodes()[unique.c_str()]);
-         ++number)
-        unique = name + std::to_string(number);
+    const std::string unique =
+        isNameTaken(*m_around, name) ? uniqueName(*m_around, name, m_compound.get()) : name;
     node->setName(unique.c_str());
     if (!m_compound->nodes().remove(node) || !m_around->nodes().add(node))
         return oldPath + " cannot be moved";

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "document/step.h"
+#include "document/pointers.h"
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace shading {
@@ -34,8 +35,9 @@ private:
 
     void planNode(ZEL::Node& node);
     void planInput(const PortPtr& outer, const PortPtr& inner);
-    void
-    addTargets(ZEL::Port& sender, std::vector<PortPtr>& targets, std::vector<ZEL::Port*>& seen);
+    void addTargets(ZEL::Port& sender,
+                    std::vector<PortPtr>& targets,
+                    std::unordered_set<ZEL::Port*>& seen);
     std::vector<PortPtr> targetsOf(ZEL::Port& sender);
     void disconnectAll();
     std::string moveUp(const NodePtr& node);
@@ -44,6 +46,7 @@ private:
     CompoundPtr m_compound;
     CompoundPtr m_around;
     std::vector<NodePtr> m_nodes;
+    std::unordered_set<ZEL::Node*> m_planned; ///< The same, to be looked up.
     std::vector<Link> m_links;
     std::vector<Value> m_values;
     std::vector<std::string> m_renamed;

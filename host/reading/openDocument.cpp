@@ -9,6 +9,13 @@
 
 namespace shading {
 
+namespace {
+
+const char* const kNewText =
+    "<?xml version=\"1.0\"?>\n<materialx version=\"1.38\">\n</materialx>\n";
+
+} // namespace
+
 std::unique_ptr<Document>
 openDocument(const std::string& path, const OpenOptions& options, std::vector<Message>& messages)
 {
@@ -30,6 +37,19 @@ openDocument(const std::string& path, const OpenOptions& options, std::vector<Me
     }
     if (options.isStrict && !found.empty())
         return nullptr;
+    document->makeKnown();
+    return document;
+}
+
+std::unique_ptr<Document> newDocument(const std::string& path, const OpenOptions& options)
+{
+    auto xml = std::make_unique<XmlSource>();
+    Message none; // Nothing is wrong with it.
+    xml->loadText(path, kNewText, none);
+    auto document = std::make_unique<Document>(std::move(xml), options.runtime);
+    std::vector<Message> ignored;
+    Progress progress(options.progress);
+    document->setRootNode(readNetwork(*document, document->xml(), ignored, progress));
     document->makeKnown();
     return document;
 }

@@ -23,6 +23,9 @@ struct OpenOptions {
 std::unique_ptr<Document>
 openDocument(const std::string& path, const OpenOptions& options, std::vector<Message>& messages);
 
+/// A new document with nothing in it, to be saved into that file.
+std::unique_ptr<Document> newDocument(const std::string& path, const OpenOptions& options);
+
 /// A document of that text in UTF-8, with the runtime and the definitions of the other one, which
 /// nobody else knows. Empty, with an error, when it cannot be opened.
 std::unique_ptr<Document> openText(const std::string& text, const Document& other, Message& error);

@@ -24,9 +24,8 @@ bool isNameCharacter(char c)
 /// Why the format has no such name; empty when it has.
 std::string savedNameProblem(const std::string& name)
 {
-    std::string problem = nameProblem(name);
-    if (!problem.empty())
-        return problem;
+    if (!isReachable(name))
+        return nameProblem(name);
     if (!isXmlText(name))
         return "its name has characters that XML cannot hold";
     bool isGood = name[0] < '0' || name[0] > '9';

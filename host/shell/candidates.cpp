@@ -30,11 +30,6 @@ const struct {
     {"any", {true, true, true, true}},
 };
 
-bool isReachable(const char* name)
-{
-    return nameProblem(name).empty();
-}
-
 /// True when a path of the kind may lead on from the node.
 bool leadsOn(ZEL::Node& node, const PathKind& kind)
 {

@@ -1,7 +1,7 @@
 #include "shell/completion.h"
 
+#include "base/commandLine.h"
 #include "shell/candidates.h"
-#include "shell/commandLine.h"
 #include "shell/shell.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "shell/shell.h"
 
-#include "shell/commandLine.h"
+#include "base/commandLine.h"
 #include "shell/help.h"
 
 #include <algorithm>
@@ -8,9 +8,8 @@
 
 namespace shading {
 
-Shell::Shell(Document& document, std::ostream& out, std::ostream& err)
-    : m_document(document),
-      m_edits(document),
+Shell::Shell(Session& session, std::ostream& out, std::ostream& err)
+    : m_session(session),
       m_out(out),
       m_err(err)
 {
@@ -107,9 +106,15 @@ bool Shell::fail(const std::string& subject, const std::string& reason)
     return false;
 }
 
+bool Shell::report(bool isDone)
+{
+    const Edits::Problem& problem = edits().problem();
+    return isDone || fail(problem.subject, problem.reason);
+}
+
 ZEL::AddRefWrapper<ZEL::Node> Shell::nodeAt(const std::string& path)
 {
-    ZEL::AddRefWrapper<ZEL::Node> node = m_document.findNodeFromPath(path.c_str());
+    ZEL::AddRefWrapper<ZEL::Node> node = document().findNodeFromPath(path.c_str());
     if (!node)
         fail(path, "no such node");
     return node;
@@ -118,7 +123,7 @@ ZEL::AddRefWrapper<ZEL::Node> Shell::nodeAt(const std::string& path)
 ZEL::AddRefWrapper<ZEL::Compound> Shell::compoundAt(const std::vector<std::string>& arguments)
 {
     if (arguments.empty())
-        return m_document.getRootNode()->getAsCompound();
+        return document().getRootNode()->getAsCompound();
     const ZEL::AddRefWrapper<ZEL::Node> node = nodeAt(arguments.front());
     if (!node)
         return nullptr;

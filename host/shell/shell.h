@@ -1,7 +1,6 @@
 #pragma once
 
-#include "document/document.h"
-#include "edits/edits.h"
+#include "session/session.h"
 #include "shell/script.h"
 
 #include <functional>
@@ -30,12 +29,12 @@ struct Command {
     const char* group = "";   ///< The title that it was added under.
 };
 
-/// Runs commands, given as lines of text, on one document.
+/// Runs commands, given as lines of text, on the document of one session.
 class Shell {
 public:
     /// Nothing given is owned; all must outlive the shell. Knows `help`, `source` and
     /// `quit`.
-    Shell(Document& document, std::ostream& out, std::ostream& err);
+    Shell(Session& session, std::ostream& out, std::ostream& err);
 
     /// Adds commands to the table; a name is used once. The help shows them below the title.
     void add(const std::vector<Command>& commands, const char* title = "More");
@@ -55,9 +54,9 @@ public:
     void stopScriptsWhen(std::function<bool()> isStopped) { m_isStopped = std::move(isStopped); }
 
     // For commands.
-    Document& document() { return m_document; }
-    /// All changes of the document go through it.
-    Edits& edits() { return m_edits; }
+    Session& session() { return m_session; }
+    Document& document() { return m_session.document(); }
+    Edits& edits() { return m_session.edits(); }
     std::ostream& out() { return m_out; }
     const std::vector<Command>& commands() const { return m_commands; }
     /// True when the running command was given that option of its own.
@@ -65,6 +64,8 @@ public:
     /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON", in a script with
     /// "FILE:LINE: " before it. Returns false.
     bool fail(const std::string& subject, const std::string& reason);
+    /// Passes on whether an edit was done, and reports why it was refused.
+    bool report(bool isDone);
     /// The node at the path; empty, and reported, when the path names none.
     ZEL::AddRefWrapper<ZEL::Node> nodeAt(const std::string& path);
     /// The compound at the path, that of the root node without one; empty, and reported, when the
@@ -80,8 +81,7 @@ private:
     static bool source(Shell& shell, const std::vector<std::string>& arguments);
     static bool quit(Shell& shell, const std::vector<std::string>& arguments);
 
-    Document& m_document;
-    Edits m_edits;
+    Session& m_session;
     std::ostream& m_out;
     std::ostream& m_err;
     std::vector<Command> m_commands;
@@ -95,9 +95,9 @@ private:
 
 /// The commands that show a network and change nothing.
 const std::vector<Command>& viewCommands();
-/// The commands that show what the runtime offers, and make nodes of it.
+/// The commands that show what the runtime offers.
 const std::vector<Command>& libraryCommands();
-/// The commands that change a network, take changes back, and check it.
+/// The commands that change a network: what they ask for, Edits does.
 const std::vector<Command>& editCommands();
 /// The commands that write files.
 const std::vector<Command>& fileCommands();

@@ -129,7 +129,7 @@ void runFromTerminal(Shell& shell)
     bool isWarned = false;
     while (true) {
         const bool isAtEnd = !runLine(shell) || shell.hasQuit();
-        if (isAtEnd && (isWarned || shell.edits().history().isSaved()))
+        if (isAtEnd && (isWarned || shell.session().isSaved()))
             break;
         // Only at once: the next `quit` after more edits warns again.
         isWarned = isAtEnd;

@@ -1,6 +1,3 @@
-#include "definitions/pluginModule.h"
-#include "reading/definitionReader.h"
-#include "reading/openDocument.h"
 #include "shell/commands/drawCommand.h"
 #include "shell/progressLine.h"
 #include "shell/shell.h"
@@ -24,8 +21,11 @@ constexpr int kWrongUsage = 2;
 
 const char* const kUsage =
     "usage: zelsh [OPTION]... DOCUMENT.mtlx [-c COMMAND]...\n"
+    "       zelsh [OPTION]... --new FILE.mtlx [-c COMMAND]...\n"
     "Opens a shading document and runs the commands, or those on standard input.\n"
     "  -c COMMAND      run this command; may be repeated\n"
+    "  --new FILE      begin an empty document; `save` writes it into FILE, which must not be "
+    "there\n"
     "  --plugin PATH   load this plugin (default: shadingPlugin.so beside the program)\n"
     "  --library FILE  read more data types and node definitions; may be repeated\n"
     "  --strict        do not open a document that has warnings\n"
@@ -40,6 +40,7 @@ struct Arguments {
     std::string plugin = shading::defaultPluginPath();
     std::vector<std::string> libraries;
     shading::OpenOptions options;
+    bool isNew = false; ///< The document is to be made.
     bool wantsHelp = false;
     bool isWatched = false;
 };
@@ -48,10 +49,15 @@ struct Arguments {
 bool readArguments(int argc, char** argv, Arguments& arguments)
 {
     const option longOptions[] = {
-        {"plugin", required_argument, nullptr, 'p'}, {"library", required_argument, nullptr, 'l'},
-        {"strict", no_argument, nullptr, 's'},       {"watch", no_argument, nullptr, 'w'},
-        {"help", no_argument, nullptr, 'h'},         {nullptr, 0, nullptr, 0},
+        {"plugin", required_argument, nullptr, 'p'},
+        {"library", required_argument, nullptr, 'l'},
+        {"strict", no_argument, nullptr, 's'},
+        {"watch", no_argument, nullptr, 'w'},
+        {"help", no_argument, nullptr, 'h'},
+        {"new", required_argument, nullptr, 'n'},
+        {nullptr, 0, nullptr, 0},
     };
+    std::vector<std::string> documents;
     int letter = 0;
     while ((letter = getopt_long(argc, argv, "c:h", longOptions, nullptr)) != -1) {
         if (letter == 'c')
@@ -66,15 +72,19 @@ bool readArguments(int argc, char** argv, Arguments& arguments)
             arguments.isWatched = true;
         else if (letter == 'h')
             arguments.wantsHelp = true;
+        else if (letter == 'n')
+            documents.emplace_back(optarg);
         else
             return false; // getopt_long has said why.
     }
-    if (optind + 1 == argc)
-        arguments.document = argv[optind];
+    arguments.isNew = !documents.empty();
+    documents.insert(documents.end(), argv + optind, argv + argc);
+    if (documents.size() == 1)
+        arguments.document = documents.front();
     else if (!arguments.wantsHelp)
-        std::cerr << "zelsh: " << (optind == argc ? "no document" : "more than one document")
+        std::cerr << "zelsh: " << (documents.empty() ? "no document" : "more than one document")
                   << "\n";
-    return optind + 1 == argc || arguments.wantsHelp;
+    return documents.size() == 1 || arguments.wantsHelp;
 }
 
 /// Goes on after a command that failed; false when there was one.
@@ -110,26 +120,32 @@ int terminalColumns()
     return size.ws_col > 0 ? size.ws_col : 80; // Some terminals do not say.
 }
 
-/// The plugin's runtime; without a plugin the host's own, which has no definitions.
-ZEL::Runtime*
-chooseRuntime(const std::string& path, shading::PluginModule& plugin, ZEL::Runtime& own)
+/// The session that was asked for; empty, and said why, when there is none. A document that takes
+/// its time to open has a line on standard error.
+std::unique_ptr<shading::Session> begin(const Arguments& arguments)
 {
     std::string problem;
-    if (plugin.load(path, problem))
-        return plugin.runtime();
-    std::cerr << "zelsh: plugin " << path << ": " << problem << "; going on without it\n";
-    return &own;
-}
-
-/// With a line on standard error when it takes its time.
-std::unique_ptr<shading::Document> openDocument(const Arguments& arguments,
-                                                std::vector<shading::Message>& messages)
-{
-    shading::ProgressLine line(std::cerr, terminalColumns(), "opening " + arguments.document,
-                               std::chrono::steady_clock::now);
-    shading::OpenOptions options = arguments.options;
-    options.progress = [&](int permille) { line.update(permille); };
-    return shading::openDocument(arguments.document, options, messages);
+    const auto environment = std::make_shared<shading::Environment>(arguments.plugin, problem);
+    if (!problem.empty())
+        std::cerr << "zelsh: plugin " << arguments.plugin << ": " << problem
+                  << "; going on without it\n";
+    std::vector<shading::Message> messages;
+    bool isRead = true;
+    for (const std::string& library : arguments.libraries)
+        isRead = environment->addLibrary(library, messages) && isRead;
+    std::unique_ptr<shading::Session> session;
+    if (isRead && arguments.isNew) {
+        session = shading::Session::createNew(environment, arguments.document, messages);
+    } else if (isRead) {
+        shading::ProgressLine line(std::cerr, terminalColumns(), "opening " + arguments.document,
+                                   std::chrono::steady_clock::now);
+        shading::OpenOptions options = arguments.options;
+        options.progress = [&](int permille) { line.update(permille); };
+        session = shading::Session::open(environment, arguments.document, options, messages);
+    }
+    for (const shading::Message& message : messages)
+        std::cerr << shading::messageText(message) << "\n";
+    return session;
 }
 
 bool runCommands(shading::Shell& shell, const std::vector<std::string>& commands)
@@ -154,26 +170,11 @@ int main(int argc, char** argv)
         return finish(true);
     }
 
-    // The order matters: at the end the document goes before the runtime that serves it, and the
-    // plugin, which owns the runtime and the code behind it, goes last.
-    shading::PluginModule plugin;
-    ZEL::Runtime ownRuntime;
-    ZEL::Runtime* const runtime = chooseRuntime(arguments.plugin, plugin, ownRuntime);
-    arguments.options.runtime = runtime;
-
-    std::vector<shading::Message> messages;
-    bool isRead = true;
-    for (const std::string& library : arguments.libraries)
-        isRead = shading::readDefinitions(library, *runtime, messages) && isRead;
-    std::unique_ptr<shading::Document> document;
-    if (isRead)
-        document = openDocument(arguments, messages);
-    for (const shading::Message& message : messages)
-        std::cerr << shading::messageText(message) << "\n";
-    if (!document)
+    const std::unique_ptr<shading::Session> session = begin(arguments);
+    if (!session)
         return kFailure;
 
-    shading::Shell shell(*document, std::cout, std::cerr);
+    shading::Shell shell(*session, std::cout, std::cerr);
     shell.add(shading::viewCommands(), "Looking");
     shell.add(shading::drawCommands(), "Looking");
     shell.add(shading::libraryCommands(), "Definitions");
@@ -181,7 +182,7 @@ int main(int argc, char** argv)
     shell.add(shading::fileCommands(), "Files");
     std::unique_ptr<shading::Watcher> watcher;
     if (arguments.isWatched)
-        watcher = std::make_unique<shading::Watcher>(document->getRootNode(), std::cout);
+        watcher = std::make_unique<shading::Watcher>(session->document().getRootNode(), std::cout);
     bool isGood = true;
     if (!arguments.commands.empty())
         isGood = runCommands(shell, arguments.commands);

@@ -139,7 +139,9 @@ void expectSaved(shading::Document& document)
 void edit(shading::Document& document, const std::string& commands)
 {
     std::ostringstream told;
-    shading::Shell shell(document, told, told);
+    const std::shared_ptr<shading::Document> borrowed(std::shared_ptr<void>(), &document);
+    shading::Session session(borrowed, "");
+    shading::Shell shell(session, told, told);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
     std::istringstream lines(commands);

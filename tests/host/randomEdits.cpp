@@ -1,6 +1,5 @@
 #include "randomEdits.h"
 
-#include "document/definedNode.h"
 #include "document/names.h"
 #include "document/node.h"
 #include "document/rules.h"
@@ -116,35 +115,48 @@ RandomEdits::anyPort(bool isSource, const shading::CompoundPtr& compound, ZEL::P
     return port;
 }
 
+/// By the library's definition of a node that is there; now and then one that no definition knows.
 bool RandomEdits::createNode(std::string& line)
 {
     const shading::CompoundPtr compound = anyCompound();
+    const std::string path = pathOf(*compound->getAsNode());
     const std::string name = anyName();
-    line = "create " + pathOf(*compound->getAsNode()) + " " + name;
-    const std::vector<shading::DefinitionPtr>& definitions =
-        m_document.definitions().ofNodeType(anyNode()->getNodeTypeName());
-    const int choice = number(static_cast<int>(definitions.size()) + 1);
-    const auto definition = static_cast<std::size_t>(choice);
-    return m_edits.run(line, name, [&] {
-        ZEL::AddRefWrapper<shading::Node> node;
-        if (definition < definitions.size()) {
-            node = shading::createNode(m_document, definitions[definition], name.c_str());
-        } else {
-            node = shading::Node::createNew(&m_document, name.c_str());
-            node->setNodeTypeName("made");
-            node->inputs().addPort("in", m_document.dataType("float"));
-            node->outputs().addPort("out", m_document.dataType("float"));
-        }
-        const std::string problem = shading::nameProblem(name);
-        return problem.empty() && !compound->nodes().add(node) ? "refused" : problem;
+    const std::string type = anyNode()->getNodeTypeName();
+    shading::HostNodePtr created;
+    if (number(4) > 0 && m_edits.definitionFor(type)) {
+        line = "create " + type + " " + name + " " + path;
+        return m_edits.createNode(path, type, name, created);
+    }
+    line = "made " + path + " " + name;
+    return m_edits.run({line, {}}, name, [&] {
+        const std::string problem = shading::newNameProblem(*compound, name);
+        created = shading::Node::createNew(&m_document, name.c_str());
+        created->setNodeTypeName("made");
+        created->inputs().addPort("in", m_document.dataType("float"));
+        created->outputs().addPort("out", m_document.dataType("float"));
+        return problem.empty() && !compound->nodes().add(created.get()) ? "refused" : problem;
     });
+}
+
+/// A value that the type of the port may know, or none.
+bool RandomEdits::setValue(std::string& line)
+{
+    static const char* const values[] = {"0.5", "1", "0.1, 0.2, 0.3", "true", "a <b> & \"c\"", ""};
+    const shading::NodePtr node = anyNode();
+    ZEL::PortList& inputs = node->inputs();
+    const std::string path =
+        inputs.size() > 0 ? pathOf(*inputs[number(inputs.size())]) : pathOf(*node) + ".none";
+    const std::string value = values[number(6)];
+    line = "set " + path + " '" + value + "'";
+    return m_edits.setValue(path, value);
 }
 
 std::string RandomEdits::anyName()
 {
-    static const char* const names[] = {"a", "b", "in", "out", "position", "mix", "a.b", ""};
+    static const char* const names[] = {"a",   "b",   "in",        "out", "position",
+                                        "mix", "a.b", "two words", ""};
     // Mostly new ones.
-    return number(3) == 0 ? names[number(8)] : "n" + std::to_string(number(100000));
+    return number(3) == 0 ? names[number(9)] : "n" + std::to_string(number(100000));
 }
 
 bool RandomEdits::editPort(std::string& line)
@@ -203,7 +215,7 @@ bool RandomEdits::edit(std::string& line)
     const std::string source = from ? from->getFullPathName().getName() : "Top.none";
     const std::string target = to ? to->getFullPathName().getName() : "Top.none";
     const std::string name = anyName();
-    switch (number(16)) {
+    switch (number(18)) {
     case 0:
     case 1:
     case 2:
@@ -233,6 +245,9 @@ bool RandomEdits::edit(std::string& line)
         return m_edits.renameNode(node, name);
     case 11:
         return expandOrCollapse(false, line);
+    case 12:
+    case 13:
+        return setValue(line);
     default:
         return createNode(line);
     }

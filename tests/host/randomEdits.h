@@ -31,6 +31,7 @@ private:
     bool edit(std::string& line);
     bool expandOrCollapse(bool isExpand, std::string& line);
     bool createNode(std::string& line);
+    bool setValue(std::string& line);
     bool editPort(std::string& line);
     void collect(const shading::NodePtr& node);
 

@@ -1,6 +1,5 @@
 #include "testDocument.h"
 
-#include "reading/openDocument.h"
 #include "shell/commands/drawCommand.h"
 #include "shell/shell.h"
 
@@ -57,7 +56,8 @@ TestDocument::TestDocument(const std::string& elements, bool isStrict)
 std::string TestDocument::run(const std::string& commands) const
 {
     std::ostringstream out;
-    shading::Shell shell(*opened, out, out);
+    shading::Session session = sessionOn(*opened);
+    shading::Shell shell(session, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::fileCommands());
     shell.add(shading::drawCommands());
@@ -66,6 +66,12 @@ std::string TestDocument::run(const std::string& commands) const
     while (std::getline(lines, line))
         shell.run(line);
     return out.str();
+}
+
+shading::Session sessionOn(shading::Document& document)
+{
+    const std::shared_ptr<shading::Document> borrowed(std::shared_ptr<void>(), &document);
+    return shading::Session(borrowed, "");
 }
 
 std::string openText(const std::string& text)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/document.h"
+#include "session/session.h"
 
 #include <memory>
 #include <string>
@@ -33,6 +33,9 @@ struct TestDocument {
     std::string messages; ///< One a line, without the folder of the file.
     std::unique_ptr<shading::Document> opened;
 };
+
+/// A session on a document that somebody else owns. It ends before the next one begins.
+shading::Session sessionOn(shading::Document& document);
 
 /// The messages of a file with that text, one a line, without its folder; "opened" when it opens.
 std::string openText(const std::string& text);

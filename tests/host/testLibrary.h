@@ -36,7 +36,8 @@ inline std::unique_ptr<shading::Document> openWith(ZEL::Runtime* runtime,
 inline std::string runIn(shading::Document& document, const std::string& commands)
 {
     std::ostringstream out;
-    shading::Shell shell(document, out, out);
+    shading::Session session = sessionOn(document);
+    shading::Shell shell(session, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::libraryCommands());
     shell.add(shading::editCommands());

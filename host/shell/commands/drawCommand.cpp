@@ -1,8 +1,8 @@
 #include "shell/commands/drawCommand.h"
 
 #include "base/fileReplace.h"
-#include "document/node.h"
 #include "draw/zelPicture.h"
+#include "session/shown.h"
 
 #include <charconv>
 #include <strings.h>
@@ -59,19 +59,6 @@ bool readArguments(Shell& shell, const Words& words, DrawArguments& arguments)
     if (!isPictureName(arguments.file))
         return shell.fail(arguments.file, "the name of a picture ends in .svg");
     arguments.path.assign(names.begin() + 1, names.end());
-    return true;
-}
-
-/// False for a port that says no more than the definition of the node does.
-bool isTelling(ZEL::Node& node, ZEL::Port& port)
-{
-    auto* const own = dynamic_cast<Node*>(&node);
-    if (!own || !own->definition() || own->isInDocument(port))
-        return true;
-    for (const PortDescription& described : own->definition()->record().inputs) {
-        if (described.name == port.getName())
-            return described.value != port.getPortDefaultValue();
-    }
     return true;
 }
 

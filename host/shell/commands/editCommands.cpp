@@ -1,8 +1,9 @@
 #include "check/zelCheck.h"
-#include "edits/edits.h"
 #include "shell/shell.h"
 #include "views/json.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <ostream>
 
@@ -12,32 +13,26 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-bool report(Shell& shell, bool isDone)
-{
-    const Edits::Problem& problem = shell.edits().problem();
-    return isDone || shell.fail(problem.subject, problem.reason);
-}
-
 bool runConnect(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.edits().connect(arguments[0], arguments[1]));
+    return shell.report(shell.edits().connect(arguments[0], arguments[1]));
 }
 
 bool runDisconnect(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.edits().disconnect(arguments[0], arguments[1]));
+    return shell.report(shell.edits().disconnect(arguments[0], arguments[1]));
 }
 
 bool runDisconnectAll(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.edits().disconnectAll(arguments[0]));
+    return shell.report(shell.edits().disconnectAll(arguments[0]));
 }
 
 bool runCollapse(Shell& shell, const Arguments& arguments)
 {
     const Arguments nodes(arguments.begin() + 2, arguments.end());
     std::string path;
-    if (!report(shell, shell.edits().collapse(arguments[0], arguments[1], nodes, path)))
+    if (!shell.report(shell.edits().collapse(arguments[0], arguments[1], nodes, path)))
         return false;
     shell.out() << path << "\n";
     return true;
@@ -46,7 +41,7 @@ bool runCollapse(Shell& shell, const Arguments& arguments)
 bool runExpand(Shell& shell, const Arguments& arguments)
 {
     std::vector<std::string> renamed;
-    if (!report(shell, shell.edits().expand(arguments[0], renamed)))
+    if (!shell.report(shell.edits().expand(arguments[0], renamed)))
         return false;
     for (const std::string& line : renamed)
         shell.out() << line << "\n";
@@ -61,67 +56,58 @@ bool runPort(Shell& shell, const Arguments& arguments)
         if (arguments[2] != "input" && arguments[2] != "output")
             return shell.fail(arguments[2], "neither input nor output");
         const ZEL::PortIOType ioType = arguments[2] == "input" ? ZEL::PortInput : ZEL::PortOutput;
-        return report(shell, edits.addPort(arguments[1], ioType, arguments[3], arguments[4]));
+        return shell.report(edits.addPort(arguments[1], ioType, arguments[3], arguments[4]));
     }
     if (verb == "delete" && arguments.size() == 3)
-        return report(shell, edits.deletePort(arguments[1], arguments[2]));
+        return shell.report(edits.deletePort(arguments[1], arguments[2]));
     if (verb == "rename" && arguments.size() == 4)
-        return report(shell, edits.renamePort(arguments[1], arguments[2], arguments[3]));
+        return shell.report(edits.renamePort(arguments[1], arguments[2], arguments[3]));
     return shell.fail(verb, "usage: port add PATH input|output NAME TYPE, port delete PATH NAME, "
                             "port rename PATH OLD NEW");
 }
 
 bool runSet(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.edits().setValue(arguments[0], arguments[1]));
+    return shell.report(shell.edits().setValue(arguments[0], arguments[1]));
 }
 
 bool runDelete(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.edits().deleteNode(arguments[0]));
+    return shell.report(shell.edits().deleteNode(arguments[0]));
 }
 
 bool runRename(Shell& shell, const Arguments& arguments)
 {
-    return report(shell, shell.edits().renameNode(arguments[0], arguments[1]));
+    return shell.report(shell.edits().renameNode(arguments[0], arguments[1]));
 }
 
-/// Undoes or redoes as many edits as the argument says, one without it. More than there are: none.
-bool runHistory(Shell& shell, const Arguments& arguments, bool isUndo)
+/// Undoes or redoes as many edits as the argument says, one without it.
+bool runReplay(Shell& shell, const Arguments& arguments, bool isUndo)
 {
-    const std::string word = isUndo ? "undo" : "redo";
-    History& history = shell.edits().history();
-    const int available = isUndo ? history.undoCount() : history.redoCount();
     int count = 1;
     if (!arguments.empty()) {
         char* end = nullptr;
         const long number = std::strtol(arguments[0].c_str(), &end, 10);
         if (*end != '\0' || number < 1)
             return shell.fail(arguments[0], "not a number of edits");
-        count = number > available ? available + 1 : static_cast<int>(number);
+        count = static_cast<int>(std::min<long>(number, INT_MAX));
     }
-    if (available == 0)
-        return shell.fail("history", "nothing to " + word);
-    if (count > available)
-        return shell.fail(arguments[0], "only " + std::to_string(available) + " to " + word);
-    for (; count > 0; --count) {
-        std::string title;
-        std::string problem;
-        if (!(isUndo ? history.undo(title, problem) : history.redo(title, problem)))
-            return shell.fail(title, problem);
-        shell.out() << word << ": " << title << "\n";
-    }
-    return true;
+    std::vector<std::string> titles;
+    const bool isDone =
+        isUndo ? shell.edits().undo(count, titles) : shell.edits().redo(count, titles);
+    for (const std::string& title : titles)
+        shell.out() << (isUndo ? "undo: " : "redo: ") << title << "\n";
+    return shell.report(isDone);
 }
 
 bool runUndo(Shell& shell, const Arguments& arguments)
 {
-    return runHistory(shell, arguments, true);
+    return runReplay(shell, arguments, true);
 }
 
 bool runRedo(Shell& shell, const Arguments& arguments)
 {
-    return runHistory(shell, arguments, false);
+    return runReplay(shell, arguments, false);
 }
 
 bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
@@ -129,9 +115,13 @@ bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
     History& history = shell.edits().history();
     const int done = history.undoCount();
     int number = 0;
-    for (const std::string& title : history.titles()) {
+    for (const EditName& name : history.names()) {
         ++number;
-        shell.out() << number << (number > done ? " undone: " : " ") << title << "\n";
+        if (!shell.hasOption("--commands"))
+            shell.out() << number << (number > done ? " undone: " : " ") << name.title << "\n";
+        else if (number <= done)
+            for (const std::string& line : name.lines)
+                shell.out() << line << "\n";
     }
     return true;
 }
@@ -186,14 +176,18 @@ const std::vector<Command>& editCommands()
          2, 2, runSet, "input", "set Top.NG_wall.rows 16"},
         {"delete", "PATH", "Deletes a node with its connections.", 1, 1, runDelete, "node",
          "delete Top.NG_wall.grain"},
-        {"rename", "PATH NAME", "Gives a node another name.", 2, 2, runRename, "node name",
-         "rename Top.NG_wall.grain fine_grain"},
+        {"rename", "PATH NAME",
+         "Gives a node another name. A name has letters, digits and _, and begins with no digit.",
+         2, 2, runRename, "node name", "rename Top.NG_wall.grain fine_grain"},
         {"undo", "[N]", "Takes the last edits back. N of them (default: 1); prints them.", 0, 1,
          runUndo, "", "undo 3"},
         {"redo", "[N]", "Does undone edits again. N of them (default: 1); prints them.", 0, 1,
          runRedo, "", "redo 3"},
-        {"history", "", "All edits, the oldest first, with those that are undone.", 0, 0,
-         runShowHistory},
+        {"history", "",
+         "All edits, the oldest first, with those that are undone. --commands prints instead the\n"
+         "    commands that do the same as those that are not undone, a line each, ready to be a\n"
+         "    script.",
+         0, 0, runShowHistory, "", "history --commands", "--commands"},
         {"check", "",
          "What is wrong with the network. Prints PATH: REASON, a line each; fails when there is\n"
          "    something. --json prints instead [{\"path\", \"reason\"}], on one line, and fails "

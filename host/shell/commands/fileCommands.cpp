@@ -1,4 +1,3 @@
-#include "saving/save.h"
 #include "shell/shell.h"
 
 namespace shading {
@@ -8,10 +7,9 @@ namespace {
 bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 {
     std::vector<SaveProblem> problems;
-    if (saveToFile(shell.document(), arguments[0], problems)) {
-        shell.edits().history().noteSaved();
+    Session& session = shell.session();
+    if (session.save(arguments.empty() ? session.path() : arguments[0], problems))
         return true;
-    }
     for (const SaveProblem& problem : problems)
         shell.fail(problem.path, problem.reason);
     return false;
@@ -22,9 +20,10 @@ bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 const std::vector<Command>& fileCommands()
 {
     static const std::vector<Command> commands = {
-        {"save", "FILE",
-         "Writes the document into a file. FILE is replaced when all is written; nothing is\n"
-         "    printed. What was not edited stands byte for byte as it was read. What the format\n"
+        {"save", "[FILE]",
+         "Writes the document into a file. FILE (default: the one that it was opened from, or was\n"
+         "    last saved into) is replaced when all is written; nothing is printed. What was not "
+         "edited stands byte for byte as it was read. What the format\n"
          "    cannot say is refused, with all paths and reasons, before anything is written; so is "
          "a\n"
          "    document in which a look, a material or the like would name what is gone, or in "
@@ -32,7 +31,7 @@ const std::vector<Command>& fileCommands()
          "    graph would no longer have the ports of the nodedef that it implements. A renamed "
          "port is\n"
          "    renamed in the nodedef too when nothing else in the document uses that.",
-         1, 1, runSave, "file", "save gate.mtlx"},
+         0, 1, runSave, "file", "save gate.mtlx"},
     };
     return commands;
 }

@@ -1,8 +1,5 @@
-#include "document/definedNode.h"
-#include "document/journal.h"
 #include "document/names.h"
-#include "document/rules.h"
-#include "shell/commandLine.h"
+#include "document/node.h"
 #include "shell/shell.h"
 #include "views/libraryReport.h"
 
@@ -39,60 +36,20 @@ bool runRuntimes(Shell& shell, const Arguments& /*arguments*/)
     return true;
 }
 
-/// The definition of that name; or of those of that node type, old versions aside, one that makes a
-/// float, else the first.
-DefinitionPtr findDefinition(const DefinitionIndex& definitions, const std::string& type)
-{
-    const std::vector<DefinitionPtr>& ofType = definitions.ofNodeType(type);
-    DefinitionPtr best = definitions.named(type);
-    if (best || ofType.empty())
-        return best;
-    for (const DefinitionPtr& definition : ofType) {
-        const DefinitionRecord& record = definition->record();
-        if (!record.version.empty() && !record.isDefaultVersion)
-            continue;
-        const bool isFloat = record.outputs.front().type == "float";
-        const bool hasFloat = best && best->record().outputs.front().type == "float";
-        if (!best || (isFloat && !hasFloat))
-            best = definition;
-    }
-    return best ? best : ofType.front();
-}
-
 bool runCreate(Shell& shell, const Arguments& arguments)
 {
-    Document& document = shell.document();
-    const DefinitionPtr definition = findDefinition(document.definitions(), arguments[0]);
-    if (!definition)
-        return shell.fail(arguments[0], "no definition of that name or node type");
-    const ZEL::AddRefWrapper<ZEL::Compound> compound =
-        shell.compoundAt(Arguments(arguments.begin() + 2, arguments.end()));
-    if (!compound)
+    const std::string path =
+        arguments.size() > 2 ? arguments[2] : shell.document().getRootNode()->getName();
+    HostNodePtr node;
+    if (!shell.report(shell.edits().createNode(path, arguments[0], arguments[1], node)))
         return false;
-    // A node on its own is no part of the document: only adding it is an edit.
-    document.journal().suspend();
-    const ZEL::AddRefWrapper<Node> node = createNode(document, definition, arguments[1].c_str());
-    document.journal().resume();
-    const auto add = [&]() -> std::string {
-        const std::string problem = newNameProblem(*compound, arguments[1]);
-        return problem.empty() && !compound->nodes().add(node) ? "refused" : problem;
-    };
-    Arguments words = {"create"};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    if (!shell.edits().run(lineOf(words), arguments[1], add))
-        return shell.fail(shell.edits().problem().subject, shell.edits().problem().reason);
-    shell.out() << pathOf(*node) << " " << definition->record().name << "\n";
+    shell.out() << pathOf(*node) << " " << node->definition()->record().name << "\n";
     return true;
 }
 
 bool runRebuild(Shell& shell, const Arguments& /*arguments*/)
 {
-    const auto rebuild = [&] {
-        shell.document().getRuntime()->forceRebuildCompounds();
-        return "";
-    };
-    return shell.edits().run("rebuild", "rebuild", rebuild) ||
-           shell.fail(shell.edits().problem().subject, shell.edits().problem().reason);
+    return shell.report(shell.edits().rebuild());
 }
 
 } // namespace

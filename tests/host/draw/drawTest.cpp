@@ -113,7 +113,8 @@ public:
     std::string draw(const std::string& words)
     {
         std::ostringstream out;
-        shading::Shell shell(*opened, out, out);
+        shading::Session session = sessionOn(*opened);
+        shading::Shell shell(session, out, out);
         shell.add(shading::drawCommands());
         shell.run("draw " + m_file.path() + " " + words);
         printed += out.str();

@@ -27,70 +27,80 @@ const char* const kNetwork =
 struct EditCase {
     const char* name;
     const char* line;
+    const char* title;  ///< In the history.
     const char* show;   ///< A command that shows what changed.
     const char* output; ///< Of both.
 };
 
 const EditCase kEdits[] = {
-    {"connect replaces the source", "connect Top.c.out Top.b.i", "ports Top.b",
+    {"connect replaces the source", "connect Top.c.out Top.b.i", "Connect c.out to b.i",
+     "ports Top.b",
      "input i t \"\" <- Top.c.out\ninput j t \"\" <- Top.a.out\noutput out t \"\"\n"},
-    {"the target may come first", "connect Top.b.i Top.c.out", "ports Top.c",
-     "input i t \"\" <- Top.a.out\ninput k s \"\"\noutput out t \"\" -> Top.b.i\n"},
-    {"an end inside means the inner port", "connect Top.g.y Top.g.d.i", "ports Top.g",
+    {"the target may come first", "connect Top.b.i Top.c.out", "Connect c.out to b.i",
+     "ports Top.c", "input i t \"\" <- Top.a.out\ninput k s \"\"\noutput out t \"\" -> Top.b.i\n"},
+    {"an end inside means the inner port", "connect Top.g.y Top.g.d.i", "Connect g.y to d.i",
+     "ports Top.g",
      "input x t \"\" <- Top.a.out -> Top.g.a.i, Top.g.p\ninput y t \"7\" -> Top.g.a.j, Top.g.d.i\n"
      "output o t \"\" <- Top.g.d.out -> Top.e.i\noutput p t \"\" <- Top.g.x -> Top.e.j\n"},
     {"two ports of one compound: the order tells straight through", "connect Top.g.y Top.g.p",
-     "connections Top.g",
+     "Connect g.y to g.p", "connections Top.g",
      "Top.g.a.out -> Top.g.d.j\nTop.g.d.out -> Top.g.o\nTop.g.x -> Top.g.a.i\n"
      "Top.g.x -> Top.g.d.i\nTop.g.y -> Top.g.a.j\nTop.g.y -> Top.g.p\n"},
     {"two ports of one compound: the order tells back to the front", "connect Top.g.p Top.g.y",
-     "ports Top.g",
+     "Connect g.p to g.y", "ports Top.g",
      "input x t \"\" <- Top.a.out -> Top.g.a.i, Top.g.d.i, Top.g.p\n"
      "input y t \"7\" <- Top.g.p -> Top.g.a.j\noutput o t \"\" <- Top.g.d.out -> Top.e.i\n"
      "output p t \"\" <- Top.g.x -> Top.e.j, Top.g.y\n"},
-    {"disconnect from the middle of a fan-out", "disconnect Top.b.j Top.a.out", "ports Top.a",
+    {"disconnect from the middle of a fan-out", "disconnect Top.b.j Top.a.out",
+     "Disconnect a.out from b.j", "ports Top.a",
      "output out t \"\" -> Top.b.i, Top.c.i, Top.g.x\n"},
-    {"disconnect-all of a compound's port, both sides", "disconnect-all Top.g.x",
+    {"disconnect-all of a compound's port, both sides", "disconnect-all Top.g.x", "Disconnect g.x",
      "connections Top.g",
      "Top.g.a.out -> Top.g.d.j\nTop.g.d.out -> Top.g.o\nTop.g.y -> Top.g.a.j\n"},
-    {"collapse: names of node and ports made unique", "collapse Top e b c", "ports Top.e2",
+    {"collapse: names of node and ports made unique", "collapse Top e b c",
+     "Collapse 2 nodes into e", "ports Top.e2",
      "Top.e2\ninput i t \"\" <- Top.a.out -> Top.e2.b.i\n"
      "input j t \"\" <- Top.a.out -> Top.e2.b.j\ninput i2 t \"\" <- Top.a.out -> Top.e2.c.i\n"},
     {"collapse: a node twice counts once; ports keep off the names of nodes",
-     "collapse Top q g e g", "ports Top.q",
+     "collapse Top q g e g", "Collapse 2 nodes into q", "ports Top.q",
      "Top.q\ninput x t \"\" <- Top.a.out -> Top.q.g.x\n"
      "output out t \"\" <- Top.q.e.out -> Top.w\n"},
-    {"collapse inside", "collapse Top.g q d", "ports Top.g.q",
+    {"collapse inside", "collapse Top.g q d", "Collapse d into q", "ports Top.g.q",
      "Top.g.q\ninput i t \"\" <- Top.g.x -> Top.g.q.d.i\n"
      "input j t \"\" <- Top.g.a.out -> Top.g.q.d.j\noutput out t \"\" <- Top.g.q.d.out -> "
      "Top.g.o\n"},
-    {"expand: a fan, a pass-through, a value, a name that is taken", "expand Top.g",
+    {"expand: a fan, a pass-through, a value, a name that is taken", "expand Top.g", "Expand g",
      "ports Top.a2\nports Top.a\nports Top.d\nports Top.e",
      "Top.g.a -> Top.a2\n"
      "input i t \"\" <- Top.a.out\ninput j t \"7\"\noutput out t \"\" -> Top.d.j\n"
      "output out t \"\" -> Top.a2.i, Top.b.i, Top.b.j, Top.c.i, Top.d.i, Top.e.j\n"
      "input i t \"\" <- Top.a.out\ninput j t \"\" <- Top.a2.out\noutput out t \"\" -> Top.e.i\n"
      "input i t \"\" <- Top.d.out\ninput j t \"\" <- Top.a.out\noutput out t \"\" -> Top.w\n"},
-    {"port add", "port add Top.g output q t", "ports Top.g",
+    {"port add", "port add Top.g output q t", "Add output q to g", "ports Top.g",
      "input x t \"\" <- Top.a.out -> Top.g.a.i, Top.g.d.i, Top.g.p\ninput y t \"7\" -> Top.g.a.j\n"
      "output o t \"\" <- Top.g.d.out -> Top.e.i\noutput p t \"\" <- Top.g.x -> Top.e.j\n"
      "output q t \"\"\n"},
-    {"port delete", "port delete Top.g x", "ports Top.g",
+    {"port delete", "port delete Top.g x", "Delete input x of g", "ports Top.g",
      "input y t \"7\" -> Top.g.a.j\noutput o t \"\" <- Top.g.d.out -> Top.e.i\n"
      "output p t \"\" -> Top.e.j\n"},
-    {"port rename, both sides", "port rename Top.g x z", "connections Top.g",
+    {"port rename, both sides", "port rename Top.g x z", "Rename input x of g to z",
+     "connections Top.g",
      "Top.g.a.out -> Top.g.d.j\nTop.g.d.out -> Top.g.o\nTop.g.y -> Top.g.a.j\n"
      "Top.g.z -> Top.g.a.i\nTop.g.z -> Top.g.d.i\nTop.g.z -> Top.g.p\n"},
-    {"delete from the middle", "delete Top.b", "ls\nports Top.a",
+    {"delete from the middle", "delete Top.b", "Delete b", "ls\nports Top.a",
      "a n\nc n\ng nodegraph compound\ne n\noutput out t \"\" -> Top.c.i, Top.g.x\n"},
-    {"delete a compound", "delete Top.g", "ports Top.e",
+    {"delete a compound", "delete Top.g", "Delete g", "ports Top.e",
      "input i t \"\"\ninput j t \"\"\noutput out t \"\" -> Top.w\n"},
-    {"rename", "rename Top.g h", "ls", "a n\nb n\nc n\nh nodegraph compound\ne n\n"},
+    {"rename", "rename Top.g h", "Rename g to h", "ls",
+     "a n\nb n\nc n\nh nodegraph compound\ne n\n"},
 };
 
 /// A document with a shell that stays.
 struct Session {
-    explicit Session(const char* elements) : document(elements), shell(*document.opened, out, out)
+    explicit Session(const char* elements)
+        : document(elements),
+          session(sessionOn(*document.opened)),
+          shell(session, out, out)
     {
         shell.add(shading::viewCommands());
         shell.add(shading::editCommands());
@@ -108,6 +118,7 @@ struct Session {
 
     TestDocument document;
     std::ostringstream out;
+    shading::Session session;
     shading::Shell shell;
 };
 
@@ -122,12 +133,17 @@ TEST(Edit, IsUndoneAndRedoneExactly)
         EXPECT_NE(before, after);
         EXPECT_EQ("", session.run("check"));
         for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(std::string("undo: ") + c.line + "\n", session.run("undo"));
+            EXPECT_EQ(std::string("undo: ") + c.title + "\n", session.run("undo"));
             EXPECT_EQ(before, session.text());
             EXPECT_EQ("", session.run("check"));
-            EXPECT_EQ(std::string("redo: ") + c.line + "\n", session.run("redo"));
+            EXPECT_EQ(std::string("redo: ") + c.title + "\n", session.run("redo"));
             EXPECT_EQ(after, session.text());
         }
+        // The command that it gives for itself does the same.
+        const std::string command = session.run("history --commands");
+        session.run("undo\n" + command);
+        EXPECT_EQ(after, session.text()) << command;
+        EXPECT_EQ(std::string("1 ") + c.title + "\n", session.run("history"));
     }
 }
 
@@ -146,7 +162,7 @@ const struct {
     {"disconnect-all Top.c.k", "disconnect-all: Top.c.k: not connected"},
     {"collapse Top.a q b", "collapse: Top.a: not a compound"},
     {"collapse Top q a no", "collapse: Top.no: no such node"},
-    {"collapse Top q.r a", "collapse: Top.q.r: no path reaches a name with a \".\" in it"},
+    {"collapse Top q.r a", "collapse: Top: no path reaches a name with a \".\" in it"},
     {"expand Top", "expand: Top: the document itself stays as it is"},
     {"expand Top.a", "expand: Top.a: not a compound"},
     {"port add Top.g input a t", "port: Top.g.a: the name is taken"},
@@ -160,6 +176,16 @@ const struct {
     {"delete Top.no", "delete: Top.no: no such node"},
     {"rename Top.a b", "rename: Top.b: the name is taken"},
     {"rename Top.a ''", "rename: Top.a: a name cannot be empty"},
+    {"rename Top.a 'my oxide'",
+     "rename: Top.a: a name has letters, digits and _, and begins with no digit"},
+    {"rename Top.a 1a",
+     "rename: Top.a: a name has letters, digits and _, and begins with no digit"},
+    {"port rename Top.g x '\xC3\xB6'",
+     "port: Top.g.x: a name has letters, digits and _, and begins with no digit"},
+    {"port add Top.g input x:y t",
+     "port: Top.g: a name has letters, digits and _, and begins with no digit"},
+    {"collapse Top -q a",
+     "collapse: Top: a name has letters, digits and _, and begins with no digit"},
     {"undo 2", "undo: 2: only 1 to undo"},
     {"undo x", "undo: x: not a number of edits"},
     {"redo", "redo: history: nothing to redo"},
@@ -174,7 +200,7 @@ TEST(Edit, RefusalNamesThePathAndTheReasonAndChangesNothing)
         SCOPED_TRACE(c.line);
         EXPECT_EQ(std::string("error: ") + c.output + "\n", session.run(c.line));
         EXPECT_EQ(before, session.text());
-        EXPECT_EQ("1 rename Top.e f\n", session.run("history"));
+        EXPECT_EQ("1 Rename e to f\n", session.run("history"));
     }
 }
 
@@ -182,7 +208,7 @@ TEST(Edit, TwoPortsOfOnePathAreConnectedWithoutAWordOfTheLibrary)
 {
     Session session("<n name='a' type='t'><input name='out' type='t'/></n>");
     testing::internal::CaptureStdout();
-    EXPECT_EQ("Top.a.out -> Top.a.out\nundo: connect Top.a.out Top.a.out\n",
+    EXPECT_EQ("Top.a.out -> Top.a.out\nundo: Connect a.out to a.out\n",
               session.run("connect Top.a.out Top.a.out\nconnections\nundo\nconnections"));
     EXPECT_EQ("", testing::internal::GetCapturedStdout());
 }
@@ -190,12 +216,11 @@ TEST(Edit, TwoPortsOfOnePathAreConnectedWithoutAWordOfTheLibrary)
 TEST(Edit, HistoryForgetsWhatWasUndoneWhenAnEditFollows)
 {
     Session session(kNetwork);
-    EXPECT_EQ(
-        "undo: delete Top.b\nundo: rename Top.c q\n1 rename Top.a r\n2 undone: rename Top.c q\n"
-        "3 undone: delete Top.b\nredo: rename Top.c q\n1 rename Top.a r\n2 rename Top.c q\n"
-        "3 expand Top.g\n",
-        session.run("rename Top.a r\nrename Top.c q\ndelete Top.b\nundo 2\nhistory\nredo\n"
-                    "expand Top.g\nhistory"));
+    EXPECT_EQ("undo: Delete b\nundo: Rename c to q\n1 Rename a to r\n2 undone: Rename c to q\n"
+              "3 undone: Delete b\nredo: Rename c to q\n1 Rename a to r\n2 Rename c to q\n"
+              "3 Expand g\n",
+              session.run("rename Top.a r\nrename Top.c q\ndelete Top.b\nundo 2\nhistory\nredo\n"
+                          "expand Top.g\nhistory"));
 }
 
 TEST(Edit, HistoryIsDroppedAfterAChangeThatIsNoEdit)
@@ -235,7 +260,7 @@ TEST(Edit, CollapseKeepsAConnectionBetweenTypes)
                     "<input name='i' type='s' nodename='a'/></n>");
     EXPECT_EQ("Top.q\nTop.a.out -> Top.q.i\nTop.q.i -> Top.q.b.i\n",
               session.run("collapse Top q b\nconnections"));
-    EXPECT_EQ("undo: collapse Top q b\nTop.a.out -> Top.b.i\n"
+    EXPECT_EQ("undo: Collapse b into q\nTop.a.out -> Top.b.i\n"
               "Top.a.out: is \"t\", feeds Top.b.i, which is \"s\"\n",
               session.run("undo\nconnections\ncheck"));
 }
@@ -247,11 +272,11 @@ TEST(Edit, DeletedGraphTakesItsConnectionsFromDeepInsideAlong)
                     "<input name='i' type='t' nodegraph='k'/></n></nodegraph>");
     const std::string before = session.text();
     EXPECT_EQ("output o t \"\"\n", session.run("delete Top.g\nports Top.k"));
-    EXPECT_EQ("undo: delete Top.g\n", session.run("undo"));
+    EXPECT_EQ("undo: Delete g\n", session.run("undo"));
     EXPECT_EQ(before, session.text());
     EXPECT_EQ("Top.k.o -> Top.n.i\n", session.run("expand Top.g\nconnections"));
     // The format connects a graph of the document to what lies in another one, and so may an edit.
-    EXPECT_EQ("undo: expand Top.g\nTop.k.o -> Top.g.n.i\n",
+    EXPECT_EQ("undo: Expand g\nTop.k.o -> Top.g.n.i\n",
               session.run("undo\ndisconnect Top.k.o Top.g.n.i\nconnect Top.g.n.i Top.k.o\n"
                           "connections"));
 }
@@ -274,7 +299,7 @@ TEST(Host, BothSidesOfACompoundAreReorderedTogether)
         const shading::NodePtr node = session.document.opened->findNodeFromPath("Top.g");
         ZEL::PortList& list = isInner ? node->getAsCompound()->innerInputs() : node->inputs();
         const auto move = [&](int from, int to) {
-            return session.shell.edits().run("move", "Top.g", [&, from, to] {
+            return session.shell.edits().run({"Move", {}}, "Top.g", [&, from, to] {
                 return list.movePort(from, to) ? "" : "not moved";
             });
         };

@@ -1,6 +1,7 @@
 #include "check/zelCheck.h"
 #include "document/compound.h"
 #include "document/node.h"
+#include "edits/edits.h"
 #include "randomEdits.h"
 #include "testDocument.h"
 
@@ -129,8 +130,8 @@ struct RefusingNetwork {
         std::string text = networkText(*document.opened);
         for (const zelCheck::Finding& finding : zelCheck::checkNetwork(*document.opened))
             text += zelCheck::findingText(finding) + "\n";
-        for (const std::string& title : edits.history().titles())
-            text += title + "\n";
+        for (const shading::EditName& name : edits.history().names())
+            text += name.title + "\n";
         return text + std::to_string(edits.history().undoCount());
     }
 

@@ -2,6 +2,7 @@
 
 #include "shell/shell.h"
 #include "testDocument.h"
+#include "views/report.h"
 
 #include <gtest/gtest.h>
 
@@ -50,9 +51,9 @@ const struct {
     const char* line;
     const char* output; ///< Of that and of `history`.
 } kEdits[] = {
-    {"set Top.g.n.i 2", "1 set Top.g.n.i 2\n"},
-    {"set Top.g.x ' 3'", "1 set Top.g.x \" 3\"\n"},
-    {"set Top.g.x ''", "1 set Top.g.x \"\"\n"},
+    {"set Top.g.n.i 2", "set Top.g.n.i 2\n"},
+    {"set Top.g.x ' 3'", "set Top.g.x \" 3\"\n"},
+    {"set Top.g.x ''", "set Top.g.x \"\"\n"},
     {"set Top.g.x 7", "error: set: Top.g.x: it has that value\n"},
     {"set Top.g.x seven", "error: set: Top.g.x: \"seven\" is no integer\n"},
     {"set Top.g.n.out 2", "error: set: Top.g.n.out: an output has no value\n"},
@@ -68,16 +69,21 @@ TEST(Edit, SetGivesAnInputAValueAndIsUndone)
             "<nodegraph name='g'><input name='x' type='integer' value='7'/><n name='n' type='t'>"
             "<input name='i' type='integer' interfacename='x'/></n></nodegraph>");
         std::ostringstream out;
-        shading::Shell shell(*document.opened, out, out);
+        shading::Session session = sessionOn(*document.opened);
+        shading::Shell shell(session, out, out);
         shell.add(shading::editCommands());
-        const std::string before = document.run("ports Top.g\nports Top.g.n");
+        const auto ports = [&] {
+            return shading::portsText(*document.opened->findNodeFromPath("Top.g")) +
+                   shading::portsText(*document.opened->findNodeFromPath("Top.g.n"));
+        };
+        const std::string before = ports();
         const bool isDone = shell.run(c.line);
-        shell.run("history");
+        shell.run("history --commands");
         EXPECT_EQ(c.output, out.str());
-        EXPECT_EQ(isDone, before != document.run("ports Top.g\nports Top.g.n"));
+        EXPECT_EQ(isDone, before != ports());
         if (isDone)
             shell.run("undo");
-        EXPECT_EQ(before, document.run("ports Top.g\nports Top.g.n"));
+        EXPECT_EQ(before, ports());
     }
 }
 

@@ -15,7 +15,8 @@ std::string savedElements(const std::string& elements, const std::string& comman
 {
     const TestDocument test(elements);
     std::ostringstream out;
-    shading::Shell shell(*test.opened, out, out);
+    shading::Session session = sessionOn(*test.opened);
+    shading::Shell shell(session, out, out);
     shell.add(shading::editCommands());
     std::istringstream lines(commands);
     for (std::string line; std::getline(lines, line);)

@@ -31,7 +31,8 @@ std::string saved(const std::string& bytes,
     if (!document)
         return shading::messageText(messages.back());
     std::ostringstream out;
-    shading::Shell shell(*document, out, out);
+    shading::Session session = sessionOn(*document);
+    shading::Shell shell(session, out, out);
     for (const auto* const table :
          {&shading::viewCommands(), &shading::editCommands(), &shading::libraryCommands()})
         shell.add(*table);
@@ -257,11 +258,12 @@ TEST(Save, DefinitionsGiveWhatIsNotWritten)
 
 TEST(Save, KeepsEncodingAndLineEnd)
 {
-    const std::string head = "<?xml version='1.0' encoding='latin1'?>\r\n<materialx>\r\n  ";
-    EXPECT_EQ(head + "<n name='\xE4&#322;' type='t'/>\r\n  <nodegraph name='g'>\r\n    <n name='m' "
+    const std::string head = "<?xml version='1.0' encoding='latin1'?>\r\n<materialx>\r\n  "
+                             "<n name='n' type='t'><input name='i' type='string'";
+    EXPECT_EQ(head + " value='\xE4&#322;'/></n>\r\n  <nodegraph name='g'>\r\n    <n name='m' "
                      "type='t'/>\r\n  </nodegraph>\r\n</materialx>",
-              saved(head + "<n name='n' type='t'/>\r\n  <n name='m' type='t'/>\r\n</materialx>",
-                    "rename Top.n \xC3\xA4\xC5\x82\ncollapse Top g m"));
+              saved(head + "/></n>\r\n  <n name='m' type='t'/>\r\n</materialx>",
+                    "set Top.n.i \xC3\xA4\xC5\x82\ncollapse Top g m"));
 }
 
 TEST(Save, ValuesAndTypesComeBackInOrder)

@@ -1,6 +1,6 @@
 #include "shell/completion.h"
 
-#include "shell/commandLine.h"
+#include "base/commandLine.h"
 #include "shell/commands/drawCommand.h"
 #include "shell/shell.h"
 #include "testDocument.h"
@@ -68,7 +68,8 @@ TEST(Completion, KnowsWhatEachArgumentTakes)
 {
     const TestDocument document(kElements);
     std::ostringstream out;
-    shading::Shell shell(*document.opened, out, out);
+    shading::Session session = sessionOn(*document.opened);
+    shading::Shell shell(session, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
     shell.add(shading::drawCommands());

@@ -28,13 +28,13 @@ const struct {
     {"create ND_k_c n Top.g\nports Top.g.n\nls Top.g",
      "Top.g.n ND_k_c\ninput i c \"0\"\noutput out c \"\"\nx x\nn k\n"},
     {"create k n\ncreate k m\nundo\nls\nredo\nls",
-     "Top.n ND_k_f\nTop.m ND_k_f\nundo: create k m\ng nodegraph compound\nn k\n"
-     "redo: create k m\ng nodegraph compound\nn k\nm k\n"},
-    {"create k n\nrebuild\nundo", "Top.n ND_k_f\nundo: create k n\n"},
+     "Top.n ND_k_f\nTop.m ND_k_f\nundo: Create m\ng nodegraph compound\nn k\n"
+     "redo: Create m\ng nodegraph compound\nn k\nm k\n"},
+    {"create k n\nrebuild\nundo", "Top.n ND_k_f\nundo: Create n\n"},
     {"create no n", "error: create: no: no definition of that name or node type\n"},
-    {"create k g", "error: create: g: the name is taken\n"},
-    {"create k a.b", "error: create: a.b: no path reaches a name with a \".\" in it\n"},
-    {"create k ''", "error: create: : a name cannot be empty\n"},
+    {"create k g", "error: create: Top.g: the name is taken\n"},
+    {"create k a.b", "error: create: Top: no path reaches a name with a \".\" in it\n"},
+    {"create k ''", "error: create: Top: a name cannot be empty\n"},
     {"create k n Top.no", "error: create: Top.no: no such node\n"},
     {"create k n Top.g.x", "error: create: Top.g.x: not a compound\n"},
     {"rebuild", ""},
@@ -63,8 +63,8 @@ TEST(LibraryCommands, ARebuildIsUndoneAndRedone)
                                     "<output name='out' type='c'/></nodedef>"));
     const char* const before = "input i c \"1\"\noutput out c \"\"\n";
     const char* const after = "input j c \"2\"\ninput i c \"1\"\noutput out c \"\"\n";
-    EXPECT_EQ(std::string(before) + after + "undo: rebuild\nredo: rebuild\n" + after +
-                  "undo: rebuild\n" + before,
+    EXPECT_EQ(std::string(before) + after + "undo: Rebuild\nredo: Rebuild\n" + after +
+                  "undo: Rebuild\n" + before,
               runIn(*document, "ports Top.n\nrebuild\nports Top.n\nundo\nredo\nports Top.n\n"
                                "undo\nports Top.n"));
     const ZEL::AddRefWrapper<ZEL::Node> node = document->findNodeFromPath("Top.n");

@@ -47,7 +47,7 @@ const struct {
     {"printf 'ls x\\n\\nls' | zelsh \"$1\" 2>/dev/null", 1, "n n\n"},
     {"printf 'ls\\nquit\\nls\\n' | zelsh \"$1\" 2>/dev/null", 0, "n n\n"},
     {"zelsh --watch \"$1\" -c 'rename Top.n m' -c undo 2>/dev/null", 0,
-     "node renamed: Top.m\nnode renamed: Top.n\nundo: rename Top.n m\n"},
+     "node renamed: Top.m\nnode renamed: Top.n\nundo: Rename n to m\n"},
     {"zelsh \"$1\" -c check 2>/dev/null", 0, ""},
     {"echo '<materialx><n name=\"a.b\" type=\"t\"/></materialx>' >\"$1.bad\"; "
      "zelsh \"$1.bad\" -c check 2>/dev/null",
@@ -55,8 +55,8 @@ const struct {
     {"zelsh \"$1\" -c 'rename Top.n m' -c \"save $1.new\" 2>/dev/null; sed -n 2p \"$1.new\"", 0,
      "<n name='m' type='t'><input name='a' type='t' nodename='no'/></n></materialx>"},
     {"zelsh \"$1\" -c 'rename Top.n x-y' -c \"save $1\" -c undo 2>&1 | grep -v warning", 0,
-     "error: save: Top.x-y: a name has letters, digits and _, and begins with no digit\n"
-     "undo: rename Top.n x-y\n"},
+     "error: rename: Top.n: a name has letters, digits and _, and begins with no digit\n"
+     "error: undo: history: nothing to undo\n"},
     {"zelsh \"$1\" -c \"save $1/x\" 2>/dev/null", 1, ""},
     {"zelsh \"$1.bad\" -c 'check --json' 2>/dev/null", 1,
      "[{\"path\":\"Top.a.b\",\"reason\":\"no path reaches a name with a \\\".\\\" in it\"}]\n"},
@@ -75,6 +75,15 @@ const struct {
     {"zelsh 2>/dev/null", 2, ""},
     {"zelsh \"$1\" \"$1\" 2>/dev/null", 2, ""},
     {"zelsh \"$1\" --no-such 2>/dev/null", 2, ""},
+    {"zelsh --new \"$1\" -c save 2>&1 | sed 's:.*/::'", 0,
+     "t.mtlx:1:1: error: a new document needs a new file, and this one is there\n"},
+    {"zelsh --new \"$1\" 2>/dev/null", 1, ""},
+    {"zelsh --new \"$1.fresh\" -c ls -c save 2>/dev/null; cat \"$1.fresh\"", 0,
+     "<?xml version=\"1.0\"?>\n<materialx version=\"1.38\">\n</materialx>\n"},
+    {"zelsh --new \"$1.a\" \"$1\" 2>/dev/null", 2, ""},
+    {"cp \"$1\" \"$1.own\"; zelsh \"$1.own\" -c 'rename Top.n m' -c save 2>/dev/null; "
+     "sed -n 2p \"$1.own\" | cut -c 1-11",
+     0, "<n name='m'\n"},
     {"zelsh --help | head -1", 0, "usage: zelsh [OPTION]... DOCUMENT.mtlx [-c COMMAND]...\n"},
 };
 

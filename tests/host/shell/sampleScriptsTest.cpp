@@ -2,6 +2,7 @@
 #include "randomEdits.h"
 #include "reading/openDocument.h"
 #include "shell/shell.h"
+#include "testDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -100,7 +101,8 @@ TEST(SampleScripts, DoTheirEditAndAreUndoneAsAWhole)
         ASSERT_TRUE(document);
         const std::string before = networkText(*document);
         std::ostringstream out;
-        shading::Shell shell(*document, out, out);
+        shading::Session session = sessionOn(*document);
+        shading::Shell shell(session, out, out);
         shell.add(shading::viewCommands());
         shell.add(shading::libraryCommands());
         shell.add(shading::editCommands());

@@ -39,23 +39,24 @@ protected:
     std::string m_folder;
     TestDocument m_document{"<n name='a' type='t'/><n name='b' type='t'/>"};
     std::ostringstream m_out;
-    shading::Shell m_shell{*m_document.opened, m_out, m_out};
+    shading::Session m_session = sessionOn(*m_document.opened);
+    shading::Shell m_shell{m_session, m_out, m_out};
 };
 
 TEST_F(Scripts, StopAtTheFirstErrorWithItsPlace)
 {
-    write("good", "\xEF\xBB\xBF# Two names.\r\n\r\nrename Top.a 'c c'\r\nls");
-    EXPECT_EQ("c c n\nb n\n", source("good"));
+    write("good", "\xEF\xBB\xBF# Two names.\r\n\r\nrename Top.a \"c\"\r\nls");
+    EXPECT_EQ("c n\nb n\n", source("good"));
     write("bad", "rename Top.b d\n\nls Top.no\nls\n");
     EXPECT_EQ("failed\nF/bad:3: error: ls: Top.no: no such node\n", source("bad"));
-    EXPECT_EQ("1 rename Top.a \"c c\"\n2 rename Top.b d\n", run("history"));
+    EXPECT_EQ("rename Top.a c\nrename Top.b d\n", run("history --commands"));
     EXPECT_EQ("failed\nerror: ls: Top.no: no such node\n", run("ls Top.no"));
     write("cut", "ls \\\r\n");
     EXPECT_EQ("failed\nF/cut:1: error: ls \\: nothing follows the last \\\n", source("cut"));
     write("word", "nonsense");
     EXPECT_EQ("failed\nF/word:1: error: nonsense: no such command; help lists them\n",
               source("word"));
-    m_document.opened->findNodeFromPath("Top.c c")->setName("d");
+    m_document.opened->findNodeFromPath("Top.c")->setName("d");
     write("check", "check\nls\n");
     EXPECT_EQ("failed\nTop.d: several siblings have this name\n"
               "F/check:1: error: check: failed: the script stops here\n",

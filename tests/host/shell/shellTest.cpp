@@ -1,7 +1,7 @@
 #include "shell/shell.h"
 
+#include "base/commandLine.h"
 #include "document/node.h"
-#include "shell/commandLine.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -98,7 +98,8 @@ TEST(Shell, TellsFailureAndQuit)
 {
     const TestDocument document(kElements);
     std::ostringstream out;
-    shading::Shell shell(*document.opened, out, out);
+    shading::Session session = sessionOn(*document.opened);
+    shading::Shell shell(session, out, out);
     EXPECT_FALSE(shell.run("ls")); // Not in the table yet.
     shell.add(shading::viewCommands());
     EXPECT_TRUE(shell.run("ls"));

@@ -132,7 +132,7 @@ TEST_F(TerminalSession, EditsThatWereNotSavedAreToldBeforeTheEnd)
     expect("ls\n", "wall");
     expect("quit\n", warning);
     expect("save " + file.path() + "\n", "");
-    expect("undo\n", "undo: rename");
+    expect("undo\n", "undo: Rename");
     expect("quit\n", warning);
     expect("rename Top.graph roof\n", "");
     expect("quit\n", warning);
@@ -144,7 +144,7 @@ TEST_F(TerminalSession, NothingIsToldWhereAllIsSaved)
     expect("rename Top.graph wall\n", "");
     expect("save " + file.path() + "\n", "");
     expect("rename Top.wall roof\n", "");
-    expect("undo\n", "undo: rename");
+    expect("undo\n", "undo: Rename");
     EXPECT_EQ(0, statusAfter("quit\n"));
 }
 

@@ -27,8 +27,9 @@ TEST(Watcher, PrintsWhatEachEditUndoAndRedoTells)
 
     out.str("");
     EXPECT_TRUE(edits.deletePort("Top.g", "x"));
+    // Those inside hear of the port, then those around that the box looks different.
     EXPECT_EQ("compound connection removed: Top.g.x -> Top.g.b.i\nport removed: input Top.g.x\n"
-              "connection removed: Top.a.out -> Top.g.x\n",
+              "node changed: Top.g\nconnection removed: Top.a.out -> Top.g.x\n",
               out.str());
 
     out.str("");
@@ -36,7 +37,8 @@ TEST(Watcher, PrintsWhatEachEditUndoAndRedoTells)
     EXPECT_TRUE(edits.addPort("Top.h", ZEL::PortOutput, "o", "t"));
     EXPECT_TRUE(edits.renamePort("Top.h", "o", "p"));
     EXPECT_FALSE(edits.renameNode("Top.h", "a")); // Refused: nobody is told.
-    EXPECT_EQ("node renamed: Top.h\nport added: output Top.h.o\nport renamed: output Top.h.p\n",
+    EXPECT_EQ("node renamed: Top.h\nport added: output Top.h.o\nnode changed: Top.h\n"
+              "port renamed: output Top.h.p\nnode changed: Top.h\n",
               out.str());
     EXPECT_TRUE(edits.history().undo(title, problem));
     EXPECT_TRUE(edits.history().undo(title, problem));

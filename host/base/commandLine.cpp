@@ -1,4 +1,4 @@
-#include "shell/commandLine.h"
+#include "base/commandLine.h"
 
 namespace shading {
 

@@ -1,0 +1,146 @@
+// The edits of ports: those of compounds, by the library's ModifyCompoundPortCommand, and values.
+
+#include "document/document.h"
+#include "document/names.h"
+#include "edits/editName.h"
+#include "edits/edits.h"
+#include "format/value.h"
+
+namespace shading {
+
+namespace {
+
+/// Of a port inside a compound: as it is called outside.
+const char* directionOf(ZEL::Port& inner)
+{
+    return inner.getPortIOType() == ZEL::PortOutput ? "input" : "output";
+}
+
+} // namespace
+
+bool Edits::addPort(const CompoundPtr& compound,
+                    ZEL::PortIOType ioType,
+                    const std::string& name,
+                    const std::string& type)
+{
+    if (!reaches(compound))
+        return false;
+    const NodePtr node = compound->getAsNode();
+    const std::string path = pathOf(*node);
+    if (!mayName(*compound, name, path))
+        return false;
+    const std::string direction = ioType == ZEL::PortInput ? "input" : "output";
+    const EditName edit = named("Add " + direction + " " + name + " to " + node->getName(),
+                                {"port", "add", path, direction, name, type});
+    return run(edit, path, [&]() -> std::string {
+        ZEL::ModifyCompoundPortCommand command;
+        command.setParentCompound(&m_document, path.c_str());
+        if (!command.createPort(ioType, name.c_str(), type.c_str()))
+            return "there is no data type \"" + type + "\"";
+        command.doit();
+        return "";
+    });
+}
+
+bool Edits::addPort(const std::string& path,
+                    ZEL::PortIOType ioType,
+                    const std::string& name,
+                    const std::string& type)
+{
+    const CompoundPtr compound = findCompound(path);
+    return compound && addPort(compound, ioType, name, type);
+}
+
+bool Edits::deletePort(const PortPtr& port)
+{
+    const PortPtr inner = compoundPort(port);
+    if (!inner)
+        return false;
+    const NodePtr node = inner->getParentNode();
+    const std::string path = pathOf(*node);
+    const std::string name = inner->getName();
+    const EditName edit =
+        named(std::string("Delete ") + directionOf(*inner) + " " + name + " of " + node->getName(),
+              {"port", "delete", path, name});
+    return run(edit, path + "." + name, [&] {
+        ZEL::ModifyCompoundPortCommand command;
+        command.setParentCompound(&m_document, path.c_str());
+        command.deletePort(name.c_str());
+        command.doit();
+        return "";
+    });
+}
+
+bool Edits::deletePort(const std::string& path, const std::string& name)
+{
+    const PortPtr port = findCompoundPort(path, name);
+    return port && deletePort(port);
+}
+
+bool Edits::renamePort(const PortPtr& port, const std::string& newName)
+{
+    const PortPtr inner = compoundPort(port);
+    if (!inner)
+        return false;
+    const NodePtr node = inner->getParentNode();
+    const std::string path = pathOf(*node);
+    const std::string oldName = inner->getName();
+    if (!mayName(*node->getAsCompound(), newName, path + "." + oldName))
+        return false;
+    const EditName edit = named(std::string("Rename ") + directionOf(*inner) + " " + oldName +
+                                    " of " + node->getName() + " to " + newName,
+                                {"port", "rename", path, oldName, newName});
+    return run(edit, path + "." + oldName, [&] {
+        ZEL::ModifyCompoundPortCommand command;
+        command.setParentCompound(&m_document, path.c_str());
+        command.renamePort(oldName.c_str(), newName.c_str());
+        command.doit();
+        return "";
+    });
+}
+
+bool Edits::renamePort(const std::string& path,
+                       const std::string& oldName,
+                       const std::string& newName)
+{
+    const PortPtr port = findCompoundPort(path, oldName);
+    return port && renamePort(port, newName);
+}
+
+bool Edits::setValue(const PortPtr& given, const std::string& value)
+{
+    if (!has(given))
+        return false;
+    // An inner port has the value of the compound node's own.
+    const CompoundPtr inside = given->getParentCompound();
+    const PortPtr port = inside ? inside->getReversePort(given) : given;
+    const std::string path = pathOf(*given);
+    if (!port || port->getPortIOType() != ZEL::PortInput)
+        return fail(path, "an output has no value");
+    const TypePtr type = port->getDataType();
+    const std::string problem = valueProblem(type ? type->getName() : "", value);
+    if (!problem.empty())
+        return fail(path, problem);
+    if (value == port->getPortDefaultValue())
+        return fail(path, "it has that value");
+    const std::string title = value.empty()
+                                  ? "Clear " + shortNameOf(*port)
+                                  : "Set " + shortNameOf(*port) + " to " + shortValue(value);
+    return run(named(title, {"set", path, value}), path, [&] {
+        port->setPortDefaultValue(value.c_str());
+        return "";
+    });
+}
+
+bool Edits::setValue(const std::string& path, const std::string& value)
+{
+    const auto find = [&](ZEL::PortIOType ioType) {
+        return m_document.findPortFromPath(path.c_str(), ioType, ZEL::Container::eSearchNode);
+    };
+    const PortPtr port = find(ZEL::PortInput);
+    if (!port)
+        return fail(path, find(ZEL::PortOutput) ? "an output has no value" : "no such input");
+    return setValue(port, value);
+}
+
+} // namespace shading

@@ -1,0 +1,76 @@
+#include "session/session.h"
+
+#include "document/names.h"
+
+#include <filesystem>
+
+namespace shading {
+
+namespace {
+
+/// Also for a link that leads nowhere: saving would write there.
+bool isThere(const std::string& path)
+{
+    std::error_code ignored;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
+}
+
+} // namespace
+
+std::unique_ptr<Session> Session::open(const EnvironmentPtr& environment,
+                                       const std::string& path,
+                                       const OpenOptions& options,
+                                       std::vector<Message>& messages)
+{
+    OpenOptions own = options;
+    own.runtime = &environment->runtime();
+    std::unique_ptr<Document> document = openDocument(path, own, messages);
+    return document ? std::make_unique<Session>(std::move(document), path, environment) : nullptr;
+}
+
+std::unique_ptr<Session> Session::createNew(const EnvironmentPtr& environment,
+                                            const std::string& path,
+                                            std::vector<Message>& messages)
+{
+    if (isThere(path)) {
+        Message error;
+        error.file = path;
+        error.isError = true;
+        error.text = "a new document needs a new file, and this one is there";
+        messages.push_back(error);
+        return nullptr;
+    }
+    OpenOptions options;
+    options.runtime = &environment->runtime();
+    auto session = std::make_unique<Session>(newDocument(path, options), path, environment);
+    session->m_isNew = true;
+    return session;
+}
+
+Session::Session(std::shared_ptr<Document> document, std::string path, EnvironmentPtr environment)
+    : m_environment(std::move(environment)),
+      m_document(std::move(document)),
+      m_edits(*m_document),
+      m_path(std::move(path))
+{
+}
+
+bool Session::save(const std::string& path, std::vector<SaveProblem>& problems)
+{
+    const auto refuse = [&](const std::string& subject, const std::string& reason) {
+        problems.push_back({subject, reason});
+        return false;
+    };
+    if (m_edits.history().isOpen())
+        return refuse(pathOf(*m_document->getRootNode()), "an edit is open");
+    if (m_isNew && path == m_path && isThere(path))
+        return refuse(path, "the file came up since this new document was begun");
+    if (!saveToFile(*m_document, path, problems))
+        return false;
+    m_edits.history().noteSaved();
+    m_path = path;
+    m_isNew = false;
+    return true;
+}
+
+} // namespace shading

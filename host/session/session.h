@@ -1,0 +1,61 @@
+#pragma once
+
+#include "document/document.h"
+#include "edits/edits.h"
+#include "reading/openDocument.h"
+#include "saving/save.h"
+#include "session/environment.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace shading {
+
+/// One document at work: what a shell, a window and Python share. It holds what the document was
+/// opened with, the document, its edits with the one history, and the path of its file.
+class Session {
+public:
+    using EnvironmentPtr = std::shared_ptr<Environment>;
+
+    /// Opens the document in that file with the environment's runtime, which takes the place of the
+    /// one in the options. Adds what is wrong with it to messages; empty when there is an error.
+    static std::unique_ptr<Session> open(const EnvironmentPtr& environment,
+                                         const std::string& path,
+                                         const OpenOptions& options,
+                                         std::vector<Message>& messages);
+    /// A new, empty document, to be saved into that file. Empty, with an error, when the file is
+    /// there.
+    static std::unique_ptr<Session> createNew(const EnvironmentPtr& environment,
+                                              const std::string& path,
+                                              std::vector<Message>& messages);
+    /// For a document that is open. What it was opened with must outlive it, or be the environment.
+    /// Throws std::logic_error when the document has a session already.
+    Session(std::shared_ptr<Document> document,
+            std::string path,
+            EnvironmentPtr environment = nullptr);
+
+    Document& document() { return *m_document; }
+    /// All changes of the document go through them.
+    Edits& edits() { return m_edits; }
+    /// The file that the document was opened from, was last saved into, or will be.
+    const std::string& path() const { return m_path; }
+
+    /// Saves into the file, which is the session's from then on. False when it is not saved, with
+    /// what is wrong: the file is as it was. A new document does not replace a file that came up
+    /// since it was begun. Not while an edit is open.
+    bool save(const std::string& path, std::vector<SaveProblem>& problems);
+    /// True when leaving loses nothing: the document is as it was opened, made or last saved.
+    bool isSaved() { return m_edits.history().isSaved(); }
+
+private:
+    // Destroyed in reverse order: the history before the document, and that before its runtime and
+    // the code behind it.
+    EnvironmentPtr m_environment; ///< Null: the document's runtime is somebody else's.
+    std::shared_ptr<Document> m_document;
+    Edits m_edits;
+    std::string m_path;
+    bool m_isNew = false; ///< There was no such file, and none was saved.
+};
+
+} // namespace shading
