@@ -27,7 +27,7 @@ private:
     Runtime m_runtime;
 };
 
-const bool kRegistered =
+const bool kFirstHost =
     registerConformanceTests("FirstHost", [] { return std::make_unique<FirstHost>(); });
 
 } // namespace

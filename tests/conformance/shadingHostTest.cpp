@@ -46,7 +46,7 @@ private:
     std::string m_folder;
 };
 
-const bool kRegistered =
+const bool kShadingHost =
     ZEL::registerConformanceTests("ShadingHost", [] { return std::make_unique<ShadingHost>(); });
 
 } // namespace

@@ -35,7 +35,7 @@ bool add(const char* name)
     return ZEL::registerConformanceTests(name, [] { return std::make_unique<Host>(); });
 }
 
-const bool kRegistered =
+const bool kPlainHosts =
     add<plain::Host<>>("PlainHost") &&
     add<plain::Host<OneSourceNode, plain::Compound, SharingDocument>>("ParticularHost");
 

@@ -63,7 +63,7 @@ TEST_F(ContainerTest, NodesAreFoundFromTheRootDown)
 
 TEST(Container, ALookupAsksForTheRootNodeOnceUnlessThePathNamesNothing)
 {
-    struct Asked : TestNetwork {
+    struct AskedNetwork : TestNetwork {
         AddRefWrapper<Node> getRootNode() override { return ++asked, root; }
         int asked = 0;
     } net;

@@ -143,7 +143,7 @@ const struct {
     const char* name;
     bool (*run)(shading::Edits& edits);
     int questions; ///< How many are asked at least.
-} kEdits[] = {
+} kRefusedEdits[] = {
     {"connect", [](shading::Edits& e) { return e.connect("Top.r.x", "Top.r.b.i"); }, 2},
     {"disconnect", [](shading::Edits& e) { return e.disconnect("Top.r.a.out", "Top.r.b.i"); }, 1},
     {"disconnect-all", [](shading::Edits& e) { return e.disconnectAll("Top.r.g.o"); }, 2},
@@ -185,7 +185,7 @@ int refuseEach(RefusingNetwork& net, const std::function<bool()>& edit)
 
 TEST(Refusal, OfAnyStepLeavesNetworkAndHistoryAsTheyWere)
 {
-    for (const auto& c : kEdits) {
+    for (const auto& c : kRefusedEdits) {
         SCOPED_TRACE(c.name);
         RefusingNetwork net;
         std::string title;

@@ -17,7 +17,7 @@ const char* const kDefinitions =
 const struct {
     const char* commands;
     const char* output;
-} kCommands[] = {
+} kLibraryCommands[] = {
     {"types", "c\nfloat\nt\n"},
     {"library", "Definitions 0\n  ks 2\n  other 2\n"},
     {"library ks", "ks 2\n  k ND_k_c (i c) -> (out c)\n  k ND_k_f () -> (out float)\n"},
@@ -42,7 +42,7 @@ const struct {
 
 TEST(LibraryCommands, PrintAndMakeWhatTheyAreAskedFor)
 {
-    for (const auto& c : kCommands) {
+    for (const auto& c : kLibraryCommands) {
         SCOPED_TRACE(c.commands);
         ZEL::Runtime runtime;
         ASSERT_EQ("", readInto(runtime, kDefinitions));
