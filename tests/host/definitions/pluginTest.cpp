@@ -1,5 +1,6 @@
 #include "definitions/pluginModule.h"
 #include "document/definedNode.h"
+#include "paths.h"
 #include "testLibrary.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +16,7 @@ namespace {
 
 bool isLoaded()
 {
-    void* const module = dlopen(SHADING_PLUGIN, RTLD_NOW | RTLD_NOLOAD);
+    void* const module = dlopen(paths::kShadingPlugin, RTLD_NOW | RTLD_NOLOAD);
     if (module)
         dlclose(module);
     return module != nullptr;
@@ -38,7 +39,7 @@ TEST(PluginModule, IsLoadedUsedTerminatedAndUnloaded)
     {
         shading::PluginModule plugin;
         std::string problem;
-        ASSERT_TRUE(plugin.load(SHADING_PLUGIN, problem));
+        ASSERT_TRUE(plugin.load(paths::kShadingPlugin, problem));
         EXPECT_TRUE(isLoaded());
         ZEL::Host host;
         EXPECT_EQ(plugin.runtime(), host.getRuntimeByName("Shading"));
@@ -59,7 +60,7 @@ TEST(PluginModule, HoldsTheCodeOfItsRuntimeOnly)
     {
         shading::PluginModule plugin;
         std::string problem;
-        ASSERT_TRUE(plugin.load(SHADING_PLUGIN, problem));
+        ASSERT_TRUE(plugin.load(paths::kShadingPlugin, problem));
         type = plugin.runtime()->getPortDataType("color3");
         definition = shading::DefinitionIndex(*plugin.runtime()).named("ND_add_float");
         EXPECT_EQ("shadingPlugin.so", codeOf(plugin.runtime()));
@@ -72,7 +73,7 @@ TEST(PluginModule, HoldsTheCodeOfItsRuntimeOnly)
 
 void unloadTooEarly()
 {
-    void* const module = dlopen(SHADING_PLUGIN, RTLD_NOW | RTLD_LOCAL);
+    void* const module = dlopen(paths::kShadingPlugin, RTLD_NOW | RTLD_LOCAL);
     dlclose(module);
     ZEL::Host().terminate();
 }
@@ -98,14 +99,15 @@ TEST(PluginModule, SaysWhyThereIsNoRuntime)
     EXPECT_EQ("no such file", problemOf(""));
     EXPECT_EQ("no such file", problemOf("/"));
     EXPECT_EQ(0U, problemOf(text.path()).find("cannot be loaded: " + text.path()));
-    EXPECT_EQ("no plugin: it registers no runtime", problemOf(NO_PLUGIN));
-    EXPECT_EQ("registers no runtime \"Shading\"", problemOf(OTHER_PLUGIN));
+    EXPECT_EQ("no plugin: it registers no runtime", problemOf(paths::kNoPlugin));
+    EXPECT_EQ("registers no runtime \"Shading\"", problemOf(paths::kOtherPlugin));
 }
 
 std::string runProgram(const std::string& arguments)
 {
     const TestFile file(std::string("<materialx>") + kAdd + "</materialx>");
-    const std::string line = std::string(ZELSH) + " " + arguments + " " + file.path() + " 2>&1";
+    const std::string line =
+        std::string(paths::kZelsh) + " " + arguments + " " + file.path() + " 2>&1";
     std::FILE* const pipe = popen(line.c_str(), "r");
     std::string output;
     for (int c = 0; (c = std::fgetc(pipe)) != EOF;)
@@ -120,9 +122,10 @@ TEST(Program, LoadsThePluginBesideItOrGoesOnWithout)
     EXPECT_EQ("zelsh: plugin /no/such.so: no such file; going on without it\nno runtimes\n"
               "output out float \"\" -> Top.b.in1\nstatus 0\n",
               runProgram("--plugin /no/such.so -c runtimes -c 'ports Top.a'"));
-    EXPECT_EQ("zelsh: plugin " OTHER_PLUGIN ": registers no runtime \"Shading\"; going on without "
-              "it\nindex 0 Other\nname Other\nfloat\nstatus 0\n",
-              runProgram("--plugin " OTHER_PLUGIN " -c runtimes -c types"));
+    EXPECT_EQ("zelsh: plugin " + std::string(paths::kOtherPlugin) +
+                  ": registers no runtime \"Shading\"; going on without "
+                  "it\nindex 0 Other\nname Other\nfloat\nstatus 0\n",
+              runProgram("--plugin " + std::string(paths::kOtherPlugin) + " -c runtimes -c types"));
 }
 
 TEST(Program, ReadsLibrariesAlsoWithoutAPlugin)
@@ -191,7 +194,7 @@ TEST(Table, IsWhatTheFormatDefines)
         GTEST_SKIP() << "SHADING_EXTRA_DOCUMENTS names no folder";
     shading::PluginModule plugin;
     std::string problem;
-    ASSERT_TRUE(plugin.load(SHADING_PLUGIN, problem));
+    ASSERT_TRUE(plugin.load(paths::kShadingPlugin, problem));
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
         std::vector<shading::Message> messages;
         if (entry.path().extension() == ".mtlx")

@@ -2,6 +2,7 @@
 #include "draw/zelLayerBounds.h"
 #include "draw/zelLayeredLayout.h"
 #include "draw/zelPicture.h"
+#include "paths.h"
 #include "reading/definitionReader.h"
 #include "reading/openDocument.h"
 #include "shell/commands/drawCommand.h"
@@ -133,7 +134,7 @@ private:
 std::vector<std::string> documents()
 {
     std::vector<std::string> paths;
-    for (const auto& entry : std::filesystem::directory_iterator(SHADING_DOCUMENTS))
+    for (const auto& entry : std::filesystem::directory_iterator(paths::kDocuments))
         paths.push_back(entry.path().string());
     EXPECT_LE(3U, paths.size());
     const char* const extra = std::getenv("SHADING_EXTRA_DOCUMENTS");
@@ -179,7 +180,7 @@ TEST(Draw, EveryDocumentAtEveryDepthIsShownWholeAndSound)
 
 TEST(Draw, ShowsTheCompoundAtAPath)
 {
-    DrawnDocument document(std::string(SHADING_DOCUMENTS) + "/rusty_painted_gate.mtlx");
+    DrawnDocument document(std::string(paths::kDocuments) + "/rusty_painted_gate.mtlx");
     const NodePtr rust = document.opened->findNodeFromPath("Top.NG_gate.rust");
     for (const int depth : {0, 1}) {
         const ShownPicture picture(
@@ -215,7 +216,7 @@ TEST(Draw, RefusesAndLeavesTheFileAsItWas)
         {"Top Top", "3 names: needs a file and one path at most"},
     };
     for (const auto& [words, error] : cases) {
-        DrawnDocument document(std::string(SHADING_DOCUMENTS) + "/rusty_painted_gate.mtlx");
+        DrawnDocument document(std::string(paths::kDocuments) + "/rusty_painted_gate.mtlx");
         EXPECT_EQ("old", document.draw(words)) << words;
         EXPECT_EQ(std::string("error: draw: ") + error + "\n", document.printed);
     }

@@ -1,6 +1,7 @@
 #include "randomEdits.h"
 
 #include "check/zelCheck.h"
+#include "paths.h"
 #include "reading/definitionReader.h"
 #include "reading/openDocument.h"
 #include "saving/save.h"
@@ -149,7 +150,7 @@ void editAllAtRandom(const std::string& folder)
 
 TEST(RandomEdits, ReturnToTheStartAndToTheEnd)
 {
-    editAllAtRandom(SHADING_DOCUMENTS);
+    editAllAtRandom(paths::kDocuments);
 }
 
 TEST(RandomEdits, ReturnInAFolderOfChoice)

@@ -1,3 +1,4 @@
+#include "paths.h"
 #include "reading/openDocument.h"
 #include "testDocument.h"
 
@@ -27,7 +28,7 @@ bool isAnswered(const std::string& result)
 TEST(Damage, ACutDocumentIsRefusedWithItsPlace)
 {
     int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(SHADING_DOCUMENTS)) {
+    for (const auto& entry : std::filesystem::directory_iterator(paths::kDocuments)) {
         const std::string bytes = bytesOf(entry.path());
         // The end of the document element: behind it the file is whole.
         const std::size_t end = bytes.rfind("</materialx>") + 12;
@@ -44,7 +45,7 @@ TEST(Damage, ACutDocumentIsRefusedWithItsPlace)
 
 TEST(Damage, SwappedTagsAreRefusedWithTheirPlace)
 {
-    const std::string bytes = bytesOf(SHADING_DOCUMENTS "/rusty_painted_gate.mtlx");
+    const std::string bytes = bytesOf(std::string(paths::kDocuments) + "/rusty_painted_gate.mtlx");
     const std::regex tag("</[a-z0-9]+>");
     int count = 0;
     for (std::sregex_iterator i(bytes.begin(), bytes.end(), tag), next = i, end; i != end; ++i) {

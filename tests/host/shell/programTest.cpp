@@ -1,3 +1,4 @@
+#include "paths.h"
 #include "reading/openDocument.h"
 #include "testDocument.h"
 
@@ -18,7 +19,8 @@ struct Result {
 /// Runs the shell command with `zelsh` for the program and "$1" for the path.
 Result runProgram(const std::string& command, const std::string& path)
 {
-    const std::string line = "set -- '" + path + "'; zelsh() { '" ZELSH "' \"$@\"; }; " + command;
+    const std::string line =
+        "set -- '" + path + "'; zelsh() { '" + paths::kZelsh + "' \"$@\"; }; " + command;
     std::FILE* const pipe = popen(line.c_str(), "r");
     Result result = {-1, ""};
     if (!pipe)
@@ -125,7 +127,7 @@ int openAll(const std::string& folder, bool isStrict, int& count)
 TEST(Documents, OpenWithoutAWarning)
 {
     int count = 0;
-    EXPECT_LE(30, openAll(SHADING_DOCUMENTS, true, count));
+    EXPECT_LE(30, openAll(paths::kDocuments, true, count));
     EXPECT_LE(3, count);
 }
 

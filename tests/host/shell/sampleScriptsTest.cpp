@@ -1,4 +1,5 @@
 #include "definitions/pluginModule.h"
+#include "paths.h"
 #include "randomEdits.h"
 #include "reading/openDocument.h"
 #include "shell/shell.h"
@@ -87,10 +88,10 @@ const struct {
 
 TEST(SampleScripts, DoTheirEditAndAreUndoneAsAWhole)
 {
-    const std::string examples = SHADING_EXAMPLES;
+    const std::string examples = paths::kExamples;
     shading::PluginModule plugin;
     std::string problem;
-    ASSERT_TRUE(plugin.load(SHADING_PLUGIN, problem)) << problem;
+    ASSERT_TRUE(plugin.load(paths::kShadingPlugin, problem)) << problem;
     for (const auto& c : kScripts) {
         SCOPED_TRACE(c.script);
         shading::OpenOptions options;

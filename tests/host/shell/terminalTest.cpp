@@ -1,3 +1,4 @@
+#include "paths.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,7 @@ public:
             return;
         setenv("TERM", "dumb", 1);
         setenv("INPUTRC", "/dev/null", 1);
-        execl(ZELSH, ZELSH, "--plugin", "/no", document.c_str(), nullptr);
+        execl(paths::kZelsh, paths::kZelsh, "--plugin", "/no", document.c_str(), nullptr);
         _exit(127);
     }
     Terminal(const Terminal&) = delete;
