@@ -7,7 +7,7 @@ if [[ ${1:-} == -h || ${1:-} == --help ]]; then # The comment at the head of the
 fi
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-build_packages=(cmake g++ ninja-build)
+build_packages=(ccache cmake g++ ninja-build)
 host_packages=(libgraphviz-dev libpugixml-dev libreadline-dev nlohmann-json3-dev)
 test_packages=(libgtest-dev libbenchmark-dev make pkgconf gdb clang abigail-tools)
 tidy_packages=(clang clang-format-14 clang-tidy-14)
@@ -50,4 +50,13 @@ need_packages()
     "${as_root[@]}" apt-get -qq update
     "${as_root[@]}" apt-get -qq -y --no-install-recommends install "${missing[@]}" >/dev/null \
         || fail "could not install: ${missing[*]}"
+}
+
+# Runs cmake to configure a build. The compilers go through ccache where there is one, and where there
+# is none they run as ever. What was compiled in one folder counts in every other: paths below the tree
+# are hashed as seen from the build, and the folder of the build is not hashed.
+configure()
+{
+    export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+    cmake -D CMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)" "$@"
 }
