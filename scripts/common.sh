@@ -12,6 +12,7 @@ host_packages=(libgraphviz-dev libpugixml-dev libreadline-dev nlohmann-json3-dev
 test_packages=(libgtest-dev libbenchmark-dev make pkgconf gdb clang abigail-tools)
 tidy_packages=(clang clang-format-14 clang-tidy-14)
 docs_packages=(doxygen)
+picture_packages=(graphviz)
 
 say()
 {

@@ -28,9 +28,9 @@ Json valueOf(const ConnectionRecord& record)
     return {{"source", record.source}, {"target", record.target}};
 }
 
-Json valueOf(const zelCheck::Finding& finding)
+Json valueOf(const FindingRecord& record)
 {
-    return {{"path", finding.path}, {"reason", finding.text}};
+    return {{"path", record.path}, {"reason", record.reason}};
 }
 
 template <class Record>
@@ -59,9 +59,9 @@ std::string jsonText(const std::vector<ConnectionRecord>& records)
     return arrayText(records);
 }
 
-std::string jsonText(const std::vector<zelCheck::Finding>& findings)
+std::string jsonText(const std::vector<FindingRecord>& records)
 {
-    return arrayText(findings);
+    return arrayText(records);
 }
 
 } // namespace shading

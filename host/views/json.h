@@ -1,6 +1,5 @@
 #pragma once
 
-#include "check/zelCheck.h"
 #include "views/records.h"
 
 #include <string>
@@ -18,6 +17,6 @@ std::string jsonText(const std::vector<PortRecord>& records);
 /// [{"source", "target"}]
 std::string jsonText(const std::vector<ConnectionRecord>& records);
 /// [{"path", "reason"}]
-std::string jsonText(const std::vector<zelCheck::Finding>& findings);
+std::string jsonText(const std::vector<FindingRecord>& records);
 
 } // namespace shading

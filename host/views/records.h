@@ -29,6 +29,12 @@ struct ConnectionRecord {
     std::string target;
 };
 
+/// What a check of the network found.
+struct FindingRecord {
+    std::string path;
+    std::string reason;
+};
+
 /// Of everything below a compound, at all levels.
 struct Statistics {
     int nodes = 0;

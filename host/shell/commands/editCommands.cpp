@@ -129,11 +129,14 @@ bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
 bool runCheck(Shell& shell, const Arguments& /*arguments*/)
 {
     const std::vector<zelCheck::Finding> findings = zelCheck::checkNetwork(shell.document());
-    if (shell.hasOption("--json"))
-        shell.out() << jsonText(findings);
-    else
-        for (const zelCheck::Finding& finding : findings)
+    std::vector<FindingRecord> records;
+    for (const zelCheck::Finding& finding : findings) {
+        records.push_back({finding.path, finding.text});
+        if (!shell.hasOption("--json"))
             shell.out() << zelCheck::findingText(finding) << "\n";
+    }
+    if (shell.hasOption("--json"))
+        shell.out() << jsonText(records);
     return findings.empty();
 }
 
