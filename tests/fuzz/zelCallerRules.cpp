@@ -1,8 +1,10 @@
 #include "zelCallerRules.h"
 
+#include "zelFuzzKin.h"
 #include "zelFuzzUniverse.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace zelFuzz::callerRules {
 
@@ -49,9 +51,21 @@ bool shares(ZEL::Node& node, const Census& inside)
            (compound && inside.compounds.has(compound));
 }
 
+/// The port that a second base holds may live on in a list, or name a parent elsewhere.
+void isolateSides(Universe& universe, const Census& inside)
+{
+    for (SideListener* const side : universe.sides) {
+        ZEL::Port& port = *side->single;
+        if (inside.ports.has(&port) &&
+            (port.getRefCount() > inside.ports.count(&port) || port.getParent() != side))
+            port.removeAllConnections();
+    }
+}
+
 /// What somebody holds of that which is below may outlive the rest.
 void isolateHeld(Universe& universe, const Census& inside, const ZEL::Node* top)
 {
+    isolateSides(universe, inside);
     for (const PortPtr& port : heldPorts(universe)) {
         if (inside.ports.has(port.get()))
             port->removeAllConnections();
@@ -105,14 +119,29 @@ void disconnect(Universe& universe, ZEL::Port& port)
 void prepareEnd(Universe& universe, ZEL::Node& node)
 {
     const Agreement agreement(universe);
+    Census inside;
+    if (node.inputs().size() + node.outputs().size() == 0 && !node.isCompound() &&
+        !static_cast<FuzzNode&>(node).side) {
+        remember(universe, inside, &node); // Nothing to disconnect.
+        return;
+    }
     for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
         for (ZEL::Port* const port : *list)
             port->removeAllConnections();
     }
-    Census inside;
     inside.addNode(&node);
     isolate(inside);
     isolateHeld(universe, inside, &node);
+    remember(universe, inside, &node);
+}
+
+void prepareClosing(Universe& universe)
+{
+    const Agreement agreement(universe);
+    Census inside;
+    inside.addNode(universe.root.get());
+    isolateSides(universe, inside);
+    remember(universe, inside, universe.root.get());
 }
 
 void prepareEnd(Universe& universe, ZEL::Compound& compound)
@@ -122,6 +151,7 @@ void prepareEnd(Universe& universe, ZEL::Compound& compound)
     inside.addCompound(&compound);
     isolate(inside);
     isolateHeld(universe, inside, nullptr);
+    remember(universe, inside, &compound);
 }
 
 bool mayConnect(Universe& universe, ZEL::Port& port, ZEL::Port& other)
@@ -130,15 +160,14 @@ bool mayConnect(Universe& universe, ZEL::Port& port, ZEL::Port& other)
     return census.ports.has(&port) && census.ports.has(&other);
 }
 
-void disconnectIfLoose(Universe& universe, ZEL::Port& port)
-{
-    if (!universe.census().ports.has(&port))
-        disconnect(universe, port);
-}
-
 void forgetParent(Universe& universe, ZEL::PortNotification* parent)
 {
-    for (const PortPtr& port : heldPorts(universe)) {
+    std::vector<PortPtr> held = heldPorts(universe);
+    for (SideListener* const side : universe.sides) {
+        if (parent != side)
+            held.push_back(side->single);
+    }
+    for (const PortPtr& port : held) {
         if (port->getParent() == parent) {
             disconnect(universe, *port);
             port->setParent(nullptr);
@@ -173,12 +202,15 @@ void forgetOwner(Universe& universe, ZEL::Node* node)
 void forgetFormerCompounds(Universe& universe)
 {
     const Census census = universe.census();
+    std::unordered_set<ZEL::Node*> placed; // Each stands in one compound's list.
+    for (ZEL::Compound* const compound : census.compounds.all()) {
+        for (ZEL::Node* const node : compound->nodes()) {
+            if (node->getParentCompound() == compound)
+                placed.insert(node);
+        }
+    }
     for (ZEL::Node* const node : census.nodes.all()) {
-        const CompoundPtr compound = node->getParentCompound();
-        if (!compound)
-            continue;
-        ZEL::NodeList& list = compound->nodes();
-        if (countIn(list, node) == 0)
+        if (placed.count(node) == 0)
             node->setParentCompound(nullptr);
     }
 }
@@ -193,10 +225,11 @@ bool standsElsewhere(Universe& universe, ZEL::Port& port, const ZEL::PortList* l
     return false;
 }
 
-bool mayAddNode(Universe& universe, ZEL::Node& node, ZEL::Compound* compound)
+bool mayAddNode(Universe& universe, ZEL::Node& node, ZEL::Compound* compound, bool isNew)
 {
     Census below;
-    below.addNode(&node);
+    if (node.isCompound())
+        below.addNode(&node);
     if (below.compounds.has(compound))
         return false;
     // A compound that its node has let go still leads up to it.
@@ -206,6 +239,8 @@ bool mayAddNode(Universe& universe, ZEL::Node& node, ZEL::Compound* compound)
             return false;
         above = owner ? owner->getParentCompound() : nullptr;
     }
+    if (isNew)
+        return true;
     const Census census = universe.census();
     for (ZEL::Compound* const other : census.compounds.all()) {
         ZEL::NodeList& list = other->nodes();

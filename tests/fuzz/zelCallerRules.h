@@ -22,10 +22,10 @@ void disconnect(Universe& universe, ZEL::Port& port);
 void prepareEnd(Universe& universe, ZEL::Node& node);
 /// The same for a compound that its node lets go.
 void prepareEnd(Universe& universe, ZEL::Compound& compound);
+/// P1, P4: before the document closes; all else that the host held is let go.
+void prepareClosing(Universe& universe);
 /// P1: a port that a listener has taken away while it was asked is connected no more.
 bool mayConnect(Universe& universe, ZEL::Port& port, ZEL::Port& other);
-/// P1: disconnects a port that only the caller's variable still holds.
-void disconnectIfLoose(Universe& universe, ZEL::Port& port);
 
 /// P4, P6, P9, L4: a parent that dies is taken off the ports that the host holds, which are
 /// disconnected while they still know it.
@@ -40,8 +40,9 @@ void forgetFormerCompounds(Universe& universe);
 
 /// P5: true when the port stands in another owning list.
 bool standsElsewhere(Universe& universe, ZEL::Port& port, const ZEL::PortList* list);
-/// L6, N6: true unless the node stands in another compound's list or has the compound below it.
-bool mayAddNode(Universe& universe, ZEL::Node& node, ZEL::Compound* compound);
+/// L6, N6: true unless the node stands in another compound's list, which a new one does not, or has
+/// the compound below it.
+bool mayAddNode(Universe& universe, ZEL::Node& node, ZEL::Compound* compound, bool isNew = false);
 /// N6, L6: true when all nodes of a collapse stand in its parent, and the parent in none of them.
 bool mayCollapse(ZEL::Compound& parent, const std::vector<ZEL::Node*>& nodes);
 /// N7: true when the node's compound has no other node and is in no command.

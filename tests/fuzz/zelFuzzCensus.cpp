@@ -1,5 +1,8 @@
 #include "zelFuzzCensus.h"
 
+#include "zelFuzzInput.h"
+#include "zelFuzzKin.h"
+
 namespace zelFuzz {
 
 void Census::addNode(ZEL::Node* node)
@@ -8,6 +11,7 @@ void Census::addNode(ZEL::Node* node)
         return;
     addList(&node->inputs());
     addList(&node->outputs());
+    addSide(static_cast<FuzzNode*>(node)->side);
     if (ZEL::Compound* const compound = node->getAsCompound().get())
         addCompound(compound);
 }
@@ -18,6 +22,7 @@ void Census::addCompound(ZEL::Compound* compound)
         return;
     addList(&compound->innerInputs());
     addList(&compound->innerOutputs());
+    addSide(static_cast<FuzzCompound*>(compound)->side);
     if (!nodeLists.add(&compound->nodes()))
         return;
     for (ZEL::Node* const node : compound->nodes())
@@ -28,8 +33,18 @@ void Census::addList(ZEL::PortList* list)
 {
     if (!lists.add(list))
         return;
-    for (ZEL::Port* const port : *list)
+    for (ZEL::Port* const port : *list) {
+        expect(port != nullptr, "a list with an entry that is none");
         addPort(port);
+    }
+}
+
+void Census::addSide(SideListener* side)
+{
+    if (!side)
+        return;
+    addList(side->list.get());
+    addPort(side->single.get());
 }
 
 } // namespace zelFuzz

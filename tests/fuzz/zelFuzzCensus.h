@@ -8,6 +8,8 @@
 
 namespace zelFuzz {
 
+class SideListener;
+
 /// Objects of one kind, each with the number of references that its known holders have. In the
 /// order of the walk, so that one input always makes one run.
 template <class T>
@@ -69,6 +71,7 @@ struct Census {
     void addNode(ZEL::Node* node);
     void addCompound(ZEL::Compound* compound);
     void addList(ZEL::PortList* list);
+    void addSide(SideListener* side); ///< Null: the class has no second base.
     void addPort(ZEL::Port* port) { ports.add(port); }
 
     Counted<ZEL::Node> nodes;

@@ -5,13 +5,27 @@
 
 namespace zelFuzz {
 
+namespace {
+
+/// In the question about an addition: nobody holds the object but the argument of the call and the
+/// library, so it stands in no list.
+bool isNew(const ZEL::ReferenceCounted& object)
+{
+    return object.getRefCount() <= 2;
+}
+
+} // namespace
+
 template <class Base>
 Hosted<Base>::~Hosted()
 {
     --live;
-    callerRules::forgetParent(m_universe, this);
-    if constexpr (std::is_same_v<Base, ZEL::Node>)
+    if constexpr (std::is_same_v<Base, ZEL::Node>) {
+        seen.compare(m_universe.moment, *this);
+        m_universe.registrations.forget(*this);
         callerRules::forgetOwner(m_universe, this);
+    }
+    callerRules::forgetParent(m_universe, this);
 }
 
 template <class Base>
@@ -51,7 +65,8 @@ bool Hosted<Base>::onPortListPortAdded(const ZEL::PortList& list, const PortPtr&
 {
     touchMirror();
     Universe& universe = m_universe;
-    return universe.ask(port.get()) && !callerRules::standsElsewhere(universe, *port, &list);
+    return universe.ask(port.get()) && (universe.scripted == &list || isNew(*port) ||
+                                        !callerRules::standsElsewhere(universe, *port, &list));
 }
 
 template <class Base>
@@ -114,17 +129,31 @@ template class Hosted<ZEL::PortNotification>;
 template class Hosted<ZEL::Node>;
 template class Hosted<ZEL::Compound>;
 
+// Nodes of a crowd.
+
+CrowdNode::CrowdNode(Universe& universe) : Hosted(universe, &universe)
+{
+    ++live;
+}
+
+TitledNode::TitledNode(Universe& universe) : Hosted(universe, &universe)
+{
+    ++live;
+}
+
 // FuzzCompound.
 
 FuzzCompound::FuzzCompound(Universe& universe, const NodePtr& owner)
     : Hosted(universe, owner),
-      isMirrored(universe.depth == 0 && owner->inputs().size() + owner->outputs().size() == 0 &&
+      isMirrored(universe.depth == 0 && owner &&
+                 owner->inputs().size() + owner->outputs().size() == 0 &&
                  owner->inputs().getRefCount() == 1 && owner->outputs().getRefCount() == 1)
 {
 }
 
 FuzzCompound::~FuzzCompound()
 {
+    seen.compare(m_universe.moment, *this);
     callerRules::forgetCompound(m_universe, this);
 }
 
@@ -132,7 +161,9 @@ bool FuzzCompound::onNodeAdd(const NodePtr& node)
 {
     Universe& universe = m_universe;
     const CompoundPtr self(this);
-    return universe.ask(nullptr) && callerRules::mayAddNode(universe, *node, self.get());
+    return universe.ask(nullptr) &&
+           (universe.scripted == &nodes() ||
+            callerRules::mayAddNode(universe, *node, self.get(), isNew(*node)));
 }
 
 bool FuzzCompound::onNodeRemove(const NodePtr& node)
@@ -171,7 +202,7 @@ int FuzzCompound::deleteCompoundPort(PortPtr innerPort)
     Universe& universe = m_universe;
     const CompoundPtr self(this);
     const NodePtr owner = getAsNode();
-    if (owner) {
+    if (owner && innerPort) {
         const std::string name = innerPort->getName();
         for (ZEL::PortList* const list : {&owner->inputs(), &owner->outputs()})
             isMirrored = isMirrored && callerRules::countNamed(*list, name) <= 1;
@@ -195,6 +226,12 @@ void FuzzCompound::setMirrored(bool value)
 }
 
 // FuzzEditor: it may die in the callback.
+
+FuzzEditor::~FuzzEditor()
+{
+    --live;
+    m_universe.registrations.forget(*this);
+}
 
 void FuzzEditor::zel_onConnectionChange(ZEL::ECnxChangeType /*type*/,
                                         const PortPtr& first,
@@ -220,6 +257,7 @@ void FuzzEditor::zel_onNodeChange(ZEL::ENodeChangeType /*type*/,
                                   const CompoundPtr& /*compound*/,
                                   const NodePtr& /*node*/)
 {
+    m_universe.registrations.hear(*this);
     m_universe.ask(nullptr);
 }
 

@@ -1,19 +1,16 @@
 #pragma once
 
-#include "zel.h"
+#include "zelLastSeen.h"
 
 namespace zelFuzz {
 
+class SideListener;
 class Universe;
-
-using PortPtr = ZEL::AddRefWrapper<ZEL::Port>;
-using NodePtr = ZEL::AddRefWrapper<ZEL::Node>;
-using CompoundPtr = ZEL::AddRefWrapper<ZEL::Compound>;
-using TypePtr = ZEL::AddRefWrapper<ZEL::PortDataType>;
 
 /// A node, compound or plain listener of the universe. Every question goes to the universe, which
 /// answers as the input says and may make any step meanwhile; then the rules of a caller are
-/// looked at. An object may die in its own question: nothing of it is touched after.
+/// looked at. An object may die in its own question: nothing of it is touched after. In its
+/// destructor it asks who it is and where it stands, see LastSeen.
 template <class Base>
 class Hosted : public Base {
 public:
@@ -41,7 +38,9 @@ public:
     bool onPortSetName(const PortPtr& port, const char* name) override;
     ZEL::Namable onGetParentFullPathName() override;
 
-    inline static int live = 0; ///< How many there are.
+    LastSeen seen;                ///< Of a node or compound.
+    SideListener* side = nullptr; ///< Of a class with a second base: that one. Not owned.
+    inline static int live = 0;   ///< How many there are.
 
 protected:
     /// A compound whose ports somebody changes by other means than compound ports.
@@ -53,7 +52,26 @@ protected:
 using Listener = Hosted<ZEL::PortNotification>;
 using FuzzNode = Hosted<ZEL::Node>;
 
-class FuzzCompound final : public Hosted<ZEL::Compound> {
+/// One of very many: without ports, and not counted where room for a node is looked for.
+class CrowdNode final : public FuzzNode {
+public:
+    explicit CrowdNode(Universe& universe);
+    ~CrowdNode() override { --live; }
+
+    inline static int live = 0; ///< How many there are.
+};
+
+/// As CrowdNode; its class has a getName of its own.
+class TitledNode final : public FuzzNode {
+public:
+    explicit TitledNode(Universe& universe);
+    ~TitledNode() override { --live; }
+    const char* getName() const override { return FuzzNode::getName(); }
+
+    inline static int live = 0; ///< How many there are.
+};
+
+class FuzzCompound : public Hosted<ZEL::Compound> {
 public:
     FuzzCompound(Universe& universe, const NodePtr& owner);
     ~FuzzCompound() override;
@@ -77,7 +95,7 @@ public:
     explicit FuzzEditor(Universe& universe) : m_universe(universe) { ++live; }
     FuzzEditor(const FuzzEditor&) = delete;
     FuzzEditor& operator=(const FuzzEditor&) = delete;
-    ~FuzzEditor() override { --live; }
+    ~FuzzEditor() override;
 
     void zel_onConnectionChange(ZEL::ECnxChangeType type,
                                 const PortPtr& first,

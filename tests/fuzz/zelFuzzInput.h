@@ -16,6 +16,8 @@ public:
     int byte() { return isAtEnd() ? 0 : m_data[m_place++]; }
     /// From 0 to limit - 1; the limit is at least 1.
     int number(int limit) { return byte() % limit; }
+    /// The same, of as many as there may be.
+    int place(int limit) { return limit <= 256 ? number(limit) : (byte() * 256 + byte()) % limit; }
     /// One of a few, so that names meet; paths do not reach the last two.
     const char* name()
     {
@@ -49,5 +51,17 @@ private:
 
 /// Ends the program with the text when what must hold does not: a fuzzer keeps the input.
 void expect(bool holds, const std::string& text);
+inline void expect(bool holds, const char* text)
+{
+    if (!holds)
+        expect(false, std::string(text));
+}
+/// The same where a text costs too much to be made for nothing.
+template <class MakeText>
+auto expect(bool holds, MakeText makeText) -> decltype(std::string(makeText()), void())
+{
+    if (!holds)
+        expect(false, std::string(makeText()));
+}
 
 } // namespace zelFuzz

@@ -1,5 +1,6 @@
 // Any sequence of public operations and commands, with listeners that refuse and re-enter.
 
+#include "zelFuzzPort.h"
 #include "zelFuzzUniverse.h"
 
 // NOLINTNEXTLINE(readability-identifier-naming): the name that a fuzzer calls.
@@ -14,5 +15,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     zelFuzz::expect(zelFuzz::Hosted<ZEL::Compound>::live == 0, "a compound lives on");
     zelFuzz::expect(zelFuzz::Listener::live == 0, "a listener lives on");
     zelFuzz::expect(zelFuzz::FuzzEditor::live == 0, "an editor lives on");
+    zelFuzz::expect(zelFuzz::FuzzPort::live == 0, "a port lives on");
     return 0;
 }

@@ -17,7 +17,8 @@ std::vector<Step> allSteps()
 {
     std::vector<Step> steps;
     for (const std::vector<Step>* const some :
-         {&kGraphSteps, &kHostSteps, &kCommandSteps, &kValueSteps})
+         {&kGraphSteps, &kHostSteps, &kCommandSteps, &kValueSteps, &kKinSteps, &kCrowdSteps,
+          &kListSteps, &kConnectionSteps, &kEditorSteps})
         steps.insert(steps.end(), some->begin(), some->end());
     return steps;
 }
@@ -28,7 +29,27 @@ T* pick(Universe& universe, const Counted<T>& objects)
     if (objects.all().empty())
         return nullptr;
     return objects.all()[static_cast<std::size_t>(
-        universe.input.number(static_cast<int>(objects.all().size())))];
+        universe.input.place(static_cast<int>(objects.all().size())))];
+}
+
+/// True when nobody holds the object but the caller, and the library for the moment.
+template <class T>
+bool isLoose(const Universe& universe, T& object, Counted<T> Census::*known)
+{
+    if (object.getRefCount() == 1)
+        return true;
+    bool isCounted = universe.depth == 0; // Else a question may hold it.
+    if constexpr (std::is_same_v<T, ZEL::Port>)
+        isCounted = isCounted && !object.isPortHidden(); // Nor by a forward move.
+    return !isCounted && !(universe.census().*known).has(&object);
+}
+
+/// What lives on has lost what dies.
+template <class T>
+void drop(Universe& universe, ZEL::AddRefWrapper<T>& object)
+{
+    object = nullptr;
+    ++universe.moment;
 }
 
 } // namespace
@@ -41,8 +62,10 @@ void makeStep(Universe& universe)
     static const bool isTraced = std::getenv("ZEL_FUZZ_TRACE") != nullptr;
     if (isTraced)
         std::fprintf(stderr, "%*s%s\n", 2 * universe.depth, "", step.name);
+    ++universe.moment;
     step.run(universe);
     callerRules::forgetFormerCompounds(universe);
+    ++universe.moment;
 }
 
 ZEL::Port* pickPort(Universe& universe)
@@ -78,28 +101,43 @@ TypePtr pickType(Universe& universe)
 bool hasRoom(Universe& universe)
 {
     const Census census = universe.census();
-    return census.nodes.all().size() < kMaxNodes && census.compounds.all().size() < kMaxCompounds;
+    const auto crowd = static_cast<std::size_t>(CrowdNode::live + TitledNode::live);
+    return census.nodes.all().size() < kMaxNodes + crowd &&
+           census.compounds.all().size() < kMaxCompounds;
+}
+
+bool prepareCompound(Universe& universe, ZEL::Node* node)
+{
+    if (!node || universe.collapsing > 0 || !hasRoom(universe) ||
+        !callerRules::mayReplaceCompound(universe, *node))
+        return false;
+    if (const CompoundPtr former = node->getAsCompound())
+        callerRules::prepareEnd(universe, *former);
+    return true;
 }
 
 void letGo(Universe& universe, PortPtr& port)
 {
-    const PortPtr gone = std::exchange(port, nullptr);
-    if (gone)
-        callerRules::disconnectIfLoose(universe, *gone);
+    PortPtr gone = std::exchange(port, nullptr);
+    if (gone && isLoose(universe, *gone, &Census::ports))
+        callerRules::disconnect(universe, *gone);
+    drop(universe, gone);
 }
 
 void letGo(Universe& universe, NodePtr& node)
 {
-    const NodePtr gone = std::exchange(node, nullptr);
-    if (gone && !universe.census().nodes.has(gone.get()))
+    NodePtr gone = std::exchange(node, nullptr);
+    if (gone && isLoose(universe, *gone, &Census::nodes))
         callerRules::prepareEnd(universe, *gone);
+    drop(universe, gone);
 }
 
 void letGo(Universe& universe, CompoundPtr& compound)
 {
-    const CompoundPtr gone = std::exchange(compound, nullptr);
-    if (gone && !universe.census().compounds.has(gone.get()))
+    CompoundPtr gone = std::exchange(compound, nullptr);
+    if (gone && isLoose(universe, *gone, &Census::compounds))
         callerRules::prepareEnd(universe, *gone);
+    drop(universe, gone);
 }
 
 void letGo(Universe& universe, std::unique_ptr<CollapseSlot>& slot)

@@ -19,6 +19,11 @@ extern const std::vector<Step> kGraphSteps;
 extern const std::vector<Step> kHostSteps;
 extern const std::vector<Step> kCommandSteps;
 extern const std::vector<Step> kValueSteps;
+extern const std::vector<Step> kKinSteps;
+extern const std::vector<Step> kCrowdSteps;
+extern const std::vector<Step> kListSteps;
+extern const std::vector<Step> kConnectionSteps;
+extern const std::vector<Step> kEditorSteps;
 
 // What the next byte chooses from all that is there; null when there is none.
 ZEL::Port* pickPort(Universe& universe);
@@ -35,6 +40,8 @@ auto& pickSlot(Universe& universe, Array& slots)
 
 /// Room for another one, so that an input stays fast.
 bool hasRoom(Universe& universe);
+/// The same for a new compound of the node, which is null or lets go of the one it has.
+bool prepareCompound(Universe& universe, ZEL::Node* node);
 
 // Empties a place of the host; what goes with it is disconnected before.
 void letGo(Universe& universe, PortPtr& port);

@@ -21,6 +21,7 @@ Universe::Universe(Input& bytes) : input(bytes), listener(*this)
     listenerList = ZEL::PortList::createNew();
     listenerList->setParent(&listener);
     freeList = ZEL::PortList::createNew();
+    stranger = ZEL::Port::createNew("stranger", ZEL::PortInput);
     root = new FuzzNode(*this, this);
     root->setName("Top");
     const CompoundPtr made(new FuzzCompound(*this, root));
@@ -32,6 +33,7 @@ Universe::~Universe()
     runtime.unregisterContainer(this);
     for (auto& slot : editors)
         slot = nullptr;
+    manyEditors.clear();
     for (auto& slot : connects)
         slot = nullptr;
     // What is held goes while all is alive, and disconnected.
@@ -52,6 +54,7 @@ Universe::~Universe()
         letGo(*this, compound);
     for (NodePtr& node : nodes)
         letGo(*this, node);
+    callerRules::prepareClosing(*this);
     root = nullptr;
 }
 
@@ -66,6 +69,7 @@ void Universe::run()
 
 bool Universe::ask(ZEL::Port* port)
 {
+    ++moment;
     if (quiet > 0)
         return true;
     const int question = questions++;
@@ -82,6 +86,7 @@ bool Universe::ask(ZEL::Port* port)
         if (port)
             askedPorts.pop_back();
         --depth;
+        ++moment;
     }
     const bool isRefused = ((refusals >> (question % 8)) & 1) != 0;
     troubles += isRefused ? 1 : 0;

@@ -3,6 +3,7 @@
 #include "zelFuzzCensus.h"
 #include "zelFuzzHost.h"
 #include "zelFuzzInput.h"
+#include "zelRegistrations.h"
 
 #include <array>
 #include <map>
@@ -60,7 +61,11 @@ public:
     std::array<CompoundPtr, 3> compounds;
     ZEL::AddRefWrapper<ZEL::PortList> freeList; ///< Without a parent: holds nothing.
     std::vector<PortPtr> freePorts;             ///< What stands in it, or did.
+    PortPtr stranger;                           ///< Stands in no list, ever.
+    Registrations registrations;                ///< Outlives all nodes and editors.
     std::array<std::unique_ptr<FuzzEditor>, 40> editors;
+    std::vector<std::unique_ptr<FuzzEditor>> manyEditors;
+    std::vector<SideListener*> sides; ///< All that there are.
     std::array<std::unique_ptr<ConnectSlot>, 3> connects;
     std::array<std::unique_ptr<CollapseSlot>, 2> collapses;
     std::array<std::unique_ptr<ModifySlot>, 2> modifies;
@@ -73,14 +78,17 @@ public:
     std::vector<ZEL::Port*> askedPorts;
 
     // How the listeners answer.
-    int refusals = 0;           ///< Bit by bit; 0 agrees to everything.
-    int questions = 0;          ///< So many were asked.
-    int countdown = 0;          ///< The question in which a step is made; 0: none.
-    int quiet = 0;              ///< Above 0 the host itself is at work and agrees.
-    int depth = 0;              ///< Steps that are made inside a question.
-    int mirrorDepth = 0;        ///< Above 0 the library makes or deletes a compound port.
-    int troubles = 0;           ///< So many refusals, and steps inside questions.
-    int collapsing = 0;         ///< Above 0 a collapse is at work.
+    int refusals = 0;    ///< Bit by bit; 0 agrees to everything.
+    int questions = 0;   ///< So many were asked.
+    int countdown = 0;   ///< The question in which a step is made; 0: none.
+    int quiet = 0;       ///< Above 0 the host itself is at work and agrees.
+    int depth = 0;       ///< Steps that are made inside a question.
+    int mirrorDepth = 0; ///< Above 0 the library makes or deletes a compound port.
+    int troubles = 0;    ///< So many refusals, and steps inside questions.
+    int collapsing = 0;  ///< Above 0 a collapse is at work.
+    int moment = 1;      ///< Another one after every change, see LastSeen.
+    /// The list that a step edits by itself, which keeps the rules.
+    const void* scripted = nullptr;
     ZEL::Port* asked = nullptr; ///< The port of the question in which a step is made.
 };
 

@@ -200,11 +200,8 @@ void setNode(Universe& universe)
 void makeCompound(Universe& universe)
 {
     ZEL::Node* const node = pickNode(universe);
-    if (!node || universe.collapsing > 0 || !hasRoom(universe) ||
-        !callerRules::mayReplaceCompound(universe, *node))
+    if (!prepareCompound(universe, node))
         return;
-    if (const CompoundPtr former = node->getAsCompound())
-        callerRules::prepareEnd(universe, *former);
     const CompoundPtr made(new FuzzCompound(universe, node));
 }
 

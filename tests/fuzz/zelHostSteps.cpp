@@ -3,6 +3,7 @@
 
 #include "zelCallerRules.h"
 #include "zelFuzzSteps.h"
+#include "zelListModel.h"
 
 #include <cstring>
 #include <list>
@@ -99,9 +100,9 @@ void useEditor(Universe& universe)
     else if (action == 0)
         editor = nullptr;
     if (editor && node && action == 1)
-        node->unregisterEditor(editor.get());
+        universe.registrations.remove(*node, *editor);
     else if (editor && node)
-        node->registerEditor(editor.get());
+        universe.registrations.add(*node, *editor);
 }
 
 void registerMany(Universe& universe)
@@ -111,7 +112,7 @@ void registerMany(Universe& universe)
         if (!editor)
             editor = std::make_unique<FuzzEditor>(universe);
         if (node)
-            node->registerEditor(editor.get());
+            universe.registrations.add(*node, *editor);
     }
 }
 
@@ -143,17 +144,12 @@ void notify(Universe& universe)
 void lookUpInList(Universe& universe)
 {
     ZEL::PortList& list = *pickList(universe);
+    const ListModel<ZEL::PortList, ZEL::Port> model(list);
     // Often enough for the tables of a long list.
-    for (int i = 0; i < 2 * list.size() + 1; ++i) {
-        const PortPtr entry = list[i % (list.size() + 1)];
-        int place = -1;
-        ZEL::Port* named = nullptr;
-        for (int j = list.size() - 1; entry && j >= 0; --j) {
-            place = list[j] == entry ? j : place;
-            named = std::strcmp(list[j]->getName(), entry->getName()) == 0 ? list[j].get() : named;
-        }
-        expect(list.findPort(entry) == place, "findPort finds another place");
-        expect(!entry || list[entry->getName()] == named, "a name finds another port");
+    for (int i = 0; i < 2 * model.size(); ++i) {
+        const PortPtr entry = list[i % model.size()];
+        expect(list.findPort(entry) == model.placeOf(entry.get()), "findPort finds another place");
+        model.checkName(entry->getName());
     }
     expect(!list["no such name"], "a name that is not there finds a port");
 }

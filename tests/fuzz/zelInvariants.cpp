@@ -1,6 +1,7 @@
 #include "zelInvariants.h"
 
 #include "zelFuzzUniverse.h"
+#include "zelListModel.h"
 
 #include <set>
 
@@ -25,15 +26,72 @@ bool isPlainInput(ZEL::Port& port)
 
 void checkConnections(const Census& census, ZEL::Port& port)
 {
-    for (ZEL::Port* const other : port.connectedTo()) {
+    Counted<ZEL::Port> others;
+    for (ZEL::Port* const other : port.connectedTo())
+        others.add(other);
+    for (ZEL::Port* const other : others.all()) {
         if (!census.ports.has(other) && __asan_describe_address)
             __asan_describe_address(other);
-        expect(census.ports.has(other), pathOf(port) + ": connected to a port that is gone");
+        expect(census.ports.has(other),
+               [&] { return pathOf(port) + ": connected to a port that is gone"; });
+        const auto textOfPair = [&](const char* text) {
+            return pathOf(port) + " and " + pathOf(*other) + text;
+        };
         expect(!isPlainInput(port) || !isPlainInput(*other),
-               pathOf(port) + ": connected to " + pathOf(*other) + ", and neither can send");
-        expect(countIn(port.connectedTo(), other) == countIn(other->connectedTo(), &port),
-               pathOf(port) + ": " + pathOf(*other) + " does not know it as often");
+               [&] { return textOfPair(": connected, and neither can send"); });
+        expect(others.count(other) == countIn(other->connectedTo(), &port),
+               [&] { return textOfPair(": one does not know the other as often"); });
     }
+}
+
+/// Who a port says it belongs to, against what the class of its parent says.
+class ParentCheck {
+public:
+    void check(ZEL::Port& port)
+    {
+        if (port.getParent() != m_parent) {
+            m_parent = port.getParent();
+            m_compound = dynamic_cast<ZEL::Compound*>(m_parent);
+            auto* const node = dynamic_cast<ZEL::Node*>(m_parent);
+            m_node = node || !m_compound ? node : m_compound->getAsNode().get();
+        }
+        expect(port.getParentNode() == m_node && port.getParentCompound() == m_compound &&
+                   port.isCompoundInternalPort() == (m_compound != nullptr),
+               [&] { return pathOf(port) + ": another node or compound than its parent's class"; });
+    }
+
+private:
+    ZEL::PortNotification* m_parent = nullptr; ///< Of the port before: ports stand in groups.
+    ZEL::Compound* m_compound = nullptr;
+    ZEL::Node* m_node = nullptr;
+};
+
+/// Single answers of a long list against a walk over it, at a few places.
+template <class List, class Entry>
+void checkLong(List& list, int salt, Entry* stranger)
+{
+    constexpr int kShort = 32;
+    if (list.size() <= kShort)
+        return;
+    const ListModel<List, Entry> model(list);
+    model.checkSize();
+    model.checkAt(-1);
+    model.checkAt(model.size());
+    int last = 0;
+    for (; list[last]; ++last)
+        ;
+    expect(last == model.size(), "a list ends at another place than a walk by index");
+    for (int i = 0; i < 3; ++i, salt = (salt * 7 + 5) & 0xffff) {
+        const int place = salt % model.size();
+        Entry* const entry = model.entries[static_cast<std::size_t>(place)];
+        model.checkAt(place);
+        model.checkName(entry->getName());
+        if constexpr (std::is_same_v<Entry, ZEL::Port>) {
+            expect(list.findPort(entry) == model.placeOf(entry), "findPort finds another place");
+            expect(list.findPort(stranger) < 0, "findPort finds a stranger");
+        }
+    }
+    model.checkName("no such name");
 }
 
 template <class T>
@@ -45,9 +103,10 @@ void checkCounts(const Counted<T>& objects, const char* kind)
             if (object->isPortHidden())
                 continue;
         }
-        expect(object->getRefCount() == objects.count(object),
-               std::string(kind) + ": " + std::to_string(object->getRefCount()) +
-                   " references, held " + std::to_string(objects.count(object)) + " times");
+        expect(object->getRefCount() == objects.count(object), [&] {
+            return std::string(kind) + ": " + std::to_string(object->getRefCount()) +
+                   " references, held " + std::to_string(objects.count(object)) + " times";
+        });
     }
 }
 
@@ -118,11 +177,17 @@ void checkInvariants(const Universe& universe)
     checkCounts(census.lists, "a list of ports");
     checkCounts(census.nodeLists, "a list of nodes");
     checkCounts(census.ports, "a port");
+    ZEL::Port* const stranger = universe.stranger.get();
+    ParentCheck parents;
     for (ZEL::Port* const port : census.ports.all()) {
         checkConnections(census, *port);
-        port->getParentNode();
-        port->getParentCompound();
+        checkLong(port->connectedTo(), universe.moment, stranger);
+        parents.check(*port);
     }
+    for (ZEL::PortList* const list : census.lists.all())
+        checkLong(*list, universe.moment, stranger);
+    for (ZEL::NodeList* const list : census.nodeLists.all())
+        checkLong(*list, universe.moment, universe.root.get());
     for (ZEL::Compound* const compound : census.compounds.all())
         checkMirrors(*compound);
     for (ZEL::Node* const node : census.nodes.all())

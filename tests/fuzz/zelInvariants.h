@@ -11,6 +11,8 @@ class Universe;
 /// Ends the program unless, in all that the host holds:
 /// - both ends of every connection know each other as often, and both are among what is held,
 /// - every node, compound, list and port has exactly the references of its holders,
+/// - long lists answer by name, by identity and by index as a plain walk over them does,
+/// - every port names the node and the compound that the class of its parent makes it belong to,
 /// - the inner ports of every compound that only the library touched mirror those of its node,
 /// - every link upward can be followed.
 void checkInvariants(const Universe& universe);
