@@ -147,6 +147,39 @@ Timing renameBaseline(int count)
     return watch.stop(kLookups);
 }
 
+/// As after pasting: all nodes have one name, and each is given a free one, first to last.
+Timing renameFromOneName(int count)
+{
+    LibraryNetwork network(count);
+    NodeList& nodes = network.network->nodes();
+    std::vector<AddRefWrapper<Node>> pasted;
+    for (int i = 0; i < count; ++i) {
+        pasted.push_back(nodes[i]);
+        pasted.back()->setName("Pasted");
+    }
+    const StopWatch watch;
+    for (int i = 0; i < count; ++i) {
+        const std::string name = "Pasted" + std::to_string(i);
+        if (!nodes[name.c_str()])
+            pasted[static_cast<std::size_t>(i)]->setName(name.c_str());
+        benchmark::DoNotOptimize(nodes["Pasted"]);
+    }
+    return watch.stop(count);
+}
+
+/// Takes out one node after the other by its name, which another one shares.
+Timing removeAmongPairs(int count)
+{
+    LibraryNetwork network(count);
+    NodeList& nodes = network.network->nodes();
+    for (int i = 0; i < count; ++i)
+        nodes[i]->setName(nodeName(i / 2).c_str());
+    const StopWatch watch;
+    for (int i = 0; i < count; ++i)
+        network.network->removeNode(nodeName(i * 7919 % count / 2).c_str());
+    return watch.stop(count);
+}
+
 } // namespace
 
 std::vector<Workload> lookupWorkloads()
@@ -160,5 +193,7 @@ std::vector<Workload> lookupWorkloads()
         {"findPortFromPath, depth and siblings", places, findPathLibrary, findPathBaseline, "2x"},
         {"full path name, depth", {1, 4, 8}, fullNameLibrary, fullNameBaseline, "2.5x"},
         {"rename, then look up", {1000, 10000}, renameLibrary, renameBaseline, "2.5x"},
+        {"rename many of one name", {1000, 10000, 100000}, renameFromOneName, nullptr, "1500 ns"},
+        {"remove by name among pairs", {1000, 10000, 100000}, removeAmongPairs, nullptr, "1500 ns"},
     };
 }

@@ -100,13 +100,12 @@ void NameIndex::onHolesClosed(const std::vector<std::uint32_t>& entriesBefore)
 void NameIndex::rename(Namable& object, std::string& name)
 {
     const std::uint32_t hash = hashOf(object.m_name);
-    const auto hasOldName = isNamed(object.m_name);
+    const SlotTable::First first = m_table.find(hash, isNamed(object.m_name));
     // Who has a name alone stands in one slot; of several of one name, the object has some.
-    if (m_table.isSingle(hash, hasOldName)) {
-        const std::uint32_t slot = m_table.first(hash, hasOldName);
-        m_table.erase(hash, slot);
+    if (first.isOnly) {
+        m_table.erase(hash, first.slot);
         object.m_name.swap(name);
-        enter(object, slot);
+        enter(object, first.slot);
         return;
     }
     std::vector<std::uint32_t> slots = slotsOf(object);

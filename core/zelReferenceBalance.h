@@ -24,6 +24,12 @@ public:
             dropEven();
         }
     }
+    /// The entry is gone, or counts as even from now on.
+    void forget(void* entry)
+    {
+        if (const int uneven = of(entry))
+            add(entry, -uneven);
+    }
     /// 0 for an entry with one reference for each place.
     int of(void* entry) const
     {

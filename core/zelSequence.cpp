@@ -68,6 +68,12 @@ void* Sequence::single() const
 }
 // NOLINTEND(performance-no-int-to-ptr)
 
+/// Whether a slot holds the object.
+auto Sequence::isAt(const void* object) const
+{
+    return [slots = slots(), object](std::uint32_t slot) { return slots[slot] == object; };
+}
+
 int Sequence::size() const
 {
     const SequenceBlock* const entries = block();
@@ -79,7 +85,9 @@ int Sequence::size() const
 void* Sequence::at(int index) const
 {
     SequenceBlock* const entries = block();
-    return entries ? entries->slots()[slotAt(index)] : single();
+    if (!entries)
+        return single();
+    return entries->slots()[entries->extras ? slotAt(*entries->extras, index) : index];
 }
 
 int Sequence::indexOf(const void* object) const
@@ -117,7 +125,7 @@ void Sequence::append(void* object)
             entries = &growTo(entries->capacity * 2);
     }
     entries->slots()[entries->used++] = object;
-    if (entries->extras)
+    if (entries->extras && !entries->extras->counts.isEmpty())
         entries->extras->counts.onAppended(entries->used - 1);
 }
 
@@ -132,12 +140,19 @@ bool Sequence::eraseFirst(const void* object)
 
 int Sequence::eraseEvery(const void* object)
 {
-    if (object && block() && !findPlaces())
-        return eraseByScan(object);
+    if (!object || !block())
+        return eraseFirst(object) ? 1 : 0;
     int erased = 0;
-    while (eraseFirst(object))
+    while (const SequenceExtras* const rare = findPlaces()) {
+        const SlotTable::First first = rare->places.find(hashOf(object), isAt(object));
+        if (first.slot == kNoSlot)
+            return erased;
+        eraseSlot(first.slot);
         ++erased;
-    return erased;
+        if (first.isOnly)
+            return erased;
+    }
+    return erased + eraseByScan(object); // There are no places, or no longer: it is short now.
 }
 
 /// Erases every place of the object in one walk over the slots.
@@ -167,7 +182,8 @@ int Sequence::eraseByScan(const void* object)
 
 void Sequence::eraseAt(int index)
 {
-    eraseSlot(block() ? slotAt(index) : 0);
+    SequenceExtras* const rare = findExtras();
+    eraseSlot(rare ? slotAt(*rare, index) : static_cast<std::uint32_t>(index));
 }
 
 void Sequence::insertAt(int index, void* object)
@@ -264,24 +280,15 @@ SequenceBlock& Sequence::growTo(std::uint32_t capacity)
 
 // Slots.
 
-/// Whether a slot holds the object.
-auto Sequence::isAt(const void* object) const
-{
-    return [slots = slots(), object](std::uint32_t slot) { return slots[slot] == object; };
-}
-
-/// The slot of the entry at the index.
-std::uint32_t Sequence::slotAt(int index) const
+/// The slot of the entry at the index, in a sequence that may have holes.
+std::uint32_t Sequence::slotAt(SequenceExtras& rare, int index) const
 {
     const auto number = static_cast<std::uint32_t>(index);
-    SequenceExtras* const rare = findExtras();
-    if (!rare)
-        return number;
-    if (rare->holes > rare->first && ++rare->countedReads > block()->used)
+    if (rare.holes > rare.first && ++rare.countedReads > block()->used)
         closeHoles();
-    if (rare->holes == rare->first)
-        return rare->first + number;
-    return countedSlots(*rare).slotAt(slots(), number);
+    if (rare.holes == rare.first)
+        return rare.first + number;
+    return countedSlots(rare).slotAt(slots(), number);
 }
 
 const SlotCounts& Sequence::countedSlots(SequenceExtras& rare) const

@@ -119,7 +119,7 @@ private:
     void tidyHoles(SequenceExtras& rare);
     void closeHoles() const;
     void dropTables(SequenceExtras& rare) const;
-    std::uint32_t slotAt(int index) const;
+    std::uint32_t slotAt(SequenceExtras& rare, int index) const;
     Namable* askBefore(std::string_view name,
                        const std::vector<std::uint32_t>& asked,
                        Namable* found,

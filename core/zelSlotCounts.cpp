@@ -39,8 +39,6 @@ void SlotCounts::onErased(std::uint32_t slot)
 
 void SlotCounts::onAppended(std::uint32_t slot)
 {
-    if (isEmpty())
-        return;
     const std::size_t node = slot / kBlock + 1;
     while (m_sums.size() <= node) { // A new node sums up the blocks before it that are its own.
         const std::size_t added = m_sums.size();

@@ -15,8 +15,9 @@ public:
     void count(void* const* slots, std::uint32_t used);
     void clear();
 
-    // The slot's entry was erased, or one was appended there; nothing happens before count.
+    /// The slot's entry was erased; nothing happens before count.
     void onErased(std::uint32_t slot);
+    /// An entry was appended there; not before count.
     void onAppended(std::uint32_t slot);
 
     /// The slot of the entry at the index, which must be in range.

@@ -15,19 +15,24 @@ class SlotTable {
 public:
     static constexpr std::uint32_t kNoSlot = UINT32_MAX;
 
-    /// The lowest slot of the key, kNoSlot when it has none.
+    /// The lowest slot of a key, kNoSlot when it has none, and whether it is the only one.
+    struct First {
+        std::uint32_t slot = kNoSlot;
+        bool isOnly = false;
+    };
+    template <class HasKey>
+    First find(std::uint32_t hash, HasKey hasKey) const
+    {
+        const std::size_t place = findKey(hash, hasKey);
+        if (place == kNoPlace)
+            return {};
+        const std::uint32_t slot = m_entries[place].slot;
+        return {lowest(slot), !isGroup(slot)};
+    }
     template <class HasKey>
     std::uint32_t first(std::uint32_t hash, HasKey hasKey) const
     {
-        const std::size_t place = findKey(hash, hasKey);
-        return place == kNoPlace ? kNoSlot : lowest(m_entries[place].slot);
-    }
-    /// True when exactly one slot has the key.
-    template <class HasKey>
-    bool isSingle(std::uint32_t hash, HasKey hasKey) const
-    {
-        const std::size_t place = findKey(hash, hasKey);
-        return place != kNoPlace && !isGroup(m_entries[place].slot);
+        return find(hash, hasKey).slot;
     }
     /// Appends all slots of the key, ascending.
     template <class HasKey>

@@ -7,7 +7,6 @@
 namespace ZEL {
 
 struct Compound::Impl {
-    // Released in reverse order: the nodes, the inner outputs, the inner inputs.
     AddRefWrapper<PortList> innerInputs;  ///< Never empty.
     AddRefWrapper<PortList> innerOutputs; ///< Never empty.
     AddRefWrapper<NodeList> nodes;        ///< Never empty.

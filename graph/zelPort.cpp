@@ -49,9 +49,9 @@ Port* findSendingEnd(Port* called, Port* other)
     }
     if (otherIsInner)
         return other;
-    if (!isPlainInput(*called))
+    if (calledIsInner || called->getPortIOType() != PortInput)
         return called;
-    return isPlainInput(*other) ? nullptr : other;
+    return other->getPortIOType() == PortInput ? nullptr : other;
 }
 
 } // namespace

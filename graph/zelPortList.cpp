@@ -268,6 +268,9 @@ void PortList::repeatForward(int from, int to)
 void PortList::onPortDeleted(Port* port)
 {
     entries().eraseEvery(toEntry(port));
+    // The port may be dying: what the list remembered of it would meet another one at its address.
+    if (SequenceExtras* const rare = entries().findExtras())
+        rare->balance.forget(toEntry(port));
 }
 
 void PortList::onParentNodeDeleted()

@@ -9,23 +9,27 @@ namespace ZEL {
 
 namespace {
 
+/// A class, by the address of its type information and of its name: another class may lie at the
+/// first when a module was unloaded.
+struct KnownClass {
+    const std::type_info* type = nullptr;
+    const char* name = nullptr;
+
+    bool is(const std::type_info& other) const { return type == &other && name == other.name(); }
+};
+
 /// Asks the class of the parent whether it is an Other, too. Classes that are both nodes and
-/// compounds are allowed, but hardly ever seen: the classes met last that are not are remembered,
-/// by the address of their type information and of its name.
+/// compounds are allowed, but hardly ever seen: the classes met last that are not both are
+/// remembered.
 template <class Other>
 Other* findOther(PortNotification* parent)
 {
-    struct Known {
-        const std::type_info* type = nullptr;
-        const char* name = nullptr;
-    };
-    constexpr std::size_t kSize = 16; // A power of two.
-    static Known g_notOther[kSize];
-
+    constexpr std::size_t kSize = 16;      // A power of two.
+    constexpr std::size_t kAlignment = 16; // Of most type information.
+    static KnownClass g_notOther[kSize];
     const std::type_info& type = typeid(*parent);
-    constexpr int kAlignment = 4; // Lowest bits of an address that are alike.
-    Known& known = g_notOther[(reinterpret_cast<std::uintptr_t>(&type) >> kAlignment) % kSize];
-    if (known.type == &type && known.name == type.name())
+    KnownClass& known = g_notOther[reinterpret_cast<std::uintptr_t>(&type) / kAlignment % kSize];
+    if (known.is(type))
         return nullptr;
     Other* const other = dynamic_cast<Other*>(parent);
     if (!other)

@@ -20,6 +20,8 @@ void releaseEach(int count, At at, Orphan orphan)
         else
             object->release();
     }
+    if (held.empty())
+        return;
     std::unordered_map<Object, int> ownReferences;
     for (const Object object : held)
         ++ownReferences[object];

@@ -172,7 +172,8 @@ public:
     /// itself, but no walk reaches it any more: a connected one is disconnected first.
     bool movePort(int from, int to);
 
-    /// Takes out every entry equal to port. Nobody is asked, no reference changes.
+    /// Takes out every entry equal to port. Nobody is asked, no reference changes; null is no
+    /// entry.
     void onPortDeleted(Port* port);
     /// Calls onParentNodeDeleted on every port, first to last.
     void onParentNodeDeleted();
@@ -222,11 +223,13 @@ public:
     void setName(const char* name) override;
     using Namable::operator=;
 
-    // Owner.
+    // Owner. What the parent is, its class tells whenever it is asked for, through whichever base
+    // the parent is a PortNotification.
     /// Not owned. Set by the list that receives the port, reset when a node or compound dies with
-    /// the port in its lists. It decides which end of a connection sends, so a connected port keeps
-    /// it (docs/caller-guarantees.md, P9). Contract: a port taken out of its list keeps the parent;
-    /// who keeps such a port longer than the parent calls setParent(nullptr).
+    /// the port in its lists and the port lives on. It decides which end of a connection sends, so
+    /// a connected port keeps it (docs/caller-guarantees.md, P9). Contract: a port taken out of its
+    /// list keeps the parent; who keeps such a port longer than the parent calls
+    /// setParent(nullptr).
     void setParent(PortNotification* parent);
     PortNotification* getParent();
     /// True when the parent is a Compound.

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <set>
+#include <unordered_map>
 #include <vector>
 
 namespace ZEL {
@@ -39,6 +42,64 @@ TEST(ReferenceCounted, EveryReleaseThatLeavesNothingDestroysAndCountsAreNotCopie
     const int before = Live::count;
     static_cast<ReferenceCounted*>(new Busy)->release();
     EXPECT_EQ(before, Live::count) << "never referenced";
+}
+
+TEST(AddRefWrapper, TakesAnyNullPointer)
+{
+    Wrapper wrappers[] = {Wrapper(NULL), Wrapper(0), Wrapper(nullptr), NULL, 0, nullptr};
+    for (Wrapper& wrapper : wrappers) {
+        EXPECT_TRUE(wrapper == nullptr && wrapper == NULL && !(wrapper != 0));
+        wrapper = new Busy;
+        wrapper = NULL;
+        EXPECT_FALSE(wrapper);
+        wrapper = new Busy;
+        wrapper = 0;
+        EXPECT_FALSE(wrapper);
+    }
+}
+
+TEST(AddRefWrapper, IsAKeyInEveryKindOfContainer)
+{
+    const Wrapper first(new Busy);
+    const Wrapper second(new Busy);
+    EXPECT_EQ(2U, (std::set<Wrapper>{first, second, first, Wrapper(first)}).size());
+    std::unordered_map<Wrapper, int> numbers{{first, 1}, {second, 2}};
+    EXPECT_EQ(1, numbers.at(first));
+    EXPECT_EQ(0U, numbers.count(nullptr));
+    EXPECT_EQ(3, first->getRefCount() + second->getRefCount() - 1) << "each held by its key";
+    const AddRefWrapper<ReferenceCounted> base(first);
+    EXPECT_TRUE(!(first < base) && !(base < first) && first <= base && first >= base);
+    EXPECT_EQ(first<second, second> first);
+    EXPECT_EQ(std::less<Busy*>()(first.get(), second.get()), first < second);
+    EXPECT_TRUE(Wrapper() <= first && !(first < Wrapper()));
+    EXPECT_EQ(std::hash<Busy*>()(first.get()), std::hash<Wrapper>()(first));
+}
+
+TEST(AddRefWrapper, GivesUpExchangesAndCastsItsObject)
+{
+    const int before = Live::count;
+    {
+        Wrapper first(new Busy);
+        Wrapper second(new Busy);
+        Busy* const object = first.get();
+        swap(first, second);
+        EXPECT_EQ(object, second.get());
+        AddRefWrapper<ReferenceCounted> base(std::move(second));
+        EXPECT_EQ(1, object->getRefCount());
+        EXPECT_FALSE(second); // NOLINT(bugprone-use-after-move): empty.
+        EXPECT_EQ(object, static_pointer_cast<Busy>(base));
+        EXPECT_EQ(object, dynamic_pointer_cast<Busy>(base));
+        EXPECT_EQ(nullptr, dynamic_pointer_cast<Busy>(AddRefWrapper<ReferenceCounted>()));
+        static_assert(std::is_same_v<decltype(base)::element_type, ReferenceCounted>);
+        ReferenceCounted* const given = base.detach();
+        EXPECT_TRUE(!base && given == object && object->getRefCount() == 1);
+        first.reset(object);
+        EXPECT_EQ(2, object->getRefCount());
+        given->release();
+        first.reset();
+        EXPECT_FALSE(first);
+    }
+    EXPECT_EQ(before, Live::count);
 }
 
 TEST(AddRefWrapper, CopiesTakeAReferenceAndMovesTakeItOver)

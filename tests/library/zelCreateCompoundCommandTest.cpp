@@ -1,5 +1,6 @@
 #include "zelTestEditing.h"
 
+#include <functional>
 #include <memory>
 
 namespace ZEL {
@@ -199,6 +200,53 @@ TEST(CreateCompoundCommand, OutlivesTheDocumentAndHoldsOnlyTheMovedNodes)
         EXPECT_STREQ(done ? "Top.Box" : "", command.getCreatedCompoundPath());
     }
     EXPECT_EQ(alive, Live::count);
+}
+
+TEST(CreateCompoundCommand, HoldsItsRecordsUntilItIsDone)
+{
+    TestNetwork net;
+    net.addNode("Top", "S", "", "Out");
+    net.addNode("Top", "A", "In", "Out");
+    net.addNode("Top", "B", "In");
+    net.connect("Top.S.Out", "Top.A.In");
+    net.connect("Top.A.Out", "Top.B.In");
+    const Port* const innerOutput = net.port("Top.A.Out").get();
+    Collapse command(net, "Top", {"A", "B"});
+    int questions = 0;
+    std::function<void()> look = [&] {
+        const std::string& log = net.questions.log;
+        if (log.find("connect", log.rfind(": ")) != std::string::npos) {
+            ++questions;
+            EXPECT_LE(2, innerOutput->getRefCount()) << log.substr(log.rfind("; ") + 2);
+        }
+        net.questions.during = look;
+    };
+    net.questions.during = look;
+    EXPECT_TRUE(command.doit());
+    net.questions.during = nullptr;
+    EXPECT_LE(5, questions) << "breaking two connections, making three";
+    EXPECT_EQ(1, innerOutput->getRefCount());
+}
+
+TEST(CreateCompoundCommand, RecordsAnInputWhoseParentIsNoNodeByTheNodeThatHasIt)
+{
+    for (const bool hasListener : {false, true}) {
+        TestNetwork net;
+        TestListener listener(net.questions);
+        net.addNode("Top", "A", "", "Out");
+        net.addNode("Top", "B", "In");
+        net.connect("Top.A.Out", "Top.B.In");
+        const AddRefWrapper<Port> in = net.port("Top.B.In");
+        in->setParent(hasListener ? &listener : nullptr);
+        Collapse command(net, "Top", {"A", "B"});
+        EXPECT_TRUE(command.doit());
+        // From the output it has no owner, so it lies outside; from the input both nodes are moved.
+        ASSERT_EQ(2, in->connectedTo().size());
+        EXPECT_EQ(net.port("Top.Box.Out"), in->connectedTo()[0]);
+        EXPECT_EQ(net.port("Top.Box.A.Out"), in->connectedTo()[1]);
+        EXPECT_EQ(0, net.compound("Top.Box")->innerInputs().size());
+        in->setParent(nullptr);
+    }
 }
 
 } // namespace

@@ -275,6 +275,74 @@ TEST(LongConnections, UseAPlaceAgainThatWasTakenOutAtTheEnd)
     EXPECT_EQ(inputs[299], output->connectedTo()[279]);
 }
 
+TEST(LongConnections, ForgetEveryPlaceAlsoOfWhatCameAfterTheTable)
+{
+    const PortPtr output = Port::createNew("out", PortOutput);
+    std::vector<PortPtr> inputs;
+    const auto connectMore = [&](std::size_t count) {
+        while (inputs.size() < count) {
+            inputs.push_back(Port::createNew("in", PortInput));
+            ASSERT_TRUE(output->addConnection(inputs.back()));
+        }
+    };
+    connectMore(40);
+    for (int i = 0; i < 6; ++i) { // The searches fill the table.
+        ASSERT_TRUE(output->removeConnection(inputs[39]));
+        ASSERT_TRUE(output->addConnection(inputs[39]));
+    }
+    connectMore(60);
+    ASSERT_TRUE(output->addConnection(inputs[5]));
+    ASSERT_TRUE(output->removeConnection(inputs[5]));
+    EXPECT_FALSE(inputs[5]->isConnected());
+    EXPECT_EQ(59, output->connectedTo().size());
+    EXPECT_EQ(-1, output->connectedTo().findPort(inputs[5]));
+}
+
+TEST(LongPortList, HasNoPlaceForANullPort)
+{
+    const NodePtr node = Node::createNew(nullptr, "node");
+    const PortPtr output = Port::createNew("out", PortOutput);
+    std::vector<PortPtr> ports;
+    for (int i = 0; i < 200; ++i) {
+        ports.push_back(node->inputs().addPort(("in" + std::to_string(i)).c_str(), nullptr));
+        ASSERT_TRUE(output->addConnection(ports.back()));
+    }
+    for (int i = 199; i > 100; i -= 2) { // Tables of both lists are filled, and holes left.
+        ASSERT_EQ(ports[static_cast<std::size_t>(i)], node->inputs()[ports[i]->getName()]);
+        ASSERT_TRUE(output->removeConnection(ports[static_cast<std::size_t>(i)]));
+        ASSERT_TRUE(node->inputs().remove(ports[static_cast<std::size_t>(i)]));
+    }
+    output->removeFromConnectedList(nullptr);
+    output->connectedTo().onPortDeleted(nullptr);
+    node->inputs().onPortDeleted(nullptr);
+    EXPECT_FALSE(output->removeConnection(nullptr));
+    EXPECT_FALSE(node->inputs().remove(nullptr));
+    EXPECT_EQ(-1, node->inputs().findPort(nullptr));
+    for (PortList* const list : {&output->connectedTo(), &node->inputs()}) {
+        ASSERT_EQ(150, list->size());
+        EXPECT_EQ(ports[0], (*list)[0]);
+        EXPECT_EQ(ports[198], (*list)[149]);
+    }
+    EXPECT_EQ(ports[198], node->inputs()["in198"]);
+}
+
+TEST(LongPortList, RemembersNothingOfAPortThatLeftUnasked)
+{
+    const NodePtr node = Node::createNew(nullptr, "node");
+    PortList& inputs = node->inputs();
+    const PortPtr moved = inputs.addPort("moved", nullptr);
+    const PortPtr dropped = inputs.addPort("dropped", nullptr);
+    inputs.addPort("last", nullptr);
+    ASSERT_TRUE(inputs.movePort(0, 2)); // Contract: moved stands twice, with one reference.
+    inputs.onPortDeleted(moved.get());
+    moved->release(); // The reference that the list lost.
+    ASSERT_EQ(1, moved->getRefCount());
+    ASSERT_TRUE(inputs.add(moved));
+    ASSERT_TRUE(inputs.remove(moved));
+    EXPECT_EQ(1, moved->getRefCount());
+    EXPECT_EQ(2, dropped->getRefCount()) << "kept until the list dies";
+}
+
 TEST(LongEditorList, ForgetsNotifiersInAnyOrderAndReachesTheRest)
 {
     struct Counter : HostEditor {

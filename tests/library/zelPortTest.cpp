@@ -243,6 +243,26 @@ TEST(Port, MayLoseItsLastReferenceInEveryQuestion)
     }
 }
 
+TEST(PortDataType, DiffersWhereAnOverrideDoesNotEqual)
+{
+    struct Family : PortDataType { // Equal within a family, whatever the name.
+        Family(const char* name, int number) : PortDataType(name), family(number) {}
+        bool operator==(const PortDataType& other) const override
+        {
+            const auto* const mine = dynamic_cast<const Family*>(&other);
+            return mine && mine->family == family;
+        }
+        int family;
+    };
+    const AddRefWrapper<PortDataType> a(new Family("float", 1));
+    const AddRefWrapper<PortDataType> b(new Family("half", 1));
+    const AddRefWrapper<PortDataType> c(new Family("float", 2));
+    EXPECT_TRUE(*a == *b);
+    EXPECT_FALSE(*a != *b);
+    EXPECT_TRUE(*a != *c);
+    EXPECT_FALSE(*a == *c);
+}
+
 TEST(PortDataType, EqualsByName)
 {
     const AddRefWrapper<PortDataType> type = PortDataType::createNew("Float");

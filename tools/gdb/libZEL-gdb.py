@@ -128,13 +128,29 @@ def node_path(node):
 
 def port_node(port):
     """The node that a port belongs to, None when it stands alone, and whether it is an inner port."""
-    parent, kinds = port["m_parent"], int(port["m_parentKinds"])
-    if int(parent) != 0 and kinds & PARENT_IS_NODE:
-        return derived(parent, "PortNotification", "Node"), False
-    if int(parent) != 0 and kinds & PARENT_IS_COMPOUND:
-        owner = owner_of(derived(parent, "PortNotification", "Compound"))
-        return (owner.dereference() if int(owner) else None), True
-    return None, False
+    parent, kind = port["m_parent"], int(port["m_parentKind"])
+    if int(parent) == 0:
+        return None, False
+    node = compound = None
+    if kind == PARENT_IS_NODE:
+        node = derived(parent, "PortNotification", "Node")
+    elif kind == PARENT_IS_COMPOUND:
+        compound = derived(parent, "PortNotification", "Compound")
+    else:
+        node, compound = dynamic(parent, "Node"), dynamic(parent, "Compound")
+    if compound is not None:
+        owner = owner_of(compound)
+        node = owner.dereference() if int(owner) else None
+    return node, compound is not None
+
+
+def dynamic(parent, name):
+    """The object behind a listener as that class, None when it is none or its class is not known."""
+    try:
+        found = parent.dynamic_cast(gdb.lookup_type("ZEL::" + name).pointer())
+    except gdb.error:
+        return None
+    return found.dereference() if int(found) else None
 
 
 def class_name(value, name):
