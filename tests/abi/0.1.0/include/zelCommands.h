@@ -86,7 +86,8 @@ public:
     /// empty. False when the node owns no compound; then there is no parent compound any more.
     /// Contract: a path that names no node answers true and leaves the parent compound as it was.
     bool setParentCompound(Container* container, const char* path);
-    /// The name asked for; "Compound" without this call. Must not be null; it is not checked.
+    /// The name asked for; "Compound" without this call. A null one counts as empty; it is not
+    /// checked.
     void setNewCompoundName(const char* name);
     /// Adds the first node of that name in the parent compound, and holds it for the command's
     /// life. A name given twice counts once. False, with nothing recorded, when there is no such
@@ -131,11 +132,11 @@ public:
     bool setParentCompound(Container* container, const char* path);
     /// Records a new port with the direction that it has on the compound node. False, with nothing
     /// recorded, without a compound or a runtime, or when the runtime has no data type of that
-    /// name.
+    /// name. A null name counts as empty.
     bool createPort(PortIOType ioType, const char* name, const char* dataTypeName);
     /// False, with nothing recorded, without a compound or when it has no port of that name.
     bool deletePort(const char* name);
-    /// False as for deletePort.
+    /// False as for deletePort. A null new name counts as empty.
     bool renamePort(const char* oldName, const char* newName);
 
     /// Carries out the requests. Always true.

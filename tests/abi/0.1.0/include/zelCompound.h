@@ -25,8 +25,9 @@ public:
     /// holds a reference from here on.
     explicit Compound(const AddRefWrapper<Node>& owner);
     Compound(const Compound&) = delete;
-    /// Takes the nodes and ports in its lists off this parent, then releases the nodes, the inner
-    /// outputs and the inner inputs. The owner is not touched.
+    /// Releases the nodes, the inner outputs and the inner inputs; what dies with them still finds
+    /// this compound, its owner and their paths, as for a node. What lives on, held by others,
+    /// loses its link to this compound afterwards. The owner is not touched.
     ~Compound() override;
 
     // Virtual operations: the order is binary contract.

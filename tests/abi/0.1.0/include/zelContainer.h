@@ -68,10 +68,10 @@ public:
 
     // One table for the process, from a text that the host calls a UUID to a container. It owns
     // nothing: before a container dies the host registers null under its UUID.
-    /// Adds an entry or replaces the container of the present one. Entries are never removed. The
-    /// UUID must not be null.
+    /// Adds an entry or replaces the container of the present one. Entries are never removed. A
+    /// null UUID adds nothing.
     static void registerWithUUID(const char* uuid, Container* container);
-    /// Null when the UUID was never registered, or was registered with null.
+    /// Null when the UUID is null, was never registered, or was registered with null.
     static Container* getFromUUID(const char* uuid);
 };
 

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "zelAddRefWrapper.h"
 #include "zelExport.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <type_traits>
-#include <utility>
 
 namespace ZEL {
 
@@ -49,120 +48,11 @@ private:
     std::int32_t m_count = 0;
 };
 
-/// The pointer in which every interface of the library passes counted objects. A wrapper that is
-/// not empty owns exactly one reference of its object. T has a ReferenceCounted base, first or not.
-template <class T>
-class AddRefWrapper {
-public:
-    AddRefWrapper() = default;
-    AddRefWrapper(std::nullptr_t) {}
-    /// Takes a reference of its own, unless the pointer is null.
-    AddRefWrapper(T* object) : m_object(object)
-    {
-        if (m_object)
-            m_object->addRef();
-    }
-    AddRefWrapper(const AddRefWrapper& other) : AddRefWrapper(other.m_object) {}
-    /// Takes over the reference of the other wrapper, which is left empty; no count changes.
-    AddRefWrapper(AddRefWrapper&& other) noexcept : m_object(std::exchange(other.m_object, nullptr))
-    {
-    }
-    template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
-    AddRefWrapper(const AddRefWrapper<U>& other) : AddRefWrapper(other.get())
-    {
-    }
-    ~AddRefWrapper()
-    {
-        if (m_object)
-            m_object->release();
-    }
-
-    /// Takes the new reference, then drops the old one; nothing happens when both are one object.
-    /// The wrapper holds the new object before the old one can die: an object may hold this very
-    /// wrapper.
-    AddRefWrapper& operator=(T* object)
-    {
-        if (object != m_object)
-            AddRefWrapper(object).swap(*this);
-        return *this;
-    }
-    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the pointer's assignment tests for it.
-    AddRefWrapper& operator=(const AddRefWrapper& other) { return *this = other.m_object; }
-    AddRefWrapper& operator=(AddRefWrapper&& other) noexcept
-    {
-        AddRefWrapper(std::move(other)).swap(*this);
-        return *this;
-    }
-
-    /// The object, or null when empty. Not owned by the caller; valid while a reference is held.
-    T* get() const { return m_object; }
-    T* operator->() const { return m_object; }
-    T& operator*() const { return *m_object; }
-    explicit operator bool() const { return m_object != nullptr; }
-
-    void swap(AddRefWrapper& other) noexcept { std::swap(m_object, other.m_object); }
-
-private:
-    T* m_object = nullptr; ///< Owns one reference. Null: no object.
-};
-
-/// Two wrappers, or a wrapper and a pointer, are equal when they name the same object.
-template <class T, class U>
-bool operator==(const AddRefWrapper<T>& a, const AddRefWrapper<U>& b)
-{
-    return a.get() == b.get();
-}
-template <class T, class U>
-bool operator!=(const AddRefWrapper<T>& a, const AddRefWrapper<U>& b)
-{
-    return a.get() != b.get();
-}
-template <class T, class U>
-bool operator==(const AddRefWrapper<T>& a, U* b)
-{
-    return a.get() == b;
-}
-template <class T, class U>
-bool operator!=(const AddRefWrapper<T>& a, U* b)
-{
-    return a.get() != b;
-}
-template <class T, class U>
-bool operator==(U* a, const AddRefWrapper<T>& b)
-{
-    return a == b.get();
-}
-template <class T, class U>
-bool operator!=(U* a, const AddRefWrapper<T>& b)
-{
-    return a != b.get();
-}
-template <class T>
-bool operator==(const AddRefWrapper<T>& a, std::nullptr_t)
-{
-    return !a;
-}
-template <class T>
-bool operator!=(const AddRefWrapper<T>& a, std::nullptr_t)
-{
-    return static_cast<bool>(a);
-}
-template <class T>
-bool operator==(std::nullptr_t, const AddRefWrapper<T>& b)
-{
-    return !b;
-}
-template <class T>
-bool operator!=(std::nullptr_t, const AddRefWrapper<T>& b)
-{
-    return static_cast<bool>(b);
-}
-
 /// Base of everything that has a name. Names are compared exactly, byte for byte.
 class ZEL_API Namable {
 public:
     Namable();
-    /// Copies the name, which must not be null.
+    /// Copies the name; a null one counts as empty.
     Namable(const char* name);
     /// Copies what the other's virtual getName answers.
     Namable(const Namable& other);
@@ -232,8 +122,8 @@ private:
 };
 
 /// A tree of strings: ordered pairs of key and value, and ordered named child lists. Keys and names
-/// need not be unique; the first match wins. A value type: copies are deep. No argument may be
-/// null.
+/// need not be unique; the first match wins. A value type: copies are deep. A null text counts as
+/// empty.
 ///
 /// Texts and child pointers that a list gives out belong to it. They are valid until the next
 /// change of the same list.

@@ -85,7 +85,7 @@ public:
     HostEditorNotifier& operator=(const HostEditorNotifier&) = delete;
     virtual ~HostEditorNotifier();
 
-    /// Adds the editor at the end; one that is registered stays where it is. Must not be null.
+    /// Adds the editor at the end; one that is registered stays where it is, and null is ignored.
     void registerEditor(HostEditor* editor);
     /// Takes the editor out; nothing happens when it is not registered, or null.
     void unregisterEditor(HostEditor* editor);

@@ -13,3 +13,17 @@
 
 /// Marks what the shared library exports; everything else is hidden.
 #define ZEL_API __attribute__((visibility("default")))
+
+// Where virtual tables hold something else than the plain addresses of functions, the same in all
+// modules (signed pointers, relative tables, tables of other compilers, import thunks), an object
+// does not show whether its class overrides getName. There a wrapper notes the class of what it is
+// given, so that lists find names as quickly as elsewhere.
+#if !defined(ZEL_NAMES_BY_TYPE)
+#if !defined(__GNUC__) || defined(_WIN32) || defined(__ia64__)
+#define ZEL_NAMES_BY_TYPE
+#elif defined(__has_feature)
+#if __has_feature(ptrauth_calls) || __has_feature(cxx_abi_relative_vtable)
+#define ZEL_NAMES_BY_TYPE
+#endif
+#endif
+#endif

@@ -27,9 +27,11 @@ public:
     /// The container, the document that the node belongs to, is not owned and may be null.
     explicit Node(Container* container);
     Node(const Node&) = delete;
-    /// Takes its lists and the ports in them off this parent, and the owned compound off this
-    /// owner, then releases what it holds. Ports connected to its ports are not told:
-    /// NodeList::remove does that.
+    /// Releases the owned compound, then the outputs, then the inputs. What dies with them still
+    /// finds its owner, parent, name and full path as they were, also for a host's destructor; but
+    /// a class derived from this one has gone already, and its overrides with it. What lives on,
+    /// held by others, loses its link to this node afterwards. Ports connected to its ports are not
+    /// told: NodeList::remove does that.
     ~Node() override;
 
     // Virtual operations: the order is binary contract.
@@ -42,7 +44,7 @@ public:
     virtual Namable getFullPathName();
     /// Never null; empty when unset. Valid until the name changes.
     virtual const char* getNodeTypeName() const;
-    /// Copies the name, which must not be null.
+    /// Copies the name; a null one counts as empty.
     virtual void setNodeTypeName(const char* name);
     // A derived class hides this one by the assignment that it has implicitly: not worth a warning.
 #pragma GCC diagnostic push
@@ -100,7 +102,6 @@ private:
 
     void appendFullPath(std::string& path, std::size_t following);
 
-    // Destroyed in reverse order: the type name, the compound, the outputs, the inputs.
     AddRefWrapper<PortList> m_inputs;        ///< Never empty.
     AddRefWrapper<PortList> m_outputs;       ///< Never empty.
     Compound* m_parentCompound = nullptr;    ///< Not owned. Null: a top-level node.

@@ -8,7 +8,7 @@ namespace ZEL {
 /// business; a plugin derives from it to carry more.
 class ZEL_API NodeDefinition : public Namable, public ReferenceCounted {
 public:
-    /// A new definition, held by the wrapper. The name must not be null.
+    /// A new definition, held by the wrapper. A null name leaves it unnamed.
     static AddRefWrapper<NodeDefinition> createNew(const char* name);
     NodeDefinition();
     NodeDefinition(const char* name);
@@ -49,7 +49,7 @@ public:
     void addSubLibrary(AddRefWrapper<NodeLibrary> library);
     /// This library, when that is its name; else the first sub-library of that name; else the first
     /// that a sub-library finds, asked in order. So a child wins over any grandchild. Empty when
-    /// there is none. Contract: the path is one whole name; it is not split. It must not be null.
+    /// there is none. Contract: the path is one whole name; it is not split. Null counts as empty.
     AddRefWrapper<NodeLibrary> findLibrary(const char* path);
 
     // Definitions. There is no way to remove one.
@@ -58,7 +58,7 @@ public:
     AddRefWrapper<NodeDefinition> getNodeAt(int index) const;
     /// Holds the definition, behind the others.
     void addNode(AddRefWrapper<NodeDefinition> definition);
-    /// Adds a new definition of that name, which must not be null.
+    /// Adds a new definition of that name; a null name leaves it unnamed.
     void addNode(const char* name);
     /// Sorts the definitions of this library with sortFunc; equal names end in any order. Contract:
     /// sub-libraries are neither sorted nor visited; each is sorted by a call of its own.

@@ -14,7 +14,7 @@ public:
 
     // Virtual operations: the order is binary contract.
     virtual ~PluginInfo();
-    /// Copies the name, which must not be null. It is only handed back to the unregistration
+    /// Copies the name; a null one counts as empty. It is only handed back to the unregistration
     /// function.
     virtual void setUserName(const char* name) = 0;
     /// Never null; empty when unset. Valid until the name changes.
@@ -51,7 +51,7 @@ public:
     Host();
     ~Host() override;
 
-    /// Stores a copy of the text, which must not be null. Always success; nothing else happens.
+    /// Stores a copy of the text; null counts as empty. Always success; nothing else happens.
     StatusStr initialize(const char* text);
     /// Calls the unregistration function of every plugin in the order of registration, then forgets
     /// the plugins. The number of plugins is read again after each call: a plugin registered
@@ -66,15 +66,15 @@ public:
     /// more runtimes the last is reached by name only. Null when index is negative or not below
     /// getNumberOfRuntimes.
     Runtime* getRuntimeAt(int index);
-    /// The runtime filed under exactly that name, which must not be null; null when there is none.
+    /// The runtime filed under exactly that name; null when there is none, and for a null name.
     Runtime* getRuntimeByName(const char* name);
 };
 
-/// Registers a plugin, usually from a static initialiser of its module: calls registerFunction,
-/// which must not be null, at once, and stores the plugin for Host::terminate. A null
-/// unregisterFunction is passed over there. When registerFunction throws, the plugin is not stored;
-/// the runtimes that it registered before stay. Both functions may register plugins and runtimes.
-/// The unregistration function must not call Host::terminate.
+/// Registers a plugin, usually from a static initialiser of its module: calls registerFunction at
+/// once, and stores the plugin for Host::terminate. A null registerFunction is no plugin: nothing
+/// happens. A null unregisterFunction is passed over at the end. When registerFunction throws, the
+/// plugin is not stored; the runtimes that it registered before stay. Both functions may register
+/// plugins and runtimes. The unregistration function must not call Host::terminate.
 ZEL_API void selfRegisterPlugin(void (*registerFunction)(PluginRegistrar&, PluginInfo&),
                                 void (*unregisterFunction)(const PluginInfo&));
 

@@ -34,6 +34,7 @@ public:
     // Virtual operations: the order is binary contract.
     /// Types are equal when their names are, also if they are two objects.
     virtual bool operator==(const PortDataType& other) const;
+    bool operator!=(const PortDataType& other) const { return !(*this == other); }
 
 protected:
     explicit PortDataType(const char* name);
@@ -104,10 +105,12 @@ private:
     int m_index;
 };
 
-/// What a parent is, found out when it is set: bit 0 a Node, bit 1 a Compound.
-using ParentKinds = std::uint8_t;
-constexpr ParentKinds kParentIsNode = 1;
-constexpr ParentKinds kParentIsCompound = 2;
+/// What is known of a parent from where it was set. Unknown: its class is asked when it matters.
+enum class ParentKind : std::uint8_t {
+    Unknown,
+    Node,     ///< A node set itself: the pointer is to the base of that node.
+    Compound, ///< A compound set itself.
+};
 
 /// An ordered sequence of ports, in one of two roles. With a parent (the inputs, outputs and inner
 /// ports) it asks the parent before each change and holds one reference for each entry. Without a
@@ -169,7 +172,8 @@ public:
     /// itself, but no walk reaches it any more: a connected one is disconnected first.
     bool movePort(int from, int to);
 
-    /// Takes out every entry equal to port. Nobody is asked, no reference changes.
+    /// Takes out every entry equal to port. Nobody is asked, no reference changes; null is no
+    /// entry.
     void onPortDeleted(Port* port);
     /// Calls onParentNodeDeleted on every port, first to last.
     void onParentNodeDeleted();
@@ -188,7 +192,8 @@ private:
     void addSurplus(Port* port, int change);
     void releasePlace(Port* port);
     void repeatForward(int from, int to);
-    void setParent(PortNotification* parent, ParentKinds kinds);
+    void releaseEntries(PortNotification* dyingParent);
+    void setParent(PortNotification* parent, ParentKind kind);
     void onParentDied(PortNotification* parent);
 
     PortIOType m_ioType = PortInput;
@@ -196,7 +201,7 @@ private:
     /// The word of a Sequence. There is one reference for each entry while there is a parent, but
     /// for what forward moves and assignments have left uneven, which the extras remember.
     mutable std::uintptr_t m_entries = 0;
-    ParentKinds m_parentKinds = 0;
+    ParentKind m_parentKind = ParentKind::Unknown;
     bool m_orphaned = false; ///< The parent died: the list holds references without it.
 };
 
@@ -218,11 +223,13 @@ public:
     void setName(const char* name) override;
     using Namable::operator=;
 
-    // Owner.
+    // Owner. What the parent is, its class tells whenever it is asked for, through whichever base
+    // the parent is a PortNotification.
     /// Not owned. Set by the list that receives the port, reset when a node or compound dies with
-    /// the port in its lists. It decides which end of a connection sends, so a connected port keeps
-    /// it (docs/caller-guarantees.md, P9). Contract: a port taken out of its list keeps the parent;
-    /// who keeps such a port longer than the parent calls setParent(nullptr).
+    /// the port in its lists and the port lives on. It decides which end of a connection sends, so
+    /// a connected port keeps it (docs/caller-guarantees.md, P9). Contract: a port taken out of its
+    /// list keeps the parent; who keeps such a port longer than the parent calls
+    /// setParent(nullptr).
     void setParent(PortNotification* parent);
     PortNotification* getParent();
     /// True when the parent is a Compound.
@@ -273,7 +280,7 @@ public:
     /// call). Never null. Valid until the value changes; the parent's text lives as long as the
     /// parent says.
     const char* getPortDefaultValue();
-    /// Copies the value, which must not be null. Asks onPortSetDefaultValue; a refusal changes
+    /// Copies the value; a null one counts as empty. Asks onPortSetDefaultValue; a refusal changes
     /// nothing.
     void setPortDefaultValue(const char* value);
     /// A mark for the host; the library does not read it.
@@ -286,14 +293,16 @@ protected:
 private:
     friend class PortList;
 
-    void setParent(PortNotification* parent, ParentKinds kinds);
+    void setParent(PortNotification* parent, ParentKind kind);
+    Node* findParentNode() const;
+    Compound* findParentCompound() const;
 
     PortIOType m_ioType;
     PortNotification* m_parent = nullptr;        ///< Not owned. Null: a port on its own.
     AddRefWrapper<PortList> m_connections;       ///< Never empty, never replaced, has no parent.
     AddRefWrapper<PortDataType> m_dataType;      ///< Empty: no type.
     std::unique_ptr<std::string> m_defaultValue; ///< Null: the empty text.
-    ParentKinds m_parentKinds = 0;
+    ParentKind m_parentKind = ParentKind::Unknown;
     bool m_hidden = false;
 };
 

@@ -26,13 +26,13 @@ public:
     /// Empty when none was set.
     virtual AddRefWrapper<NodeLibrary> getNodeLibrary();
     /// NodeLibrary::findLibrary of what the virtual getNodeLibrary answers; empty when that is
-    /// empty. The path must not be null.
+    /// empty. A null path counts as empty.
     virtual AddRefWrapper<NodeLibrary> findLibrary(const char* path);
     /// Data types are never removed; indexes count from 0 in the order of creation.
     virtual int getNumberOfPortDataTypes();
     /// Empty when index is not below the virtual getNumberOfPortDataTypes, or negative.
     virtual AddRefWrapper<PortDataType> getPortDataType(int index);
-    /// The first data type of that name, which must not be null; empty when there is none.
+    /// The first data type of that name, where null counts as empty; empty when there is none.
     virtual AddRefWrapper<PortDataType> getPortDataType(const char* name);
     /// What the virtual getPortDataType finds under the name; otherwise a new data type, appended.
     virtual AddRefWrapper<PortDataType> createPortDataType(const char* name);
