@@ -11,9 +11,9 @@ using namespace ZEL;
 namespace {
 
 /// Adds its number to a log when it hears something, and may do something meanwhile.
-class Listener final : public HostEditor {
+class LoggingEditor final : public HostEditor {
 public:
-    Listener(int number, std::vector<int>& log) : m_number(number), m_log(log) {}
+    LoggingEditor(int number, std::vector<int>& log) : m_number(number), m_log(log) {}
     void zel_onNodeChange(ENodeChangeType /*type*/,
                           const AddRefWrapper<Compound>& /*compound*/,
                           const AddRefWrapper<Node>& /*node*/) override
@@ -39,7 +39,7 @@ public:
             m_notifiers.push_back(std::make_unique<HostEditorNotifier>());
         m_registered.resize(kNotifiers);
         for (int i = 0; i < kEditors; ++i)
-            m_editors.push_back(std::make_unique<Listener>(i, m_log));
+            m_editors.push_back(std::make_unique<LoggingEditor>(i, m_log));
     }
 
     void step(int goal)
@@ -70,7 +70,7 @@ private:
     {
         return *m_notifiers[static_cast<std::size_t>(which)];
     }
-    std::unique_ptr<Listener>& editor(int number)
+    std::unique_ptr<LoggingEditor>& editor(int number)
     {
         return m_editors[static_cast<std::size_t>(number)];
     }
@@ -100,7 +100,7 @@ private:
 
     void restart(int number) // Its notifiers forget the one that dies.
     {
-        editor(number) = std::make_unique<Listener>(number, m_log);
+        editor(number) = std::make_unique<LoggingEditor>(number, m_log);
         for (int which = 0; which < kNotifiers; ++which)
             forget(which, number);
     }
@@ -145,8 +145,8 @@ private:
     Random m_random;
     std::vector<int> m_log;
     std::vector<std::unique_ptr<HostEditorNotifier>> m_notifiers;
-    std::vector<std::unique_ptr<Listener>> m_editors; ///< They die first.
-    std::vector<std::vector<int>> m_registered;       ///< Of each notifier, in order.
+    std::vector<std::unique_ptr<LoggingEditor>> m_editors; ///< They die first.
+    std::vector<std::vector<int>> m_registered;            ///< Of each notifier, in order.
 };
 
 } // namespace

@@ -1,13 +1,6 @@
 // Long lists find and remove with tables: every answer is held against a plain scan.
 
-#include "zel.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
-#include <string>
-#include <vector>
+#include "zelListModel.h"
 
 using namespace ZEL;
 
@@ -15,16 +8,6 @@ namespace {
 
 using NodePtr = AddRefWrapper<Node>;
 using PortPtr = AddRefWrapper<Port>;
-
-class Random {
-public:
-    explicit Random(unsigned seed) : m_engine(seed) {}
-    int below(int end) { return static_cast<int>(m_engine() % static_cast<unsigned>(end)); }
-    bool oneIn(int count) { return below(count) == 0; }
-
-private:
-    std::mt19937 m_engine;
-};
 
 /// Answers a name of its own, and counts how often it is asked.
 class Alias : public Node {
@@ -58,21 +41,6 @@ std::string someName(Random& random)
 {
     const int number = random.below(400);
     return number < 20 ? "often" + std::to_string(number % 4) : "name" + std::to_string(number);
-}
-
-void renameSomehow(Random& random, Namable& object)
-{
-    const std::string name = someName(random);
-    switch (random.below(3)) {
-    case 0:
-        object.setName(name.c_str());
-        break;
-    case 1:
-        object.appendString("x");
-        break;
-    default:
-        object = Namable(name.c_str());
-    }
 }
 
 /// The first entry with that name, as a scan finds it.
