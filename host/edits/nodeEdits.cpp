@@ -67,6 +67,8 @@ bool Edits::createNode(const CompoundPtr& compound,
     if (!has(owner))
         return false;
     const std::string path = pathOf(*owner);
+    if (!definition)
+        return fail(path, "no definition to make a node of");
     if (!mayName(*compound, name, path))
         return false;
     std::vector<std::string> words = {"create", definition->record().name, name};

@@ -135,7 +135,7 @@ void runFromTerminal(Shell& shell)
         isWarned = isAtEnd;
         shell.resume();
         if (isAtEnd)
-            std::cerr << "warning: edits are not saved: `save FILE` writes them, `quit` again "
+            std::cerr << "warning: edits are not saved: `save` writes them, `quit` again "
                          "drops them"
                       << std::endl;
     }

@@ -164,6 +164,16 @@ const struct {
     {"port delete", [](shading::Edits& e) { return e.deletePort("Top.r.g", "y"); }, 4},
     {"port rename", [](shading::Edits& e) { return e.renamePort("Top.r.g", "y", "n"); }, 2},
     {"delete", [](shading::Edits& e) { return e.deleteNode("Top.r.g"); }, 3},
+    {"set", [](shading::Edits& e) { return e.setValue("Top.r.g.z", "6"); }, 1},
+    {"group",
+     [](shading::Edits& e) {
+         shading::History::Group group(e.history(), {"Group", {}});
+         std::string ignored;
+         const bool isGood = e.renamePort("Top.r.g", "y", "n") && e.deleteNode("Top.r.b") &&
+                             e.setValue("Top.r.a.i", "3");
+         return group.finish(isGood, ignored);
+     },
+     4},
 };
 
 /// Runs the edit again and again, each time with a later question refused, until none is.

@@ -127,7 +127,7 @@ TEST_F(TerminalSession, TheInterruptKeyStopsAScriptAndKeepsTheSession)
 
 TEST_F(TerminalSession, EditsThatWereNotSavedAreToldBeforeTheEnd)
 {
-    const char* const warning = "warning: edits are not saved: `save FILE` writes them";
+    const char* const warning = "warning: edits are not saved: `save` writes them";
     expect("rename Top.graph wall\n", "");
     expect("\x04", warning);
     expect("ls\n", "wall");
