@@ -13,10 +13,9 @@ ZEL::AddRefWrapper<Compound> Compound::createNew(const ZEL::AddRefWrapper<ZEL::N
 
 Compound::Compound(const ZEL::AddRefWrapper<ZEL::Node>& owner) : ZEL::Compound(owner) {}
 
-Journal* Compound::journal() const
+Journal& Compound::journal() const
 {
-    const ZEL::AddRefWrapper<ZEL::Node> owner = getAsNode();
-    return owner ? journalOf(*owner) : nullptr;
+    return journalOf(getAsNode().get());
 }
 
 ZEL::PortList& Compound::listLike(const ZEL::PortList& list)
@@ -27,42 +26,36 @@ ZEL::PortList& Compound::listLike(const ZEL::PortList& list)
 bool Compound::onPortAddConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                    const ZEL::AddRefWrapper<ZEL::Port>& other)
 {
-    Journal* const journal = this->journal();
-    return !journal || journal->mayConnect(port, other);
+    return journal().mayConnect(port, other);
 }
 
 bool Compound::onPortRemoveConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                       const ZEL::AddRefWrapper<ZEL::Port>& other)
 {
-    Journal* const journal = this->journal();
-    return !journal || journal->mayDisconnect(port, other);
+    return journal().mayDisconnect(port, other);
 }
 
 bool Compound::onPortSetDataType(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                  const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
 {
-    Journal* const journal = this->journal();
-    return !journal || journal->maySetType(port, type);
+    return journal().maySetType(port, type);
 }
 
 bool Compound::onPortListPortAdded(const ZEL::PortList& list,
                                    const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    Journal* const journal = this->journal();
-    return !journal || journal->mayAddPort(listLike(list), port);
+    return journal().mayAddPort(listLike(list), port);
 }
 
 bool Compound::onPortListPortRemoved(const ZEL::PortList& list,
                                      const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    Journal* const journal = this->journal();
-    return disconnect(port) && (!journal || journal->mayRemovePort(listLike(list), port));
+    return disconnect(port) && journal().mayRemovePort(listLike(list), port);
 }
 
 bool Compound::onPortListPortMove(const ZEL::PortList& list, int from, int to)
 {
-    Journal* const journal = this->journal();
-    return !journal || journal->mayMovePort(listLike(list), from, to);
+    return journal().mayMovePort(listLike(list), from, to);
 }
 
 void Compound::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
@@ -72,9 +65,8 @@ void Compound::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
 
 bool Compound::onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* name)
 {
-    Journal* const journal = this->journal();
     ZEL::PortList& list = port->getPortIOType() == ZEL::PortOutput ? innerInputs() : innerOutputs();
-    return !journal || journal->mayRenamePort(list, port, name);
+    return journal().mayRenamePort(list, port, name);
 }
 
 const char* Compound::onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port)
@@ -89,14 +81,12 @@ bool Compound::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, 
         mirror->setPortDefaultValue(value);
         return false;
     }
-    Journal* const journal = this->journal();
-    return !journal || journal->maySetValue(port, value);
+    return journal().maySetValue(port, value);
 }
 
 bool Compound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
-    Journal* const journal = this->journal();
-    return !journal || journal->mayAddNode(*this, node);
+    return journal().mayAddNode(*this, node);
 }
 
 bool Compound::onNodeRemove(const ZEL::AddRefWrapper<ZEL::Node>& node)
@@ -107,25 +97,20 @@ bool Compound::onNodeRemove(const ZEL::AddRefWrapper<ZEL::Node>& node)
                 return false;
         }
     }
-    Journal* const journal = this->journal();
-    return !journal || journal->mayRemoveNode(*this, node);
+    return journal().mayRemoveNode(*this, node);
 }
 
 int Compound::createCompoundPort(ZEL::PortIOType ioType,
                                  const char* name,
                                  const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
 {
-    Journal* const journal = this->journal();
-    const bool isEdit = journal && journal->isRecording();
-    const std::string portName = isEdit ? uniqueName(*this, name) : name;
+    const std::string portName = journal().isRecording() ? uniqueName(*this, name) : name;
     return ZEL::Compound::createCompoundPort(ioType, portName.c_str(), type);
 }
 
 ZEL::AddRefWrapper<ZEL::Compound> Compound::createNewCompound(const char* name)
 {
-    Journal* const journal = this->journal();
-    const bool isEdit = journal && journal->isRecording();
-    const std::string nodeName = isEdit ? uniqueName(*this, name) : name;
+    const std::string nodeName = journal().isRecording() ? uniqueName(*this, name) : name;
     const ZEL::AddRefWrapper<Node> node =
         Node::createNew(getAsNode()->getContainer(), nodeName.c_str());
     node->setNodeTypeName(getSpecializedCompoundTypeName());
@@ -142,9 +127,8 @@ const char* Compound::getSpecializedCompoundTypeName()
 
 void Compound::followMove(const ZEL::PortList& list, int from, int to)
 {
-    Journal* const journal = this->journal();
     // What was written down holds the moves of both lists.
-    if (m_isFollowing || (journal && journal->isReplaying()))
+    if (m_isFollowing || journal().isReplaying())
         return;
     const ZEL::AddRefWrapper<ZEL::Node> owner = getAsNode();
     ZEL::PortList* const pairs[][2] = {

@@ -62,7 +62,7 @@ public:
     void followMove(const ZEL::PortList& list, int from, int to);
 
 private:
-    Journal* journal() const;
+    Journal& journal() const;
     ZEL::PortList& listLike(const ZEL::PortList& list);
 
     bool m_isFollowing = false; ///< A mirroring list is being moved: its move is not followed.

@@ -43,7 +43,7 @@ bool Journal::end(bool isGood, std::string& problem)
     m_keepsTypes = level.keepsTypes;
     m_mode = m_levels.empty() ? Mode::Idle : Mode::Recording;
     if (m_levels.empty())
-        m_orders.forget();
+        m_removals.clear();
     return isKept;
 }
 
@@ -57,7 +57,7 @@ Steps Journal::takeSteps()
 bool Journal::takeBack(std::size_t firstStep)
 {
     m_mode = Mode::Replaying;
-    m_orders.forget();
+    m_removals.clear();
     const bool isBack = runSteps(m_steps, firstStep, false);
     m_isStale = m_isStale || !isBack;
     m_steps.resize(firstStep);
@@ -93,7 +93,6 @@ void Journal::checkLastStep()
     if (m_steps.size() == firstStep || m_steps.back()->isDone())
         return;
     m_steps.pop_back();
-    m_orders.forget();
     refuse("refused by a listener");
 }
 
@@ -187,18 +186,17 @@ bool Journal::mayAddNode(ZEL::Compound& compound, const NodePtr& node)
     // Among nodes only: the library's collapse names the ports of a compound before nodes move in.
     if (compound.nodes()[node->getName()])
         return refuse(pathOf(*node) + ": " + kNameIsTaken);
-    write(makeAddNodeStep(compound, node));
-    m_orders.noteAppended(compound, node.get());
-    return true;
+    return write(makeAddNodeStep(compound, node));
 }
 
 bool Journal::mayRemoveNode(ZEL::Compound& compound, const NodePtr& node)
 {
     if (!isWanted(compound.getAsNode()))
         return true;
-    write(makeRemoveNodeStep(compound, node, m_orders.placeOf(compound, node.get())));
-    m_orders.noteRemoved(compound, node.get());
-    return true;
+    const int removal = ++m_removals[&compound];
+    if (removal == 2)
+        write(makeOrderStep(compound));
+    return write(makeRemoveNodeStep(compound, node, removal == 1));
 }
 
 bool Journal::mayRenameNode(const NodePtr& node, const char* name)

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "document/nodeOrder.h"
 #include "document/step.h"
 
 #include <string>
+#include <unordered_map>
 
 namespace shading {
 
@@ -76,7 +76,8 @@ private:
     bool takeBack(std::size_t firstStep);
 
     Steps m_steps;
-    NodeOrders m_orders; ///< Of the lists that the steps change.
+    /// How many nodes the steps remove, by compound.
+    std::unordered_map<const ZEL::Compound*, int> m_removals;
     std::vector<Level> m_levels;
     std::string m_refusal; ///< Of the innermost level. Empty: nothing was refused.
     Mode m_mode = Mode::Idle;

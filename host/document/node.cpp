@@ -22,8 +22,7 @@ void Node::setName(const char* name)
 {
     if (!name || std::strcmp(name, getName()) == 0)
         return;
-    Journal* const journal = journalOf(*this);
-    if (!journal || journal->mayRenameNode(this, name))
+    if (journalOf(this).mayRenameNode(this, name))
         ZEL::Node::setName(name);
 }
 
@@ -36,41 +35,35 @@ ZEL::PortList& Node::listLike(const ZEL::PortList& list)
 bool Node::onPortAddConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                const ZEL::AddRefWrapper<ZEL::Port>& other)
 {
-    Journal* const journal = journalOf(*this);
-    return !journal || journal->mayConnect(port, other);
+    return journalOf(this).mayConnect(port, other);
 }
 
 bool Node::onPortRemoveConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                   const ZEL::AddRefWrapper<ZEL::Port>& other)
 {
-    Journal* const journal = journalOf(*this);
-    return !journal || journal->mayDisconnect(port, other);
+    return journalOf(this).mayDisconnect(port, other);
 }
 
 bool Node::onPortSetDataType(const ZEL::AddRefWrapper<ZEL::Port>& port,
                              const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
 {
-    Journal* const journal = journalOf(*this);
-    return !journal || journal->maySetType(port, type);
+    return journalOf(this).maySetType(port, type);
 }
 
 bool Node::onPortListPortAdded(const ZEL::PortList& list, const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    Journal* const journal = journalOf(*this);
-    return !journal || journal->mayAddPort(listLike(list), port);
+    return journalOf(this).mayAddPort(listLike(list), port);
 }
 
 bool Node::onPortListPortRemoved(const ZEL::PortList& list,
                                  const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    Journal* const journal = journalOf(*this);
-    return disconnect(port) && (!journal || journal->mayRemovePort(listLike(list), port));
+    return disconnect(port) && journalOf(this).mayRemovePort(listLike(list), port);
 }
 
 bool Node::onPortListPortMove(const ZEL::PortList& list, int from, int to)
 {
-    Journal* const journal = journalOf(*this);
-    return !journal || journal->mayMovePort(listLike(list), from, to);
+    return journalOf(this).mayMovePort(listLike(list), from, to);
 }
 
 void Node::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
@@ -83,15 +76,13 @@ void Node::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
 
 bool Node::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* value)
 {
-    Journal* const journal = journalOf(*this);
-    return !journal || journal->maySetValue(port, value);
+    return journalOf(this).maySetValue(port, value);
 }
 
 bool Node::onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* name)
 {
-    Journal* const journal = journalOf(*this);
     ZEL::PortList& list = port->getPortIOType() == ZEL::PortInput ? inputs() : outputs();
-    return !journal || journal->mayRenamePort(list, port, name);
+    return journalOf(this).mayRenamePort(list, port, name);
 }
 
 bool Node::isInDocument(const ZEL::Port& port)
@@ -102,16 +93,16 @@ bool Node::isInDocument(const ZEL::Port& port)
 
 void Node::setDefinition(const ZEL::AddRefWrapper<Definition>& definition)
 {
-    Journal* const journal = journalOf(*this);
-    if (journal && m_definition != definition)
-        journal->setsDefinition(this, definition);
+    if (m_definition != definition)
+        journalOf(this).setsDefinition(this, definition);
     m_definition = definition;
 }
 
-Journal* journalOf(ZEL::Node& node)
+Journal& journalOf(ZEL::Node* node)
 {
-    auto* const document = dynamic_cast<Document*>(node.getContainer());
-    return document ? &document->journal() : nullptr;
+    static Journal idle; // Never begins an edit, so it agrees to all.
+    auto* const document = dynamic_cast<Document*>(node ? node->getContainer() : nullptr);
+    return document ? document->journal() : idle;
 }
 
 bool disconnect(const ZEL::AddRefWrapper<ZEL::Port>& port)

@@ -66,8 +66,8 @@ private:
     ZEL::AddRefWrapper<Definition> m_definition;
 };
 
-/// The journal of the node's document; null for a node without a document of this host.
-Journal* journalOf(ZEL::Node& node);
+/// The journal of the node's document; without a document of this host one that agrees to all.
+Journal& journalOf(ZEL::Node* node);
 
 /// Takes all connections off a port that is about to go. False when a listener refused one.
 bool disconnect(const ZEL::AddRefWrapper<ZEL::Port>& port);

@@ -57,7 +57,7 @@ public:
         m_placeAtReceiver = isAdding ? sources.size() : sources.findPort(m_sender);
     }
 
-    bool run(bool isForward, NodeOrders& /*orders*/) override
+    bool run(bool isForward) override
     {
         if (isForward != m_isAdding)
             return m_sender->removeConnection(m_receiver);
@@ -110,7 +110,7 @@ public:
     {
     }
 
-    bool run(bool isForward, NodeOrders& /*orders*/) override
+    bool run(bool isForward) override
     {
         if (isForward != m_isAdding)
             return m_list->remove(m_port);
@@ -154,7 +154,7 @@ public:
     {
     }
 
-    bool run(bool isForward, NodeOrders& /*orders*/) override
+    bool run(bool isForward) override
     {
         if (isForward)
             return m_list->movePort(m_from, m_to);
@@ -206,7 +206,7 @@ public:
     {
     }
 
-    bool run(bool isForward, NodeOrders& /*orders*/) override
+    bool run(bool isForward) override
     {
         const Value& value = isForward ? m_after : m_before;
         m_set(*m_port, value);

@@ -10,7 +10,6 @@ namespace shading {
 
 class ChangeCollector;
 class Definition;
-class NodeOrders;
 
 /// One change of a network, the smallest that the library asks about, with all that is needed to
 /// take it back exactly: also the places in the lists that it touched. It holds the objects, so
@@ -22,11 +21,11 @@ public:
     Step& operator=(const Step&) = delete;
     virtual ~Step();
 
-    /// Does the step again (forward) or takes it back; the places of nodes go into the orders.
-    /// False when a listener refused: nothing changed.
-    virtual bool run(bool isForward, NodeOrders& orders) = 0;
-    /// True when the network is as the step leaves it. A step is written down when the library asks
-    /// whether it may be, so a later refusal shows here.
+    /// Does the step again (forward) or takes it back. False when a listener refused: nothing
+    /// changed.
+    virtual bool run(bool isForward) = 0;
+    /// True when the network is as the step leaves it, asked before the next one. A step is written
+    /// down when the library asks whether it may be, so a later refusal shows here.
     virtual bool isDone() const = 0;
     /// Tells the editors. A change is told by the node that owns the compound where it shows: a
     /// port of a compound first by its own node, whose editors show the inside, then, as a changed
@@ -50,8 +49,12 @@ std::unique_ptr<Step> makeRenamePortStep(const PortPtr& port, const std::string&
 std::unique_ptr<Step> makeTypeStep(const PortPtr& port, const TypePtr& type);
 std::unique_ptr<Step> makeValueStep(const PortPtr& port, const std::string& value);
 std::unique_ptr<Step> makeAddNodeStep(ZEL::Compound& compound, const NodePtr& node);
-/// The place is that of the node in the compound.
-std::unique_ptr<Step> makeRemoveNodeStep(ZEL::Compound& compound, const NodePtr& node, int place);
+/// Without its place, the node comes back as the last one: an order step before it puts it right.
+std::unique_ptr<Step>
+makeRemoveNodeStep(ZEL::Compound& compound, const NodePtr& node, bool withPlace);
+/// Changes nothing; taken back, it gives the compound's nodes the order that they have now. Holds
+/// all of them: worth it before the second removal, for a place is found by walking the list.
+std::unique_ptr<Step> makeOrderStep(ZEL::Compound& compound);
 std::unique_ptr<Step> makeRenameNodeStep(const NodePtr& node, const std::string& name);
 std::unique_ptr<Step> makeDefinitionStep(const HostNodePtr& node,
                                          const ZEL::AddRefWrapper<Definition>& definition);

@@ -133,7 +133,7 @@ TEST(Journal, RefusesNamesThatTheFormatHasNot)
 }
 
 /// The order in which many nodes come and go, in every way that an edit may.
-TEST(NodeOrder, ManyNodesReturnToTheirPlaces)
+TEST(History, ManyNodesReturnToTheirPlaces)
 {
     std::string elements;
     for (int i = 0; i < 3000; ++i)
