@@ -119,6 +119,14 @@ bool DraftNetwork::arrange(Piece& parent, const std::vector<Piece*>& items, Piec
 void DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
 {
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
+    // Inputs that references make come behind those that have elements.
+    ZEL::PortList& inputs = node.inputs();
+    const int place = isInput && node.isCompound() ? inputs.findPort(&port) : 0;
+    int first = place;
+    while (first > 0 && !itemOf(*inputs[first - 1]))
+        --first;
+    for (int i = first; i < place; ++i)
+        declare(node, *inputs[i]);
     Piece& item = m_draft.newElement(isInput ? "input" : "output");
     m_draft.setAttribute(item, "name", port.getName());
     m_draft.setAttribute(item, "type", typeNameOf(port));

@@ -47,7 +47,8 @@ public:
     /// nowhere. The first one, if it has no place, comes behind that sibling; null: before all.
     /// True when something moved.
     bool arrange(Piece& parent, const std::vector<Piece*>& items, Piece* start);
-    /// Gives a port of the node an element of its own, in the order of its list.
+    /// Gives a port of the node an element of its own, in the order of its list; likewise the
+    /// inputs of a compound before it.
     void declare(ZEL::Node& node, ZEL::Port& port);
 
 private:

@@ -1,8 +1,8 @@
 #include "saving/projection.h"
 
 #include "document/document.h"
+#include "document/node.h"
 #include "document/origins.h"
-#include "format/format.h"
 #include "saving/draftNetwork.h"
 
 #include <array>
@@ -82,11 +82,21 @@ private:
         Piece& item = m_draft.newElement(node.getNodeTypeName());
         m_draft.setAttribute(item, "name", node.getName());
         ZEL::PortList& outputs = node.outputs();
-        if (node.isCompound() || outputs.size() == 0)
+        if (node.isCompound())
             return item;
+        Signature signature;
+        signature.nodeType = node.getNodeTypeName();
         const bool isPlain =
             outputs.size() == 1 && std::strcmp(outputs[0]->getName(), kDefaultOutput) == 0;
-        m_draft.setAttribute(item, "type", isPlain ? typeNameOf(*outputs[0]) : kMultiOutput);
+        if (outputs.size() > 0) {
+            signature.type = isPlain ? typeNameOf(*outputs[0]) : kMultiOutput;
+            m_draft.setAttribute(item, "type", signature.type);
+        }
+        // A definition that these alone do not find is named.
+        const auto* const own = dynamic_cast<const Node*>(&node);
+        const DefinitionPtr definition = own ? own->definition() : nullptr;
+        if (definition && m_network.document().definitions().matching(signature) != definition)
+            m_draft.setAttribute(item, "nodedef", definition->record().name);
         return item;
     }
 

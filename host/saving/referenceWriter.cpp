@@ -2,7 +2,6 @@
 
 #include "document/document.h"
 #include "document/origins.h"
-#include "format/format.h"
 #include "saving/draftNetwork.h"
 
 #include <map>
@@ -27,6 +26,22 @@ std::map<std::string, std::string> referenceTo(DraftNetwork& network, ZEL::Port&
     return result;
 }
 
+/// A reference that says no output means this one.
+bool isDefaultOutput(const DraftNetwork& network, ZEL::Node& node, ZEL::Port& source)
+{
+    if (node.isCompound())
+        return node.outputs()[0].get() == &source;
+    const Piece* const item = network.itemOf(node);
+    if (!item || attributeOf(*item, "type") != kMultiOutput)
+        return std::string(source.getName()) == kDefaultOutput;
+    for (const Piece& child : ElementsIn(*item)) {
+        const std::string name = attributeOf(child, "name");
+        if (kindOf(child) == ElementKind::Output)
+            return (name.empty() ? node.outputs()[0] : node.outputs()[name.c_str()]) == &source;
+    }
+    return false;
+}
+
 } // namespace
 
 bool isStale(DraftNetwork& network, const Piece& element, ZEL::Port& port)
@@ -36,24 +51,18 @@ bool isStale(DraftNetwork& network, const Piece& element, ZEL::Port& port)
            (!network.draft().isRead(element) || origins.wasConnected(origins.elementOf(port)));
 }
 
-bool mayMean(const Piece& element, ZEL::Port& source)
+bool means(const DraftNetwork& network, const Piece& element, ZEL::Port& source)
 {
-    bool isPlain = true;
-    const auto value = [&](const char* name) {
-        const Attribute* const attribute = element.attribute(name);
-        isPlain = isPlain && (!attribute || attribute->isPlain());
-        return attribute ? attribute->value : std::string_view();
-    };
-    const std::string_view interface = value("interfacename");
-    const std::string_view output = value("output");
-    const std::string_view graph = value("nodegraph");
-    const std::string_view node = graph.empty() ? value("nodename") : graph;
-    if (!isPlain)
-        return true;
+    const std::string interface = attributeOf(element, "interfacename");
     if (source.isCompoundInternalPort() || !interface.empty())
         return source.isCompoundInternalPort() && interface == source.getName();
-    return node == source.getParentNode()->getName() &&
-           (output.empty() || output == source.getName());
+    const std::string graph = attributeOf(element, "nodegraph");
+    const ZEL::AddRefWrapper<ZEL::Node> node = source.getParentNode();
+    if ((graph.empty() ? attributeOf(element, "nodename") : graph) != node->getName() ||
+        (!graph.empty() && !node->isCompound()))
+        return false;
+    const std::string output = attributeOf(element, "output");
+    return output.empty() ? isDefaultOutput(network, *node, source) : output == source.getName();
 }
 
 bool writeReference(DraftNetwork& network,

@@ -5,42 +5,47 @@
 #include "format/xml.h"
 #include "reading/openDocument.h"
 #include "saving/declarations.h"
+#include "saving/factWriter.h"
 #include "saving/outsideNames.h"
 #include "saving/projection.h"
-#include "saving/readBack.h"
 #include "saving/saveCheck.h"
-#include "saving/writeAhead.h"
 
 namespace shading {
 
 namespace {
 
-/// Each reading back writes at least one thing into the draft that it does not take out again.
-constexpr int kMaxRounds = 50;
-
-/// Writes, reads back and corrects until nothing comes back different.
-bool settle(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& problems)
+/// Writes the draft and opens that again. False, with the problems, when it does not open.
+bool judge(DraftNetwork& network,
+           std::string& text,
+           std::vector<Difference>& differences,
+           std::vector<SaveProblem>& problems)
 {
-    for (int round = 0; round < kMaxRounds; ++round) {
-        std::vector<Piece*> elements;
-        text = network.draft().write(elements);
-        Message error;
-        const std::unique_ptr<Document> back = openText(text, network.document(), error);
-        if (!back) {
-            problems.push_back({pathOf(*network.document().getRootNode()),
-                                "it would not open again: " + messageText(error)});
-            return false;
-        }
-        ReadBack readBack(network, *back, elements);
-        readBack.run();
-        if (readBack.differences().empty())
-            return true;
-        if (!readBack.hasChanged() || round + 1 == kMaxRounds) {
-            problems = readBack.differences();
-            return false;
-        }
-    }
-    return false;
+    std::vector<Piece*> elements;
+    text = network.draft().write(elements);
+    Message error;
+    const std::unique_ptr<Document> back = openText(text, network.document(), error);
+    if (back)
+        differences = Judge(network, *back, elements).differences();
+    else
+        problems.push_back({pathOf(*network.document().getRootNode()),
+                            "it would not open again: " + messageText(error)});
+    return back != nullptr;
+}
+
+/// Writes what changed. What then comes back different is written in full, once.
+bool write(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& problems)
+{
+    FactWriter writer(network);
+    writer.writeChanges();
+    std::vector<Difference> differences;
+    if (!judge(network, text, differences, problems))
+        return false;
+    if (!differences.empty() && writer.writeInFull(differences) &&
+        !judge(network, text, differences, problems))
+        return false;
+    for (const Difference& difference : differences)
+        problems.push_back(difference.problem);
+    return differences.empty();
 }
 
 } // namespace
@@ -55,9 +60,8 @@ bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem
     updateDeclarations(network, problems);
     if (!problems.empty())
         return false;
-    writeAhead(network);
     std::string text;
-    if (!settle(network, text, problems))
+    if (!write(network, text, problems))
         return false;
     const Encoding& encoding = document.xml().encoding();
     if (convertFromUtf8(text, encoding, bytes))

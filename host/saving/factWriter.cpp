@@ -1,0 +1,303 @@
+#include "saving/factWriter.h"
+
+#include "document/document.h"
+#include "document/origins.h"
+#include "document/step.h"
+#include "saving/referenceWriter.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace shading {
+
+namespace {
+
+/// The node has an output of that name and this type by the type of its element.
+bool isImplied(const Piece& item, ZEL::Port& port)
+{
+    const std::string type = attributeOf(item, "type");
+    return port.getPortIOType() == ZEL::PortOutput &&
+           std::string_view(port.getName()) == kDefaultOutput && !type.empty() &&
+           type != kMultiOutput;
+}
+
+const PortDescription* descriptionOf(const Node& node, ZEL::Port& port)
+{
+    if (!node.definition())
+        return nullptr;
+    const DefinitionRecord& record = node.definition()->record();
+    const auto& ports = port.getPortIOType() == ZEL::PortInput ? record.inputs : record.outputs;
+    const auto found = std::find_if(ports.begin(), ports.end(), [&](const PortDescription& known) {
+        return known.name == port.getName();
+    });
+    return found == ports.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+void FactWriter::writeChanges()
+{
+    const NodePtr root = m_network.document().getRootNode();
+    // References are written with the new names, and outputs may come from references.
+    writeNode(static_cast<Node&>(*root));
+    writeReferences(*root);
+    writeOutputs(*root);
+}
+
+void FactWriter::writeNode(Node& node)
+{
+    Piece& item = *m_network.itemOf(node);
+    if (node.getParentCompound()) {
+        writeName(item, node.getName());
+        m_network.draft().setElementName(item, node.getNodeTypeName());
+    }
+    for (ZEL::Port* const input : node.inputs())
+        writePort(node, *input, true);
+    for (ZEL::Port* const output : node.outputs())
+        writePort(node, *output, node.isCompound());
+    const CompoundPtr compound = node.getAsCompound();
+    if (!compound)
+        return;
+    // The nodes of this host's compounds are its own.
+    for (const NodePtr& inner : compound->nodes())
+        writeNode(static_cast<Node&>(*inner));
+}
+
+/// A name that the document does not give is made up when it is read.
+void FactWriter::writeName(Piece& item, const char* name)
+{
+    const Attribute* const read = item.attribute("name");
+    if (read && !read->value.empty() && (read->isPlain() ? read->value : read->text()) != name)
+        m_network.draft().setAttribute(item, "name", name);
+}
+
+void FactWriter::writePort(Node& node, ZEL::Port& port, bool hasValue)
+{
+    Draft& draft = m_network.draft();
+    Piece* const item = m_network.itemOf(port);
+    const bool isInput = port.getPortIOType() == ZEL::PortInput;
+    if (!item) {
+        const bool isNeeded = node.isCompound() ? !isInput || port.isConnected() ||
+                                                      *port.getPortDefaultValue() != '\0'
+                                                : isInput && !isGiven(node, port);
+        if (isNeeded)
+            declare(node, port);
+        return;
+    }
+    if (!draft.isRead(*item))
+        return;
+    writeName(*item, port.getName());
+    const std::string_view value = port.getPortDefaultValue();
+    const Attribute* const read = item->attribute("value");
+    if (!hasValue ||
+        (read ? (read->isPlain() ? read->value == value : read->text() == value) : value.empty()))
+        return;
+    if (value.empty())
+        draft.removeAttribute(*item, "value");
+    else
+        draft.setAttribute(*item, "value", std::string(value));
+}
+
+void FactWriter::writeReferences(ZEL::Node& node)
+{
+    for (ZEL::Port* const input : node.inputs())
+        writeReference(*input, *input);
+    const CompoundPtr compound = node.getAsCompound();
+    if (!compound)
+        return;
+    for (ZEL::Port* const inner : compound->innerOutputs())
+        writeReference(*inner, *compound->getReversePort(inner));
+    for (const NodePtr& inner : compound->nodes())
+        writeReferences(*inner);
+}
+
+/// The outer port is the one that has the element.
+void FactWriter::writeReference(ZEL::Port& receiver, ZEL::Port& outer)
+{
+    Piece* const item = m_network.itemOf(outer);
+    if (!item)
+        return;
+    const PortPtr source = receiver.connectedTo()[0];
+    if (source ? !means(m_network, *item, *source) : isStale(m_network, *item, outer))
+        shading::writeReference(m_network, *item, source);
+}
+
+/// An output that no element and no definition gives comes from those that refer to it. Whether one
+/// without any is read back, only the judge knows.
+void FactWriter::writeOutputs(ZEL::Node& node)
+{
+    const CompoundPtr compound = node.getAsCompound();
+    if (compound) {
+        for (const NodePtr& inner : compound->nodes())
+            writeOutputs(*inner);
+        return;
+    }
+    const bool isRead = m_network.draft().isRead(*m_network.itemOf(node));
+    for (ZEL::Port* const output : node.outputs()) {
+        if ((output->isConnected() || !isRead) && !m_network.itemOf(*output) &&
+            !isGiven(static_cast<Node&>(node), *output) && !isNamed(*output))
+            declare(node, *output);
+    }
+}
+
+void FactWriter::declare(ZEL::Node& node, ZEL::Port& port)
+{
+    m_network.declare(node, port);
+    m_new.insert(m_network.itemOf(port));
+}
+
+/// By the type of the node's element or by its definition; a connection needs an element.
+bool FactWriter::isGiven(const Node& node, ZEL::Port& port) const
+{
+    const bool isInput = port.getPortIOType() == ZEL::PortInput;
+    if (isInput && port.isConnected())
+        return false;
+    if (isImplied(*m_network.itemOf(node), port))
+        return true;
+    const PortDescription* const known = descriptionOf(node, port);
+    return known && known->type == typeNameOf(port) &&
+           (!isInput || known->value == port.getPortDefaultValue());
+}
+
+/// An element that was there, and may have been written since, refers to the output.
+bool FactWriter::isNamed(ZEL::Port& output) const
+{
+    for (ZEL::Port* const receiver : output.connectedTo()) {
+        const bool isInner = receiver->isCompoundInternalPort();
+        const PortPtr outer =
+            isInner ? receiver->getParentCompound()->getReversePort(receiver) : receiver;
+        const Piece* const item = m_network.itemOf(*outer);
+        if (item && m_new.count(item) == 0)
+            return true;
+    }
+    return false;
+}
+
+bool FactWriter::writeInFull(const std::vector<Difference>& differences)
+{
+    for (const Difference& difference : differences) {
+        if (difference.fact == Difference::Fact::Definition)
+            m_redefined.insert(difference.node);
+        if (difference.fact == Difference::Fact::Missing)
+            m_missing.insert(difference.port);
+    }
+    bool isWritten = false;
+    for (const Difference& difference : differences)
+        isWritten = writeInFull(difference) || isWritten;
+    return isWritten;
+}
+
+bool FactWriter::writeInFull(const Difference& difference)
+{
+    using Fact = Difference::Fact;
+    Draft& draft = m_network.draft();
+    ZEL::Node& node = *difference.node;
+    Piece* const item =
+        difference.port ? m_network.itemOf(*difference.port) : m_network.itemOf(node);
+    // The ports that another definition gave, and did not give, come right with it.
+    if (!item && m_redefined.count(&node) > 0)
+        return false;
+    switch (difference.fact) {
+    case Fact::Name:
+        return item &&
+               draft.setAttribute(*item, "name",
+                                  difference.port ? difference.port->getName() : node.getName());
+    case Fact::NodeType:
+        return node.getParentCompound() && draft.setElementName(*item, node.getNodeTypeName());
+    case Fact::Definition:
+        return draft.setAttribute(*item, "nodedef",
+                                  static_cast<Node&>(node).definition()->record().name);
+    case Fact::Nodes:
+        return false;
+    case Fact::PortType:
+        return writeType(difference);
+    case Fact::Missing:
+    case Fact::Value: {
+        const std::string value = difference.port->getPortDefaultValue();
+        if (!item)
+            declare(node, *difference.port);
+        else if (value.empty())
+            return draft.removeAttribute(*item, "value");
+        else
+            return draft.setAttribute(*item, "value", value);
+        return true;
+    }
+    case Fact::Surplus:
+        return m_redefined.count(&node) == 0 && declareAll(node);
+    case Fact::Order:
+        return m_redefined.count(&node) == 0 && writeOrder(difference);
+    case Fact::Source:
+        return writeSource(difference);
+    }
+    return false;
+}
+
+/// The output that a plain node has by its type needs no element.
+bool FactWriter::writeType(const Difference& difference)
+{
+    Draft& draft = m_network.draft();
+    ZEL::Node& node = *difference.node;
+    ZEL::Port& port = *difference.port;
+    Piece& owner = *m_network.itemOf(node);
+    Piece* const item = m_network.itemOf(port);
+    const std::string type = typeNameOf(port);
+    const bool isOwners = !node.isCompound() && isImplied(owner, port);
+    if (!item && !isOwners) {
+        declare(node, port);
+        return true;
+    }
+    const bool isOwnWritten = item && draft.setAttribute(*item, "type", type);
+    return (isOwners && draft.setAttribute(owner, "type", type)) || isOwnWritten;
+}
+
+bool FactWriter::writeOrder(const Difference& difference)
+{
+    ZEL::Node& node = *difference.node;
+    const bool isInput = difference.port->getPortIOType() == ZEL::PortInput;
+    // The inputs that references made come in the order of those.
+    const bool isDeclared = node.isCompound() && declareAll(node);
+    std::vector<Piece*> items;
+    for (ZEL::Port* const port : isInput ? node.inputs() : node.outputs()) {
+        if (Piece* const item = m_network.itemOf(*port))
+            items.push_back(item);
+    }
+    const bool hasMoved = !items.empty() && m_network.arrange(*m_network.itemOf(node), items,
+                                                              pieceBefore(*items.front()));
+    return hasMoved || isDeclared || declareAll(node);
+}
+
+/// So that nothing is left to the definition of the node and to references.
+bool FactWriter::declareAll(ZEL::Node& node)
+{
+    bool isWritten = false;
+    for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+        for (ZEL::Port* const port : *list) {
+            if (m_network.itemOf(*port))
+                continue;
+            declare(node, *port);
+            isWritten = true;
+        }
+    }
+    return isWritten;
+}
+
+bool FactWriter::writeSource(const Difference& difference)
+{
+    ZEL::Port& outer = *difference.port;
+    const bool isInner = difference.node->isCompound() && outer.getPortIOType() == ZEL::PortOutput;
+    const PortPtr receiver =
+        isInner ? difference.node->getAsCompound()->getReversePort(&outer) : &outer;
+    const PortPtr source = receiver->connectedTo()[0];
+    if (!m_network.itemOf(outer))
+        declare(*difference.node, outer);
+    Piece& item = *m_network.itemOf(outer);
+    // What the source is read back as is not settled yet, and the element names it.
+    const bool isUnsettled = source && (m_missing.count(source.get()) > 0 ||
+                                        m_redefined.count(source->getParentNode().get()) > 0);
+    if (isUnsettled && means(m_network, item, *source))
+        return false;
+    return shading::writeReference(m_network, item, source);
+}
+
+} // namespace shading

@@ -1,0 +1,219 @@
+#include "saving/judge.h"
+
+#include "document/document.h"
+#include "document/origins.h"
+#include "document/step.h"
+#include "format/xml.h"
+#include "saving/referenceWriter.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace shading {
+
+namespace {
+
+std::string definitionOf(const Node& node)
+{
+    return node.definition() ? node.definition()->record().name : "";
+}
+
+bool isLike(ZEL::PortList& ports, const std::vector<ZEL::Port*>& others)
+{
+    return static_cast<int>(others.size()) == ports.size() &&
+           std::equal(others.begin(), others.end(), ports.begin());
+}
+
+/// The nodes of this host's compounds are its own.
+Node& nodeAt(ZEL::NodeList& list, int index)
+{
+    return static_cast<Node&>(*list[index]);
+}
+
+} // namespace
+
+Judge::Judge(DraftNetwork& network, Document& back, const std::vector<Piece*>& elements)
+    : m_network(network),
+      m_back(back)
+{
+    // What was written is read in the same order.
+    auto element = elements.begin();
+    const std::deque<Piece>& pieces = back.xml().pieces().pieces();
+    m_written.resize(pieces.size());
+    for (std::size_t i = 1; i < pieces.size(); ++i) {
+        if (pieces[i].isElement() && element != elements.end())
+            m_written[i] = *element++;
+    }
+}
+
+std::vector<Difference> Judge::differences()
+{
+    const NodePtr live = m_network.document().getRootNode();
+    const NodePtr back = m_back.getRootNode();
+    compareNodes(static_cast<Node&>(*live), static_cast<Node&>(*back));
+    compareSources(*live);
+    return m_differences;
+}
+
+void Judge::compareNodes(Node& live, Node& back)
+{
+    if (live.getParentCompound() && std::strcmp(live.getName(), back.getName()) != 0)
+        differ(Fact::Name, live, "its name is read back as " + std::string(back.getName()));
+    if (std::strcmp(live.getNodeTypeName(), back.getNodeTypeName()) != 0)
+        differ(Fact::NodeType, live,
+               "its node type is read back as " + std::string(back.getNodeTypeName()));
+    if (live.definition() && live.definition() != back.definition() &&
+        definitionOf(live) != definitionOf(back))
+        differ(Fact::Definition, live, "its definition is read back as another one");
+    compareLists(live, live.inputs(), back.inputs());
+    compareLists(live, live.outputs(), back.outputs());
+    if (live.isCompound() && back.isCompound())
+        compareInside(*live.getAsCompound(), *back.getAsCompound());
+}
+
+void Judge::compareInside(ZEL::Compound& live, ZEL::Compound& back)
+{
+    for (ZEL::PortList* const list : {&back.innerInputs(), &back.innerOutputs()}) {
+        for (ZEL::Port* const port : *list) {
+            const PortPtr outer = back.getReversePort(port);
+            const auto found = m_liveOf.find(outer.get());
+            const PortPtr inner =
+                found == m_liveOf.end() ? nullptr : live.getReversePort(found->second);
+            if (inner && list == &back.innerInputs())
+                m_liveOf[port] = inner.get();
+            else if (inner)
+                m_backOf[inner.get()] = port;
+        }
+    }
+    ZEL::NodeList& nodes = live.nodes();
+    ZEL::NodeList& backNodes = back.nodes();
+    bool isSame = nodes.size() == backNodes.size();
+    for (int i = 0; isSame && i < nodes.size(); ++i)
+        isSame = m_network.nodeOf(itemAt(nodeAt(backNodes, i).element())) == nodes[i].get() &&
+                 nodes[i]->isCompound() == backNodes[i]->isCompound();
+    if (!isSame) {
+        differ(Fact::Nodes, *live.getAsNode(), "its nodes are not read back in their order");
+        return;
+    }
+    for (int i = 0; i < nodes.size(); ++i)
+        compareNodes(nodeAt(nodes, i), nodeAt(backNodes, i));
+}
+
+void Judge::compareLists(Node& live, ZEL::PortList& livePorts, ZEL::PortList& backPorts)
+{
+    const bool isInput = &livePorts == &live.inputs();
+    const Ports found = counterparts(livePorts, backPorts);
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const PortPtr port = backPorts[static_cast<int>(i)];
+        if (!found[i]) {
+            m_differences.push_back({Fact::Surplus,
+                                     &live,
+                                     nullptr,
+                                     {pathOf(live) + "." + port->getName(),
+                                      "it would be read back without being there"}});
+            continue;
+        }
+        if (isInput)
+            m_backOf[found[i]] = port.get();
+        if (!isInput || live.isCompound())
+            m_liveOf[port.get()] = found[i];
+        comparePorts(live, *found[i], *port);
+    }
+    if (isLike(livePorts, found))
+        return;
+    for (ZEL::Port* const port : livePorts) {
+        if (std::find(found.begin(), found.end(), port) == found.end())
+            differ(Fact::Missing, live, *port, "it is not read back");
+    }
+    if (static_cast<int>(found.size()) == livePorts.size())
+        m_differences.push_back({Fact::Order,
+                                 &live,
+                                 livePorts[0].get(),
+                                 {pathOf(live), "its ports are read back in another order"}});
+}
+
+/// The live port for each port read back, null where there is none: by its element, else by name.
+Judge::Ports Judge::counterparts(ZEL::PortList& livePorts, ZEL::PortList& backPorts)
+{
+    Ports found;
+    found.reserve(static_cast<std::size_t>(backPorts.size()));
+    std::unordered_map<std::string, Ports> withoutElement;
+    for (int i = livePorts.size() - 1; i >= 0; --i) {
+        if (!m_network.itemOf(*livePorts[i]))
+            withoutElement[livePorts[i]->getName()].push_back(livePorts[i].get());
+    }
+    for (ZEL::Port* const port : backPorts) {
+        const Piece* const item = itemAt(m_back.origins().elementOf(*port));
+        ZEL::Port* live = m_network.portOf(item);
+        const auto named = item ? withoutElement.end() : withoutElement.find(port->getName());
+        if (named != withoutElement.end() && !named->second.empty()) {
+            live = named->second.back();
+            named->second.pop_back();
+        }
+        found.push_back(live);
+    }
+    return found;
+}
+
+void Judge::comparePorts(Node& node, ZEL::Port& live, ZEL::Port& back)
+{
+    if (std::strcmp(live.getName(), back.getName()) != 0)
+        differ(Fact::Name, node, live, "its name is read back as " + std::string(back.getName()));
+    if (live.getDataType() != back.getDataType() && typeNameOf(live) != typeNameOf(back))
+        differ(Fact::PortType, node, live, "its type is read back as " + typeNameOf(back));
+    if (std::strcmp(live.getPortDefaultValue(), back.getPortDefaultValue()) != 0)
+        differ(Fact::Value, node, live,
+               "its value is read back as \"" + std::string(back.getPortDefaultValue()) + "\"");
+}
+
+void Judge::compareSources(ZEL::Node& node)
+{
+    for (ZEL::Port* const input : node.inputs())
+        compareSource(node, *input, *input);
+    const CompoundPtr compound = node.getAsCompound();
+    if (!compound)
+        return;
+    for (ZEL::Port* const inner : compound->innerOutputs())
+        compareSource(node, *inner, *compound->getReversePort(inner));
+    for (const NodePtr& child : compound->nodes())
+        compareSources(*child);
+}
+
+/// The outer port is the one that has the element.
+void Judge::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer)
+{
+    const auto found = m_backOf.find(&receiver);
+    if (found == m_backOf.end())
+        return; // The port itself is missing.
+    const PortPtr source = receiver.connectedTo()[0];
+    const PortPtr backSource = found->second->connectedTo()[0];
+    if (!source && !backSource) {
+        const Piece* const item = m_network.itemOf(outer);
+        if (item && isStale(m_network, *item, outer))
+            differ(Fact::Source, node, outer, "it still names a source");
+        return;
+    }
+    const auto backAsLive = m_liveOf.find(backSource.get());
+    if (!source)
+        differ(Fact::Source, node, outer, "it is read back with the source " + pathOf(*backSource));
+    else if (backAsLive == m_liveOf.end() || backAsLive->second != source.get())
+        differ(Fact::Source, node, outer,
+               "the format has no words for its source " + pathOf(*source));
+}
+
+Piece* Judge::itemAt(const Piece* element) const
+{
+    return element ? m_written[element->number] : nullptr;
+}
+
+void Judge::differ(Fact fact, ZEL::Node& node, const std::string& reason)
+{
+    m_differences.push_back({fact, &node, nullptr, {pathOf(node), reason}});
+}
+
+void Judge::differ(Fact fact, ZEL::Node& node, ZEL::Port& port, const std::string& reason)
+{
+    m_differences.push_back({fact, &node, &port, {pathOf(port), reason}});
+}
+
+} // namespace shading
