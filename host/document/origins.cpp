@@ -1,21 +1,28 @@
 #include "document/origins.h"
 
+#include "format/piece.h"
+
 namespace shading {
 
 void Origins::setPort(const ZEL::AddRefWrapper<ZEL::Port>& port, const Piece* element)
 {
-    m_ports.emplace(port.get(), Origin{port, element, ""});
+    const Piece*& known = m_elements[port.get()];
+    if (known)
+        return;
+    known = element;
+    m_held.push_back(port);
 }
 
 const Piece* Origins::elementOf(const ZEL::Port& port) const
 {
-    const auto found = m_ports.find(&port);
-    return found == m_ports.end() ? nullptr : found->second.element;
+    const Piece* const* const found = m_elements.find(&port);
+    return found ? *found : nullptr;
 }
 
 void Origins::setImplied(const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    m_ports.emplace(port.get(), Origin{port, nullptr, port->getName()});
+    if (m_impliedNames.emplace(port.get(), port->getName()).second)
+        m_held.push_back(port);
 }
 
 bool Origins::isImplied(const ZEL::Port& port) const
@@ -26,8 +33,20 @@ bool Origins::isImplied(const ZEL::Port& port) const
 
 std::string Origins::impliedNameOf(const ZEL::Port& port) const
 {
-    const auto found = m_ports.find(&port);
-    return found == m_ports.end() ? "" : found->second.impliedName;
+    const auto found = m_impliedNames.find(&port);
+    return found == m_impliedNames.end() ? "" : found->second;
+}
+
+void Origins::setConnected(const Piece& element)
+{
+    if (element.number >= m_connected.size())
+        m_connected.resize(element.number * 2 + 1);
+    m_connected[element.number] = true;
+}
+
+bool Origins::wasConnected(const Piece& element) const
+{
+    return element.number < m_connected.size() && m_connected[element.number];
 }
 
 } // namespace shading

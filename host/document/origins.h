@@ -1,10 +1,11 @@
 #pragma once
 
+#include "base/pointerMap.h"
 #include "zel.h"
 
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
+#include <vector>
 
 namespace shading {
 
@@ -28,19 +29,15 @@ public:
     /// What the references called it that made it; empty for any other port.
     std::string impliedNameOf(const ZEL::Port& port) const;
 
-    void setConnected(const Piece* element) { m_connected.insert(element); }
+    void setConnected(const Piece& element);
     /// False for a reference that named nothing when the document was opened.
-    bool wasConnected(const Piece* element) const { return m_connected.count(element) > 0; }
+    bool wasConnected(const Piece& element) const;
 
 private:
-    struct Origin {
-        ZEL::AddRefWrapper<ZEL::Port> port;
-        const Piece* element;    ///< Not owned. Null: the port is implied.
-        std::string impliedName; ///< Empty for a port with an element.
-    };
-
-    std::unordered_map<const ZEL::Port*, Origin> m_ports;
-    std::unordered_set<const Piece*> m_connected;
+    std::vector<ZEL::AddRefWrapper<ZEL::Port>> m_held;
+    PointerMap<ZEL::Port, const Piece*> m_elements; ///< Not owned.
+    std::unordered_map<const ZEL::Port*, std::string> m_impliedNames;
+    std::vector<bool> m_connected; ///< By the numbers of the pieces; false behind its end.
 };
 
 } // namespace shading

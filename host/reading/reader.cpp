@@ -38,7 +38,7 @@ public:
         if (!problem.empty())
             warn(reference, problem);
         else if (source)
-            m_origins.setConnected(reference.element);
+            m_origins.setConnected(*reference.element);
     }
 
 private:

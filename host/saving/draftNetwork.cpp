@@ -8,13 +8,6 @@ namespace shading {
 
 namespace {
 
-template <class Map, class Key>
-auto valueAt(const Map& map, const Key* key) -> typename Map::mapped_type
-{
-    const auto found = map.find(key);
-    return found == map.end() ? nullptr : found->second;
-}
-
 /// The sibling behind which the port's element comes: the one of the nearest port that has one.
 Piece* placeOf(const DraftNetwork& network, ZEL::PortList& list, ZEL::Port& port)
 {
@@ -49,12 +42,14 @@ void DraftNetwork::claim(Piece& item, ZEL::Port& port)
 
 Piece* DraftNetwork::itemOf(const ZEL::Node& node) const
 {
-    return valueAt(m_nodeItems, &node);
+    Piece* const* const found = m_nodeItems.find(&node);
+    return found ? *found : nullptr;
 }
 
 Piece* DraftNetwork::itemOf(const ZEL::Port& port) const
 {
-    return valueAt(m_portItems, &port);
+    Piece* const* const found = m_portItems.find(&port);
+    return found ? *found : nullptr;
 }
 
 ZEL::Node* DraftNetwork::nodeOf(const Piece* item) const
@@ -93,7 +88,7 @@ bool DraftNetwork::arrange(Piece& parent, const std::vector<Piece*>& items, Piec
         placed += child == items[placed] ? 1 : 0;
     if (placed == items.size())
         return false;
-    std::unordered_map<const Piece*, int> places;
+    PointerMap<Piece, int> places;
     int place = 0;
     for (const Piece* child = parent.first; child; child = child->next)
         places[child] = ++place;

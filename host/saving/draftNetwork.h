@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/pointerMap.h"
 #include "document/names.h"
 #include "format/draft.h"
 #include "zel.h"
 
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -56,8 +56,8 @@ private:
 
     Document& m_document;
     Draft m_draft;
-    std::unordered_map<const ZEL::Node*, Piece*> m_nodeItems;
-    std::unordered_map<const ZEL::Port*, Piece*> m_portItems;
+    PointerMap<ZEL::Node, Piece*> m_nodeItems;
+    PointerMap<ZEL::Port, Piece*> m_portItems;
     std::vector<std::pair<ZEL::Node*, ZEL::Port*>> m_claims; ///< By the numbers of the pieces.
 };
 

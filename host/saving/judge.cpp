@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <unordered_map>
 
 namespace shading {
 
@@ -76,9 +77,8 @@ void Judge::compareInside(ZEL::Compound& live, ZEL::Compound& back)
     for (ZEL::PortList* const list : {&back.innerInputs(), &back.innerOutputs()}) {
         for (ZEL::Port* const port : *list) {
             const PortPtr outer = back.getReversePort(port);
-            const auto found = m_liveOf.find(outer.get());
-            const PortPtr inner =
-                found == m_liveOf.end() ? nullptr : live.getReversePort(found->second);
+            ZEL::Port* const* const found = m_liveOf.find(outer.get());
+            const PortPtr inner = found ? live.getReversePort(*found) : nullptr;
             if (inner && list == &back.innerInputs())
                 m_liveOf[port] = inner.get();
             else if (inner)
@@ -182,21 +182,21 @@ void Judge::compareSources(ZEL::Node& node)
 /// The outer port is the one that has the element.
 void Judge::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer)
 {
-    const auto found = m_backOf.find(&receiver);
-    if (found == m_backOf.end())
+    ZEL::Port* const* const found = m_backOf.find(&receiver);
+    if (!found)
         return; // The port itself is missing.
     const PortPtr source = receiver.connectedTo()[0];
-    const PortPtr backSource = found->second->connectedTo()[0];
+    const PortPtr backSource = (*found)->connectedTo()[0];
     if (!source && !backSource) {
         const Piece* const item = m_network.itemOf(outer);
         if (item && isStale(m_network, *item, outer))
             differ(Fact::Source, node, outer, "it still names a source");
         return;
     }
-    const auto backAsLive = m_liveOf.find(backSource.get());
+    ZEL::Port* const* const backAsLive = m_liveOf.find(backSource.get());
     if (!source)
         differ(Fact::Source, node, outer, "it is read back with the source " + pathOf(*backSource));
-    else if (backAsLive == m_liveOf.end() || backAsLive->second != source.get())
+    else if (!backAsLive || *backAsLive != source.get())
         differ(Fact::Source, node, outer,
                "the format has no words for its source " + pathOf(*source));
 }

@@ -4,7 +4,6 @@
 #include "saving/draftNetwork.h"
 
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace shading {
@@ -57,9 +56,9 @@ private:
 
     DraftNetwork& m_network;
     Document& m_back;
-    std::vector<Piece*> m_written; ///< By the number of the piece that came of it.
-    std::unordered_map<const ZEL::Port*, ZEL::Port*> m_liveOf; ///< Of sources and compounds' ports.
-    std::unordered_map<const ZEL::Port*, ZEL::Port*> m_backOf; ///< Of what receives.
+    std::vector<Piece*> m_written;              ///< By the number of the piece that came of it.
+    PointerMap<ZEL::Port, ZEL::Port*> m_liveOf; ///< Of sources and compounds' ports.
+    PointerMap<ZEL::Port, ZEL::Port*> m_backOf; ///< Of what receives.
     std::vector<Difference> m_differences;
 };
 

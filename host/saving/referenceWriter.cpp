@@ -46,9 +46,11 @@ bool isDefaultOutput(const DraftNetwork& network, ZEL::Node& node, ZEL::Port& so
 
 bool isStale(DraftNetwork& network, const Piece& element, ZEL::Port& port)
 {
+    if (!hasReference(element))
+        return false;
     const Origins& origins = network.document().origins();
-    return hasReference(element) &&
-           (!network.draft().isRead(element) || origins.wasConnected(origins.elementOf(port)));
+    const Piece* const read = origins.elementOf(port);
+    return !network.draft().isRead(element) || (read && origins.wasConnected(*read));
 }
 
 bool means(const DraftNetwork& network, const Piece& element, ZEL::Port& source)
