@@ -96,9 +96,10 @@ DefinitionPtr DefinitionIndex::matching(const Signature& signature) const
 void DefinitionIndex::add(ZEL::NodeLibrary& library)
 {
     for (int i = 0; i < library.getNumberOfNodes(); ++i) {
-        // A plugin may offer definitions of another kind: this host can make nothing of them.
+        // A plugin may offer definitions of another kind, or one without an output, which no node
+        // of the format lacks: this host can make nothing of them.
         const DefinitionPtr definition = Definition::from(library.getNodeAt(i));
-        if (definition && m_byName.emplace(definition->record().name, definition).second)
+        if (definition && !definition->record().outputs.empty() && m_byName.emplace(definition->record().name, definition).second)
             m_byNodeType[definition->getName()].push_back(definition);
     }
     for (int i = 0; i < library.getNumberOfSubLibraries(); ++i)

@@ -68,7 +68,9 @@ private:
             return warn(element, title + ": the name of an earlier one: left out");
         std::string problem;
         std::set<std::string> heirs;
-        if (!addPorts(element, heirs, record, problem))
+        if (addPorts(element, heirs, record, problem) && record.outputs.empty())
+            problem = "no output";
+        if (!problem.empty())
             return warn(element, title + ": " + problem + ": left out");
         const DefinitionPtr known = m_known.named(record.name);
         if (known && !isLike(*known, nodeType, record))
@@ -107,9 +109,7 @@ private:
         // Before version 1.38 a definition had its type itself.
         if (record.outputs.empty() && element.attribute("type"))
             record.outputs.push_back({kDefaultOutput, attributeOf(element, "type"), ""});
-        if (record.outputs.empty() && heirs.size() == 1)
-            problem = "no output";
-        return problem.empty();
+        return true;
     }
 
     static bool addPorts(const Piece& element,

@@ -55,6 +55,10 @@ const struct {
      "d.mtlx:1: warning: nodedef \"d\" without a name or a node: left out\n"},
     {"<nodedef node='d'/>", "d.mtlx:1: warning: nodedef \"\" without a name or a node: left out\n"},
     {"<nodedef name='d' node='n'/>", "d.mtlx:1: warning: nodedef \"d\": no output: left out\n"},
+    {"<nodedef name='d' node='n' inherit='e'/>\n<nodedef name='e' node='n'><input name='i' "
+     "type='t'/></nodedef>",
+     "d.mtlx:1: warning: nodedef \"d\": no output: left out\n"
+     "d.mtlx:2: warning: nodedef \"e\": no output: left out\n"},
     {"<nodedef name='d' node='n' type='t'/>\n<nodedef name='d' node='n' type='t'/>",
      "d.mtlx:2: warning: nodedef \"d\": the name of an earlier one: left out\n"},
     {"<nodedef name='d' node='n' inherit='e'/>",
