@@ -5,10 +5,32 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace shading {
 
-bool readFile(const std::string& path, std::string& bytes, std::string& problem)
+namespace {
+
+FileStamp stampFrom(const struct stat& status)
+{
+    FileStamp stamp;
+    stamp.device = status.st_dev;
+    stamp.number = status.st_ino;
+    stamp.size = static_cast<std::uintmax_t>(status.st_size);
+    stamp.seconds = status.st_mtim.tv_sec;
+    stamp.nanoseconds = status.st_mtim.tv_nsec;
+    return stamp;
+}
+
+} // namespace
+
+bool FileStamp::operator==(const FileStamp& other) const
+{
+    return device == other.device && number == other.number && size == other.size &&
+           seconds == other.seconds && nanoseconds == other.nanoseconds;
+}
+
+bool readFile(const std::string& path, std::string& bytes, FileStamp& stamp, std::string& problem)
 {
     std::error_code ignored;
     const std::filesystem::file_status status = std::filesystem::status(path, ignored);
@@ -21,6 +43,7 @@ bool readFile(const std::string& path, std::string& bytes, std::string& problem)
         problem = std::strerror(errno);
         return false;
     }
+    stamp = stampOf(fileno(file));
     std::array<char, 65536> buffer;
     std::size_t count = 0;
     while ((count = std::fread(buffer.data(), 1, buffer.size(), file)) > 0)
@@ -30,6 +53,31 @@ bool readFile(const std::string& path, std::string& bytes, std::string& problem)
     if (error != 0)
         problem = std::strerror(error);
     return error == 0;
+}
+
+bool readFile(const std::string& path, std::string& bytes, std::string& problem)
+{
+    FileStamp ignored;
+    return readFile(path, bytes, ignored, problem);
+}
+
+std::optional<FileStamp> stampOf(const std::string& path)
+{
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 ? std::optional(stampFrom(status)) : std::nullopt;
+}
+
+FileStamp stampOf(int file)
+{
+    struct stat status = {};
+    return fstat(file, &status) == 0 ? stampFrom(status) : FileStamp();
+}
+
+std::string canonicalPath(const std::string& path)
+{
+    std::error_code error;
+    const std::filesystem::path canonical = std::filesystem::canonical(path, error);
+    return error ? path : canonical.string();
 }
 
 } // namespace shading

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <memory>
+#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,19 +30,31 @@ std::string targetOf(const std::string& path)
     return target ? target.get() : "";
 }
 
-mode_t defaultMode()
+constexpr int kAttempts = 100;
+
+/// A new file of that mode, less what the process takes away from all. Changes the path to its
+/// name; below 0: errno.
+int openNew(std::string& path, mode_t mode)
 {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666U & ~mask;
+    std::random_device random;
+    const std::string stem = path;
+    int file = -1;
+    for (int i = 0; file < 0 && i < kAttempts; ++i) {
+        path = stem + std::to_string(random());
+        file = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        if (file < 0 && errno != EEXIST)
+            break;
+    }
+    return file;
 }
 
 /// A file beside the one that it is to replace; it goes unless it was put in its place.
 class NewFile {
 public:
-    explicit NewFile(const std::string& folder)
-        : m_path(folder + "/.zelsh-XXXXXX"),
-          m_file(mkostemp(m_path.data(), O_CLOEXEC)),
+    /// Nobody else reads what is to replace a file before it has the mode of that.
+    NewFile(const std::string& folder, const struct stat* replaced)
+        : m_path(folder + "/.zelsh-"),
+          m_file(openNew(m_path, replaced ? 0600 : 0666)),
           m_isThere(m_file >= 0)
     {
     }
@@ -59,10 +72,12 @@ public:
     bool isOpen() const { return m_file >= 0; }
     bool takeOver(const struct stat* replaced)
     {
+        if (!replaced)
+            return true;
         // Another owner's file becomes the user's, if nobody else may give it away.
-        if (replaced && fchown(m_file, replaced->st_uid, replaced->st_gid) != 0)
+        if (fchown(m_file, replaced->st_uid, replaced->st_gid) != 0)
             errno = 0;
-        return fchmod(m_file, replaced ? replaced->st_mode & 07777U : defaultMode()) == 0;
+        return fchmod(m_file, replaced->st_mode & 07777U) == 0;
     }
     bool write(const std::string& bytes)
     {
@@ -75,6 +90,7 @@ public:
         }
         return fsync(m_file) == 0;
     }
+    FileStamp stamp() const { return stampOf(m_file); }
     bool putInPlaceOf(const std::string& target)
     {
         m_isThere = rename(m_path.c_str(), target.c_str()) != 0;
@@ -101,6 +117,15 @@ void syncFolder(const std::string& folder)
 
 bool replaceFile(const std::string& path, const std::string& bytes, std::string& problem)
 {
+    FileStamp ignored;
+    return replaceFile(path, bytes, ignored, problem);
+}
+
+bool replaceFile(const std::string& path,
+                 const std::string& bytes,
+                 FileStamp& stamp,
+                 std::string& problem)
+{
     const std::string target = targetOf(path);
     struct stat status = {};
     const bool isThere = !target.empty() && stat(target.c_str(), &status) == 0;
@@ -113,10 +138,12 @@ bool replaceFile(const std::string& path, const std::string& bytes, std::string&
     if (isThere)
         isDone = faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
     if (isDone) {
-        NewFile file(folderOf(target));
-        isDone = file.isOpen() && file.takeOver(isThere ? &status : nullptr) && file.write(bytes) &&
+        const struct stat* const replaced = isThere ? &status : nullptr;
+        NewFile file(folderOf(target), replaced);
+        isDone = file.isOpen() && file.takeOver(replaced) && file.write(bytes) &&
                  file.putInPlaceOf(target);
         problem = isDone ? "" : std::strerror(errno);
+        stamp = isDone ? file.stamp() : FileStamp();
     } else {
         problem = std::strerror(errno);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/file.h"
+
 #include <string>
 
 namespace shading {
@@ -10,5 +12,10 @@ namespace shading {
 /// not replaced. False when it failed, with the reason: the file is as it was, and nothing is left
 /// beside it.
 bool replaceFile(const std::string& path, const std::string& bytes, std::string& problem);
+/// The same, with the stamp of the file as it was written.
+bool replaceFile(const std::string& path,
+                 const std::string& bytes,
+                 FileStamp& stamp,
+                 std::string& problem);
 
 } // namespace shading

@@ -24,6 +24,7 @@ struct Document::Impl {
     History* history = nullptr; ///< Not owned.
     std::unique_ptr<XmlSource> xml;
     Origins origins;
+    Files files;
     ZEL::AddRefWrapper<ZEL::Node> root; ///< Empty until the document was read.
 };
 
@@ -113,7 +114,12 @@ const DefinitionIndex& Document::definitions() const
 
 std::size_t Document::fileSize() const
 {
-    return m_impl->xml->fileSize();
+    return m_impl->xml->fileStamp().size;
+}
+
+Document::Files& Document::files()
+{
+    return m_impl->files;
 }
 
 const std::string& Document::uuid() const

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "base/file.h"
 #include "definitions/definitionIndex.h"
 #include "zel.h"
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -47,6 +49,10 @@ public:
     const DefinitionIndex& definitions() const;
     /// How many bytes the file had that the document was opened from.
     std::size_t fileSize() const;
+    /// The files that have the document, by their canonical paths: as they were when it was read
+    /// from them, or written last.
+    using Files = std::map<std::string, FileStamp>;
+    Files& files();
     /// The text under which ZEL::Container::getFromUUID finds this document while it is known:
     /// random, in the form of a UUID of version 4. Empty before.
     const std::string& uuid() const;

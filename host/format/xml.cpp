@@ -1,7 +1,6 @@
 #include "format/xml.h"
 
 #include "base/encoding.h"
-#include "base/file.h"
 #include "base/utf8.h"
 #include "format/pieceParser.h"
 
@@ -117,11 +116,10 @@ bool XmlSource::load(const std::string& path, Message& error)
     m_path = path;
     std::string bytes;
     std::string problem;
-    if (!readFile(path, bytes, problem)) {
+    if (!readFile(path, bytes, m_fileStamp, problem)) {
         error = messageAt(0, true, "cannot be read: " + problem);
         return false;
     }
-    m_fileSize = bytes.size();
     if (!convertToUtf8(bytes, m_text, m_encoding, problem)) {
         error = messageAt(m_text.size(), true, "not XML: " + problem);
         return false;

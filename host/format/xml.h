@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/encoding.h"
+#include "base/file.h"
 #include "base/message.h"
 #include "format/piece.h"
 
@@ -28,8 +29,8 @@ public:
     /// The whole document in UTF-8, and how the file had it.
     const std::string& text() const { return m_text; }
     const Encoding& encoding() const { return m_encoding; }
-    /// How many bytes the file has; 0 for a text without one.
-    std::size_t fileSize() const { return m_fileSize; }
+    /// Of the file that was read; of size 0 for a text without one.
+    const FileStamp& fileStamp() const { return m_fileStamp; }
     /// A warning about that element, at its place in the file.
     Message warningAt(const Piece& element, const std::string& text) const;
     /// Where the element begins in the text.
@@ -48,7 +49,7 @@ private:
     std::string m_path;
     std::string m_text; ///< The file in UTF-8; offsets count its bytes.
     Encoding m_encoding;
-    std::size_t m_fileSize = 0;
+    FileStamp m_fileStamp;
     PieceTree m_pieces;
     mutable Place m_counted; ///< The place of the last message: most of the next lie behind it.
 };

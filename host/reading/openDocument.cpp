@@ -37,6 +37,7 @@ openDocument(const std::string& path, const OpenOptions& options, std::vector<Me
     }
     if (options.isStrict && !found.empty())
         return nullptr;
+    document->files()[canonicalPath(path)] = document->xml().fileStamp();
     document->makeKnown();
     return document;
 }

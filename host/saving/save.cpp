@@ -70,16 +70,29 @@ bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem
     return false;
 }
 
-bool saveToFile(Document& document, const std::string& path, std::vector<SaveProblem>& problems)
+bool saveToFile(Document& document,
+                const std::string& path,
+                std::vector<SaveProblem>& problems,
+                ChangedFile changed)
 {
     std::string bytes;
     if (!saveToBytes(document, bytes, problems))
         return false;
+    const auto known = document.files().find(canonicalPath(path));
+    const std::optional<FileStamp> stamp = stampOf(path);
+    if (changed == ChangedFile::Keep && stamp && known != document.files().end() &&
+        known->second != *stamp) {
+        problems.push_back({path, "somebody changed it since it was read or saved last"});
+        return false;
+    }
+    FileStamp written;
     std::string problem;
-    if (replaceFile(path, bytes, problem))
-        return true;
-    problems.push_back({path, "cannot be written: " + problem});
-    return false;
+    if (!replaceFile(path, bytes, written, problem)) {
+        problems.push_back({path, "cannot be written: " + problem});
+        return false;
+    }
+    document.files()[canonicalPath(path)] = written;
+    return true;
 }
 
 } // namespace shading

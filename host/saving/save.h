@@ -15,8 +15,18 @@ class Document;
 /// cannot say something, with everything of that kind that was found. The document is not changed.
 bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem>& problems);
 
+/// What becomes of a file that somebody else changed since the document was read from it or saved
+/// into it.
+enum class ChangedFile {
+    Keep,    ///< The document is not saved.
+    Replace, ///< What the other one wrote is lost.
+};
+
 /// Saves into the file, which is replaced only when all of it is written. False when it is not:
 /// then the file is as it was.
-bool saveToFile(Document& document, const std::string& path, std::vector<SaveProblem>& problems);
+bool saveToFile(Document& document,
+                const std::string& path,
+                std::vector<SaveProblem>& problems,
+                ChangedFile changed = ChangedFile::Keep);
 
 } // namespace shading

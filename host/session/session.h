@@ -43,8 +43,11 @@ public:
 
     /// Saves into the file, which is the session's from then on. False when it is not saved, with
     /// what is wrong: the file is as it was. A new document does not replace a file that came up
-    /// since it was begun. Not while an edit is open.
-    bool save(const std::string& path, std::vector<SaveProblem>& problems);
+    /// since it was begun, nor, unless it is told to, one that somebody changed since it was read
+    /// or saved. Not while an edit is open.
+    bool save(const std::string& path,
+              std::vector<SaveProblem>& problems,
+              ChangedFile changed = ChangedFile::Keep);
     /// True when leaving loses nothing: the document is as it was opened, made or last saved.
     bool isSaved() { return m_edits.history().isSaved(); }
 

@@ -8,7 +8,9 @@ bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 {
     std::vector<SaveProblem> problems;
     Session& session = shell.session();
-    if (session.save(arguments.empty() ? session.path() : arguments[0], problems))
+    const bool isForced = shell.hasOption("--force");
+    if (session.save(arguments.empty() ? session.path() : arguments[0], problems,
+                     isForced ? ChangedFile::Replace : ChangedFile::Keep))
         return true;
     for (const SaveProblem& problem : problems)
         shell.fail(problem.path, problem.reason);
@@ -20,7 +22,7 @@ bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 const std::vector<Command>& fileCommands()
 {
     static const std::vector<Command> commands = {
-        {"save", "[FILE]",
+        {"save", "[--force] [FILE]",
          "Writes the document into a file. FILE (default: the one that it was opened from, or was\n"
          "    last saved into) is replaced when all is written; nothing is printed. What was not "
          "edited stands byte for byte as it was read. What the format\n"
@@ -30,8 +32,9 @@ const std::vector<Command>& fileCommands()
          "which a\n"
          "    graph would no longer have the ports of the nodedef that it implements. A renamed "
          "port is\n"
-         "    renamed in the nodedef too when nothing else in the document uses that.",
-         0, 1, runSave, "file", "save gate.mtlx"},
+         "    renamed in the nodedef too when nothing else in the document uses that. A file that\n"
+         "    somebody changed since it was read or saved last stays, unless --force says so.",
+         0, 1, runSave, "file", "save gate.mtlx", "--force"},
     };
     return commands;
 }

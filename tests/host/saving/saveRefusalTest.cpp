@@ -1,5 +1,6 @@
 #include "document/node.h"
 #include "document/step.h"
+#include "reading/openDocument.h"
 #include "saving/save.h"
 #include "shell/shell.h"
 #include "testDocument.h"
@@ -310,6 +311,54 @@ TEST(SaveFile, KeepsTheOldFileWhenNotAllFits)
                 "t.mtlx: cannot be written: File too large\ncompound\n");
     EXPECT_EQ("old", fileBytes(file.path()));
     EXPECT_EQ(0, filesBeside(file.path()));
+}
+
+TEST(SaveFile, KeepsAFileThatSomebodyChanged)
+{
+    const TestFile file("<materialx/>\n");
+    const auto open = [&] {
+        std::vector<shading::Message> messages;
+        return shading::openDocument(file.path(), {}, messages);
+    };
+    const auto document = open();
+    const auto other = open();
+    const std::string link = file.path() + ".link";
+    std::filesystem::create_symlink("t.mtlx", link);
+    using shading::ChangedFile;
+    const auto save = [](Document& saved, const std::string& path, ChangedFile changed) {
+        std::vector<shading::SaveProblem> problems;
+        const bool isSaved = shading::saveToFile(saved, path, problems, changed);
+        return isSaved ? "" : problems.at(0).path + ": " + problems.at(0).reason;
+    };
+    const std::string reason = ": somebody changed it since it was read or saved last";
+    addNode(*document, "mine", "n");
+    EXPECT_EQ("", save(*document, file.path(), ChangedFile::Keep));
+    EXPECT_EQ("", save(*document, file.path(), ChangedFile::Keep)); // Its own change is none.
+    const std::string mine = fileBytes(file.path());
+    EXPECT_EQ(file.path() + reason, save(*other, file.path(), ChangedFile::Keep));
+    EXPECT_EQ(link + reason, save(*other, link, ChangedFile::Keep));
+    EXPECT_EQ(mine, fileBytes(file.path()));
+    EXPECT_EQ("", save(*other, file.path() + ".new", ChangedFile::Keep));
+    EXPECT_EQ("", save(*other, link, ChangedFile::Replace));
+    EXPECT_EQ("<materialx/>\n", fileBytes(file.path()));
+    EXPECT_EQ("", save(*other, file.path(), ChangedFile::Keep));
+    std::filesystem::remove(file.path());
+    EXPECT_EQ("", save(*document, file.path(), ChangedFile::Keep)); // Nothing is lost.
+    EXPECT_EQ(mine, fileBytes(file.path()));
+}
+
+TEST(SaveFile, TheCommandReplacesAChangedFileWhenForced)
+{
+    const TestDocument test(kElements);
+    const TestFile file("old");
+    EXPECT_EQ("", test.run("save " + file.path()));
+    std::ofstream(file.path()) << "theirs";
+    EXPECT_EQ("error: save: " + file.path() +
+                  ": somebody changed it since it was read or saved last\n",
+              test.run("save " + file.path()));
+    EXPECT_EQ("theirs", fileBytes(file.path()));
+    EXPECT_EQ("", test.run("save --force " + file.path()));
+    EXPECT_NE("theirs", fileBytes(file.path()));
 }
 
 } // namespace

@@ -1,0 +1,53 @@
+#include "base/file.h"
+
+#include "base/fileReplace.h"
+#include "testDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+namespace {
+
+int g_masksSet = 0;
+
+} // namespace
+
+/// In the place of the system's: the mask is the whole process's, and other threads make files.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
+extern "C" mode_t umask(mode_t mask) noexcept
+{
+    ++g_masksSet;
+    return reinterpret_cast<mode_t (*)(mode_t)>(dlsym(RTLD_NEXT, "umask"))(mask);
+}
+
+namespace {
+
+TEST(FileReplace, LeavesTheMaskOfTheProcessAlone)
+{
+    const TestFile file("old");
+    std::string problem;
+    g_masksSet = 0;
+    EXPECT_TRUE(shading::replaceFile(file.path(), "new", problem));
+    EXPECT_TRUE(shading::replaceFile(file.path() + ".new", "new", problem));
+    EXPECT_EQ(0, g_masksSet);
+}
+
+TEST(FileStamp, IsThatOfTheFileAtThePath)
+{
+    const TestFile file("old");
+    std::string bytes;
+    std::string problem;
+    shading::FileStamp stamp;
+    ASSERT_TRUE(shading::readFile(file.path(), bytes, stamp, problem));
+    EXPECT_EQ(3U, stamp.size);
+    EXPECT_EQ(stamp, shading::stampOf(file.path()));
+    shading::FileStamp written;
+    ASSERT_TRUE(shading::replaceFile(file.path(), "old", written, problem));
+    EXPECT_NE(stamp, written);
+    EXPECT_EQ(written, shading::stampOf(file.path()));
+    EXPECT_FALSE(shading::stampOf(file.path() + ".no"));
+}
+
+} // namespace
