@@ -119,20 +119,20 @@ void disconnect(Universe& universe, ZEL::Port& port)
 void prepareEnd(Universe& universe, ZEL::Node& node)
 {
     const Agreement agreement(universe);
-    Census inside;
     if (node.inputs().size() + node.outputs().size() == 0 && !node.isCompound() &&
         !static_cast<FuzzNode&>(node).side) {
-        remember(universe, inside, &node); // Nothing to disconnect.
+        remember(universe, node); // Nothing to disconnect.
         return;
     }
     for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
         for (ZEL::Port* const port : *list)
             port->removeAllConnections();
     }
+    Census inside;
     inside.addNode(&node);
     isolate(inside);
     isolateHeld(universe, inside, &node);
-    remember(universe, inside, &node);
+    remember(universe, node);
 }
 
 void prepareClosing(Universe& universe)
@@ -141,7 +141,7 @@ void prepareClosing(Universe& universe)
     Census inside;
     inside.addNode(universe.root.get());
     isolateSides(universe, inside);
-    remember(universe, inside, universe.root.get());
+    remember(universe, *universe.root);
 }
 
 void prepareEnd(Universe& universe, ZEL::Compound& compound)
@@ -151,7 +151,7 @@ void prepareEnd(Universe& universe, ZEL::Compound& compound)
     inside.addCompound(&compound);
     isolate(inside);
     isolateHeld(universe, inside, nullptr);
-    remember(universe, inside, &compound);
+    remember(universe, compound);
 }
 
 bool mayConnect(Universe& universe, ZEL::Port& port, ZEL::Port& other)

@@ -14,36 +14,59 @@ bool isOfBoth(ZEL::Port& port)
     return dynamic_cast<FuzzBoth*>(port.getParent()) != nullptr;
 }
 
-/// Nobody else holds the port: it dies with the list.
-bool isHeldBy(ZEL::PortList& list, const ZEL::Port& port)
+/// Nobody else holds the object: it dies with the list.
+template <class List, class T>
+bool isHeldBy(List& list, const T& object)
 {
-    return port.getRefCount() == 1 || port.getRefCount() == countIn(list, &port);
+    return object.getRefCount() == 1 || object.getRefCount() == countIn(list, &object);
 }
 
-template <class Fuzz, class T>
-void noteAll(const Universe& universe, const Counted<T>& objects, const void* top)
-{
-    for (T* const object : objects.all()) {
-        if (object == top || object->getRefCount() == objects.count(object))
-            static_cast<Fuzz*>(object)->seen.note(universe.moment, *object);
+/// Notes all that goes with a node or compound. What others hold as well lives on, and with it what
+/// is below.
+class Noting {
+public:
+    explicit Noting(int moment) : m_moment(moment) {}
+
+    void note(ZEL::Node& node) const
+    {
+        auto& fuzzNode = static_cast<FuzzNode&>(node);
+        fuzzNode.seen.note(m_moment, node);
+        notePorts(node.inputs());
+        notePorts(node.outputs());
+        if (fuzzNode.side)
+            notePorts(*fuzzNode.side->list);
+        ZEL::Compound* const compound = node.getAsCompound().get();
+        if (compound && compound->getRefCount() == 1)
+            note(*compound);
     }
-}
-
-void noteInside(const Universe& universe, const Census& inside, const void* top)
-{
-    noteAll<FuzzNode>(universe, inside.nodes, top);
-    noteAll<FuzzCompound>(universe, inside.compounds, top);
-    for (ZEL::PortList* const list : inside.lists.all()) {
-        // A list that is shared lives on when the parent of its ports dies.
-        if (list->getRefCount() != inside.lists.count(list) || list->getRefCount() > 1)
-            continue;
-        for (ZEL::Port* const port : *list) {
-            auto* const own = dynamic_cast<FuzzPort*>(port);
-            if (own && isHeldBy(*list, *own) && !isOfBoth(*own))
-                own->seen.note(universe.moment, *own);
+    void note(ZEL::Compound& compound) const
+    {
+        auto& fuzzCompound = static_cast<FuzzCompound&>(compound);
+        fuzzCompound.seen.note(m_moment, compound);
+        notePorts(compound.innerInputs());
+        notePorts(compound.innerOutputs());
+        if (fuzzCompound.side)
+            notePorts(*fuzzCompound.side->list);
+        for (ZEL::Node* const node : compound.nodes()) {
+            if (isHeldBy(compound.nodes(), *node))
+                note(*node);
         }
     }
-}
+
+private:
+    void notePorts(ZEL::PortList& list) const
+    {
+        if (list.getRefCount() > 1)
+            return;
+        for (ZEL::Port* const port : list) {
+            auto* const own = dynamic_cast<FuzzPort*>(port);
+            if (own && isHeldBy<ZEL::PortList, ZEL::Port>(list, *own) && !isOfBoth(*own))
+                own->seen.note(m_moment, *own);
+        }
+    }
+
+    int m_moment;
+};
 
 } // namespace
 
@@ -75,16 +98,14 @@ void LastSeen::expectSame(const State& now) const
     expect(now.parent == m_state.parent, m_state.path + ": another parent when it dies");
 }
 
-void remember(Universe& universe, const Census& inside, ZEL::Node* top)
+void remember(const Universe& universe, ZEL::Node& top)
 {
-    static_cast<FuzzNode*>(top)->seen.note(universe.moment, *top);
-    noteInside(universe, inside, top);
+    Noting(universe.moment).note(top);
 }
 
-void remember(Universe& universe, const Census& inside, ZEL::Compound* top)
+void remember(const Universe& universe, ZEL::Compound& top)
 {
-    static_cast<FuzzCompound*>(top)->seen.note(universe.moment, *top);
-    noteInside(universe, inside, top);
+    Noting(universe.moment).note(top);
 }
 
 } // namespace zelFuzz

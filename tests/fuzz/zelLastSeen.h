@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelFuzzCensus.h"
+#include "zel.h"
 
 #include <string>
 
@@ -50,9 +50,8 @@ private:
     int m_moment = 0; ///< 0: never noted.
 };
 
-/// Notes the state of all that goes with the top, which somebody is about to let go: of the top
-/// itself, and of what nobody outside the census holds.
-void remember(Universe& universe, const Census& inside, ZEL::Node* top);
-void remember(Universe& universe, const Census& inside, ZEL::Compound* top);
+/// Notes the state of all that goes with the top, which somebody is about to let go.
+void remember(const Universe& universe, ZEL::Node& top);
+void remember(const Universe& universe, ZEL::Compound& top);
 
 } // namespace zelFuzz

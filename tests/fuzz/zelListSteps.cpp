@@ -153,6 +153,19 @@ private:
         if constexpr (std::is_same_v<Entry, ZEL::Port>)
             expect(!isDone || !m_of.model.has(entry.wrapper().get()), "a removed port is left");
         m_of.find(m_of.stranger());
+        if (m_of.model.size() % 3 == 0)
+            checkRemoved(*entry);
+    }
+    /// It is found by another place now, if it has one. Else its names are no concern of the list.
+    void checkRemoved(Entry& entry)
+    {
+        const std::string name = entry.getName();
+        m_of.model.checkName(name.c_str());
+        if (m_of.model.has(&entry))
+            return;
+        entry.setName("gone");
+        m_of.model.checkName(name.c_str());
+        m_of.model.checkName(entry.getName());
     }
     /// From the place on, from the front, or from the end.
     void removeMany(int place, int from, int count)
@@ -180,14 +193,18 @@ private:
             m_of.model.checkName(entry->getName());
         }
     }
-    /// By name and by identity, often enough for the tables.
+    /// By name, by identity, or both, often enough for the tables.
     void find(int place, int count)
     {
-        const int step = 1 + input().number(8);
+        const int ways = input().byte();
+        const int step = 1 + ways % 8;
+        const int only = ways / 8 % 4;
         for (; count > 0; --count) {
             Entry* const entry = at(place);
-            m_of.model.checkName(entry->getName());
-            m_of.find(entry);
+            if (only != 1)
+                m_of.model.checkName(entry->getName());
+            if (only != 2)
+                m_of.find(entry);
             place = (place + step) % m_of.model.size();
         }
         m_of.model.checkName("no such name");
