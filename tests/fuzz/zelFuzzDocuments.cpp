@@ -122,13 +122,12 @@ void expectSaved(shading::Document& document)
     zelFuzz::expect(opened != nullptr, "what was saved does not open: " + messages);
     std::istringstream was(before);
     std::istringstream is(networkText(*opened));
-    std::multiset<std::size_t> wasLines;
-    std::multiset<std::size_t> isLines;
-    // Targets of a port may come in another order: lines are compared by their length.
+    std::multiset<std::string> wasLines;
+    std::multiset<std::string> isLines;
     for (std::string line; std::getline(was, line);)
-        wasLines.insert(line.size());
+        wasLines.insert(line);
     for (std::string line; std::getline(is, line);)
-        isLines.insert(line.size());
+        isLines.insert(line);
     zelFuzz::expect(wasLines == isLines, "what was saved has another network");
     std::string again;
     zelFuzz::expect(shading::saveToBytes(*opened, again, problems) && again == bytes,
@@ -144,6 +143,7 @@ void edit(shading::Document& document, const std::string& commands)
     shading::Shell shell(session, told, told);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
+    shell.add(shading::libraryCommands());
     std::istringstream lines(commands);
     std::string line;
     const std::string before = networkText(document);
