@@ -53,11 +53,16 @@ need_packages()
         || fail "could not install: ${missing[*]}"
 }
 
-# Runs cmake to configure a build. The compilers go through ccache where there is one, and where there
-# is none they run as ever. What was compiled in one folder counts in every other: paths below the tree
-# are hashed as seen from the build, and the folder of the build is not hashed.
+# Runs cmake to configure a build. The compilers go through ccache where there is one that can write
+# its cache, and run as ever where there is none. What was compiled in one folder counts in every other:
+# paths below the tree are hashed as seen from the build, and the folder of the build is not hashed.
 configure()
 {
+    local cache launcher=
+    if cache=$(ccache --get-config cache_dir 2>/dev/null) && mkdir -p "$cache/tmp" 2>/dev/null \
+        && [[ -w $cache/tmp ]]; then
+        launcher=ccache
+    fi
     export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
-    cmake -D CMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)" "$@"
+    cmake -D CMAKE_CXX_COMPILER_LAUNCHER="$launcher" "$@"
 }
