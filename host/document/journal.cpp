@@ -24,6 +24,7 @@ void Journal::begin(bool keepsTypes)
     if (isRecording())
         checkLastStep(); // A step of the level around.
     m_levels.push_back({m_steps.size(), m_keepsTypes, m_refusal});
+    m_removals.clear(); // What is taken back alone needs its order for itself.
     m_refusal.clear();
     m_keepsTypes = keepsTypes;
     m_mode = Mode::Recording;

@@ -76,7 +76,7 @@ private:
     bool takeBack(std::size_t firstStep);
 
     Steps m_steps;
-    /// How many nodes the steps remove, by compound.
+    /// How many nodes the steps remove since a level began, by compound.
     std::unordered_map<const ZEL::Compound*, int> m_removals;
     std::vector<Level> m_levels;
     std::string m_refusal; ///< Of the innermost level. Empty: nothing was refused.

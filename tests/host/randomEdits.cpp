@@ -5,6 +5,8 @@
 #include "document/rules.h"
 #include "views/report.h"
 
+#include <gtest/gtest.h>
+
 using shading::pathOf;
 
 namespace {
@@ -253,14 +255,32 @@ bool RandomEdits::edit(std::string& line)
     }
 }
 
+/// Some edits as one, which now and then is given up, with all that was done in it.
+bool RandomEdits::editGroup(std::string& line)
+{
+    shading::History::Group group(m_edits.history(), {"Group", {}});
+    line = "group";
+    std::string inner;
+    for (int i = number(4); i >= 0; --i) {
+        const std::string before = networkText(m_document);
+        const bool isDone = number(4) == 0 ? editGroup(inner) : edit(inner);
+        EXPECT_TRUE(isDone || before == networkText(m_document)) << line << " [" << inner;
+        line += " [" + inner + (isDone ? "]" : ": not done]");
+    }
+    std::string problem;
+    return group.finish(number(3) > 0, problem);
+}
+
 std::string RandomEdits::step()
 {
     std::string line;
     std::string problem;
     shading::History& history = m_edits.history();
     const int kind = number(8);
-    if (kind > 1)
-        return edit(line) ? line : line + ": refused: " + m_edits.problem().reason;
+    if (kind > 1) {
+        const bool isDone = number(8) == 0 ? editGroup(line) : edit(line);
+        return isDone ? line : line + ": refused: " + m_edits.problem().reason;
+    }
     // Now and then far back.
     for (int i = number(number(20) == 0 ? 100 : 4); i >= 0; --i)
         kind == 0 ? history.undo(line, problem) : history.redo(line, problem);

@@ -29,6 +29,7 @@ private:
     shading::PortPtr anyPort(bool isSource, const shading::CompoundPtr& compound, ZEL::Port* like);
     std::string anyName();
     bool edit(std::string& line);
+    bool editGroup(std::string& line);
     bool expandOrCollapse(bool isExpand, std::string& line);
     bool createNode(std::string& line);
     bool setValue(std::string& line);

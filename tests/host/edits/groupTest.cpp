@@ -71,6 +71,20 @@ TEST(Group, IsOneEditWithTheNamesOfAll)
     EXPECT_EQ(after, net.text());
 }
 
+TEST(Group, WhatIsGivenUpInsideComesBackToItsPlace)
+{
+    Edited net;
+    Group group(net.edits.history(), {"Outer", {}});
+    EXPECT_TRUE(net.edits.deleteNode("Top.a"));
+    EXPECT_TRUE(net.edits.deleteNode("Top.b"));
+    const std::string before = net.text();
+    {
+        const Group inner(net.edits.history(), {"Inner", {}});
+        EXPECT_TRUE(net.edits.deleteNode("Top.c"));
+    }
+    EXPECT_EQ(before, net.text());
+}
+
 TEST(Group, AnEditInsideAnotherJoinsIt)
 {
     Edited net;
