@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# check.sh COMPILER STANDARD FOLDER [SOURCE...]: compiles each public header of the folder
-# by itself, then the sources, as a user's own code with more warnings than most turn on, all errors.
+# check.sh COMPILER STANDARD FOLDER [SOURCE...]: compiles the public headers of the folder, with the
+# oldest standard each by itself, then the sources, as a user's own code with more warnings than most
+# turn on, all errors.
 # Ends with 77, "skipped", when there is no such compiler.
 set -euo pipefail
 compiler=$1 standard=$2 folder=$3
@@ -17,7 +18,11 @@ options+=(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold
     -Wnon-virtual-dtor -Woverloaded-virtual)
 
 bad=0
-for header in "$folder"/*.h; do
+headers=("$folder/zel.h")
+if [[ $standard == c++17 ]]; then
+    headers=("$folder"/*.h)
+fi
+for header in "${headers[@]}"; do
     "$compiler" "${options[@]}" -x c++ - <<<"#include \"${header##*/}\"" || bad=1
 done
 for source; do
