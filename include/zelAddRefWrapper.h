@@ -227,7 +227,8 @@ bool operator>=(const AddRefWrapper<T>& a, const AddRefWrapper<U>& b)
 }
 
 /// The same object under another of its classes, held by a wrapper of its own. The dynamic cast is
-/// empty when the object is no T.
+/// empty when the object is no T. The names are those for std::shared_ptr.
+// NOLINTBEGIN(readability-identifier-naming)
 template <class T, class U>
 AddRefWrapper<T> static_pointer_cast(const AddRefWrapper<U>& object)
 {
@@ -238,6 +239,7 @@ AddRefWrapper<T> dynamic_pointer_cast(const AddRefWrapper<U>& object)
 {
     return dynamic_cast<T*>(object.get());
 }
+// NOLINTEND(readability-identifier-naming)
 
 } // namespace ZEL
 

@@ -134,8 +134,12 @@ TEST(Sequence, GivesItsTablesBackWhenItIsShortAgain)
         ASSERT_EQ(nodes.at(999), nodes.sequence.findNamed("name999"));
     }
     ASSERT_TRUE(nodes.sequence.extras().leavesHoles());
+    ASSERT_TRUE(nodes.sequence.eraseFirst(nodes.at(500)));
+    ASSERT_EQ(nodes.at(501), nodes.sequence.at(500));
+    ASSERT_FALSE(nodes.sequence.extras().counts.isEmpty());
     for (int i = 999; i >= 10; --i)
-        ASSERT_TRUE(nodes.sequence.eraseFirst(nodes.at(i)));
+        ASSERT_EQ(i != 500, nodes.sequence.eraseFirst(nodes.at(i)));
+    EXPECT_TRUE(nodes.sequence.extras().counts.isEmpty());
     EXPECT_FALSE(nodes.sequence.extras().leavesHoles());
     EXPECT_EQ(nullptr, nodes.sequence.extras().names);
     EXPECT_EQ(nodes.at(9), nodes.sequence.findNamed("name9"));
