@@ -1,5 +1,7 @@
 #include "base/encoding.h"
 
+#include "base/utf8.h"
+
 #include <array>
 #include <cerrno>
 #include <cstddef>
@@ -129,29 +131,13 @@ bool convertFromUtf8(const std::string& text, const Encoding& encoding, std::str
     return isSame;
 }
 
-std::size_t characterSize(const std::string& text, std::size_t begin)
+bool canEncode(const Encoding& encoding, char32_t character)
 {
-    std::size_t end = begin + 1;
-    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
-        ++end;
-    return end - begin;
-}
-
-bool canEncode(const Encoding& encoding, const std::string& character)
-{
+    std::string text;
     std::string bytes;
-    return character.size() == 1 || encoding.name == "UTF-8" ||
-           convertFromUtf8(character, {encoding.name, ""}, bytes);
-}
-
-std::string characterReference(const std::string& character)
-{
-    unsigned code = static_cast<unsigned char>(character.front());
-    if (character.size() > 1)
-        code &= 0x7FU >> character.size();
-    for (std::size_t i = 1; i < character.size(); ++i)
-        code = code << 6U | (static_cast<unsigned char>(character[i]) & 0x3FU);
-    return "&#" + std::to_string(code) + ";";
+    addUtf8(character, text);
+    return text.size() == 1 || encoding.name == "UTF-8" ||
+           convertFromUtf8(text, {encoding.name, ""}, bytes);
 }
 
 } // namespace shading

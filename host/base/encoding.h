@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 namespace shading {
@@ -24,11 +23,6 @@ bool convertToUtf8(const std::string& bytes,
 /// the text, or writes none that can be read back.
 bool convertFromUtf8(const std::string& text, const Encoding& encoding, std::string& bytes);
 
-// One character of a text in UTF-8.
-/// The number of bytes of the character that begins there, not reaching behind the text.
-std::size_t characterSize(const std::string& text, std::size_t begin);
-bool canEncode(const Encoding& encoding, const std::string& character);
-/// The character in the form `&#10;`.
-std::string characterReference(const std::string& character);
+bool canEncode(const Encoding& encoding, char32_t character);
 
 } // namespace shading

@@ -1,5 +1,6 @@
 #include "format/draft.h"
 
+#include "base/utf8.h"
 #include "format/xml.h"
 
 #include <algorithm>
@@ -246,20 +247,19 @@ std::string Draft::escaped(const std::string& value, char quote) const
 {
     std::string result;
     for (std::size_t i = 0; i < value.size();) {
-        const std::size_t size = characterSize(value, i);
-        const std::string character = value.substr(i, size);
-        const char c = character.front();
-        i += size;
+        const Character character = characterAt(value, i);
+        const char c = value[i];
         if (c == '&')
             result += "&amp;";
         else if (c == '<')
             result += "&lt;";
         else if (c == quote)
             result += quote == '"' ? "&quot;" : "&apos;";
-        else if (c == '\n' || c == '\r' || c == '\t' || !canEncode(m_encoding, character))
-            result += characterReference(character);
+        else if (c == '\n' || c == '\r' || c == '\t' || !canEncode(m_encoding, character.code))
+            result += "&#" + std::to_string(static_cast<unsigned>(character.code)) + ";";
         else
-            result += character;
+            result += value.substr(i, character.size);
+        i += character.size;
     }
     return result;
 }

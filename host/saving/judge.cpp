@@ -41,16 +41,25 @@ Judge::Judge(DraftNetwork& network, Document& back, const std::vector<Piece*>& e
     auto element = elements.begin();
     const std::deque<Piece>& pieces = back.xml().pieces().pieces();
     m_written.resize(pieces.size());
-    for (std::size_t i = 1; i < pieces.size(); ++i) {
-        if (pieces[i].isElement() && element != elements.end())
-            m_written[i] = *element++;
+    for (const Piece& piece : pieces) {
+        if (!piece.isElement() || &piece == &pieces.front())
+            continue;
+        m_isWhole = m_isWhole && element != elements.end() && (*element)->text == piece.text;
+        if (m_isWhole)
+            m_written[piece.number] = *element++;
     }
+    m_isWhole = m_isWhole && element == elements.end();
 }
 
 std::vector<Difference> Judge::differences()
 {
     const NodePtr live = m_network.document().getRootNode();
     const NodePtr back = m_back.getRootNode();
+    if (!m_isWhole)
+        return {{Fact::Nodes,
+                 live.get(),
+                 nullptr,
+                 {pathOf(*live), "other elements are read back than were written"}}};
     compareNodes(static_cast<Node&>(*live), static_cast<Node&>(*back));
     compareSources(*live);
     return m_differences;

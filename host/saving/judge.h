@@ -57,6 +57,7 @@ private:
     DraftNetwork& m_network;
     Document& m_back;
     std::vector<Piece*> m_written;              ///< By the number of the piece that came of it.
+    bool m_isWhole = true;                      ///< As many elements came back, each by its name.
     PointerMap<ZEL::Port, ZEL::Port*> m_liveOf; ///< Of sources and compounds' ports.
     PointerMap<ZEL::Port, ZEL::Port*> m_backOf; ///< Of what receives.
     std::vector<Difference> m_differences;

@@ -72,6 +72,21 @@ TEST(Definition, GivesANodeItsPorts)
     }
 }
 
+TEST(Definition, IsNoneWithoutAnOutput)
+{
+    ZEL::Runtime runtime;
+    shading::DefinitionRecord record;
+    record.name = "ND_b";
+    record.inputs = {{"i", "f", ""}};
+    ZEL::AddRefWrapper<ZEL::NodeLibrary> library = ZEL::NodeLibrary::createNew("foreign");
+    library->addNode(shading::Definition::createNew("b", record));
+    runtime.setNodeLibrary(library);
+    const auto document = openWith(&runtime, "<b name='n' type='f'/>");
+    EXPECT_EQ("output out f \"\"\n", runIn(*document, "ports Top.n"));
+    EXPECT_FALSE(document->definitions().named("ND_b"));
+    EXPECT_NE("", runIn(*document, "create ND_b x"));
+}
+
 TEST(Definition, TellsWhatStandsInTheDocument)
 {
     ZEL::Runtime runtime;
