@@ -160,8 +160,15 @@ bool mayConnect(Universe& universe, ZEL::Port& port, ZEL::Port& other)
     return census.ports.has(&port) && census.ports.has(&other);
 }
 
-void forgetParent(Universe& universe, ZEL::PortNotification* parent)
+void forgetParent(Universe& universe,
+                  ZEL::PortNotification* parent,
+                  std::initializer_list<ZEL::PortList*> lists)
 {
+    const auto isTold = [parent, lists](const PortPtr& port) {
+        return std::any_of(lists.begin(), lists.end(), [&](ZEL::PortList* list) {
+            return list->getParent() == parent && list->findPort(port) >= 0;
+        });
+    };
     std::vector<PortPtr> held = heldPorts(universe);
     for (SideListener* const side : universe.sides) {
         if (parent != side)
@@ -170,22 +177,23 @@ void forgetParent(Universe& universe, ZEL::PortNotification* parent)
     for (const PortPtr& port : held) {
         if (port->getParent() == parent) {
             disconnect(universe, *port);
-            port->setParent(nullptr);
+            if (!isTold(port))
+                port->setParent(nullptr);
         }
     }
 }
 
 void forgetCompound(Universe& universe, ZEL::Compound* compound)
 {
-    for (const NodePtr& node : universe.nodes) {
-        if (node && node->getParentCompound() == compound)
+    const auto forget = [compound](ZEL::Node* node) {
+        if (node && node->getParentCompound() == compound && countIn(compound->nodes(), node) == 0)
             node->setParentCompound(nullptr);
-    }
+    };
+    for (const NodePtr& node : universe.nodes)
+        forget(node.get());
     for (const auto& slot : universe.collapses) {
-        for (const auto& entry : slot ? slot->nodes : decltype(slot->nodes)()) {
-            if (entry.second->getParentCompound() == compound)
-                entry.second->setParentCompound(nullptr);
-        }
+        for (const auto& entry : slot ? slot->nodes : decltype(slot->nodes)())
+            forget(entry.second);
     }
 }
 

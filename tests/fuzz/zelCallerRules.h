@@ -2,6 +2,7 @@
 
 #include "zelFuzzCensus.h"
 
+#include <initializer_list>
 #include <string>
 
 namespace zelFuzz {
@@ -28,9 +29,11 @@ void prepareClosing(Universe& universe);
 bool mayConnect(Universe& universe, ZEL::Port& port, ZEL::Port& other);
 
 /// P4, P6, P9, L4: a parent that dies is taken off the ports that the host holds, which are
-/// disconnected while they still know it.
-void forgetParent(Universe& universe, ZEL::PortNotification* parent);
-/// L7: likewise a compound that dies, off the nodes that the host holds.
+/// disconnected while they still know it. Those that stand in its own lists lose it by themselves.
+void forgetParent(Universe& universe,
+                  ZEL::PortNotification* parent,
+                  std::initializer_list<ZEL::PortList*> lists = {});
+/// L7: likewise a compound that dies, off the nodes that the host holds and that it does not list.
 void forgetCompound(Universe& universe, ZEL::Compound* compound);
 /// N7: a compound that its node has let go is dropped before the node.
 void forgetOwner(Universe& universe, ZEL::Node* node);

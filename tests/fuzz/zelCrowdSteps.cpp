@@ -66,7 +66,7 @@ void renameManyNodes(Universe& universe)
 
 void addManyOwnPorts(Universe& universe)
 {
-    const ZEL::AddRefWrapper<ZEL::PortList> list(pickList(universe));
+    const HeldList list(universe, pickList(universe));
     const int kinds = universe.input.number(6);
     const int naming = universe.input.byte();
     const auto ioType = static_cast<ZEL::PortIOType>(universe.input.number(2));
@@ -80,7 +80,7 @@ void addManyOwnPorts(Universe& universe)
 
 void removeManyPorts(Universe& universe)
 {
-    const ZEL::AddRefWrapper<ZEL::PortList> list(pickList(universe));
+    const HeldList list(universe, pickList(universe));
     const int from = universe.input.number(3);
     int count = pickManyCount(universe);
     for (; count > 0 && list->size() > 0; --count) {
@@ -93,7 +93,7 @@ void removeManyPorts(Universe& universe)
 
 void renameManyPorts(Universe& universe)
 {
-    const ZEL::AddRefWrapper<ZEL::PortList> list(pickList(universe));
+    const HeldList list(universe, pickList(universe));
     const int naming = universe.input.byte();
     for (int i = 0; i < list->size(); ++i) {
         const Held<ZEL::Port> port(universe, (*list)[i]);
@@ -106,7 +106,7 @@ void renameManyPorts(Universe& universe)
 void connectMany(Universe& universe)
 {
     ZEL::Port* const picked = pickPort(universe);
-    const ZEL::AddRefWrapper<ZEL::PortList> list(pickList(universe));
+    const HeldList list(universe, pickList(universe));
     const int count = roomForConnections(universe.census(), pickManyCount(universe));
     if (!picked)
         return;
@@ -135,7 +135,7 @@ void disconnectMany(Universe& universe)
 /// Null equals no entry, whatever a list looks like: nothing changes.
 void useNull(Universe& universe)
 {
-    const ZEL::AddRefWrapper<ZEL::PortList> list(pickList(universe));
+    const HeldList list(universe, pickList(universe));
     const int size = list->size();
     list->onPortDeleted(nullptr);
     const char* const noName = nullptr;

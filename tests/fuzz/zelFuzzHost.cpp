@@ -24,8 +24,12 @@ Hosted<Base>::~Hosted()
         seen.compare(m_universe.moment, *this);
         m_universe.registrations.forget(*this);
         callerRules::forgetOwner(m_universe, this);
+        callerRules::forgetParent(m_universe, this, {&this->inputs(), &this->outputs()});
+    } else if constexpr (std::is_same_v<Base, ZEL::Compound>) {
+        callerRules::forgetParent(m_universe, this, {&this->innerInputs(), &this->innerOutputs()});
+    } else {
+        callerRules::forgetParent(m_universe, this);
     }
-    callerRules::forgetParent(m_universe, this);
 }
 
 template <class Base>

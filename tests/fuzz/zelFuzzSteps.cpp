@@ -116,6 +116,14 @@ bool prepareCompound(Universe& universe, ZEL::Node* node)
     return true;
 }
 
+HeldList::~HeldList()
+{
+    if (m_list->getRefCount() > 1)
+        return;
+    for (ZEL::Port* const port : *m_list)
+        callerRules::disconnect(m_universe, *port);
+}
+
 void letGo(Universe& universe, PortPtr& port)
 {
     PortPtr gone = std::exchange(port, nullptr);

@@ -92,6 +92,23 @@ private:
     ZEL::AddRefWrapper<T> m_object;
 };
 
+/// A list of ports that a step holds while it works: when the list has no parent any more at the
+/// end, its ports go with it, disconnected.
+class HeldList {
+public:
+    HeldList(Universe& universe, ZEL::PortList* list) : m_universe(universe), m_list(list) {}
+    HeldList(const HeldList&) = delete;
+    HeldList& operator=(const HeldList&) = delete;
+    ~HeldList();
+
+    ZEL::PortList& operator*() const { return *m_list; }
+    ZEL::PortList* operator->() const { return m_list.get(); }
+
+private:
+    Universe& m_universe;
+    ZEL::AddRefWrapper<ZEL::PortList> m_list;
+};
+
 /// Fills a place of the host. The new object is held already when the former goes: the two may
 /// share what is below them.
 template <class T>

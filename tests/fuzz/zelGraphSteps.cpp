@@ -73,8 +73,7 @@ void addPort(Universe& universe)
 
 void addManyPorts(Universe& universe)
 {
-    ZEL::PortList* const list = pickList(universe);
-    const ZEL::AddRefWrapper<ZEL::PortList> held(list);
+    const HeldList list(universe, pickList(universe));
     for (int i = list->size(); i < 2 * kMaxPorts / 3; ++i) {
         const Held<ZEL::Port> port(universe,
                                    list->addPort(("p" + std::to_string(i)).c_str(), nullptr));
