@@ -1,5 +1,7 @@
 #include "views/report.h"
 
+#include "document/names.h"
+
 namespace shading {
 
 namespace {
@@ -44,6 +46,21 @@ void addTree(ZEL::Node& node, std::string& indent, std::string& text)
     indent.resize(indent.size() - 2);
 }
 
+void addNetwork(ZEL::Node& node, std::string& text)
+{
+    text += node.getFullPathName().getName() + std::string(" ") + node.getNodeTypeName() + "\n" +
+            shading::portsText(node);
+    const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
+    if (!compound)
+        return;
+    for (ZEL::PortList* const list : {&compound->innerInputs(), &compound->innerOutputs()}) {
+        for (ZEL::Port* const port : *list)
+            text += port->getName() + (" " + typeNameOf(*port)) + "\n";
+    }
+    for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes())
+        addNetwork(*inner, text);
+}
+
 } // namespace
 
 std::string nodesText(ZEL::Compound& compound)
@@ -79,6 +96,13 @@ std::string connectionsText(ZEL::Compound& compound)
     for (const ConnectionRecord& record : connectionRecords(compound))
         result += lineOf(record) + "\n";
     return result;
+}
+
+std::string networkText(ZEL::Node& root)
+{
+    std::string text = connectionsText(*root.getAsCompound());
+    addNetwork(root, text);
+    return text;
 }
 
 std::string statisticsText(const Statistics& statistics)

@@ -24,6 +24,11 @@ std::string portsText(ZEL::Node& node);
 /// `SOURCE -> TARGET` with full path names, sorted by bytes.
 std::string connectionsText(ZEL::Compound& compound);
 
+/// All that a document keeps of the network below the node, which has a compound: connectionsText,
+/// then each node with its path, type, portsText and inner ports. Equal texts, equal networks, but
+/// for the order in which a port feeds its targets where several connections are told in one line.
+std::string networkText(ZEL::Node& root);
+
 /// A count on a line, behind its name.
 std::string statisticsText(const Statistics& statistics);
 

@@ -11,20 +11,6 @@ using shading::pathOf;
 
 namespace {
 
-void addText(ZEL::Node& node, std::string& text)
-{
-    text += pathOf(node) + " " + node.getNodeTypeName() + "\n" + shading::portsText(node);
-    const shading::CompoundPtr compound = node.getAsCompound();
-    if (!compound)
-        return;
-    for (ZEL::PortList* const list : {&compound->innerInputs(), &compound->innerOutputs()}) {
-        for (ZEL::Port* const port : *list)
-            text += std::string(port->getName()) + " " + port->getDataType()->getName() + "\n";
-    }
-    for (const shading::NodePtr& inner : compound->nodes())
-        addText(*inner, text);
-}
-
 void addTargets(ZEL::PortList& list, std::string& text)
 {
     for (ZEL::Port* const port : list) {
@@ -49,10 +35,7 @@ void addTargets(ZEL::Node& node, std::string& text)
 
 std::string documentText(shading::Document& document)
 {
-    const shading::NodePtr root = document.getRootNode();
-    std::string text = shading::connectionsText(*root->getAsCompound());
-    addText(*root, text);
-    return text;
+    return shading::networkText(*document.getRootNode());
 }
 
 std::string networkText(shading::Document& document)

@@ -71,28 +71,14 @@ std::string bytesOf(const std::string& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The nodes inside and the ports of each, as the commands `ls` and `ports` print them.
-void addText(ZEL::Compound& compound, std::string& text, Row& row)
-{
-    text += shading::nodesText(compound);
-    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes()) {
-        ++row.nodes;
-        text += shading::portsText(*node);
-        if (!node->isCompound())
-            continue;
-        ++row.graphs;
-        addText(*node->getAsCompound(), text, row);
-    }
-}
-
 std::string networkText(shading::Document& document, Row& row)
 {
     const ZEL::AddRefWrapper<ZEL::Node> root = document.getRootNode();
-    std::string text = shading::connectionsText(*root->getAsCompound());
-    row.connections = std::count(text.begin(), text.end(), '\n');
-    text += shading::portsText(*root);
-    addText(*root->getAsCompound(), text, row);
-    return text;
+    const shading::Statistics statistics = shading::statisticsOf(*root->getAsCompound());
+    row.nodes = statistics.nodes;
+    row.graphs = statistics.compounds;
+    row.connections = statistics.connections;
+    return shading::networkText(*root);
 }
 
 /// Empty, with the problem, when the document does not open.
