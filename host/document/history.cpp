@@ -187,9 +187,9 @@ void History::tell(const EditPtr& edit, Change::Kind kind)
         return;
     // An observer may throw: what is untold then is told with the next edit.
     struct Telling {
-        explicit Telling(bool& isTelling) : m_isTelling(isTelling) { m_isTelling = true; }
-        ~Telling() { m_isTelling = false; }
-        bool& m_isTelling;
+        explicit Telling(bool& flag) : isOn(flag) { isOn = true; }
+        ~Telling() { isOn = false; }
+        bool& isOn;
     } const telling(m_isTelling);
     while (!m_untold.empty()) {
         const Untold untold = m_untold.front();

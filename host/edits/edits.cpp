@@ -138,7 +138,7 @@ PortPtr Edits::compoundPort(const PortPtr& port)
     }
     if (!reaches(compound))
         return nullptr;
-    const PortPtr inner = port->isCompoundInternalPort() ? port : compound->getReversePort(port);
+    PortPtr inner = port->isCompoundInternalPort() ? port : compound->getReversePort(port);
     if (findCompoundPort(pathOf(*compound->getAsNode()), port->getName()) == inner)
         return inner;
     fail(pathOf(*port), std::string("several ports are called \"") + port->getName() + "\"");
