@@ -1,6 +1,7 @@
 #include "reading/definitionReader.h"
 
 #include "definitions/definitionIndex.h"
+#include "format/nodeDefs.h"
 #include "format/xml.h"
 
 #include <algorithm>
@@ -20,6 +21,7 @@ public:
           m_runtime(runtime),
           m_messages(messages),
           m_known(runtime),
+          m_nodeDefs(xml.documentElement()),
           m_root(runtime.getNodeLibrary())
     {
         if (m_root)
@@ -33,8 +35,6 @@ public:
         for (const Piece& element : ElementsIn(m_xml.documentElement())) {
             if (element.text == "typedef")
                 addDataType(element);
-            else if (element.text == "nodedef")
-                m_elements.emplace(attributeOf(element, "name"), &element);
         }
         for (const Piece& element : ElementsIn(m_xml.documentElement())) {
             if (element.text == "nodedef")
@@ -64,13 +64,10 @@ private:
         const std::string title = "nodedef \"" + record.name + "\"";
         if (record.name.empty() || nodeType.empty())
             return warn(element, title + " without a name or a node: left out");
-        if (m_elements[record.name] != &element)
+        if (m_nodeDefs.named(record.name) != &element)
             return warn(element, title + ": the name of an earlier one: left out");
         std::string problem;
-        std::set<std::string> heirs;
-        if (addPorts(element, heirs, record, problem) && record.outputs.empty())
-            problem = "no output";
-        if (!problem.empty())
+        if (!addPorts(element, record, problem))
             return warn(element, title + ": " + problem + ": left out");
         const DefinitionPtr known = m_known.named(record.name);
         if (known && !isLike(*known, nodeType, record))
@@ -79,37 +76,33 @@ private:
             addToLibrary(attributeOf(element, "nodegroup"), nodeType, record);
     }
 
-    /// The ports of the inherited definition, then the own ones, which may replace some of those.
-    bool addPorts(const Piece& element,
-                  std::set<std::string>& heirs,
-                  DefinitionRecord& record,
-                  std::string& problem)
+    /// The ports of the inherited definitions, then the own ones, which may replace some of those.
+    bool addPorts(const Piece& nodeDef, DefinitionRecord& record, std::string& problem)
     {
-        const std::string base = attributeOf(element, "inherit");
-        heirs.insert(attributeOf(element, "name"));
-        if (heirs.count(base) != 0) {
-            problem = "inherits itself";
-            return false;
-        }
-        const auto inDocument = m_elements.find(base);
+        const std::vector<const Piece*> line = m_nodeDefs.lineOf(nodeDef);
+        const std::string base = attributeOf(*line.front(), "inherit");
         const DefinitionPtr known = m_known.named(base);
-        if (!base.empty() && inDocument != m_elements.end()) {
-            if (!addPorts(*inDocument->second, heirs, record, problem))
-                return false;
-        } else if (known) {
+        if (m_nodeDefs.named(base))
+            problem = "inherits itself";
+        else if (!known && !base.empty())
+            problem = "inherits \"" + base + "\", which is not known";
+        if (!problem.empty())
+            return false;
+        if (known) {
             record.inputs = known->record().inputs;
             record.outputs = known->record().outputs;
-        } else if (!base.empty()) {
-            problem = "inherits \"" + base + "\", which is not known";
-            return false;
         }
-        if (!addPorts(element, "input", record.inputs, problem) ||
-            !addPorts(element, "output", record.outputs, problem))
-            return false;
-        // Before version 1.38 a definition had its type itself.
-        if (record.outputs.empty() && element.attribute("type"))
-            record.outputs.push_back({kDefaultOutput, attributeOf(element, "type"), ""});
-        return true;
+        for (const Piece* const element : line) {
+            if (!addPorts(*element, "input", record.inputs, problem) ||
+                !addPorts(*element, "output", record.outputs, problem))
+                return false;
+            // Before version 1.38 a definition had its type itself.
+            if (record.outputs.empty() && element->attribute("type"))
+                record.outputs.push_back({kDefaultOutput, attributeOf(*element, "type"), ""});
+        }
+        if (record.outputs.empty())
+            problem = "no output";
+        return problem.empty();
     }
 
     static bool addPorts(const Piece& element,
@@ -168,9 +161,9 @@ private:
     ZEL::Runtime& m_runtime;
     std::vector<Message>& m_messages;
     const DefinitionIndex m_known; ///< What the runtime had before.
+    const NodeDefs m_nodeDefs;
     ZEL::AddRefWrapper<ZEL::NodeLibrary> m_root;
-    std::unordered_map<std::string, const Piece*> m_elements; ///< By name, the first of each.
-    std::set<ZEL::NodeLibrary*> m_changed;                    ///< To be sorted; m_root holds them.
+    std::set<ZEL::NodeLibrary*> m_changed; ///< To be sorted; m_root holds them.
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "document/document.h"
 #include "document/origins.h"
+#include "format/nodeDefs.h"
 #include "format/xml.h"
 
 #include <map>
@@ -83,17 +84,14 @@ public:
     Declarations(DraftNetwork& network, std::vector<SaveProblem>& problems)
         : m_network(network),
           m_problems(problems),
-          m_root(network.document().xml().documentElement())
+          m_root(network.document().xml().documentElement()),
+          m_nodeDefs(m_root)
     {
     }
 
     void run()
     {
-        for (const Piece& element : ElementsIn(m_root)) {
-            if (element.text == "nodedef")
-                m_nodeDefs.emplace(attributeOf(element, "name"), &element);
-        }
-        if (m_nodeDefs.empty())
+        if (m_nodeDefs.isEmpty())
             return;
         std::map<std::string, const Piece*> graphs;
         for (const Piece& element : ElementsIn(m_root)) {
@@ -116,41 +114,42 @@ private:
 
     void check(const Piece& graph, const Piece& element)
     {
-        const auto nodeDef = m_nodeDefs.find(attributeOf(element, "nodedef"));
+        const Piece* const nodeDef = m_nodeDefs.named(attributeOf(element, "nodedef"));
         const Piece& item = itemOf(graph);
         ZEL::Node* const node = m_network.nodeOf(&item);
-        if (!node || nodeDef == m_nodeDefs.end())
+        if (!node || !nodeDef)
             return;
-        const Tie tie = {graph, *nodeDef->second, element};
-        Ports declared;
-        std::set<std::string> heirs;
-        addPorts(tie.nodeDef, heirs, declared);
+        const Tie tie = {graph, *nodeDef, element};
+        const Ports declared = portsOf(tie.nodeDef);
         if (!didAgree(graph, declared))
             return;
         if (item.parent == &itemOf(m_root))
             checkPorts(tie, *node, declared);
         else if (&element == &graph)
             m_problems.push_back({pathOf(*node), "it implements nodedef \"" +
-                                                     attributeOf(*nodeDef->second, "name") +
+                                                     attributeOf(*nodeDef, "name") +
                                                      "\", and the document itself has it no more"});
     }
 
-    /// Those of the inherited definition, and the own ones, which may replace some of those.
-    void addPorts(const Piece& nodeDef, std::set<std::string>& heirs, Ports& ports)
+    /// Those of the inherited definitions, and the own ones, which may replace some of those.
+    Ports portsOf(const Piece& nodeDef)
     {
-        const auto base = m_nodeDefs.find(attributeOf(nodeDef, "inherit"));
-        if (heirs.insert(attributeOf(nodeDef, "name")).second && base != m_nodeDefs.end())
-            addPorts(*base->second, heirs, ports);
+        Ports ports;
         bool hasOutput = false;
-        for (const Piece& port : ElementsIn(nodeDef)) {
-            const ElementKind kind = kindOf(port);
-            hasOutput = hasOutput || kind == ElementKind::Output;
-            if (kind == ElementKind::Input || kind == ElementKind::Output)
-                ports[{std::string(port.text), attributeOf(port, "name")}] = {typeOf(port), &port};
+        const std::vector<const Piece*> line = m_nodeDefs.lineOf(nodeDef);
+        for (const Piece* const element : line) {
+            for (const Piece& port : ElementsIn(*element)) {
+                const ElementKind kind = kindOf(port);
+                hasOutput = hasOutput || kind == ElementKind::Output;
+                if (kind == ElementKind::Input || kind == ElementKind::Output)
+                    ports[{std::string(port.text), attributeOf(port, "name")}] = {typeOf(port),
+                                                                                  &port};
+            }
         }
         // Before version 1.38 a definition had its type itself.
-        if (heirs.size() == 1 && !hasOutput && nodeDef.attribute("type"))
+        if (line.size() == 1 && !hasOutput && nodeDef.attribute("type"))
             ports.emplace(Key("output", kDefaultOutput), Declared{typeOf(nodeDef), nullptr});
+        return ports;
     }
 
     /// What the document said of the graph.
@@ -265,8 +264,8 @@ private:
     DraftNetwork& m_network;
     std::vector<SaveProblem>& m_problems;
     const Piece& m_root;
-    std::map<std::string, const Piece*> m_nodeDefs; ///< By name, the first of each.
-    std::unique_ptr<Users> m_users;                 ///< Empty until somebody asks.
+    const NodeDefs m_nodeDefs;
+    std::unique_ptr<Users> m_users; ///< Empty until somebody asks.
 };
 
 } // namespace
