@@ -133,18 +133,16 @@ private:
 
 std::vector<std::string> documents()
 {
-    std::vector<std::string> paths;
+    std::vector<std::string> result;
     for (const auto& entry : std::filesystem::directory_iterator(paths::kDocuments))
-        paths.push_back(entry.path().string());
-    EXPECT_LE(3U, paths.size());
-    const char* const extra = std::getenv("SHADING_EXTRA_DOCUMENTS");
-    if (!extra)
-        return paths;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(extra)) {
-        if (entry.path().extension() == ".mtlx")
-            paths.push_back(entry.path().string());
+        result.push_back(entry.path().string());
+    EXPECT_LE(3U, result.size());
+    if (const char* const extra = std::getenv("SHADING_EXTRA_DOCUMENTS")) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(extra))
+            if (entry.path().extension() == ".mtlx")
+                result.push_back(entry.path().string());
     }
-    return paths;
+    return result;
 }
 
 void expectSound(const ShownPicture& picture)
