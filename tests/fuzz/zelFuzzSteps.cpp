@@ -101,7 +101,8 @@ TypePtr pickType(Universe& universe)
 bool hasRoom(Universe& universe)
 {
     const Census census = universe.census();
-    const auto crowd = static_cast<std::size_t>(CrowdNode::live + TitledNode::live);
+    const std::size_t crowd =
+        static_cast<std::size_t>(CrowdNode::live) + static_cast<std::size_t>(TitledNode::live);
     return census.nodes.all().size() < kMaxNodes + crowd &&
            census.compounds.all().size() < kMaxCompounds;
 }
