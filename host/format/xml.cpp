@@ -169,7 +169,7 @@ bool XmlSource::read(Message& error)
         fault = depthFault(xml);
     if (fault.text.empty()) {
         PieceParser(m_text, m_pieces).run();
-        fault = pieceFault(xml, m_pieces.top());
+        fault = pieceFault(xml.root(), m_pieces.top());
     }
     if (!fault.text.empty())
         error = messageAt(fault.offset, true, fault.text);

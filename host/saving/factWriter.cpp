@@ -190,55 +190,61 @@ bool FactWriter::writeInFull(const std::vector<Difference>& differences)
 
 bool FactWriter::writeInFull(const Difference& difference)
 {
-    using Fact = Difference::Fact;
+    if (difference.port)
+        return writePortInFull(difference, *difference.port);
     Draft& draft = m_network.draft();
     ZEL::Node& node = *difference.node;
-    Piece* const item =
-        difference.port ? m_network.itemOf(*difference.port) : m_network.itemOf(node);
-    // The ports that another definition gave, and did not give, come right with it.
-    if (!item && m_redefined.count(&node) > 0)
-        return false;
+    Piece& item = *m_network.itemOf(node);
     switch (difference.fact) {
-    case Fact::Name:
-        return item &&
-               draft.setAttribute(*item, "name",
-                                  difference.port ? difference.port->getName() : node.getName());
-    case Fact::NodeType:
-        return node.getParentCompound() && draft.setElementName(*item, node.getNodeTypeName());
-    case Fact::Definition:
-        return draft.setAttribute(*item, "nodedef",
+    case Difference::Fact::Name:
+        return draft.setAttribute(item, "name", node.getName());
+    case Difference::Fact::NodeType:
+        return node.getParentCompound() && draft.setElementName(item, node.getNodeTypeName());
+    case Difference::Fact::Definition:
+        return draft.setAttribute(item, "nodedef",
                                   static_cast<Node&>(node).definition()->record().name);
-    case Fact::Nodes:
-        return false;
-    case Fact::PortType:
-        return writeType(difference);
-    case Fact::Missing:
-    case Fact::Value: {
-        const std::string value = difference.port->getPortDefaultValue();
-        if (!item)
-            declare(node, *difference.port);
-        else if (value.empty())
-            return draft.removeAttribute(*item, "value");
-        else
-            return draft.setAttribute(*item, "value", value);
-        return true;
-    }
-    case Fact::Surplus:
+    case Difference::Fact::Surplus:
         return m_redefined.count(&node) == 0 && declareAll(node);
-    case Fact::Order:
-        return m_redefined.count(&node) == 0 && writeOrder(difference);
-    case Fact::Source:
-        return writeSource(difference);
+    default:
+        return false;
     }
-    return false;
 }
 
-/// The output that a plain node has by its type needs no element.
-bool FactWriter::writeType(const Difference& difference)
+bool FactWriter::writePortInFull(const Difference& difference, ZEL::Port& port)
 {
     Draft& draft = m_network.draft();
     ZEL::Node& node = *difference.node;
-    ZEL::Port& port = *difference.port;
+    Piece* const item = m_network.itemOf(port);
+    // The ports that another definition gave, and did not give, come right with it.
+    const bool isRedefined = m_redefined.count(&node) > 0;
+    if (!item && isRedefined)
+        return false;
+    const std::string value = port.getPortDefaultValue();
+    switch (difference.fact) {
+    case Difference::Fact::Name:
+        return item && draft.setAttribute(*item, "name", port.getName());
+    case Difference::Fact::PortType:
+        return writeType(node, port);
+    case Difference::Fact::Missing:
+    case Difference::Fact::Value:
+        if (item)
+            return value.empty() ? draft.removeAttribute(*item, "value")
+                                 : draft.setAttribute(*item, "value", value);
+        declare(node, port);
+        return true;
+    case Difference::Fact::Order:
+        return !isRedefined && writeOrder(node, port);
+    case Difference::Fact::Source:
+        return writeSource(node, port);
+    default:
+        return false;
+    }
+}
+
+/// The output that a plain node has by its type needs no element.
+bool FactWriter::writeType(ZEL::Node& node, ZEL::Port& port)
+{
+    Draft& draft = m_network.draft();
     Piece& owner = *m_network.itemOf(node);
     Piece* const item = m_network.itemOf(port);
     const std::string type = typeNameOf(port);
@@ -251,10 +257,9 @@ bool FactWriter::writeType(const Difference& difference)
     return (isOwners && draft.setAttribute(owner, "type", type)) || isOwnWritten;
 }
 
-bool FactWriter::writeOrder(const Difference& difference)
+bool FactWriter::writeOrder(ZEL::Node& node, ZEL::Port& first)
 {
-    ZEL::Node& node = *difference.node;
-    const bool isInput = difference.port->getPortIOType() == ZEL::PortInput;
+    const bool isInput = first.getPortIOType() == ZEL::PortInput;
     // The inputs that references made come in the order of those.
     const bool isDeclared = node.isCompound() && declareAll(node);
     std::vector<Piece*> items;
@@ -282,15 +287,13 @@ bool FactWriter::declareAll(ZEL::Node& node)
     return isWritten;
 }
 
-bool FactWriter::writeSource(const Difference& difference)
+bool FactWriter::writeSource(ZEL::Node& node, ZEL::Port& outer)
 {
-    ZEL::Port& outer = *difference.port;
-    const bool isInner = difference.node->isCompound() && outer.getPortIOType() == ZEL::PortOutput;
-    const PortPtr receiver =
-        isInner ? difference.node->getAsCompound()->getReversePort(&outer) : &outer;
+    const bool isInner = node.isCompound() && outer.getPortIOType() == ZEL::PortOutput;
+    const PortPtr receiver = isInner ? node.getAsCompound()->getReversePort(&outer) : &outer;
     const PortPtr source = receiver->connectedTo()[0];
     if (!m_network.itemOf(outer))
-        declare(*difference.node, outer);
+        declare(node, outer);
     Piece& item = *m_network.itemOf(outer);
     // What the source is read back as is not settled yet, and the element names it.
     const bool isUnsettled = source && (m_missing.count(source.get()) > 0 ||

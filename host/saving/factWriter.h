@@ -37,9 +37,10 @@ private:
     bool isNamed(ZEL::Port& output) const;
 
     bool writeInFull(const Difference& difference);
-    bool writeType(const Difference& difference);
-    bool writeOrder(const Difference& difference);
-    bool writeSource(const Difference& difference);
+    bool writePortInFull(const Difference& difference, ZEL::Port& port);
+    bool writeType(ZEL::Node& node, ZEL::Port& port);
+    bool writeOrder(ZEL::Node& node, ZEL::Port& first);
+    bool writeSource(ZEL::Node& node, ZEL::Port& outer);
     bool declareAll(ZEL::Node& node);
 
     DraftNetwork& m_network;
