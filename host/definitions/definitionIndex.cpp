@@ -99,7 +99,8 @@ void DefinitionIndex::add(ZEL::NodeLibrary& library)
         // A plugin may offer definitions of another kind, or one without an output, which no node
         // of the format lacks: this host can make nothing of them.
         const DefinitionPtr definition = Definition::from(library.getNodeAt(i));
-        if (definition && !definition->record().outputs.empty() && m_byName.emplace(definition->record().name, definition).second)
+        if (definition && !definition->record().outputs.empty() &&
+            m_byName.emplace(definition->record().name, definition).second)
             m_byNodeType[definition->getName()].push_back(definition);
     }
     for (int i = 0; i < library.getNumberOfSubLibraries(); ++i)
