@@ -44,6 +44,13 @@ bool hasName(const Namable& object, std::string_view name)
     return std::strncmp(text, name.data(), name.size()) == 0 && text[name.size()] == '\0';
 }
 
+SequenceExtras& extrasOf(SequenceBlock& block)
+{
+    if (!block.extras)
+        block.extras = new SequenceExtras;
+    return *block.extras;
+}
+
 void freeBlock(SequenceBlock* block)
 {
     ::operator delete(block);
@@ -249,9 +256,7 @@ SequenceExtras& Sequence::extras()
     SequenceBlock* entries = block();
     if (!entries)
         entries = &growTo(2);
-    if (!entries->extras)
-        entries->extras = new SequenceExtras;
-    return *entries->extras;
+    return extrasOf(*entries);
 }
 
 SequenceExtras* Sequence::findExtras() const
@@ -304,7 +309,7 @@ SequenceExtras* Sequence::findPlaces() const
     SequenceBlock* const entries = block();
     if (!entries || entries->used <= kShort)
         return nullptr;
-    SequenceExtras& rare = Sequence(m_data).extras();
+    SequenceExtras& rare = extrasOf(*entries);
     if (rare.placedSlots == 0 && rare.searchWork <= kPatience * entries->used)
         return nullptr;
     for (; rare.placedSlots < entries->used; ++rare.placedSlots) {

@@ -107,7 +107,7 @@ private:
     }
     std::size_t mask() const { return m_entries.size() - 1; }
     void insertEntry(std::uint32_t hash, std::uint32_t slot);
-    void eraseEntry(std::size_t place);
+    void eraseEntry(std::size_t hole);
     void addToGroup(Entry& entry, std::uint32_t slot);
     bool eraseFromGroup(Entry& entry, std::uint32_t slot);
     void grow();

@@ -26,8 +26,8 @@ std::unordered_map<std::string, Notes>& notes()
     return *all;
 }
 
-const NameClassNote g_node(typeid(Node), true);
-const NameClassNote g_port(typeid(Port), true);
+const NameClassNote kNode(typeid(Node), true);
+const NameClassNote kPort(typeid(Port), true);
 
 } // namespace
 

@@ -41,7 +41,7 @@ struct HasPlainName<T, std::void_t<decltype(&T::getName)>>
 };
 
 template <class T>
-inline const NameClassNote g_nameClassNote{typeid(T), HasPlainName<T>::value};
+inline const NameClassNote kNameClassNote{typeid(T), HasPlainName<T>::value};
 
 #endif
 
@@ -57,7 +57,7 @@ public:
     AddRefWrapper(T* object) : m_object(object)
     {
 #if defined(ZEL_NAMES_BY_TYPE)
-        (void)&g_nameClassNote<T>;
+        (void)&kNameClassNote<T>;
 #endif
         if (m_object)
             m_object->addRef();
@@ -67,7 +67,7 @@ public:
               class = std::enable_if_t<std::is_convertible_v<U*, T*> && !std::is_same_v<U, T>>>
     AddRefWrapper(U* object) : AddRefWrapper(static_cast<T*>(object))
     {
-        (void)&g_nameClassNote<U>;
+        (void)&kNameClassNote<U>;
     }
 #endif
     AddRefWrapper(const AddRefWrapper& other) : AddRefWrapper(other.m_object) {}
