@@ -26,9 +26,9 @@ Other* findOther(PortNotification* parent)
 {
     constexpr std::size_t kSize = 16;      // A power of two.
     constexpr std::size_t kAlignment = 16; // Of most type information.
-    static KnownClass g_notOther[kSize];
+    static KnownClass notOther[kSize];
     const std::type_info& type = typeid(*parent);
-    KnownClass& known = g_notOther[reinterpret_cast<std::uintptr_t>(&type) / kAlignment % kSize];
+    KnownClass& known = notOther[reinterpret_cast<std::uintptr_t>(&type) / kAlignment % kSize];
     if (known.is(type))
         return nullptr;
     Other* const other = dynamic_cast<Other*>(parent);
