@@ -166,7 +166,7 @@ bool Edits::collapse(const std::string& path,
             return fail(std::string(path).append(".").append(nodeName), "no such node");
     }
     NodePtr created;
-    if (!collapse(compound, name, moved, created))
+    if (!collapse(compound, name, moved, created) || !created)
         return false;
     createdPath = pathOf(*created);
     return true;
