@@ -107,27 +107,27 @@ bool Edits::renamePort(const std::string& path,
     return port && renamePort(port, newName);
 }
 
-bool Edits::setValue(const PortPtr& given, const std::string& value)
+bool Edits::setValue(const PortPtr& port, const std::string& value)
 {
-    if (!has(given))
+    if (!has(port))
         return false;
     // An inner port has the value of the compound node's own.
-    const CompoundPtr inside = given->getParentCompound();
-    const PortPtr port = inside ? inside->getReversePort(given) : given;
-    const std::string path = pathOf(*given);
-    if (!port || port->getPortIOType() != ZEL::PortInput)
+    const CompoundPtr inside = port->getParentCompound();
+    const PortPtr own = inside ? inside->getReversePort(port) : port;
+    const std::string path = pathOf(*port);
+    if (!own || own->getPortIOType() != ZEL::PortInput)
         return fail(path, "an output has no value");
-    const TypePtr type = port->getDataType();
+    const TypePtr type = own->getDataType();
     const std::string problem = valueProblem(type ? type->getName() : "", value);
     if (!problem.empty())
         return fail(path, problem);
-    if (value == port->getPortDefaultValue())
+    if (value == own->getPortDefaultValue())
         return fail(path, "it has that value");
     const std::string title = value.empty()
-                                  ? "Clear " + shortNameOf(*port)
-                                  : "Set " + shortNameOf(*port) + " to " + shortValue(value);
+                                  ? "Clear " + shortNameOf(*own)
+                                  : "Set " + shortNameOf(*own) + " to " + shortValue(value);
     return run(named(title, {"set", path, value}), path, [&] {
-        port->setPortDefaultValue(value.c_str());
+        own->setPortDefaultValue(value.c_str());
         return "";
     });
 }
