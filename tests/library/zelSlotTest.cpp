@@ -53,12 +53,13 @@ TEST(Slots, StandInPublishedOrderAndNothingFollows)
                             &HostEditor::zel_onCompoundPortChange, &HostEditor::zel_onNodeChange);
     expectSlots<Container>(2, &Container::getRootNode, &Container::rebuildCompounds,
                            &Container::hostOperation, &Container::getRuntime);
-    using Asked = PortNotification;
-    expectSlots<Asked>(
-        2, &Asked::onPortAddConnection, &Asked::onPortRemoveConnection, &Asked::onPortSetDataType,
-        &Asked::onPortListPortAdded, &Asked::onPortListPortRemoved, &Asked::onPortListPortMove,
-        &Asked::onPortListPortMoved, &Asked::onPortGetDefaultValue, &Asked::onPortSetDefaultValue,
-        &Asked::onPortSetName, &Asked::onGetParentFullPathName);
+    using AskedSlots = PortNotification;
+    expectSlots<AskedSlots>(2, &AskedSlots::onPortAddConnection,
+                            &AskedSlots::onPortRemoveConnection, &AskedSlots::onPortSetDataType,
+                            &AskedSlots::onPortListPortAdded, &AskedSlots::onPortListPortRemoved,
+                            &AskedSlots::onPortListPortMove, &AskedSlots::onPortListPortMoved,
+                            &AskedSlots::onPortGetDefaultValue, &AskedSlots::onPortSetDefaultValue,
+                            &AskedSlots::onPortSetName, &AskedSlots::onGetParentFullPathName);
     expectSlots<Node>(
         3, &Node::isCompound, &Node::getAsCompound, &Node::getFullPathName, &Node::getNodeTypeName,
         &Node::setNodeTypeName, &Node::operator=, &Node::onThisNodeDeleted,

@@ -57,7 +57,7 @@ struct CheckCase {
     const char* findings;
 };
 
-const CheckCase kCases[] = {
+const CheckCase kCheckCases[] = {
     {"sound", [](Network&) {}, ""},
     {"one type, two objects: sound",
      [](Network& net) { net.b->inputs()["In"]->setDataType(ZEL::PortDataType::createNew("t")); },
@@ -125,7 +125,7 @@ const CheckCase kCases[] = {
 
 TEST(Check, FindsWhatIsWrong)
 {
-    for (const CheckCase& c : kCases) {
+    for (const CheckCase& c : kCheckCases) {
         SCOPED_TRACE(c.name);
         Network net;
         c.damage(net);

@@ -31,9 +31,9 @@ std::string draw(ZEL::Compound& compound, const zelDraw::PictureOptions& options
 }
 
 /// Any host's network: plain nodes and compounds of the library below a root named "Top".
-class Network {
+class DrawnNetwork {
 public:
-    Network() : root(ZEL::Node::createNew(nullptr, "Top")) { makeCompound("Top", root); }
+    DrawnNetwork() : root(ZEL::Node::createNew(nullptr, "Top")) { makeCompound("Top", root); }
 
     /// A node with the inputs a and b and the outputs x and y, all of one type.
     NodePtr add(const std::string& name, const NodePtr& parent)
@@ -232,7 +232,7 @@ TEST(Draw, RefusesAndLeavesTheFileAsItWas)
 
 TEST(Draw, CountsInputsThatAreNotAskedFor)
 {
-    Network network;
+    DrawnNetwork network;
     const NodePtr node = network.add("n");
     network.add("m");
     network.connect("m.x", "n.b");
@@ -271,7 +271,7 @@ TEST(Draw, LeavesOutWhatOnlyTheDefinitionSays)
 
 TEST(Draw, EscapesAndShortensNames)
 {
-    Network network;
+    DrawnNetwork network;
     const std::string strange = "<&\">'\t\x01\xff" + std::string(60, 'w');
     network.add(strange);
     network.add("\xe6\x97\xa5\xe6\x9c\xac\xe8\xaa\x9e");
@@ -285,7 +285,7 @@ TEST(Draw, EscapesAndShortensNames)
 
 TEST(Draw, ShowsNothingOfAnEmptyCompound)
 {
-    Network network;
+    DrawnNetwork network;
     const std::string svg = network.drawn();
     EXPECT_EQ("frame Top\n", ShownPicture(svg).boxesText());
     EXPECT_NE(std::string::npos, svg.find(">empty<"));
@@ -294,7 +294,7 @@ TEST(Draw, ShowsNothingOfAnEmptyCompound)
 
 TEST(Draw, LeadsCyclesAndLoopsAroundTheBoxes)
 {
-    Network network;
+    DrawnNetwork network;
     for (const char* const name : {"p", "q", "r"})
         network.add(name);
     network.connect("p.x", "q.a");
@@ -327,7 +327,7 @@ TEST(Draw, KeepsTheEdgesOfAFrameOutermostBesideCycles)
 
 TEST(Draw, EndsConnectionsAcrossFramesInStubs)
 {
-    Network network;
+    DrawnNetwork network;
     const NodePtr left = network.addCompound("left", network.root);
     const NodePtr right = network.addCompound("right", network.root);
     network.add("source", left);
@@ -358,7 +358,7 @@ TEST(Draw, EndsConnectionsAcrossFramesInStubs)
 
 TEST(Draw, RefusesABoxThatCannotBePlaced)
 {
-    Network network;
+    DrawnNetwork network;
     const NodePtr node = network.add("n");
     for (int i = 0; i < 4000; ++i)
         node->inputs().addPort(("p" + std::to_string(i)).c_str(), nullptr);
@@ -382,7 +382,7 @@ TEST(Draw, RefusesMoreBoxesThanCanBePlaced)
 
 TEST(Draw, PlacesALongChainInAFrame)
 {
-    Network network;
+    DrawnNetwork network;
     const NodePtr frame = network.addCompound("frame", network.root);
     std::string before = "frame/a";
     for (int i = 0; i < 300; ++i) {

@@ -50,7 +50,7 @@ TEST(Value, IsWhatItsTypeKnows)
 const struct {
     const char* line;
     const char* output; ///< Of that and of `history`.
-} kEdits[] = {
+} kValueEdits[] = {
     {"set Top.g.n.i 2", "set Top.g.n.i 2\n"},
     {"set Top.g.x ' 3'", "set Top.g.x \" 3\"\n"},
     {"set Top.g.x ''", "set Top.g.x \"\"\n"},
@@ -63,7 +63,7 @@ const struct {
 
 TEST(Edit, SetGivesAnInputAValueAndIsUndone)
 {
-    for (const auto& c : kEdits) {
+    for (const auto& c : kValueEdits) {
         SCOPED_TRACE(c.line);
         const TestDocument document(
             "<nodegraph name='g'><input name='x' type='integer' value='7'/><n name='n' type='t'>"

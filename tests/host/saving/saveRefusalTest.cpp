@@ -68,7 +68,7 @@ const struct {
     const char* name;
     std::function<void(Document&)> change;
     const char* problems;
-} kRefusals[] = {
+} kSaveRefusals[] = {
     {"all of it is listed",
      [](Document& c) {
          in(c, "Top.a.i")->addConnection(out(c, "Top.a.out"));
@@ -135,7 +135,7 @@ const struct {
 
 TEST(SaveRefusal, NamesAllPathsAndReasons)
 {
-    for (const auto& c : kRefusals) {
+    for (const auto& c : kSaveRefusals) {
         SCOPED_TRACE(c.name);
         const TestDocument test(kElements);
         const TestFile file("old");

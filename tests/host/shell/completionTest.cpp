@@ -12,7 +12,7 @@
 
 namespace {
 
-const char* const kNetwork =
+const char* const kCompletedNetwork =
     "<nodegraph name='graph'><input name='x' type='t'/><n name='inner' type='t'>"
     "<input name='i' type='t'/></n><n name='a.b' type='t'/><output name='o' type='t'/>"
     "</nodegraph><nodegraph name='empty'/><n name='two words' type='t'/>"
@@ -66,7 +66,7 @@ const struct {
 
 TEST(Completion, KnowsWhatEachArgumentTakes)
 {
-    const TestDocument document(kNetwork);
+    const TestDocument document(kCompletedNetwork);
     std::ostringstream out;
     shading::Session session = sessionOn(*document.opened);
     shading::Shell shell(session, out, out);
