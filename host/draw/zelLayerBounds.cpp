@@ -1,10 +1,10 @@
-#include "draw/zelLayerBounds.h"
+#include "draw/zelLayeredLayout.h"
+
+#include <algorithm>
 
 namespace zelDraw {
 
 namespace {
-
-constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
 /// Walks along the edges, depth first.
 class EdgeWalk {
@@ -19,12 +19,14 @@ public:
             m_targets[edge.source].push_back(edge.target);
             isFed[edge.target] = isFed[edge.target] || edge.source != edge.target;
         }
-        for (std::size_t i = 0; i < isFed.size(); ++i) {
-            if (!isFed[i])
+        for (const bool isOnCycle : {false, true}) {
+            for (std::size_t i = 0; i < isFed.size(); ++i) {
+                if (m_states[i] != State::New || (isFed[i] && !isOnCycle))
+                    continue;
+                m_roots.push_back(i);
                 walkFrom(i);
+            }
         }
-        for (std::size_t i = 0; i < isFed.size(); ++i)
-            walkFrom(i); // What is left hangs on cycles.
     }
 
     /// Every box is reached from one of them.
@@ -34,34 +36,18 @@ public:
 
 private:
     enum class State { New, OnTheWay, Done };
-    struct Visit {
-        std::size_t box;
-        std::size_t next; ///< The target to look at next.
-    };
 
-    void walkFrom(std::size_t root)
+    void walkFrom(std::size_t box)
     {
-        if (m_states[root] != State::New)
-            return;
-        m_roots.push_back(root);
-        std::vector<Visit> way = {{root, 0}};
-        m_states[root] = State::OnTheWay;
-        while (!way.empty()) {
-            Visit& visit = way.back();
-            if (visit.next == m_targets[visit.box].size()) {
-                m_states[visit.box] = State::Done;
-                way.pop_back();
-                continue;
-            }
-            const std::size_t target = m_targets[visit.box][visit.next++];
+        m_states[box] = State::OnTheWay;
+        for (const std::size_t target : m_targets[box]) {
             if (m_states[target] == State::OnTheWay)
                 continue;
-            m_leadsOn[visit.box] = true;
-            if (m_states[target] == State::New) {
-                m_states[target] = State::OnTheWay;
-                way.push_back({target, 0});
-            }
+            m_leadsOn[box] = true;
+            if (m_states[target] == State::New)
+                walkFrom(target);
         }
+        m_states[box] = State::Done;
     }
 
     std::vector<std::vector<std::size_t>> m_targets; ///< By source.
@@ -70,32 +56,32 @@ private:
     std::vector<bool> m_leadsOn;
 };
 
+/// The number of boxes when none is in that layer.
 std::size_t boxOf(const LayoutGraph& graph, LayoutBox::Layer layer)
 {
-    for (std::size_t i = 0; i < graph.boxes.size(); ++i) {
-        if (graph.boxes[i].layer == layer)
-            return i;
-    }
-    return kNone;
+    const auto found = std::find_if(graph.boxes.begin(), graph.boxes.end(),
+                                    [layer](const LayoutBox& box) { return box.layer == layer; });
+    return static_cast<std::size_t>(found - graph.boxes.begin());
 }
 
 } // namespace
 
 std::vector<std::pair<std::size_t, std::size_t>> layerBounds(const LayoutGraph& graph)
 {
+    const std::size_t none = graph.boxes.size();
     const std::size_t first = boxOf(graph, LayoutBox::Layer::First);
     const std::size_t last = boxOf(graph, LayoutBox::Layer::Last);
     const EdgeWalk walk(graph);
     std::vector<std::pair<std::size_t, std::size_t>> bounds;
     for (const std::size_t root : walk.roots()) {
-        if (first != kNone && root != first && root != last)
+        if (first != none && root != first && root != last)
             bounds.emplace_back(first, root);
     }
-    for (std::size_t i = 0; i < graph.boxes.size(); ++i) {
-        if (last != kNone && i != first && i != last && !walk.leadsOn(i))
+    for (std::size_t i = 0; i < none; ++i) {
+        if (last != none && i != first && i != last && !walk.leadsOn(i))
             bounds.emplace_back(i, last);
     }
-    if (first != kNone && last != kNone)
+    if (first != none && last != none)
         bounds.emplace_back(first, last);
     return bounds;
 }

@@ -1,20 +1,15 @@
 #include "draw/zelLayeredLayout.h"
 
-#include "draw/zelLayerBounds.h"
-
 #include <algorithm>
 #include <cmath>
 #include <gvc.h>
+#include <memory>
 
 // The name that the engine's library gives it.
 // NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" gvplugin_library_t gvplugin_dot_layout_LTX_library;
 
 namespace zelDraw {
-
-struct LayeredLayout::Engine {
-    GVC_t* context; ///< Owned, never null.
-};
 
 namespace {
 
@@ -111,7 +106,7 @@ struct Extent {
         const double weights[] = {s * s * s, 3 * s * s * t, 3 * s * t * t, t * t * t};
         Point point;
         for (int i = 0; i < 4; ++i)
-            move(point, {weights[i] * control[i].x, weights[i] * control[i].y});
+            point = point + Point{weights[i] * control[i].x, weights[i] * control[i].y};
         return point;
     }
 };
@@ -119,22 +114,135 @@ struct Extent {
 /// One graph in the engine's form; goes with all that the engine has hung on it.
 class EngineGraph {
 public:
-    EngineGraph(GVC_t* context, LayoutGraph& graph);
+    EngineGraph(GVC_t* context, LayoutGraph& graph)
+        : m_context(context),
+          m_graph(graph),
+          m_made(agopen(asText("picture"), Agdirected, nullptr))
+    {
+        const struct {
+            int kind;
+            const char* name;
+            const char* value;
+        } attributes[] = {
+            {AGRAPH, "rankdir", "LR"},  {AGRAPH, "ranksep", "0.6"}, {AGRAPH, "nodesep", "0.15"},
+            {AGNODE, "shape", "plain"}, {AGNODE, "label", ""},      {AGEDGE, "dir", "none"},
+            {AGEDGE, "tailport", ""},   {AGEDGE, "headport", ""},   {AGEDGE, "style", ""},
+            {AGEDGE, "weight", "1"},
+        };
+        for (const auto& attribute : attributes)
+            agattr(m_made, attribute.kind, asText(attribute.name), asText(attribute.value));
+        for (const LayoutBox& box : graph.boxes)
+            addBox(box);
+        for (const LayoutEdge& edge : graph.edges)
+            addEdge(edge);
+        addBounds();
+    }
     EngineGraph(const EngineGraph&) = delete;
     EngineGraph& operator=(const EngineGraph&) = delete;
-    ~EngineGraph();
+    ~EngineGraph()
+    {
+        if (m_hasLayout)
+            gvFreeLayout(m_context, m_made);
+        agclose(m_made);
+    }
 
-    bool run();
+    bool run()
+    {
+        m_hasLayout = gvLayout(m_context, m_made, "dot") == 0;
+        return m_hasLayout;
+    }
+
     /// Writes the places into the graph.
-    void read();
+    void read()
+    {
+        for (std::size_t i = 0; i < m_nodes.size(); ++i) {
+            LayoutBox& box = m_graph.boxes[i];
+            const Point middle = placeOf(ND_coord(m_nodes[i]));
+            box.place = {std::round(middle.x - box.width / 2.0),
+                         std::round(middle.y - box.height / 2.0)};
+        }
+        for (std::size_t i = 0; i < m_edges.size(); ++i)
+            readEdge(m_graph.edges[i], m_edges[i]);
+        trim();
+    }
 
 private:
-    void addBox(const LayoutBox& box, std::size_t index);
-    void addEdge(const LayoutEdge& edge, std::size_t index);
-    void addBounds();
-    Point placeOf(double x, double y) const;
-    void readEdge(LayoutEdge& edge, Agedge_t* made) const;
-    void trim();
+    void addBox(const LayoutBox& box)
+    {
+        Agnode_t* const node = agnode(m_made, asText("b" + std::to_string(m_nodes.size())), 1);
+        char* const label = agstrdup_html(m_made, asText(tableOf(box)));
+        agset(node, asText("label"), label);
+        agstrfree(m_made, label);
+        m_nodes.push_back(node);
+    }
+
+    void addEdge(const LayoutEdge& edge)
+    {
+        Agedge_t* const made = agedge(m_made, m_nodes[edge.source], m_nodes[edge.target],
+                                      asText("e" + std::to_string(m_edges.size())), 1);
+        agset(made, asText("tailport"), asText("out" + std::to_string(edge.sourcePort) + ":e"));
+        agset(made, asText("headport"), asText("in" + std::to_string(edge.targetPort) + ":w"));
+        m_edges.push_back(made);
+    }
+
+    /// By edges that nobody sees: the engine's own ranks "source" and "sink" leak.
+    void addBounds()
+    {
+        for (const auto& [source, target] : layerBounds(m_graph)) {
+            Agedge_t* const made = agedge(m_made, m_nodes[source], m_nodes[target], nullptr, 1);
+            agset(made, asText("style"), asText("invis"));
+            agset(made, asText("weight"), asText("0"));
+        }
+    }
+
+    /// The engine counts upward from the bottom.
+    Point placeOf(const pointf& point) const
+    {
+        return {point.x - GD_bb(m_made).LL.x, GD_bb(m_made).UR.y - point.y};
+    }
+
+    void readEdge(LayoutEdge& edge, Agedge_t* made) const
+    {
+        const LayoutBox& source = m_graph.boxes[edge.source];
+        const LayoutBox& target = m_graph.boxes[edge.target];
+        const Point start = {source.place.x + source.width,
+                             source.place.y + source.rightPorts[edge.sourcePort]};
+        const Point end = {target.place.x, target.place.y + target.leftPorts[edge.targetPort]};
+        const splines* const found = ED_spl(made);
+        if (found && found->size > 0) {
+            const bezier& list = found->list[0];
+            for (int i = 0; i < list.size; ++i)
+                edge.curve.push_back(placeOf(list.list[i]));
+        }
+        if (edge.curve.size() < 4) {
+            const double reach = std::max(40.0, std::abs(end.x - start.x) / 2);
+            edge.curve = {start, {start.x + reach, start.y}, {end.x - reach, end.y}, end};
+        }
+        edge.curve.front() = start;
+        edge.curve.back() = end;
+    }
+
+    /// Takes off the room that the engine has kept for edges that nobody sees.
+    void trim()
+    {
+        Extent extent;
+        for (const LayoutBox& box : m_graph.boxes) {
+            extent.add(box.place);
+            extent.add(box.place + Point{double(box.width), double(box.height)});
+        }
+        for (const LayoutEdge& edge : m_graph.edges)
+            extent.add(edge.curve);
+        // Whole steps: ports keep whole heights.
+        const Point shift = {-std::floor(extent.low.x), -std::floor(extent.low.y)};
+        for (LayoutBox& box : m_graph.boxes)
+            box.place = box.place + shift;
+        for (LayoutEdge& edge : m_graph.edges) {
+            for (Point& point : edge.curve)
+                point = point + shift;
+        }
+        m_graph.width = extent.high.x + shift.x;
+        m_graph.height = extent.high.y + shift.y;
+    }
 
     GVC_t* m_context;
     LayoutGraph& m_graph;
@@ -144,156 +252,9 @@ private:
     std::vector<Agedge_t*> m_edges; ///< As the edges.
 };
 
-EngineGraph::EngineGraph(GVC_t* context, LayoutGraph& graph)
-    : m_context(context),
-      m_graph(graph),
-      m_made(agopen(asText("picture"), Agdirected, nullptr))
-{
-    agattr(m_made, AGRAPH, asText("rankdir"), asText("LR"));
-    agattr(m_made, AGRAPH, asText("ranksep"), asText("0.6"));
-    agattr(m_made, AGRAPH, asText("nodesep"), asText("0.15"));
-    agattr(m_made, AGNODE, asText("shape"), asText("plain"));
-    agattr(m_made, AGNODE, asText("label"), asText(""));
-    agattr(m_made, AGEDGE, asText("dir"), asText("none"));
-    agattr(m_made, AGEDGE, asText("tailport"), asText(""));
-    agattr(m_made, AGEDGE, asText("headport"), asText(""));
-    agattr(m_made, AGEDGE, asText("style"), asText(""));
-    agattr(m_made, AGEDGE, asText("weight"), asText("1"));
-    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
-        addBox(graph.boxes[i], i);
-    for (std::size_t i = 0; i < graph.edges.size(); ++i)
-        addEdge(graph.edges[i], i);
-    addBounds();
-}
-
-EngineGraph::~EngineGraph()
-{
-    if (m_hasLayout)
-        gvFreeLayout(m_context, m_made);
-    agclose(m_made);
-}
-
-void EngineGraph::addBox(const LayoutBox& box, std::size_t index)
-{
-    Agnode_t* const node = agnode(m_made, asText("b" + std::to_string(index)), 1);
-    char* const label = agstrdup_html(m_made, asText(tableOf(box)));
-    agset(node, asText("label"), label);
-    agstrfree(m_made, label);
-    m_nodes.push_back(node);
-}
-
-void EngineGraph::addEdge(const LayoutEdge& edge, std::size_t index)
-{
-    Agedge_t* const made = agedge(m_made, m_nodes[edge.source], m_nodes[edge.target],
-                                  asText("e" + std::to_string(index)), 1);
-    agset(made, asText("tailport"), asText("out" + std::to_string(edge.sourcePort) + ":e"));
-    agset(made, asText("headport"), asText("in" + std::to_string(edge.targetPort) + ":w"));
-    m_edges.push_back(made);
-}
-
-/// By edges that nobody sees: the engine's own ranks "source" and "sink" leak.
-void EngineGraph::addBounds()
-{
-    for (const auto& bound : layerBounds(m_graph)) {
-        Agedge_t* const made =
-            agedge(m_made, m_nodes[bound.first], m_nodes[bound.second], nullptr, 1);
-        agset(made, asText("style"), asText("invis"));
-        agset(made, asText("weight"), asText("0"));
-    }
-}
-
-bool EngineGraph::run()
-{
-    m_hasLayout = gvLayout(m_context, m_made, "dot") == 0;
-    return m_hasLayout;
-}
-
-/// The engine counts upward from the bottom.
-Point EngineGraph::placeOf(double x, double y) const
-{
-    return {x - GD_bb(m_made).LL.x, GD_bb(m_made).UR.y - y};
-}
-
-void EngineGraph::read()
-{
-    for (std::size_t i = 0; i < m_nodes.size(); ++i) {
-        LayoutBox& box = m_graph.boxes[i];
-        const Point middle = placeOf(ND_coord(m_nodes[i]).x, ND_coord(m_nodes[i]).y);
-        box.place = {std::round(middle.x - box.width / 2.0),
-                     std::round(middle.y - box.height / 2.0)};
-    }
-    for (std::size_t i = 0; i < m_edges.size(); ++i)
-        readEdge(m_graph.edges[i], m_edges[i]);
-    trim();
-}
-
-void EngineGraph::readEdge(LayoutEdge& edge, Agedge_t* made) const
-{
-    const LayoutBox& source = m_graph.boxes[edge.source];
-    const LayoutBox& target = m_graph.boxes[edge.target];
-    const Point start = {source.place.x + source.width,
-                         source.place.y + source.rightPorts[edge.sourcePort]};
-    const Point end = {target.place.x, target.place.y + target.leftPorts[edge.targetPort]};
-    const splines* const found = ED_spl(made);
-    if (found && found->size > 0) {
-        const bezier& list = found->list[0];
-        for (int i = 0; i < list.size; ++i)
-            edge.curve.push_back(placeOf(list.list[i].x, list.list[i].y));
-    }
-    if (edge.curve.size() < 4) {
-        const double reach = std::max(40.0, std::abs(end.x - start.x) / 2);
-        edge.curve = {start, {start.x + reach, start.y}, {end.x - reach, end.y}, end};
-    }
-    edge.curve.front() = start;
-    edge.curve.back() = end;
-}
-
-/// Takes off the room that the engine has kept for edges that nobody sees.
-void EngineGraph::trim()
-{
-    Extent extent;
-    for (const LayoutBox& box : m_graph.boxes) {
-        extent.add(box.place);
-        extent.add({box.place.x + box.width, box.place.y + box.height});
-    }
-    for (const LayoutEdge& edge : m_graph.edges)
-        extent.add(edge.curve);
-    // Whole steps: ports keep whole heights.
-    const Point shift = {-std::floor(extent.low.x), -std::floor(extent.low.y)};
-    for (LayoutBox& box : m_graph.boxes)
-        move(box.place, shift);
-    for (LayoutEdge& edge : m_graph.edges) {
-        for (Point& point : edge.curve)
-            move(point, shift);
-    }
-    m_graph.width = extent.high.x + shift.x;
-    m_graph.height = extent.high.y + shift.y;
-}
-
 } // namespace
 
-void move(Point& point, const Point& by)
-{
-    point.x += by.x;
-    point.y += by.y;
-}
-
-LayeredLayout::LayeredLayout() : m_engine(std::make_unique<Engine>())
-{
-    // The engine is linked: nothing is looked for on the machine, and no font is loaded.
-    const lt_symlist_t builtins[] = {
-        {"gvplugin_dot_layout_LTX_library", &gvplugin_dot_layout_LTX_library},
-        {nullptr, nullptr},
-    };
-    m_engine->context = gvContextPlugins(builtins, 0);
-}
-
-LayeredLayout::~LayeredLayout()
-{
-    gvFreeContext(m_engine->context);
-}
-
-bool LayeredLayout::run(LayoutGraph& graph, std::string& problem)
+bool layOut(LayoutGraph& graph, std::string& problem)
 {
     if (graph.boxes.empty())
         return true;
@@ -309,9 +270,16 @@ bool LayeredLayout::run(LayoutGraph& graph, std::string& problem)
             return false;
         }
     }
+    // The engine is linked: nothing is looked for on the machine, and no font is loaded.
+    const lt_symlist_t builtins[] = {
+        {"gvplugin_dot_layout_LTX_library", &gvplugin_dot_layout_LTX_library},
+        {nullptr, nullptr},
+    };
+    const std::unique_ptr<GVC_t, int (*)(GVC_t*)> context(gvContextPlugins(builtins, 0),
+                                                          gvFreeContext);
     engineWords().clear();
     const agusererrf former = agseterrf(keepWords);
-    EngineGraph made(m_engine->context, graph);
+    EngineGraph made(context.get(), graph);
     const bool isPlaced = made.run();
     if (isPlaced)
         made.read();

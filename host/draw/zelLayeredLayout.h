@@ -1,7 +1,7 @@
 #pragma once
 
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zelDraw {
@@ -12,7 +12,10 @@ struct Point {
     double y = 0;
 };
 
-void move(Point& point, const Point& by);
+inline Point operator+(const Point& a, const Point& b)
+{
+    return {a.x + b.x, a.y + b.y};
+}
 
 /// The last point of each cubic Bézier curve is the first of the next: 3 * n + 1 points.
 using Curve = std::vector<Point>;
@@ -46,23 +49,16 @@ struct LayoutGraph {
     double height = 0;
 };
 
+/// Pairs of boxes, source and target, that keep the box of LayoutBox::Layer::First before all
+/// others and that of Last behind them, when they are led as edges: from the first to where the
+/// edges of the others begin, and from where they end to the last. Edges that close a cycle lead
+/// nowhere.
+std::vector<std::pair<std::size_t, std::size_t>> layerBounds(const LayoutGraph& graph);
+
 /// Places boxes in layers from left to right and leads the edges between them as curves around the
 /// boxes, with the `dot` engine of Graphviz, of which nothing else is used: neither its shapes nor
-/// its fonts nor its writers. The same graph gives the same places.
-class LayeredLayout {
-public:
-    LayeredLayout();
-    LayeredLayout(const LayeredLayout&) = delete;
-    LayeredLayout& operator=(const LayeredLayout&) = delete;
-    ~LayeredLayout();
-
-    /// Fills the graph's places. False, with the reason, when there are more than 10000 boxes, one
-    /// is higher than 65000 pixels, or the engine fails.
-    bool run(LayoutGraph& graph, std::string& problem);
-
-private:
-    struct Engine;
-    std::unique_ptr<Engine> m_engine; ///< Never empty.
-};
+/// its fonts nor its writers. The same graph gives the same places. False, with the reason, when
+/// there are more than 10000 boxes, one is higher than 65000 pixels, or the engine fails.
+bool layOut(LayoutGraph& graph, std::string& problem);
 
 } // namespace zelDraw

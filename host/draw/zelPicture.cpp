@@ -42,148 +42,137 @@ public:
 
 private:
     /// The node with its ports, closed.
-    PictureBox describe(ZEL::Node& node);
+    PictureBox describe(ZEL::Node& node)
+    {
+        PictureBox box;
+        box.kind = node.isCompound() ? PictureBox::Kind::Compound : PictureBox::Kind::Node;
+        box.name = node.getName();
+        box.path = node.getFullPathName().getName();
+        box.type = node.getNodeTypeName();
+        for (ZEL::Port* const port : node.inputs()) {
+            if (isShown(node, *port))
+                box.inputs.push_back(pictureOf(*port));
+            else
+                ++box.omittedInputs;
+        }
+        for (ZEL::Port* const port : node.outputs())
+            box.outputs.push_back(pictureOf(*port));
+        return box;
+    }
+
     /// Makes a frame of the box, and of those in it while depth is left.
-    void open(PictureBox& box, ZEL::Compound& compound, int depth);
-    void addEdgePorts(PictureBox& frame, ZEL::Compound& compound, FramePorts& ports);
-    void addNode(PictureBox& frame, ZEL::Node& node, FramePorts& ports);
-    void connect(PictureBox& frame, const FramePorts& ports);
+    void open(PictureBox& box, ZEL::Compound& compound, int depth)
+    {
+        box.kind = PictureBox::Kind::Frame;
+        FramePorts ports;
+        addEdgePorts(box, compound, ports);
+        for (ZEL::Node* const node : compound.nodes())
+            addNode(box, *node, ports);
+        for (const auto& source : ports.sources)
+            ports.sourceEnds.insert(source);
+        for (const auto& target : ports.targets)
+            m_targets.insert(target.first);
+        m_frames.emplace_back(&box, std::move(ports));
+        if (depth <= 0)
+            return;
+        std::size_t index = 0;
+        for (ZEL::Node* const node : compound.nodes()) {
+            if (node->isCompound())
+                open(box.boxes[index], *node->getAsCompound(), depth - 1);
+            ++index;
+        }
+    }
+
+    /// The frame's dots are those of its node; the inner ports mirror them by position.
+    void addEdgePorts(PictureBox& frame, ZEL::Compound& compound, FramePorts& ports)
+    {
+        std::size_t index = 0;
+        for (ZEL::Port* const port : compound.innerInputs()) {
+            if (index == frame.inputs.size())
+                frame.inputs.push_back(pictureOf(*port));
+            ports.sources.emplace_back(port, PictureEnd{PictureEnd::kEdge, index++});
+        }
+        index = 0;
+        for (ZEL::Port* const port : compound.innerOutputs()) {
+            if (index == frame.outputs.size())
+                frame.outputs.push_back(pictureOf(*port));
+            ports.targets.emplace_back(port, PictureEnd{PictureEnd::kEdge, index++});
+        }
+    }
+
+    void addNode(PictureBox& frame, ZEL::Node& node, FramePorts& ports)
+    {
+        const std::size_t box = frame.boxes.size();
+        std::size_t index = 0;
+        for (ZEL::Port* const port : node.inputs()) {
+            if (isShown(node, *port))
+                ports.targets.emplace_back(port, PictureEnd{box, index++});
+        }
+        index = 0;
+        for (ZEL::Port* const port : node.outputs())
+            ports.sources.emplace_back(port, PictureEnd{box, index++});
+        frame.boxes.push_back(describe(node));
+    }
+
+    void connect(PictureBox& frame, const FramePorts& ports)
+    {
+        std::map<const ZEL::Port*, PictureEnd> stubs;
+        const auto add = [&](ZEL::Port& from, PictureEnd source, ZEL::Port& to, PictureEnd target) {
+            frame.connections.push_back({source,
+                                         target,
+                                         from.getFullPathName().getName(),
+                                         to.getFullPathName().getName(),
+                                         typeOf(from),
+                                         {}});
+        };
+        for (const auto& target : ports.targets) {
+            for (ZEL::Port* const source : target.first->connectedTo()) {
+                const auto found = ports.sourceEnds.find(source);
+                add(*source,
+                    found != ports.sourceEnds.end() ? found->second
+                                                    : stubOf(frame, stubs, *source, true),
+                    *target.first, target.second);
+            }
+        }
+        std::map<const ZEL::Port*, PictureEnd> targetStubs;
+        for (const auto& source : ports.sources) {
+            for (ZEL::Port* const target : source.first->connectedTo()) {
+                if (m_targets.count(target) == 0)
+                    add(*source.first, source.second, *target,
+                        stubOf(frame, targetStubs, *target, false));
+            }
+        }
+    }
+
     /// The end of a stub for that port, made at its first call.
     PictureEnd stubOf(PictureBox& frame,
                       std::map<const ZEL::Port*, PictureEnd>& stubs,
                       ZEL::Port& port,
-                      bool isSource);
-    bool isShown(ZEL::Node& node, ZEL::Port& port) const;
+                      bool isSource)
+    {
+        const auto known = stubs.find(&port);
+        if (known != stubs.end())
+            return known->second;
+        PictureBox stub;
+        stub.kind = PictureBox::Kind::Stub;
+        const PicturePort end = pictureOf(port);
+        stub.name = end.path;
+        stub.path = end.path;
+        (isSource ? stub.outputs : stub.inputs).push_back(end);
+        frame.boxes.push_back(stub);
+        return stubs[&port] = {frame.boxes.size() - 1, 0};
+    }
+
+    bool isShown(ZEL::Node& node, ZEL::Port& port) const
+    {
+        return !m_options.isShown || node.isCompound() || port.isConnected() ||
+               m_options.isShown(node, port);
+    }
 
     const PictureOptions& m_options;
     std::vector<std::pair<PictureBox*, FramePorts>> m_frames; ///< Outer before inner.
     std::set<const ZEL::Port*> m_targets;                     ///< All that are drawn, in any frame.
 };
-
-bool Builder::isShown(ZEL::Node& node, ZEL::Port& port) const
-{
-    return !m_options.isShown || node.isCompound() || port.isConnected() ||
-           m_options.isShown(node, port);
-}
-
-PictureBox Builder::describe(ZEL::Node& node)
-{
-    PictureBox box;
-    box.kind = node.isCompound() ? PictureBox::Kind::Compound : PictureBox::Kind::Node;
-    box.name = node.getName();
-    box.path = node.getFullPathName().getName();
-    box.type = node.getNodeTypeName();
-    for (ZEL::Port* const port : node.inputs()) {
-        if (isShown(node, *port))
-            box.inputs.push_back(pictureOf(*port));
-        else
-            ++box.omittedInputs;
-    }
-    for (ZEL::Port* const port : node.outputs())
-        box.outputs.push_back(pictureOf(*port));
-    return box;
-}
-
-void Builder::open(PictureBox& box, ZEL::Compound& compound, int depth)
-{
-    box.kind = PictureBox::Kind::Frame;
-    FramePorts ports;
-    addEdgePorts(box, compound, ports);
-    for (ZEL::Node* const node : compound.nodes())
-        addNode(box, *node, ports);
-    for (const auto& source : ports.sources)
-        ports.sourceEnds.insert(source);
-    for (const auto& target : ports.targets)
-        m_targets.insert(target.first);
-    m_frames.emplace_back(&box, std::move(ports));
-    if (depth <= 0)
-        return;
-    std::size_t index = 0;
-    for (ZEL::Node* const node : compound.nodes()) {
-        if (node->isCompound())
-            open(box.boxes[index], *node->getAsCompound(), depth - 1);
-        ++index;
-    }
-}
-
-/// The frame's dots are those of its node; the inner ports mirror them by position.
-void Builder::addEdgePorts(PictureBox& frame, ZEL::Compound& compound, FramePorts& ports)
-{
-    std::size_t index = 0;
-    for (ZEL::Port* const port : compound.innerInputs()) {
-        if (index == frame.inputs.size())
-            frame.inputs.push_back(pictureOf(*port));
-        ports.sources.emplace_back(port, PictureEnd{PictureEnd::kEdge, index++});
-    }
-    index = 0;
-    for (ZEL::Port* const port : compound.innerOutputs()) {
-        if (index == frame.outputs.size())
-            frame.outputs.push_back(pictureOf(*port));
-        ports.targets.emplace_back(port, PictureEnd{PictureEnd::kEdge, index++});
-    }
-}
-
-void Builder::addNode(PictureBox& frame, ZEL::Node& node, FramePorts& ports)
-{
-    const std::size_t box = frame.boxes.size();
-    std::size_t index = 0;
-    for (ZEL::Port* const port : node.inputs()) {
-        if (isShown(node, *port))
-            ports.targets.emplace_back(port, PictureEnd{box, index++});
-    }
-    index = 0;
-    for (ZEL::Port* const port : node.outputs())
-        ports.sources.emplace_back(port, PictureEnd{box, index++});
-    frame.boxes.push_back(describe(node));
-}
-
-PictureEnd Builder::stubOf(PictureBox& frame,
-                           std::map<const ZEL::Port*, PictureEnd>& stubs,
-                           ZEL::Port& port,
-                           bool isSource)
-{
-    const auto known = stubs.find(&port);
-    if (known != stubs.end())
-        return known->second;
-    PictureBox stub;
-    stub.kind = PictureBox::Kind::Stub;
-    const PicturePort end = pictureOf(port);
-    stub.name = end.path;
-    stub.path = end.path;
-    (isSource ? stub.outputs : stub.inputs).push_back(end);
-    frame.boxes.push_back(stub);
-    return stubs[&port] = {frame.boxes.size() - 1, 0};
-}
-
-void Builder::connect(PictureBox& frame, const FramePorts& ports)
-{
-    std::map<const ZEL::Port*, PictureEnd> stubs;
-    const auto add = [&](ZEL::Port& from, PictureEnd source, ZEL::Port& to, PictureEnd target) {
-        frame.connections.push_back({source,
-                                     target,
-                                     from.getFullPathName().getName(),
-                                     to.getFullPathName().getName(),
-                                     typeOf(from),
-                                     {}});
-    };
-    for (const auto& target : ports.targets) {
-        for (ZEL::Port* const source : target.first->connectedTo()) {
-            const auto found = ports.sourceEnds.find(source);
-            add(*source,
-                found != ports.sourceEnds.end() ? found->second
-                                                : stubOf(frame, stubs, *source, true),
-                *target.first, target.second);
-        }
-    }
-    std::map<const ZEL::Port*, PictureEnd> targetStubs;
-    for (const auto& source : ports.sources) {
-        for (ZEL::Port* const target : source.first->connectedTo()) {
-            if (m_targets.count(target) == 0)
-                add(*source.first, source.second, *target,
-                    stubOf(frame, targetStubs, *target, false));
-        }
-    }
-}
 
 } // namespace
 

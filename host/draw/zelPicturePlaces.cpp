@@ -1,6 +1,5 @@
 #include "draw/zelPicture.h"
 #include "draw/zelPictureStyle.h"
-#include "draw/zelPictureText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -78,18 +77,18 @@ Curve straight(const Point& from, const Point& to)
 /// column to the dot on the edge.
 class FramePlaces {
 public:
-    FramePlaces(PictureBox& frame, LayeredLayout& layout) : m_frame(frame), m_layout(layout) {}
+    explicit FramePlaces(PictureBox& frame) : m_frame(frame) {}
 
     bool run(std::string& problem)
     {
         for (PictureBox& box : m_frame.boxes) {
             if (box.kind != PictureBox::Kind::Frame)
                 sizeBox(box);
-            else if (!FramePlaces(box, m_layout).run(problem))
+            else if (!FramePlaces(box).run(problem))
                 return false;
         }
         fillGraph();
-        if (!m_layout.run(m_graph, problem))
+        if (!layOut(m_graph, problem))
             return false;
         placeBoxes();
         placeConnections();
@@ -144,8 +143,6 @@ private:
         m_graph.boxes.push_back(column);
     }
 
-    Point inFrame(const Point& point) const { return {m_origin.x + point.x, m_origin.y + point.y}; }
-
     void placeBoxes()
     {
         Rect& place = m_frame.place;
@@ -156,7 +153,7 @@ private:
         place.height = kFrameHeader + std::max(30.0, std::ceil(m_graph.height)) + kFramePadding;
         m_origin = {std::floor((place.width - m_graph.width) / 2), kFrameHeader};
         for (std::size_t i = 0; i < m_frame.boxes.size(); ++i) {
-            const Point corner = inFrame(m_graph.boxes[m_firstBox + i].place);
+            const Point corner = m_origin + m_graph.boxes[m_firstBox + i].place;
             m_frame.boxes[i].place.left = corner.x;
             m_frame.boxes[i].place.top = corner.y;
         }
@@ -167,7 +164,7 @@ private:
     void placeEdge(std::vector<PicturePort>& ports, std::size_t column, double x)
     {
         if (!ports.empty())
-            setDots(ports, x, static_cast<int>(inFrame(m_graph.boxes[column].place).y),
+            setDots(ports, x, static_cast<int>((m_origin + m_graph.boxes[column].place).y),
                     kEdgeRowHeight);
     }
 
@@ -177,7 +174,7 @@ private:
             PictureConnection& connection = m_frame.connections[i];
             Curve curve;
             for (const Point& point : m_graph.edges[i].curve)
-                curve.push_back(inFrame(point));
+                curve.push_back(m_origin + point);
             if (connection.source.box == PictureEnd::kEdge) {
                 const Curve lead =
                     straight(m_frame.inputs[connection.source.port].dot, curve.front());
@@ -193,7 +190,6 @@ private:
     }
 
     PictureBox& m_frame;
-    LayeredLayout& m_layout;
     LayoutGraph m_graph;
     std::size_t m_firstColumn = 0; ///< Used only when the frame has inputs.
     std::size_t m_firstBox = 0;    ///< The index of the first that is no column.
@@ -207,13 +203,13 @@ void makeAbsolute(PictureBox& box, const Point& origin)
     box.place.left += origin.x;
     box.place.top += origin.y;
     const Point corner = {box.place.left, box.place.top};
-    for (PicturePort& port : box.inputs)
-        move(port.dot, corner);
-    for (PicturePort& port : box.outputs)
-        move(port.dot, corner);
+    for (std::vector<PicturePort>* const ports : {&box.inputs, &box.outputs}) {
+        for (PicturePort& port : *ports)
+            port.dot = port.dot + corner;
+    }
     for (PictureConnection& connection : box.connections) {
         for (Point& point : connection.curve)
-            move(point, corner);
+            point = point + corner;
     }
     for (PictureBox& inner : box.boxes)
         makeAbsolute(inner, corner);
@@ -223,8 +219,7 @@ void makeAbsolute(PictureBox& box, const Point& origin)
 
 bool placePicture(PictureBox& picture, std::string& problem)
 {
-    LayeredLayout layout;
-    if (!FramePlaces(picture, layout).run(problem))
+    if (!FramePlaces(picture).run(problem))
         return false;
     makeAbsolute(picture, {});
     return true;

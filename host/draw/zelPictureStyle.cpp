@@ -1,5 +1,7 @@
 #include "draw/zelPictureStyle.h"
 
+#include "base/utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -59,6 +61,31 @@ int partOf(double hue, int shift)
 }
 
 } // namespace
+
+double textWidth(const std::string& text, int fontSize)
+{
+    // Monospaced fonts advance by 0.55 to 0.61 of their size. From Hangul on come the East Asian
+    // scripts, their full forms, and pictures; and what XML cannot hold is shown by a wide sign.
+    double width = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto [code, size] = shading::characterAt(text, i);
+        const bool isWide = code >= 0x1100 && code != U'…';
+        width += isWide || !shading::isXmlCharacter(code) ? 1.05 : 0.615;
+        i += size;
+    }
+    return width * fontSize;
+}
+
+std::string shortened(const std::string& text, std::size_t maxCharacters)
+{
+    std::size_t count = 0;
+    std::size_t end = 0; // Of all but the last that there may be.
+    for (std::size_t i = 0; i < text.size(); i += shading::characterAt(text, i).size) {
+        if (++count == maxCharacters)
+            end = i;
+    }
+    return count > maxCharacters ? text.substr(0, end) + "…" : text;
+}
 
 std::string omittedText(int count)
 {

@@ -23,6 +23,11 @@ constexpr int kFramePadding = 20;
 constexpr int kEdgeRowHeight = 26; ///< Of a port on a frame's edge.
 constexpr int kPictureMargin = 20; ///< Around the outermost frame.
 
+/// At least the width of the text in a monospaced font of that size in pixels; what scripts write
+/// wide counts as wide. Text that is not UTF-8 is counted as it will be shown.
+double textWidth(const std::string& text, int fontSize);
+/// The text, or its beginning and "…" when it has more characters than that.
+std::string shortened(const std::string& text, std::size_t maxCharacters);
 /// What stands in a box with inputs that are not drawn.
 std::string omittedText(int count);
 

@@ -1,8 +1,9 @@
+#include "base/utf8.h"
 #include "draw/zelPicture.h"
 #include "draw/zelPictureStyle.h"
-#include "draw/zelPictureText.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 namespace zelDraw {
@@ -24,6 +25,34 @@ const char* const kStyle =
     ".stub>.body{fill:#f9fafc;stroke-dasharray:4 3}"
     ".connection{fill:none;stroke-width:2;stroke-linecap:round;opacity:.9}"
     "circle{stroke:#fff;stroke-width:1.4}";
+
+/// The text for an XML attribute or element. What XML cannot hold becomes the sign U+FFFD.
+std::string escaped(const std::string& text)
+{
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto [code, size] = shading::characterAt(text, i);
+        i += size;
+        if (!shading::isXmlCharacter(code))
+            result += "\uFFFD";
+        else if (code < 0x20 || code == '&' || code == '<' || code == '>' || code == '"')
+            result += "&#" + std::to_string(static_cast<int>(code)) + ";";
+        else
+            result += text.substr(i - size, size);
+    }
+    return result;
+}
+
+/// With at most one decimal, which is a full stop everywhere.
+std::string numberText(double number)
+{
+    const long tenths = std::lround(std::abs(number) * 10);
+    std::string result = number < 0 && tenths != 0 ? "-" : "";
+    result += std::to_string(tenths / 10);
+    if (tenths % 10 != 0)
+        result += "." + std::to_string(tenths % 10);
+    return result;
+}
 
 std::string attribute(const char* name, const std::string& value)
 {
@@ -51,6 +80,12 @@ std::string text(const char* kind, const Point& at, Anchor anchor, const std::st
            escaped(words) + "</text>\n";
 }
 
+std::string dotText(const Point& at, const std::string& type)
+{
+    return "<circle" + attribute("cx", at.x) + attribute("cy", at.y) + attribute("r", 4.5) +
+           attribute("fill", typeColour(type)) + "/>";
+}
+
 std::string tooltip(const std::string& words)
 {
     return "<title>" + escaped(words) + "</title>";
@@ -71,158 +106,148 @@ std::string shapeOf(const Curve& curve)
 
 class Writer {
 public:
-    std::string write(const PictureBox& picture);
+    std::string write(const PictureBox& picture)
+    {
+        writeBox(picture);
+        const double below = picture.place.height + kPictureMargin / 2.0;
+        const double legend = writeLegend(0, below, picture.place.width);
+        const Rect page = {-kPictureMargin, -kPictureMargin,
+                           picture.place.width + 2 * kPictureMargin,
+                           below + legend + 1.5 * kPictureMargin};
+        return "<svg xmlns=\"http://www.w3.org/2000/svg\"" + attribute("width", page.width) +
+               attribute("height", page.height) +
+               attribute("viewBox", pointText({page.left, page.top}) + "," +
+                                        pointText({page.width, page.height})) +
+               ">\n<style>" + kStyle + "</style>\n" + rectText("page", page, 10) + m_text +
+               "</svg>\n";
+    }
 
 private:
-    void writeBox(const PictureBox& box);
-    void writeHeader(const PictureBox& box);
-    void writeFrame(const PictureBox& frame);
-    void writeConnection(const PictureConnection& connection);
-    void writePorts(const PictureBox& box, const std::vector<PicturePort>& ports, bool isInput);
-    void writeOmitted(const PictureBox& box);
+    void writeBox(const PictureBox& box)
+    {
+        const char* const kinds[] = {"node", "compound", "frame", "stub"};
+        m_text += "<g" + attribute("class", kinds[static_cast<std::size_t>(box.kind)]) +
+                  attribute("data-path", escaped(box.path)) + ">" +
+                  tooltip(box.type.empty() ? box.path : box.path + ": " + box.type) + "\n";
+        if (box.kind == PictureBox::Kind::Frame) {
+            writeFrame(box);
+        } else if (box.kind == PictureBox::Kind::Stub) {
+            const PicturePort& port = box.inputs.empty() ? box.outputs.front() : box.inputs.front();
+            m_types.insert(port.type);
+            m_text += rectText("body", box.place, kStubHeight / 2);
+            m_text += text("more", {box.place.left + kTextMargin, box.place.top + 15},
+                           Anchor::Start, shortened(box.name, kLongestName));
+            m_text += dotText(port.dot, port.type) + "\n";
+        } else {
+            m_text += rectText("body", box.place, 6);
+            writeHeader(box);
+            writeOmitted(box);
+        }
+        if (box.kind != PictureBox::Kind::Stub) {
+            writePorts(box, box.inputs, true);
+            writePorts(box, box.outputs, false);
+        }
+        m_text += "</g>\n";
+    }
+
+    void writeHeader(const PictureBox& box)
+    {
+        const Rect& place = box.place;
+        const double right = place.left + place.width;
+        const double bottom = place.top + kBoxHeader - 6;
+        m_text += "<path class=\"head\" d=\"M" + pointText({place.left + 0.6, bottom}) + "V" +
+                  numberText(place.top + 6) + "a5.4,5.4 0 0 1 5.4,-5.4H" + numberText(right - 6) +
+                  "a5.4,5.4 0 0 1 5.4,5.4V" + numberText(bottom) + "z\"/>\n";
+        if (box.kind == PictureBox::Kind::Compound) {
+            m_text += rectText("sign", {right - 25, place.top + 8, 13, 11}, 2);
+            m_text += rectText("sign", {right - 21.5, place.top + 11.5, 6, 4}, 1);
+        }
+        m_text += text("name", {place.left + kTextMargin, place.top + 17}, Anchor::Start,
+                       shortened(box.name, kLongestName));
+        m_text += text("type", {place.left + kTextMargin, place.top + 31}, Anchor::Start,
+                       shortened(box.type, kLongestName));
+    }
+
+    void writeFrame(const PictureBox& frame)
+    {
+        const Rect& place = frame.place;
+        m_text += rectText("body", place, 8);
+        m_text += text("name", {place.left + kTextMargin, place.top + 21}, Anchor::Start,
+                       shortened(frame.name, kLongestName));
+        m_text += text("type", {place.left + place.width - kTextMargin, place.top + 21},
+                       Anchor::End, shortened(frame.type, kLongestName));
+        if (frame.boxes.empty())
+            m_text +=
+                text("more", {place.left + place.width / 2 - 16, place.top + place.height - 14},
+                     Anchor::Start, "empty");
+        for (const PictureConnection& connection : frame.connections)
+            writeConnection(connection);
+        for (const PictureBox& box : frame.boxes)
+            writeBox(box);
+    }
+
+    void writeConnection(const PictureConnection& connection)
+    {
+        m_types.insert(connection.type);
+        m_text += "<path class=\"connection\"" +
+                  attribute("data-from", escaped(connection.sourcePath)) +
+                  attribute("data-to", escaped(connection.targetPath)) +
+                  attribute("stroke", typeColour(connection.type)) +
+                  attribute("d", shapeOf(connection.curve)) + "/>\n";
+    }
+
+    void writePorts(const PictureBox& box, const std::vector<PicturePort>& ports, bool isInput)
+    {
+        const bool isFrame = box.kind == PictureBox::Kind::Frame;
+        for (const PicturePort& port : ports) {
+            m_types.insert(port.type);
+            const double x = port.dot.x + (isInput ? kTextMargin : -kTextMargin);
+            const double y = port.dot.y + (isFrame ? -5 : 4);
+            m_text += "<g" + attribute("class", isInput ? "port input" : "port output") +
+                      attribute("data-path", escaped(port.path)) + ">" +
+                      tooltip(port.name + ": " + (port.type.empty() ? "no type" : port.type)) +
+                      dotText(port.dot, port.type);
+            m_text += text("", {x, y}, isInput ? Anchor::Start : Anchor::End,
+                           shortened(port.name, kLongestPortName));
+            m_text.back() = '<';
+            m_text += "/g>\n";
+        }
+    }
+
+    void writeOmitted(const PictureBox& box)
+    {
+        if (box.omittedInputs == 0)
+            return;
+        const double y = box.place.top + kBoxHeader + kRowHeight / 2.0 + 4 +
+                         kRowHeight * static_cast<int>(box.inputs.size());
+        m_text += text("more", {box.place.left + kTextMargin, y}, Anchor::Start,
+                       omittedText(box.omittedInputs));
+    }
+
     /// Rows of dots with names, below the picture; returns their height.
-    double writeLegend(double left, double top, double width);
+    double writeLegend(double left, double top, double width)
+    {
+        double x = left;
+        double y = top;
+        m_text += "<g class=\"legend\">\n";
+        for (const std::string& type : m_types) {
+            const std::string name = type.empty() ? "no type" : type;
+            const double step = textWidth(name, kTypeSize) + 34;
+            if (x > left && x + step > left + width) {
+                x = left;
+                y += kRowHeight;
+            }
+            m_text += dotText({x + 6, y + 10}, type) +
+                      text("type", {x + 16, y + 14}, Anchor::Start, name);
+            x += step;
+        }
+        m_text += "</g>\n";
+        return m_types.empty() ? 0 : y - top + kRowHeight;
+    }
 
     std::string m_text;
     std::set<std::string> m_types; ///< All that occur.
 };
-
-void Writer::writeHeader(const PictureBox& box)
-{
-    const Rect& place = box.place;
-    const double right = place.left + place.width;
-    const double bottom = place.top + kBoxHeader - 6;
-    m_text += "<path class=\"head\" d=\"M" + pointText({place.left + 0.6, bottom}) + "V" +
-              numberText(place.top + 6) + "a5.4,5.4 0 0 1 5.4,-5.4H" + numberText(right - 6) +
-              "a5.4,5.4 0 0 1 5.4,5.4V" + numberText(bottom) + "z\"/>\n";
-    if (box.kind == PictureBox::Kind::Compound) {
-        m_text += rectText("sign", {right - 25, place.top + 8, 13, 11}, 2);
-        m_text += rectText("sign", {right - 21.5, place.top + 11.5, 6, 4}, 1);
-    }
-    m_text += text("name", {place.left + kTextMargin, place.top + 17}, Anchor::Start,
-                   shortened(box.name, kLongestName));
-    m_text += text("type", {place.left + kTextMargin, place.top + 31}, Anchor::Start,
-                   shortened(box.type, kLongestName));
-}
-
-void Writer::writePorts(const PictureBox& box, const std::vector<PicturePort>& ports, bool isInput)
-{
-    const bool isFrame = box.kind == PictureBox::Kind::Frame;
-    for (const PicturePort& port : ports) {
-        m_types.insert(port.type);
-        const double x = port.dot.x + (isInput ? kTextMargin : -kTextMargin);
-        const double y = port.dot.y + (isFrame ? -5 : 4);
-        m_text += "<g" + attribute("class", isInput ? "port input" : "port output") +
-                  attribute("data-path", escaped(port.path)) + ">" +
-                  tooltip(port.name + ": " + (port.type.empty() ? "no type" : port.type)) +
-                  "<circle" + attribute("cx", port.dot.x) + attribute("cy", port.dot.y) +
-                  attribute("r", 4.5) + attribute("fill", typeColour(port.type)) + "/>";
-        m_text += text("", {x, y}, isInput ? Anchor::Start : Anchor::End,
-                       shortened(port.name, kLongestPortName));
-        m_text.back() = '<';
-        m_text += "/g>\n";
-    }
-}
-
-void Writer::writeOmitted(const PictureBox& box)
-{
-    if (box.omittedInputs == 0)
-        return;
-    const double y = box.place.top + kBoxHeader + kRowHeight / 2.0 + 4 +
-                     kRowHeight * static_cast<int>(box.inputs.size());
-    m_text += text("more", {box.place.left + kTextMargin, y}, Anchor::Start,
-                   omittedText(box.omittedInputs));
-}
-
-void Writer::writeConnection(const PictureConnection& connection)
-{
-    m_types.insert(connection.type);
-    m_text += "<path class=\"connection\"" +
-              attribute("data-from", escaped(connection.sourcePath)) +
-              attribute("data-to", escaped(connection.targetPath)) +
-              attribute("stroke", typeColour(connection.type)) +
-              attribute("d", shapeOf(connection.curve)) + "/>\n";
-}
-
-void Writer::writeFrame(const PictureBox& frame)
-{
-    const Rect& place = frame.place;
-    m_text += rectText("body", place, 8);
-    m_text += text("name", {place.left + kTextMargin, place.top + 21}, Anchor::Start,
-                   shortened(frame.name, kLongestName));
-    m_text += text("type", {place.left + place.width - kTextMargin, place.top + 21}, Anchor::End,
-                   shortened(frame.type, kLongestName));
-    if (frame.boxes.empty())
-        m_text += text("more", {place.left + place.width / 2 - 16, place.top + place.height - 14},
-                       Anchor::Start, "empty");
-    for (const PictureConnection& connection : frame.connections)
-        writeConnection(connection);
-    for (const PictureBox& box : frame.boxes)
-        writeBox(box);
-}
-
-void Writer::writeBox(const PictureBox& box)
-{
-    const char* const kinds[] = {"node", "compound", "frame", "stub"};
-    m_text += "<g" + attribute("class", kinds[static_cast<std::size_t>(box.kind)]) +
-              attribute("data-path", escaped(box.path)) + ">" +
-              tooltip(box.type.empty() ? box.path : box.path + ": " + box.type) + "\n";
-    if (box.kind == PictureBox::Kind::Frame) {
-        writeFrame(box);
-    } else if (box.kind == PictureBox::Kind::Stub) {
-        const PicturePort& port = box.inputs.empty() ? box.outputs.front() : box.inputs.front();
-        m_types.insert(port.type);
-        m_text += rectText("body", box.place, kStubHeight / 2);
-        m_text += text("more", {box.place.left + kTextMargin, box.place.top + 15}, Anchor::Start,
-                       shortened(box.name, kLongestName));
-        m_text += "<circle" + attribute("cx", port.dot.x) + attribute("cy", port.dot.y) +
-                  attribute("r", 4.5) + attribute("fill", typeColour(port.type)) + "/>\n";
-    } else {
-        m_text += rectText("body", box.place, 6);
-        writeHeader(box);
-        writeOmitted(box);
-    }
-    if (box.kind != PictureBox::Kind::Stub) {
-        writePorts(box, box.inputs, true);
-        writePorts(box, box.outputs, false);
-    }
-    m_text += "</g>\n";
-}
-
-double Writer::writeLegend(double left, double top, double width)
-{
-    double x = left;
-    double y = top;
-    m_text += "<g class=\"legend\">\n";
-    for (const std::string& type : m_types) {
-        const std::string name = type.empty() ? "no type" : type;
-        const double step = textWidth(name, kTypeSize) + 34;
-        if (x > left && x + step > left + width) {
-            x = left;
-            y += kRowHeight;
-        }
-        m_text += "<circle" + attribute("cx", x + 6) + attribute("cy", y + 10) +
-                  attribute("r", 4.5) + attribute("fill", typeColour(type)) + "/>";
-        m_text += text("type", {x + 16, y + 14}, Anchor::Start, name);
-        x += step;
-    }
-    m_text += "</g>\n";
-    return m_types.empty() ? 0 : y - top + kRowHeight;
-}
-
-std::string Writer::write(const PictureBox& picture)
-{
-    writeBox(picture);
-    const double below = picture.place.height + kPictureMargin / 2.0;
-    const double legend = writeLegend(0, below, picture.place.width);
-    const Rect page = {-kPictureMargin, -kPictureMargin, picture.place.width + 2 * kPictureMargin,
-                       below + legend + 1.5 * kPictureMargin};
-    return "<svg xmlns=\"http://www.w3.org/2000/svg\"" + attribute("width", page.width) +
-           attribute("height", page.height) +
-           attribute("viewBox", pointText({page.left, page.top}) + "," +
-                                    pointText({page.width, page.height})) +
-           ">\n<style>" + kStyle + "</style>\n" + rectText("page", page, 10) + m_text + "</svg>\n";
-}
 
 } // namespace
 

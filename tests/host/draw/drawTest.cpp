@@ -1,5 +1,4 @@
 #include "draw/picture.h"
-#include "draw/zelLayerBounds.h"
 #include "draw/zelLayeredLayout.h"
 #include "draw/zelPicture.h"
 #include "paths.h"
@@ -375,7 +374,7 @@ TEST(Draw, RefusesMoreBoxesThanCanBePlaced)
     zelDraw::LayoutGraph graph;
     graph.boxes.resize(10001);
     std::string problem;
-    EXPECT_FALSE(zelDraw::LayeredLayout().run(graph, problem));
+    EXPECT_FALSE(zelDraw::layOut(graph, problem));
     EXPECT_EQ("cannot be laid out: 10001 boxes in one frame, the most that can be placed 10000",
               problem);
 }
