@@ -3,6 +3,7 @@
 #include "shell/shell.h"
 
 #include <algorithm>
+#include <cctype>
 #include <numeric>
 
 namespace shading {
@@ -50,8 +51,10 @@ int distanceOf(const std::string& a, const std::string& b)
 std::string usageOf(const Command& command)
 {
     std::string usage = command.name;
-    if (*command.options != '\0')
-        usage.append(" [").append(command.options).append("]");
+    for (auto [option, kind] : optionsOf(command)) {
+        std::transform(kind.begin(), kind.end(), kind.begin(), ::toupper);
+        usage += " [" + option + (kind.empty() ? "]" : " " + kind + "]");
+    }
     if (*command.arguments != '\0')
         usage.append(" ").append(command.arguments);
     return usage;

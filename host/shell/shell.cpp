@@ -4,7 +4,11 @@
 #include "shell/help.h"
 
 #include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <climits>
 #include <ostream>
+#include <sstream>
 
 namespace shading {
 
@@ -24,13 +28,15 @@ Shell::Shell(Session& session, std::ostream& out, std::ostream& err)
              "    FILE:LINE: before it; what was done until then stays and can be undone. A FILE "
              "in\n"
              "    a script is looked up beside that script; `quit` ends the session.",
-             1, 1, &Shell::source, "file", "source examples/scripts/tidy_wall.zelsh"},
+             1, 1,
+             [](Shell& shell, const Arguments& words) { return shell.runScript(words.front()); },
+             "file", "source examples/scripts/tidy_wall.zelsh"},
             {"quit", "",
              "Ends the session; so does the end of the input. On a terminal, edits that were not\n"
              "    saved are told first, and the next `quit` or Control-D ends. Control-C drops "
              "the\n"
              "    line that is typed, or stops a script before its next line.",
-             0, 0, &Shell::quit},
+             0, 0, [](Shell& shell, const Arguments& /*words*/) { return shell.m_hasQuit = true; }},
         },
         "The session");
 }
@@ -64,7 +70,8 @@ bool Shell::run(const std::string& given)
         return fail(words.front(), noSuchCommand(words.front()));
     m_running = command->name;
     words.erase(words.begin());
-    takeOptions(*command, words);
+    if (!takeOptions(*command, words))
+        return false;
     const int count = static_cast<int>(words.size());
     if (count < command->minArguments || count > command->maxArguments)
         return fail(std::to_string(count) + " arguments", "usage: " + usageOf(*command));
@@ -112,29 +119,34 @@ bool Shell::report(bool isDone)
     return isDone || fail(problem.subject, problem.reason);
 }
 
-ZEL::AddRefWrapper<ZEL::Node> Shell::nodeAt(const std::string& path)
+bool Shell::print(const std::string& text)
 {
-    ZEL::AddRefWrapper<ZEL::Node> node = document().findNodeFromPath(path.c_str());
+    m_out << text;
+    return true;
+}
+
+NodePtr Shell::nodeAt(const Arguments& arguments, std::size_t index)
+{
+    if (index >= arguments.size())
+        return document().getRootNode();
+    NodePtr node = document().findNodeFromPath(arguments[index].c_str());
     if (!node)
-        fail(path, "no such node");
+        fail(arguments[index], "no such node");
     return node;
 }
 
-ZEL::AddRefWrapper<ZEL::Compound> Shell::compoundAt(const std::vector<std::string>& arguments)
+CompoundPtr Shell::compoundAt(const Arguments& arguments, std::size_t index)
 {
-    if (arguments.empty())
-        return document().getRootNode()->getAsCompound();
-    const ZEL::AddRefWrapper<ZEL::Node> node = nodeAt(arguments.front());
-    if (!node)
-        return nullptr;
-    if (!node->isCompound())
-        fail(arguments.front(), "not a compound");
-    return node->getAsCompound();
+    const NodePtr node = nodeAt(arguments, index);
+    if (node && !node->isCompound())
+        fail(arguments[index], "not a compound");
+    return node ? node->getAsCompound() : nullptr;
 }
 
-bool Shell::hasOption(const std::string& option) const
+std::string Shell::optionValue(const std::string& option) const
 {
-    return std::find(m_given.begin(), m_given.end(), option) != m_given.end();
+    const auto found = m_given.find(option);
+    return found == m_given.end() ? "" : found->second;
 }
 
 const Command* Shell::findCommand(const std::string& name) const
@@ -153,38 +165,54 @@ std::string Shell::noSuchCommand(const std::string& word) const
                            : "no such command; did you mean \"" + nearest + "\"?";
 }
 
-void Shell::takeOptions(const Command& command, std::vector<std::string>& words)
+bool Shell::takeOptions(const Command& command, Arguments& words)
 {
-    std::vector<std::string> known;
-    std::string ignored;
-    splitCommand(command.options, known, ignored);
-    const auto isOption = [&](const std::string& word) {
-        return std::find(known.begin(), known.end(), word) != known.end();
-    };
+    const auto known = optionsOf(command);
     m_given.clear();
-    std::copy_if(words.begin(), words.end(), std::back_inserter(m_given), isOption);
-    words.erase(std::remove_if(words.begin(), words.end(), isOption), words.end());
+    Arguments arguments;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const auto option = std::find_if(known.begin(), known.end(),
+                                         [&](const auto& o) { return o.first == words[i]; });
+        if (option != known.end())
+            m_given[option->first] = option->second.empty() || ++i == words.size() ? "" : words[i];
+        else if (!known.empty() && words[i].rfind("--", 0) == 0)
+            return fail(words[i], "no such option");
+        else
+            arguments.push_back(words[i]);
+    }
+    words = std::move(arguments);
+    return true;
 }
 
-bool Shell::help(Shell& shell, const std::vector<std::string>& arguments)
+bool Shell::help(Shell& shell, const Arguments& arguments)
 {
     const Command* const command =
         arguments.empty() ? nullptr : shell.findCommand(arguments.front());
     if (!arguments.empty() && !command)
         return shell.fail(arguments.front(), shell.noSuchCommand(arguments.front()));
-    shell.m_out << (command ? helpText(*command) : overviewText(shell.m_commands));
-    return true;
+    return shell.print(command ? helpText(*command) : overviewText(shell.m_commands));
 }
 
-bool Shell::source(Shell& shell, const std::vector<std::string>& arguments)
+bool readNumber(const std::string& text, int least, int& number)
 {
-    return shell.runScript(arguments.front());
+    const char* const end = text.data() + text.size();
+    const std::from_chars_result read = std::from_chars(text.data(), end, number);
+    if (read.ec == std::errc::result_out_of_range && text.front() != '-')
+        number = INT_MAX;
+    else if (read.ec != std::errc())
+        return false;
+    return read.ptr == end && number >= least;
 }
 
-bool Shell::quit(Shell& shell, const std::vector<std::string>& /*arguments*/)
+std::vector<std::pair<std::string, std::string>> optionsOf(const Command& command)
 {
-    shell.m_hasQuit = true;
-    return true;
+    std::vector<std::pair<std::string, std::string>> options;
+    std::istringstream words(command.options);
+    for (std::string word; words >> word;) {
+        const std::size_t end = std::min(word.find('='), word.size());
+        options.emplace_back(word.substr(0, end), word.substr(std::min(end + 1, word.size())));
+    }
+    return options;
 }
 
 } // namespace shading

@@ -5,12 +5,14 @@
 
 #include <functional>
 #include <iosfwd>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace shading {
 
 class Shell;
+using Arguments = std::vector<std::string>;
 
 /// One command of the shell. The texts live as long as the program.
 struct Command {
@@ -20,13 +22,15 @@ struct Command {
     int minArguments;
     int maxArguments;
     /// False when it failed: it has reported why with Shell::fail.
-    bool (*run)(Shell& shell, const std::vector<std::string>& arguments);
+    bool (*run)(Shell& shell, const Arguments& arguments);
 
     // What may be left out; see shell/completion.h for the kinds of the arguments.
     const char* kinds = "";
     const char* example = ""; ///< One line.
-    const char* options = ""; ///< Words that may stand anywhere among the arguments.
-    const char* group = "";   ///< The title that it was added under.
+    /// Words that may stand anywhere among the arguments: "--all --depth=n". Behind one with "="
+    /// follows a word of that kind. No other word may begin with "--".
+    const char* options = "";
+    const char* group = ""; ///< The title that it was added under.
 };
 
 /// Runs commands, given as lines of text, on the document of one session.
@@ -60,34 +64,36 @@ public:
     std::ostream& out() { return m_out; }
     const std::vector<Command>& commands() const { return m_commands; }
     /// True when the running command was given that option of its own.
-    bool hasOption(const std::string& option) const;
+    bool hasOption(const std::string& option) const { return m_given.count(option) > 0; }
+    /// The word behind it; empty without one.
+    std::string optionValue(const std::string& option) const;
+    /// Prints what a command answers. Returns true.
+    bool print(const std::string& text);
     /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON", in a script with
     /// "FILE:LINE: " before it. Returns false.
     bool fail(const std::string& subject, const std::string& reason);
     /// Passes on whether an edit was done, and reports why it was refused.
     bool report(bool isDone);
-    /// The node at the path; empty, and reported, when the path names none.
-    ZEL::AddRefWrapper<ZEL::Node> nodeAt(const std::string& path);
-    /// The compound at the path, that of the root node without one; empty, and reported, when the
-    /// path names none.
-    ZEL::AddRefWrapper<ZEL::Compound> compoundAt(const std::vector<std::string>& arguments);
+    /// The node at the path that is that argument, the root node without it; empty, and reported,
+    /// when the path names none.
+    NodePtr nodeAt(const Arguments& arguments, std::size_t index = 0);
+    /// Its compound likewise.
+    CompoundPtr compoundAt(const Arguments& arguments, std::size_t index = 0);
 
 private:
     const Command* findCommand(const std::string& name) const;
     /// What is wrong with a word that names no command.
     std::string noSuchCommand(const std::string& word) const;
-    void takeOptions(const Command& command, std::vector<std::string>& words);
-    static bool help(Shell& shell, const std::vector<std::string>& arguments);
-    static bool source(Shell& shell, const std::vector<std::string>& arguments);
-    static bool quit(Shell& shell, const std::vector<std::string>& arguments);
+    bool takeOptions(const Command& command, Arguments& words);
+    static bool help(Shell& shell, const Arguments& arguments);
 
     Session& m_session;
     std::ostream& m_out;
     std::ostream& m_err;
     std::vector<Command> m_commands;
-    std::string m_running;            ///< The name of the command that runs.
-    std::vector<std::string> m_given; ///< Its options.
-    bool m_hasReported = false;       ///< The line that runs has said why it fails.
+    std::string m_running;                      ///< The name of the command that runs.
+    std::map<std::string, std::string> m_given; ///< Its options and their words.
+    bool m_hasReported = false;                 ///< The line that runs has said why it fails.
     bool m_hasQuit = false;
     std::function<bool()> m_isStopped; ///< Empty: nothing stops scripts.
     ScriptStack m_scripts;
@@ -99,7 +105,14 @@ const std::vector<Command>& viewCommands();
 const std::vector<Command>& libraryCommands();
 /// The commands that change a network: what they ask for, Edits does.
 const std::vector<Command>& editCommands();
-/// The commands that write files.
+/// The commands that write the document into files.
 const std::vector<Command>& fileCommands();
+/// The command that writes a picture of a network and changes nothing.
+const std::vector<Command>& drawCommands();
+
+/// The whole text as a number from least on, the largest there is for a larger one.
+bool readNumber(const std::string& text, int least, int& number);
+/// The options of a command, each without the kind of the word behind it, with that kind.
+std::vector<std::pair<std::string, std::string>> optionsOf(const Command& command);
 
 } // namespace shading

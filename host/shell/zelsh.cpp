@@ -1,4 +1,3 @@
-#include "shell/commands/drawCommand.h"
 #include "shell/progressLine.h"
 #include "shell/shell.h"
 #include "shell/terminal.h"

@@ -1,4 +1,4 @@
-#include "views/json.h"
+#include "views/report.h"
 
 #include <nlohmann/json.hpp>
 
@@ -33,8 +33,10 @@ Json valueOf(const FindingRecord& record)
     return {{"path", record.path}, {"reason", record.reason}};
 }
 
+} // namespace
+
 template <class Record>
-std::string arrayText(const std::vector<Record>& records)
+std::string jsonText(const std::vector<Record>& records)
 {
     Json array = Json::array();
     for (const Record& record : records)
@@ -42,26 +44,9 @@ std::string arrayText(const std::vector<Record>& records)
     return array.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-} // namespace
-
-std::string jsonText(const std::vector<NodeRecord>& records)
-{
-    return arrayText(records);
-}
-
-std::string jsonText(const std::vector<PortRecord>& records)
-{
-    return arrayText(records);
-}
-
-std::string jsonText(const std::vector<ConnectionRecord>& records)
-{
-    return arrayText(records);
-}
-
-std::string jsonText(const std::vector<FindingRecord>& records)
-{
-    return arrayText(records);
-}
+template std::string jsonText(const std::vector<NodeRecord>& records);
+template std::string jsonText(const std::vector<PortRecord>& records);
+template std::string jsonText(const std::vector<ConnectionRecord>& records);
+template std::string jsonText(const std::vector<FindingRecord>& records);
 
 } // namespace shading

@@ -2,6 +2,9 @@
 
 #include "document/names.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace shading {
 
 namespace {
@@ -30,14 +33,65 @@ std::string pathsText(const std::vector<std::string>& paths, const char* arrow)
     return result;
 }
 
-std::string nodeText(const NodeRecord& record)
+NodeRecord recordOf(ZEL::Node& node)
 {
-    return record.name + " " + record.type + (record.isCompound ? " compound\n" : "\n");
+    return {node.getName(), node.getNodeTypeName(), node.isCompound()};
+}
+
+void addPaths(ZEL::Port* port, std::vector<std::string>& paths)
+{
+    if (!port)
+        return;
+    for (ZEL::Port* const other : port->connectedTo())
+        paths.push_back(pathOf(*other));
+}
+
+PortRecord recordOf(ZEL::Port& port, ZEL::Compound* compound)
+{
+    PortRecord record;
+    const ZEL::AddRefWrapper<ZEL::Port> inner =
+        compound ? compound->getReversePort(&port) : nullptr;
+    record.isInput = port.getPortIOType() == ZEL::PortInput;
+    record.name = port.getName();
+    record.type = typeNameOf(port);
+    record.value = port.getPortDefaultValue();
+    addPaths(record.isInput ? &port : inner.get(), record.sources);
+    addPaths(record.isInput ? inner.get() : &port, record.targets);
+    std::sort(record.targets.begin(), record.targets.end());
+    return record;
+}
+
+/// Calls with each port that sends inside the compound and below. Every connection stands there: at
+/// an output, or at an inner input.
+template <class Action>
+void forEachSender(ZEL::Compound& compound, const Action& action)
+{
+    for (ZEL::Port* const port : compound.innerInputs())
+        action(*port);
+    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes()) {
+        for (ZEL::Port* const port : node->outputs())
+            action(*port);
+        if (node->isCompound())
+            forEachSender(*node->getAsCompound(), action);
+    }
+}
+
+void countNodes(ZEL::Compound& compound, int level, Statistics& statistics)
+{
+    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes()) {
+        ++statistics.nodes;
+        statistics.ports += node->inputs().size() + node->outputs().size();
+        statistics.depth = std::max(statistics.depth, level);
+        if (!node->isCompound())
+            continue;
+        ++statistics.compounds;
+        countNodes(*node->getAsCompound(), level + 1, statistics);
+    }
 }
 
 void addTree(ZEL::Node& node, std::string& indent, std::string& text)
 {
-    text += indent + nodeText({node.getName(), node.getNodeTypeName(), node.isCompound()});
+    text += indent + lineOf(recordOf(node)) + "\n";
     if (!node.isCompound())
         return;
     indent += "  ";
@@ -49,7 +103,7 @@ void addTree(ZEL::Node& node, std::string& indent, std::string& text)
 void addNetwork(ZEL::Node& node, std::string& text)
 {
     text += node.getFullPathName().getName() + std::string(" ") + node.getNodeTypeName() + "\n" +
-            shading::portsText(node);
+            textOf(portRecords(node));
     const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
     if (!compound)
         return;
@@ -63,12 +117,73 @@ void addNetwork(ZEL::Node& node, std::string& text)
 
 } // namespace
 
-std::string nodesText(ZEL::Compound& compound)
+std::vector<NodeRecord> nodeRecords(ZEL::Compound& compound)
 {
-    std::string result;
-    for (const NodeRecord& record : nodeRecords(compound))
-        result += nodeText(record);
-    return result;
+    std::vector<NodeRecord> records;
+    for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes())
+        records.push_back(recordOf(*node));
+    return records;
+}
+
+std::vector<PortRecord> portRecords(ZEL::Node& node)
+{
+    const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
+    std::vector<PortRecord> records;
+    for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+        for (ZEL::Port* const port : *list)
+            records.push_back(recordOf(*port, compound.get()));
+    }
+    return records;
+}
+
+std::vector<ConnectionRecord> connectionRecords(ZEL::Compound& compound)
+{
+    std::vector<std::pair<std::string, ConnectionRecord>> sorted;
+    forEachSender(compound, [&](ZEL::Port& source) {
+        for (ZEL::Port* const target : source.connectedTo()) {
+            ConnectionRecord record{pathOf(source), pathOf(*target)};
+            std::string line = lineOf(record);
+            sorted.emplace_back(std::move(line), std::move(record));
+        }
+    });
+    std::sort(sorted.begin(), sorted.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<ConnectionRecord> records;
+    records.reserve(sorted.size());
+    for (auto& [line, record] : sorted)
+        records.push_back(std::move(record));
+    return records;
+}
+
+Statistics statisticsOf(ZEL::Compound& compound)
+{
+    Statistics statistics;
+    countNodes(compound, 1, statistics);
+    forEachSender(compound, [&](ZEL::Port& source) {
+        statistics.connections += source.connectedTo().size();
+    });
+    return statistics;
+}
+
+std::string lineOf(const NodeRecord& record)
+{
+    return record.name + " " + record.type + (record.isCompound ? " compound" : "");
+}
+
+std::string lineOf(const PortRecord& record)
+{
+    return (record.isInput ? "input " : "output ") + record.name + " " + record.type + " " +
+           quoted(record.value) + pathsText(record.sources, "<-") + pathsText(record.targets, "->");
+}
+
+std::string lineOf(const ConnectionRecord& record)
+{
+    return record.source + " -> " + record.target;
+}
+
+std::string lineOf(const FindingRecord& record)
+{
+    return record.path + ": " + record.reason;
 }
 
 std::string treeText(ZEL::Node& node)
@@ -79,28 +194,9 @@ std::string treeText(ZEL::Node& node)
     return result;
 }
 
-std::string portsText(ZEL::Node& node)
-{
-    std::string result;
-    for (const PortRecord& record : portRecords(node)) {
-        result += record.isInput ? "input " : "output ";
-        result += record.name + " " + record.type + " " + quoted(record.value);
-        result += pathsText(record.sources, "<-") + pathsText(record.targets, "->") + "\n";
-    }
-    return result;
-}
-
-std::string connectionsText(ZEL::Compound& compound)
-{
-    std::string result;
-    for (const ConnectionRecord& record : connectionRecords(compound))
-        result += lineOf(record) + "\n";
-    return result;
-}
-
 std::string networkText(ZEL::Node& root)
 {
-    std::string text = connectionsText(*root.getAsCompound());
+    std::string text = textOf(connectionRecords(*root.getAsCompound()));
     addNetwork(root, text);
     return text;
 }

@@ -1,6 +1,5 @@
 #include "testDocument.h"
 
-#include "shell/commands/drawCommand.h"
 #include "shell/shell.h"
 
 #include <cstdlib>

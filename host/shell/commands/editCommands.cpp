@@ -1,17 +1,12 @@
 #include "check/zelCheck.h"
 #include "shell/shell.h"
-#include "views/json.h"
+#include "views/report.h"
 
-#include <algorithm>
-#include <climits>
-#include <cstdlib>
 #include <ostream>
 
 namespace shading {
 
 namespace {
-
-using Arguments = std::vector<std::string>;
 
 bool runConnect(Shell& shell, const Arguments& arguments)
 {
@@ -32,10 +27,8 @@ bool runCollapse(Shell& shell, const Arguments& arguments)
 {
     const Arguments nodes(arguments.begin() + 2, arguments.end());
     std::string path;
-    if (!shell.report(shell.edits().collapse(arguments[0], arguments[1], nodes, path)))
-        return false;
-    shell.out() << path << "\n";
-    return true;
+    return shell.report(shell.edits().collapse(arguments[0], arguments[1], nodes, path)) &&
+           shell.print(path + "\n");
 }
 
 bool runExpand(Shell& shell, const Arguments& arguments)
@@ -85,13 +78,8 @@ bool runRename(Shell& shell, const Arguments& arguments)
 bool runReplay(Shell& shell, const Arguments& arguments, bool isUndo)
 {
     int count = 1;
-    if (!arguments.empty()) {
-        char* end = nullptr;
-        const long number = std::strtol(arguments[0].c_str(), &end, 10);
-        if (*end != '\0' || number < 1)
-            return shell.fail(arguments[0], "not a number of edits");
-        count = static_cast<int>(std::min<long>(number, INT_MAX));
-    }
+    if (!arguments.empty() && !readNumber(arguments[0], 1, count))
+        return shell.fail(arguments[0], "not a number of edits");
     std::vector<std::string> titles;
     const bool isDone =
         isUndo ? shell.edits().undo(count, titles) : shell.edits().redo(count, titles);
@@ -128,16 +116,11 @@ bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
 
 bool runCheck(Shell& shell, const Arguments& /*arguments*/)
 {
-    const std::vector<zelCheck::Finding> findings = zelCheck::checkNetwork(shell.document());
     std::vector<FindingRecord> records;
-    for (const zelCheck::Finding& finding : findings) {
+    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(shell.document()))
         records.push_back({finding.path, finding.text});
-        if (!shell.hasOption("--json"))
-            shell.out() << zelCheck::findingText(finding) << "\n";
-    }
-    if (shell.hasOption("--json"))
-        shell.out() << jsonText(records);
-    return findings.empty();
+    shell.print(textOf(records, shell.hasOption("--json")));
+    return records.empty();
 }
 
 } // namespace

@@ -3,18 +3,13 @@
 #include "shell/shell.h"
 #include "views/libraryReport.h"
 
-#include <ostream>
-
 namespace shading {
 
 namespace {
 
-using Arguments = std::vector<std::string>;
-
 bool runTypes(Shell& shell, const Arguments& /*arguments*/)
 {
-    shell.out() << typesText(*shell.document().getRuntime());
-    return true;
+    return shell.print(typesText(*shell.document().getRuntime()));
 }
 
 bool runLibrary(Shell& shell, const Arguments& arguments)
@@ -25,15 +20,13 @@ bool runLibrary(Shell& shell, const Arguments& arguments)
     if (!library)
         return shell.fail(arguments.empty() ? "runtime" : arguments[0],
                           arguments.empty() ? "it has no node library" : "no such library");
-    shell.out() << libraryText(*library, !arguments.empty());
-    return true;
+    return shell.print(libraryText(*library, !arguments.empty()));
 }
 
 bool runRuntimes(Shell& shell, const Arguments& /*arguments*/)
 {
     ZEL::Host host;
-    shell.out() << runtimesText(host, *shell.document().getRuntime());
-    return true;
+    return shell.print(runtimesText(host, *shell.document().getRuntime()));
 }
 
 bool runCreate(Shell& shell, const Arguments& arguments)
@@ -41,10 +34,8 @@ bool runCreate(Shell& shell, const Arguments& arguments)
     const std::string path =
         arguments.size() > 2 ? arguments[2] : shell.document().getRootNode()->getName();
     HostNodePtr node;
-    if (!shell.report(shell.edits().createNode(path, arguments[0], arguments[1], node)))
-        return false;
-    shell.out() << pathOf(*node) << " " << node->definition()->record().name << "\n";
-    return true;
+    return shell.report(shell.edits().createNode(path, arguments[0], arguments[1], node)) &&
+           shell.print(pathOf(*node) + " " + node->definition()->record().name + "\n");
 }
 
 bool runRebuild(Shell& shell, const Arguments& /*arguments*/)

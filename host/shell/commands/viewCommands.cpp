@@ -1,5 +1,4 @@
 #include "shell/shell.h"
-#include "views/json.h"
 #include "views/report.h"
 
 #include <cstdio>
@@ -9,65 +8,45 @@ namespace shading {
 
 namespace {
 
-using Arguments = std::vector<std::string>;
-
-bool isJson(const Shell& shell)
-{
-    return shell.hasOption("--json");
-}
-
 bool runLs(Shell& shell, const Arguments& arguments)
 {
-    const ZEL::AddRefWrapper<ZEL::Compound> compound = shell.compoundAt(arguments);
-    if (compound)
-        shell.out() << (isJson(shell) ? jsonText(nodeRecords(*compound)) : nodesText(*compound));
-    return static_cast<bool>(compound);
+    const CompoundPtr compound = shell.compoundAt(arguments);
+    return compound && shell.print(textOf(nodeRecords(*compound), shell.hasOption("--json")));
 }
 
 bool runPorts(Shell& shell, const Arguments& arguments)
 {
-    const ZEL::AddRefWrapper<ZEL::Node> node = shell.nodeAt(arguments.front());
-    if (node)
-        shell.out() << (isJson(shell) ? jsonText(portRecords(*node)) : portsText(*node));
-    return static_cast<bool>(node);
+    const NodePtr node = shell.nodeAt(arguments);
+    return node && shell.print(textOf(portRecords(*node), shell.hasOption("--json")));
 }
 
 bool runConnections(Shell& shell, const Arguments& arguments)
 {
-    const ZEL::AddRefWrapper<ZEL::Compound> compound = shell.compoundAt(arguments);
-    if (compound)
-        shell.out() << (isJson(shell) ? jsonText(connectionRecords(*compound))
-                                      : connectionsText(*compound));
-    return static_cast<bool>(compound);
+    const CompoundPtr compound = shell.compoundAt(arguments);
+    return compound && shell.print(textOf(connectionRecords(*compound), shell.hasOption("--json")));
 }
 
 bool runTree(Shell& shell, const Arguments& arguments)
 {
-    const ZEL::AddRefWrapper<ZEL::Node> node =
-        arguments.empty() ? shell.document().getRootNode() : shell.nodeAt(arguments.front());
-    if (node)
-        shell.out() << treeText(*node);
-    return static_cast<bool>(node);
+    const NodePtr node = shell.nodeAt(arguments);
+    return node && shell.print(treeText(*node));
 }
 
 bool runStats(Shell& shell, const Arguments& arguments)
 {
-    const ZEL::AddRefWrapper<ZEL::Compound> compound = shell.compoundAt(arguments);
-    if (compound)
-        shell.out() << statisticsText(statisticsOf(*compound)) << "bytes "
-                    << shell.document().fileSize() << "\n";
-    return static_cast<bool>(compound);
+    const CompoundPtr compound = shell.compoundAt(arguments);
+    return compound && shell.print(statisticsText(statisticsOf(*compound)) + "bytes " +
+                                   std::to_string(shell.document().fileSize()) + "\n");
 }
 
 bool runFind(Shell& shell, const Arguments& arguments)
 {
-    shell.out() << findText(shell.document(), arguments.front());
-    return true;
+    return shell.print(findText(shell.document(), arguments.front()));
 }
 
 bool runDump(Shell& shell, const Arguments& arguments)
 {
-    const ZEL::AddRefWrapper<ZEL::Compound> compound = shell.compoundAt(arguments);
+    const CompoundPtr compound = shell.compoundAt(arguments);
     if (!compound)
         return false;
     // The library prints with stdio.

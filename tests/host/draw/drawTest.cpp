@@ -4,7 +4,7 @@
 #include "paths.h"
 #include "reading/definitionReader.h"
 #include "reading/openDocument.h"
-#include "shell/commands/drawCommand.h"
+#include "shell/shell.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -210,7 +210,7 @@ TEST(Draw, RefusesAndLeavesTheFileAsItWas)
         {"--depth -1", "--depth -1: needs a number of levels, from 0"},
         {"--depth 1x", "--depth 1x: needs a number of levels, from 0"},
         {"--deep", "--deep: no such option"},
-        {"Top Top", "3 names: needs a file and one path at most"},
+        {"Top Top", "3 arguments: usage: draw [--all] [--depth N] FILE.svg [PATH]"},
     };
     for (const auto& [words, error] : cases) {
         DrawnDocument document(std::string(paths::kDocuments) + "/rusty_painted_gate.mtlx");

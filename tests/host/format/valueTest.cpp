@@ -73,8 +73,11 @@ TEST(Edit, SetGivesAnInputAValueAndIsUndone)
         shading::Shell shell(session, out, out);
         shell.add(shading::editCommands());
         const auto ports = [&] {
-            return shading::portsText(*document.opened->findNodeFromPath("Top.g")) +
-                   shading::portsText(*document.opened->findNodeFromPath("Top.g.n"));
+            std::string text;
+            for (const char* const path : {"Top.g", "Top.g.n"})
+                text += shading::textOf(
+                    shading::portRecords(*document.opened->findNodeFromPath(path)));
+            return text;
         };
         const std::string before = ports();
         const bool isDone = shell.run(c.line);

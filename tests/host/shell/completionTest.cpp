@@ -1,7 +1,6 @@
 #include "shell/completion.h"
 
 #include "base/commandLine.h"
-#include "shell/commands/drawCommand.h"
 #include "shell/shell.h"
 #include "testDocument.h"
 
@@ -61,6 +60,8 @@ const struct {
     {"ls --json Top.e", "ls --json Top.empty ", "[Top.empty]"},
     {"draw a.svg Top.e", "draw a.svg Top.empty ", "[Top.empty]"},
     {"draw a.svg Top --d", "draw a.svg Top --depth ", "[--depth]"},
+    {"draw --depth ", "draw --depth ", ""},
+    {"draw --depth 1 a.svg Top.e", "draw --depth 1 a.svg Top.empty ", "[Top.empty]"},
     {"undo ", "undo ", ""},
 };
 
