@@ -11,9 +11,11 @@
 
 namespace shading {
 
+namespace {
+
 /// The names of the children of one element. A child without a name is called like its element, or
 /// with the first number from 2 behind that which makes it unique.
-class NetworkBuilder::SiblingNames {
+class SiblingNames {
 public:
     /// The node is the one that the children's nodes and ports get into.
     SiblingNames(const Piece& parent, ZEL::Node& node) : m_parent(parent), m_path(pathOf(node)) {}
@@ -49,177 +51,183 @@ private:
     std::unordered_map<std::string, int> m_numbers; ///< The last number tried, by stem.
 };
 
-NetworkBuilder::NetworkBuilder(Document& document,
-                               const XmlSource& xml,
-                               std::vector<Message>& warnings,
-                               UnconnectedNetwork& network,
-                               Progress& progress)
-    : m_document(document),
-      m_xml(xml),
-      m_warnings(warnings),
-      m_network(network),
-      m_progress(progress)
-{
-}
+class NetworkBuilder {
+public:
+    NetworkBuilder(Document& document, std::vector<Message>& warnings, Progress& progress)
+        : m_document(document),
+          m_xml(document.xml()),
+          m_warnings(warnings),
+          m_progress(progress)
+    {
+    }
 
-void NetworkBuilder::build()
-{
-    const Piece& element = m_xml.documentElement();
-    m_progress.begin(150, 550, m_xml.text().size());
-    m_network.root = Node::createNew(&m_document, "Top");
-    m_network.root->setNodeTypeName(std::string(element.text).c_str());
-    m_network.root->setElement(&element);
-    Scope& scope = m_network.scopes.emplace_back();
-    scope.compound = Compound::createNew(m_network.root);
-    fillCompound(element, scope, nullptr);
-}
+    UnconnectedNetwork build()
+    {
+        const Piece& element = m_xml.documentElement();
+        m_progress.begin(150, 550, m_xml.text().size());
+        m_network.root = Node::createNew(&m_document, "Top");
+        m_network.root->setNodeTypeName(std::string(element.text).c_str());
+        m_network.root->setElement(&element);
+        Scope& scope = m_network.scopes.emplace_back();
+        scope.compound = Compound::createNew(m_network.root);
+        fillCompound(element, scope, nullptr);
+        return std::move(m_network);
+    }
 
-void NetworkBuilder::fillCompound(const Piece& element, Scope& scope, const Scope* outer)
-{
-    SiblingNames names(element, *scope.compound->getAsNode());
-    for (const Piece& child : ElementsIn(element)) {
-        if (m_progress.isDue())
-            m_progress.tell(m_xml.offsetOf(child));
-        switch (kindOf(child)) {
-        case ElementKind::Input:
-        case ElementKind::Output:
-            addCompoundPort(child, names, scope, outer);
-            break;
-        case ElementKind::Graph:
-            addGraph(child, names, scope);
-            break;
-        case ElementKind::Node:
-            addPlainNode(child, names, scope);
-            break;
-        case ElementKind::Other:
-            break;
+private:
+    void fillCompound(const Piece& element, Scope& scope, const Scope* outer)
+    {
+        SiblingNames names(element, *scope.compound->getAsNode());
+        for (const Piece& child : ElementsIn(element)) {
+            if (m_progress.isDue())
+                m_progress.tell(m_xml.offsetOf(child));
+            switch (kindOf(child)) {
+            case ElementKind::Input:
+            case ElementKind::Output:
+                addCompoundPort(child, names, scope, outer);
+                break;
+            case ElementKind::Graph:
+                addGraph(child, names, scope);
+                break;
+            case ElementKind::Node:
+                addPlainNode(child, names, scope);
+                break;
+            case ElementKind::Other:
+                break;
+            }
         }
     }
-}
 
-void NetworkBuilder::addCompoundPort(const Piece& element,
-                                     SiblingNames& names,
-                                     Scope& scope,
-                                     const Scope* outer)
-{
-    const std::string name = takeName(element, names);
-    const bool isInput = kindOf(element) == ElementKind::Input;
-    const ZEL::AddRefWrapper<ZEL::Node> owner = scope.compound->getAsNode();
-    const int index =
-        scope.compound->createCompoundPort(isInput ? ZEL::PortInput : ZEL::PortOutput, name.c_str(),
-                                           typeOf(element, names.pathTo(name)));
-    ZEL::PortList& outerPorts = isInput ? owner->inputs() : owner->outputs();
-    m_document.origins().setPort(outerPorts[index], &element);
-    outerPorts[index]->setPortDefaultValue(attributeOf(element, "value").c_str());
-    // An input of a graph is fed from outside it, an output from inside.
-    if (isInput)
-        addReference(element, outerPorts[index], outer);
-    else
-        addReference(element, scope.compound->innerOutputs()[index], &scope);
-}
-
-void NetworkBuilder::addGraph(const Piece& element, SiblingNames& names, Scope& scope)
-{
-    const std::string name = takeName(element, names);
-    const ZEL::AddRefWrapper<ZEL::Compound> compound =
-        scope.compound->createNewCompound(name.c_str());
-    // The compounds of this host make nodes of this host.
-    const ZEL::AddRefWrapper<Node> node(static_cast<Node*>(compound->getAsNode().get()));
-    node->setElement(&element);
-    scope.nodes.emplace(name, node);
-    scope.graphs.emplace(name, node);
-
-    Scope& inner = m_network.scopes.emplace_back();
-    inner.compound = compound;
-    fillCompound(element, inner, &scope);
-}
-
-void NetworkBuilder::addPlainNode(const Piece& element, SiblingNames& names, Scope& scope)
-{
-    const std::string name = takeName(element, names);
-    const ZEL::AddRefWrapper<Node> node = Node::createNew(&m_document, name.c_str());
-    node->setNodeTypeName(std::string(element.text).c_str());
-    node->setElement(&element);
-    scope.compound->nodes().add(node);
-    scope.nodes.emplace(name, node);
-
-    const std::string type = attributeOf(element, "type");
-    if (type.empty())
-        warn(element, names.pathTo(name), "no type: it has no output of its own");
-    else if (type != kMultiOutput)
-        node->outputs().addPort(kDefaultOutput, m_document.dataType(type));
-
-    SiblingNames portNames(element, *node);
-    for (const Piece& child : ElementsIn(element)) {
-        const ElementKind kind = kindOf(child);
-        if (kind == ElementKind::Input)
-            addInput(child, portNames, *node, scope);
-        else if (kind == ElementKind::Output)
-            addOutput(child, portNames, *node);
+    void
+    addCompoundPort(const Piece& element, SiblingNames& names, Scope& scope, const Scope* outer)
+    {
+        const std::string name = takeName(element, names);
+        const bool isInput = kindOf(element) == ElementKind::Input;
+        const NodePtr owner = scope.compound->getAsNode();
+        const int index =
+            scope.compound->createCompoundPort(isInput ? ZEL::PortInput : ZEL::PortOutput,
+                                               name.c_str(), typeOf(element, names.pathTo(name)));
+        ZEL::PortList& outerPorts = isInput ? owner->inputs() : owner->outputs();
+        m_document.origins().setPort(outerPorts[index], &element);
+        outerPorts[index]->setPortDefaultValue(attributeOf(element, "value").c_str());
+        // An input of a graph is fed from outside it, an output from inside.
+        if (isInput)
+            addReference(element, outerPorts[index], outer);
+        else
+            addReference(element, scope.compound->innerOutputs()[index], &scope);
     }
-}
 
-void NetworkBuilder::addInput(const Piece& element,
-                              SiblingNames& names,
-                              Node& node,
-                              const Scope& scope)
-{
-    const std::string name = takeName(element, names);
-    const ZEL::AddRefWrapper<ZEL::Port> port =
-        node.inputs().addPort(name.c_str(), typeOf(element, names.pathTo(name)));
-    m_document.origins().setPort(port, &element);
-    port->setPortDefaultValue(attributeOf(element, "value").c_str());
-    addReference(element, port, &scope);
-}
+    void addGraph(const Piece& element, SiblingNames& names, Scope& scope)
+    {
+        const std::string name = takeName(element, names);
+        const CompoundPtr compound = scope.compound->createNewCompound(name.c_str());
+        // The compounds of this host make nodes of this host.
+        const HostNodePtr node(static_cast<Node*>(compound->getAsNode().get()));
+        node->setElement(&element);
+        scope.nodes.emplace(name, node);
+        scope.graphs.emplace(name, node);
 
-/// A node may list its outputs; the one that it has by its type is not made again.
-void NetworkBuilder::addOutput(const Piece& element, SiblingNames& names, Node& node)
-{
-    const std::string name = takeName(element, names);
-    const std::string path = names.pathTo(name);
-    const Piece* const first = childNamed(*element.parent, "output", name);
-    ZEL::AddRefWrapper<ZEL::Port> port =
-        &element == first ? node.outputs()[name.c_str()] : ZEL::AddRefWrapper<ZEL::Port>();
-    if (!port)
-        port = node.outputs().addPort(name.c_str(), typeOf(element, path));
-    m_document.origins().setPort(port, &element);
-    if (hasReference(element))
-        warn(element, path, "an output of a plain node has no source");
-}
+        Scope& inner = m_network.scopes.emplace_back();
+        inner.compound = compound;
+        fillCompound(element, inner, &scope);
+    }
 
-ZEL::AddRefWrapper<ZEL::PortDataType> NetworkBuilder::typeOf(const Piece& element,
-                                                             const std::string& path)
-{
-    const std::string type = attributeOf(element, "type");
-    if (type.empty())
-        warn(element, path, std::string("no type: taken as \"") + kNoType + "\"");
-    return m_document.dataType(type.empty() ? kNoType : type);
-}
+    void addPlainNode(const Piece& element, SiblingNames& names, Scope& scope)
+    {
+        const std::string name = takeName(element, names);
+        const HostNodePtr node = Node::createNew(&m_document, name.c_str());
+        node->setNodeTypeName(std::string(element.text).c_str());
+        node->setElement(&element);
+        scope.compound->nodes().add(node);
+        scope.nodes.emplace(name, node);
 
-std::string NetworkBuilder::takeName(const Piece& element, SiblingNames& names)
-{
-    std::string name = names.of(element);
-    const std::string path = names.pathTo(name);
-    if (attributeOf(element, "name").empty())
-        warn(element, path, "no name in the document: this one was made up");
-    if (!names.use(name))
-        warn(element, path, "the name of an earlier sibling: paths and references may mean that");
-    if (name.find('.') != std::string::npos)
-        warn(element, path, "no path reaches a name with a \".\" in it");
-    return name;
-}
+        const std::string type = attributeOf(element, "type");
+        if (type.empty())
+            warn(element, names.pathTo(name), "no type: it has no output of its own");
+        else if (type != kMultiOutput)
+            node->outputs().addPort(kDefaultOutput, m_document.dataType(type));
 
-void NetworkBuilder::addReference(const Piece& element,
-                                  const ZEL::AddRefWrapper<ZEL::Port>& target,
-                                  const Scope* scope)
-{
-    if (hasReference(element))
-        m_network.references.push_back({&element, target, scope});
-}
+        SiblingNames portNames(element, *node);
+        for (const Piece& child : ElementsIn(element)) {
+            const ElementKind kind = kindOf(child);
+            if (kind == ElementKind::Input)
+                addInput(child, portNames, *node, scope);
+            else if (kind == ElementKind::Output)
+                addOutput(child, portNames, *node);
+        }
+    }
 
-void NetworkBuilder::warn(const Piece& element, const std::string& path, const std::string& text)
+    void addInput(const Piece& element, SiblingNames& names, Node& node, const Scope& scope)
+    {
+        const std::string name = takeName(element, names);
+        const PortPtr port =
+            node.inputs().addPort(name.c_str(), typeOf(element, names.pathTo(name)));
+        m_document.origins().setPort(port, &element);
+        port->setPortDefaultValue(attributeOf(element, "value").c_str());
+        addReference(element, port, &scope);
+    }
+
+    /// A node may list its outputs; the one that it has by its type is not made again.
+    void addOutput(const Piece& element, SiblingNames& names, Node& node)
+    {
+        const std::string name = takeName(element, names);
+        const std::string path = names.pathTo(name);
+        const Piece* const first = childNamed(*element.parent, "output", name);
+        PortPtr port = &element == first ? node.outputs()[name.c_str()] : PortPtr();
+        if (!port)
+            port = node.outputs().addPort(name.c_str(), typeOf(element, path));
+        m_document.origins().setPort(port, &element);
+        if (hasReference(element))
+            warn(element, path, "an output of a plain node has no source");
+    }
+
+    TypePtr typeOf(const Piece& element, const std::string& path)
+    {
+        const std::string type = attributeOf(element, "type");
+        if (type.empty())
+            warn(element, path, std::string("no type: taken as \"") + kNoType + "\"");
+        return m_document.dataType(type.empty() ? kNoType : type);
+    }
+
+    /// The name of the node or port that the element becomes; warns of one that causes trouble.
+    std::string takeName(const Piece& element, SiblingNames& names)
+    {
+        std::string name = names.of(element);
+        const std::string path = names.pathTo(name);
+        if (attributeOf(element, "name").empty())
+            warn(element, path, "no name in the document: this one was made up");
+        if (!names.use(name))
+            warn(element, path,
+                 "the name of an earlier sibling: paths and references may mean that");
+        if (name.find('.') != std::string::npos)
+            warn(element, path, "no path reaches a name with a \".\" in it");
+        return name;
+    }
+
+    void addReference(const Piece& element, const PortPtr& target, const Scope* scope)
+    {
+        if (hasReference(element))
+            m_network.references.push_back({&element, target, scope});
+    }
+
+    void warn(const Piece& element, const std::string& path, const std::string& text)
+    {
+        m_warnings.push_back(m_xml.warningAt(element, path + ": " + text));
+    }
+
+    Document& m_document;
+    const XmlSource& m_xml;
+    std::vector<Message>& m_warnings;
+    UnconnectedNetwork m_network;
+    Progress& m_progress;
+};
+
+} // namespace
+
+UnconnectedNetwork
+buildNetwork(Document& document, std::vector<Message>& warnings, Progress& progress)
 {
-    m_warnings.push_back(m_xml.warningAt(element, path + ": " + text));
+    return NetworkBuilder(document, warnings, progress).build();
 }
 
 } // namespace shading

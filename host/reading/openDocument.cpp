@@ -1,8 +1,11 @@
 #include "reading/openDocument.h"
 
 #include "base/progress.h"
+#include "document/definedNode.h"
+#include "document/names.h"
+#include "document/origins.h"
 #include "format/xml.h"
-#include "reading/reader.h"
+#include "reading/networkBuilder.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,6 +16,200 @@ namespace {
 
 const char* const kNewText =
     "<?xml version=\"1.0\"?>\n<materialx version=\"1.38\">\n</materialx>\n";
+
+/// The second pass over a document: connects what its references name.
+///
+/// A `nodename` means a sibling. A `nodegraph` means a sibling, or else a graph of the document
+/// itself. An `interfacename` means an input of the graph around. No other border is crossed.
+class Connector {
+public:
+    Connector(Document& document, std::vector<Message>& warnings, const Scope& outermost)
+        : m_xml(document.xml()),
+          m_origins(document.origins()),
+          m_warnings(warnings),
+          m_document(outermost)
+    {
+    }
+
+    void connect(const Reference& reference)
+    {
+        std::string problem;
+        const PortPtr source = findSource(reference, problem);
+        if (source && !reference.target->addConnection(source))
+            problem = "refused a connection from " + pathOf(*source);
+        if (!problem.empty())
+            warn(reference, problem);
+        else if (source)
+            m_origins.setConnected(*reference.element);
+    }
+
+private:
+    /// Empty, with the problem, when the reference names nothing.
+    PortPtr findSource(const Reference& reference, std::string& problem)
+    {
+        const std::string interface = attributeOf(*reference.element, "interfacename");
+        const std::string graph = attributeOf(*reference.element, "nodegraph");
+        const std::string node = attributeOf(*reference.element, "nodename");
+        if (int(!interface.empty()) + int(!graph.empty()) + int(!node.empty()) > 1)
+            warn(reference, "several sources: interfacename is preferred to nodegraph, "
+                            "nodegraph to nodename");
+        if (interface.empty() && graph.empty() && node.empty()) {
+            problem = "output \"" + attributeOf(*reference.element, "output") +
+                      "\" without a nodename or nodegraph";
+            return nullptr;
+        }
+        if (!reference.scope) {
+            problem = "an input of the document cannot have a source";
+            return nullptr;
+        }
+        if (!interface.empty())
+            return interfacePort(reference, interface);
+        if (!graph.empty())
+            return graphOutput(reference, graph, problem);
+        return nodeOutput(reference, node, problem);
+    }
+
+    /// The inner input of that name, made when the graph does not declare it.
+    PortPtr interfacePort(const Reference& reference, const std::string& name)
+    {
+        ZEL::Compound& compound = *reference.scope->compound;
+        PortPtr present = compound.innerInputs()[name.c_str()];
+        if (present)
+            return present;
+        const int index = compound.createCompoundPort(ZEL::PortInput, name.c_str(),
+                                                      reference.target->getDataType());
+        m_origins.setImplied(compound.getAsNode()->inputs()[index]);
+        return compound.innerInputs()[index];
+    }
+
+    PortPtr graphOutput(const Reference& reference, const std::string& name, std::string& problem)
+    {
+        for (const Scope* const scope : {reference.scope, &m_document}) {
+            const auto found = scope->graphs.find(name);
+            if (found != scope->graphs.end())
+                return outputOf(reference, found->second, problem);
+        }
+        problem = "no nodegraph \"" + name + "\" in " + pathTo(*reference.scope);
+        if (reference.scope != &m_document)
+            problem += " or " + pathTo(m_document);
+        return nullptr;
+    }
+
+    static PortPtr
+    nodeOutput(const Reference& reference, const std::string& name, std::string& problem)
+    {
+        const auto found = reference.scope->nodes.find(name);
+        if (found != reference.scope->nodes.end())
+            return outputOf(reference, found->second, problem);
+        problem = "no node \"" + name + "\" in " + pathTo(*reference.scope);
+        return nullptr;
+    }
+
+    /// The output that the reference names, or means by naming none: the first of a graph or of a
+    /// list of outputs, else `out`. A plain node gets an output that it does not have.
+    static PortPtr
+    outputOf(const Reference& reference, const HostNodePtr& node, std::string& problem)
+    {
+        const Piece& element = *node->element();
+        const std::string path = pathOf(*node);
+        const bool isMultiOutput = attributeOf(element, "type") == kMultiOutput;
+        const Piece* const listed = isMultiOutput ? firstOutput(element) : nullptr;
+        std::string name = attributeOf(*reference.element, "output");
+        // The first that the document lists, also where the definition has another one before it.
+        if (name.empty() && isMultiOutput)
+            name = listed ? attributeOf(*listed, "name") : "";
+        if (name.empty() && (node->isCompound() || (isMultiOutput && listed))) {
+            PortPtr first = node->outputs()[0];
+            if (!first)
+                problem = path + " has no output";
+            return first;
+        }
+        if (name.empty() && isMultiOutput) {
+            problem = "does not say which output of " + path;
+            return nullptr;
+        }
+        if (name.empty())
+            name = kDefaultOutput;
+        PortPtr present = node->outputs()[name.c_str()];
+        if (present)
+            return present;
+        if (!node->isCompound())
+            return node->outputs().addPort(name.c_str(), reference.target->getDataType());
+        problem = path + " has no output \"" + name + "\"";
+        return nullptr;
+    }
+
+    static const Piece* firstOutput(const Piece& element)
+    {
+        for (const Piece& child : ElementsIn(element)) {
+            if (kindOf(child) == ElementKind::Output)
+                return &child;
+        }
+        return nullptr;
+    }
+
+    static std::string pathTo(const Scope& scope) { return pathOf(*scope.compound->getAsNode()); }
+
+    void warn(const Reference& reference, const std::string& text)
+    {
+        const std::string path = pathOf(*reference.target);
+        m_warnings.push_back(m_xml.warningAt(*reference.element, path + ": " + text));
+    }
+
+    const XmlSource& m_xml;
+    Origins& m_origins;
+    std::vector<Message>& m_warnings;
+    const Scope& m_document;
+};
+
+/// The outputs that references name, by the node that they mean.
+NamedOutputs namedOutputs(const UnconnectedNetwork& network)
+{
+    NamedOutputs result;
+    for (const Reference& reference : network.references) {
+        const std::string output = attributeOf(*reference.element, "output");
+        if (!reference.scope || output.empty())
+            continue;
+        const auto node = reference.scope->nodes.find(attributeOf(*reference.element, "nodename"));
+        if (node != reference.scope->nodes.end())
+            result[node->second.get()].push_back(output);
+    }
+    return result;
+}
+
+/// Gives the document its network. What does not resolve is left out and is a warning.
+void readNetwork(Document& document, std::vector<Message>& warnings, const Progress::Tell& tell)
+{
+    Progress progress(tell);
+    const UnconnectedNetwork network = buildNetwork(document, warnings, progress);
+    std::size_t nodeCount = 0;
+    for (const Scope& scope : network.scopes)
+        nodeCount += scope.nodes.size();
+    progress.begin(550, 850, nodeCount);
+    defineNodes(document, *network.root->getAsCompound(), namedOutputs(network), &progress);
+    progress.begin(850, 1000, network.references.size());
+    Connector connector(document, warnings, network.scopes.front());
+    for (const Reference& reference : network.references) {
+        connector.connect(reference);
+        progress.step();
+    }
+    document.setRootNode(network.root);
+}
+
+/// Of that text and that, a runtime or another document, which gives it its runtime; null and the
+/// error when it is none.
+template <class Source>
+std::unique_ptr<Document>
+readText(const std::string& path, const std::string& text, const Source& source, Message& error)
+{
+    auto xml = std::make_unique<XmlSource>();
+    if (!xml->loadText(path, text, error))
+        return nullptr;
+    auto document = std::make_unique<Document>(std::move(xml), source);
+    std::vector<Message> ignored;
+    readNetwork(*document, ignored, {});
+    return document;
+}
 
 } // namespace
 
@@ -27,8 +224,7 @@ openDocument(const std::string& path, const OpenOptions& options, std::vector<Me
     }
     auto document = std::make_unique<Document>(std::move(xml), options.runtime);
     std::vector<Message> found;
-    Progress progress(options.progress);
-    document->setRootNode(readNetwork(*document, document->xml(), found, progress));
+    readNetwork(*document, found, options.progress);
     std::stable_sort(found.begin(), found.end(),
                      [](const Message& a, const Message& b) { return a.line < b.line; });
     for (Message& message : found) {
@@ -44,27 +240,15 @@ openDocument(const std::string& path, const OpenOptions& options, std::vector<Me
 
 std::unique_ptr<Document> newDocument(const std::string& path, const OpenOptions& options)
 {
-    auto xml = std::make_unique<XmlSource>();
     Message none; // Nothing is wrong with it.
-    xml->loadText(path, kNewText, none);
-    auto document = std::make_unique<Document>(std::move(xml), options.runtime);
-    std::vector<Message> ignored;
-    Progress progress(options.progress);
-    document->setRootNode(readNetwork(*document, document->xml(), ignored, progress));
+    std::unique_ptr<Document> document = readText(path, kNewText, options.runtime, none);
     document->makeKnown();
     return document;
 }
 
 std::unique_ptr<Document> openText(const std::string& text, const Document& other, Message& error)
 {
-    auto xml = std::make_unique<XmlSource>();
-    if (!xml->loadText("the saved document", text, error))
-        return nullptr;
-    auto document = std::make_unique<Document>(std::move(xml), other);
-    std::vector<Message> ignored;
-    Progress untold({});
-    document->setRootNode(readNetwork(*document, document->xml(), ignored, untold));
-    return document;
+    return readText("the saved document", text, other, error);
 }
 
 } // namespace shading

@@ -28,7 +28,7 @@ expect()
     rm "$work/$file"
 }
 
-expect host/document/planted.h '"reading/reader.h"' "document may not include reading/reader.h"
+expect host/document/planted.h '"reading/openDocument.h"' "document may not include reading/openDocument.h"
 expect host/document/planted.h '<shell/shell.h>' "document may not include shell/shell.h"
 expect host/base/planted.h '"format/value.h"' "base may not include format/value.h"
 expect host/session/planted.h '"views/report.h"' "session may not include views/report.h"
