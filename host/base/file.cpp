@@ -30,7 +30,7 @@ bool FileStamp::operator==(const FileStamp& other) const
            seconds == other.seconds && nanoseconds == other.nanoseconds;
 }
 
-bool readFile(const std::string& path, std::string& bytes, FileStamp& stamp, std::string& problem)
+bool readFile(const std::string& path, std::string& bytes, std::string& problem, FileStamp* stamp)
 {
     std::error_code ignored;
     const std::filesystem::file_status status = std::filesystem::status(path, ignored);
@@ -43,7 +43,8 @@ bool readFile(const std::string& path, std::string& bytes, FileStamp& stamp, std
         problem = std::strerror(errno);
         return false;
     }
-    stamp = stampOf(fileno(file));
+    if (stamp)
+        *stamp = stampOf(fileno(file));
     std::array<char, 65536> buffer;
     std::size_t count = 0;
     while ((count = std::fread(buffer.data(), 1, buffer.size(), file)) > 0)
@@ -53,12 +54,6 @@ bool readFile(const std::string& path, std::string& bytes, FileStamp& stamp, std
     if (error != 0)
         problem = std::strerror(error);
     return error == 0;
-}
-
-bool readFile(const std::string& path, std::string& bytes, std::string& problem)
-{
-    FileStamp ignored;
-    return readFile(path, bytes, ignored, problem);
 }
 
 std::optional<FileStamp> stampOf(const std::string& path)

@@ -19,10 +19,22 @@ struct FileStamp {
 };
 
 /// Reads all of a file. False, with the problem, when it cannot be read or is no regular file: one
-/// of those may never end, or wait for a writer that never comes. The stamp is taken before the
-/// first byte is read.
-bool readFile(const std::string& path, std::string& bytes, FileStamp& stamp, std::string& problem);
-bool readFile(const std::string& path, std::string& bytes, std::string& problem);
+/// of those may never end, or wait for a writer that never comes. The stamp, unless it is null, is
+/// taken before the first byte is read.
+bool readFile(const std::string& path,
+              std::string& bytes,
+              std::string& problem,
+              FileStamp* stamp = nullptr);
+
+/// Writes the bytes into a new file beside that one, makes sure that they are on the disk, and then
+/// puts it in the place of the other, whose permissions it takes over. A symbolic link stays: the
+/// file that it names is replaced; one that names nothing is left alone. What is no regular file is
+/// not replaced. False when it failed, with the reason: the file is as it was, and nothing is left
+/// beside it. The stamp, unless it is null, is that of the file as it was written.
+bool replaceFile(const std::string& path,
+                 const std::string& bytes,
+                 std::string& problem,
+                 FileStamp* stamp = nullptr);
 
 /// Of the file that the path leads to; empty when it leads to none.
 std::optional<FileStamp> stampOf(const std::string& path);

@@ -1,4 +1,4 @@
-#include "base/fileReplace.h"
+#include "base/file.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -115,16 +115,10 @@ void syncFolder(const std::string& folder)
 
 } // namespace
 
-bool replaceFile(const std::string& path, const std::string& bytes, std::string& problem)
-{
-    FileStamp ignored;
-    return replaceFile(path, bytes, ignored, problem);
-}
-
 bool replaceFile(const std::string& path,
                  const std::string& bytes,
-                 FileStamp& stamp,
-                 std::string& problem)
+                 std::string& problem,
+                 FileStamp* stamp)
 {
     const std::string target = targetOf(path);
     struct stat status = {};
@@ -143,7 +137,8 @@ bool replaceFile(const std::string& path,
         isDone = file.isOpen() && file.takeOver(replaced) && file.write(bytes) &&
                  file.putInPlaceOf(target);
         problem = isDone ? "" : std::strerror(errno);
-        stamp = isDone ? file.stamp() : FileStamp();
+        if (stamp)
+            *stamp = isDone ? file.stamp() : FileStamp();
     } else {
         problem = std::strerror(errno);
     }

@@ -14,6 +14,12 @@ struct Message {
 };
 
 /// "FILE:LINE:COLUMN: error: TEXT" or "FILE:LINE: warning: TEXT", without a line end.
-std::string messageText(const Message& message);
+inline std::string messageText(const Message& message)
+{
+    const std::string place = message.file + ":" + std::to_string(message.line);
+    return message.isError
+               ? place + ":" + std::to_string(message.column) + ": error: " + message.text
+               : place + ": warning: " + message.text;
+}
 
 } // namespace shading

@@ -116,7 +116,7 @@ bool XmlSource::load(const std::string& path, Message& error)
     m_path = path;
     std::string bytes;
     std::string problem;
-    if (!readFile(path, bytes, m_fileStamp, problem)) {
+    if (!readFile(path, bytes, problem, &m_fileStamp)) {
         error = messageAt(0, true, "cannot be read: " + problem);
         return false;
     }

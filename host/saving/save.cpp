@@ -1,6 +1,6 @@
 #include "saving/save.h"
 
-#include "base/fileReplace.h"
+#include "base/file.h"
 #include "document/document.h"
 #include "format/xml.h"
 #include "reading/openDocument.h"
@@ -87,7 +87,7 @@ bool saveToFile(Document& document,
     }
     FileStamp written;
     std::string problem;
-    if (!replaceFile(path, bytes, written, problem)) {
+    if (!replaceFile(path, bytes, problem, &written)) {
         problems.push_back({path, "cannot be written: " + problem});
         return false;
     }

@@ -8,40 +8,10 @@ namespace shading {
 
 namespace {
 
-const char* wordOf(ZEL::ECnxChangeType type)
-{
-    return type == ZEL::eCnxAdded ? "added" : "removed";
-}
-
-const char* wordOf(ZEL::ECompoundPortChangeType type)
-{
-    switch (type) {
-    case ZEL::eCompoundPortAdded:
-        return "added";
-    case ZEL::eCompoundPortRemoved:
-        return "removed";
-    case ZEL::eCompoundPortRenamed:
-        return "renamed";
-    case ZEL::eCompoundPortMoved:
-        return "moved";
-    }
-    return "changed";
-}
-
-const char* wordOf(ZEL::ENodeChangeType type)
-{
-    switch (type) {
-    case ZEL::eNodeAdded:
-        return "added";
-    case ZEL::eNodeRemoved:
-        return "removed";
-    case ZEL::eNodeRenamed:
-        return "renamed";
-    case ZEL::eNodeChanged:
-        break;
-    }
-    return "changed";
-}
+// By their types, which count from 0.
+const char* const kConnectionWords[] = {"added", "removed"};
+const char* const kPortWords[] = {"added", "removed", "renamed", "moved"};
+const char* const kNodeWords[] = {"added", "removed", "renamed", "changed"};
 
 } // namespace
 
@@ -54,7 +24,7 @@ void Watcher::zel_onConnectionChange(ZEL::ECnxChangeType type,
                                      const ZEL::AddRefWrapper<ZEL::Port>& first,
                                      const ZEL::AddRefWrapper<ZEL::Port>& second)
 {
-    print(std::string("connection ") + wordOf(type) + ": " + pathOf(*first) + " -> " +
+    print(std::string("connection ") + kConnectionWords[type] + ": " + pathOf(*first) + " -> " +
           pathOf(*second));
 }
 
@@ -63,7 +33,7 @@ void Watcher::zel_onCompoundConnectionChange(ZEL::ECnxChangeType type,
                                              const ZEL::AddRefWrapper<ZEL::Port>& second)
 {
     const bool firstSends = first->getPortIOType() == ZEL::PortOutput;
-    print(std::string("compound connection ") + wordOf(type) + ": " +
+    print(std::string("compound connection ") + kConnectionWords[type] + ": " +
           pathOf(firstSends ? *first : *second) + " -> " + pathOf(firstSends ? *second : *first));
 }
 
@@ -72,7 +42,7 @@ void Watcher::zel_onCompoundPortChange(ZEL::ECompoundPortChangeType type,
 {
     // An inner port: the directions are crossed.
     const bool isInput = port->getPortIOType() == ZEL::PortOutput;
-    print(std::string("port ") + wordOf(type) + ": " + (isInput ? "input " : "output ") +
+    print(std::string("port ") + kPortWords[type] + ": " + (isInput ? "input " : "output ") +
           pathOf(*port));
 }
 
@@ -81,7 +51,7 @@ void Watcher::zel_onNodeChange(ZEL::ENodeChangeType type,
                                const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
     watch(node);
-    print(std::string("node ") + wordOf(type) + ": " + pathOf(*compound->getAsNode()) + "." +
+    print(std::string("node ") + kNodeWords[type] + ": " + pathOf(*compound->getAsNode()) + "." +
           node->getName());
 }
 

@@ -1,3 +1,4 @@
+#include "base/file.h"
 #include "check/zelCheck.h"
 #include "definitions/pluginModule.h"
 #include "reading/openDocument.h"
@@ -8,9 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -65,12 +64,6 @@ private:
     bool m_isThere = false;
 };
 
-std::string bytesOf(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string networkText(shading::Document& document, Row& row)
 {
     const ZEL::AddRefWrapper<ZEL::Node> root = document.getRootNode();
@@ -109,7 +102,10 @@ Row roundTrip(const std::string& path, const std::string& scratch, ZEL::Runtime*
         row.problem = problems.front().path + ": " + problems.front().reason;
         return row;
     }
-    row.hasEqualBytes = bytesOf(path) == bytesOf(scratch);
+    std::string bytes;
+    std::string written;
+    row.hasEqualBytes = shading::readFile(path, bytes, row.problem) &&
+                        shading::readFile(scratch, written, row.problem) && bytes == written;
     Row again;
     const std::unique_ptr<shading::Document> saved = openOne(scratch, runtime, again);
     row.hasEqualNetwork = saved && networkText(*saved, again) == before;

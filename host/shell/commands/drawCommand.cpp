@@ -1,4 +1,4 @@
-#include "base/fileReplace.h"
+#include "base/file.h"
 #include "draw/zelPicture.h"
 #include "session/shown.h"
 #include "shell/shell.h"

@@ -1,6 +1,5 @@
 #include "base/file.h"
 
-#include "base/fileReplace.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -40,11 +39,11 @@ TEST(FileStamp, IsThatOfTheFileAtThePath)
     std::string bytes;
     std::string problem;
     shading::FileStamp stamp;
-    ASSERT_TRUE(shading::readFile(file.path(), bytes, stamp, problem));
+    ASSERT_TRUE(shading::readFile(file.path(), bytes, problem, &stamp));
     EXPECT_EQ(3U, stamp.size);
     EXPECT_EQ(stamp, shading::stampOf(file.path()));
     shading::FileStamp written;
-    ASSERT_TRUE(shading::replaceFile(file.path(), "old", written, problem));
+    ASSERT_TRUE(shading::replaceFile(file.path(), "old", problem, &written));
     EXPECT_NE(stamp, written);
     EXPECT_EQ(written, shading::stampOf(file.path()));
     EXPECT_FALSE(shading::stampOf(file.path() + ".no"));
