@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 
@@ -15,11 +16,24 @@ public:
 
     /// Begins a part of the work, which leads from one permille to the other and has that many
     /// units. Tells where it begins.
-    void begin(int from, int to, std::size_t total);
+    void begin(int from, int to, std::size_t total)
+    {
+        m_from = from;
+        m_to = to;
+        m_total = total;
+        m_done = 0;
+        tell(0);
+    }
     /// True on every 1024th call: then tell is worth its while.
     bool isDue() { return (++m_calls & 1023U) == 0; }
     /// So many units of the part are done.
-    void tell(std::size_t done) const;
+    void tell(std::size_t done) const
+    {
+        const double share =
+            m_total == 0 ? 0 : static_cast<double>(done) / static_cast<double>(m_total);
+        if (m_tell)
+            m_tell(m_from + static_cast<int>(std::min(share, 1.0) * (m_to - m_from)));
+    }
     /// One unit more is done: tells now and then.
     void step()
     {

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "base/message.h"
 #include "definitions/pluginModule.h"
-#include "zel.h"
-
-#include <string>
-#include <vector>
+#include "reading/definitionReader.h"
 
 namespace shading {
 
@@ -15,11 +11,17 @@ namespace shading {
 class Environment {
 public:
     /// Loads the plugin. The problem is why there is none; empty when it is loaded.
-    Environment(const std::string& pluginPath, std::string& problem);
+    Environment(const std::string& pluginPath, std::string& problem)
+    {
+        m_plugin.load(pluginPath, problem);
+    }
 
     /// Reads more data types and definitions, for the documents that are opened from now on. False,
     /// with an error, when the file cannot be read.
-    bool addLibrary(const std::string& path, std::vector<Message>& messages);
+    bool addLibrary(const std::string& path, std::vector<Message>& messages)
+    {
+        return readDefinitions(path, runtime(), messages);
+    }
 
     ZEL::Runtime& runtime() { return m_plugin.runtime() ? *m_plugin.runtime() : m_ownRuntime; }
 

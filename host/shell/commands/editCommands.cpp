@@ -8,19 +8,17 @@ namespace shading {
 
 namespace {
 
-bool runConnect(Shell& shell, const Arguments& arguments)
+/// An edit that takes words and gives nothing back.
+template <bool (Edits::*edit)(const std::string&)>
+bool runEdit(Shell& shell, const Arguments& arguments)
 {
-    return shell.report(shell.edits().connect(arguments[0], arguments[1]));
+    return shell.report((shell.edits().*edit)(arguments[0]));
 }
 
-bool runDisconnect(Shell& shell, const Arguments& arguments)
+template <bool (Edits::*edit)(const std::string&, const std::string&)>
+bool runEdit(Shell& shell, const Arguments& arguments)
 {
-    return shell.report(shell.edits().disconnect(arguments[0], arguments[1]));
-}
-
-bool runDisconnectAll(Shell& shell, const Arguments& arguments)
-{
-    return shell.report(shell.edits().disconnectAll(arguments[0]));
+    return shell.report((shell.edits().*edit)(arguments[0], arguments[1]));
 }
 
 bool runCollapse(Shell& shell, const Arguments& arguments)
@@ -59,23 +57,9 @@ bool runPort(Shell& shell, const Arguments& arguments)
                             "port rename PATH OLD NEW");
 }
 
-bool runSet(Shell& shell, const Arguments& arguments)
-{
-    return shell.report(shell.edits().setValue(arguments[0], arguments[1]));
-}
-
-bool runDelete(Shell& shell, const Arguments& arguments)
-{
-    return shell.report(shell.edits().deleteNode(arguments[0]));
-}
-
-bool runRename(Shell& shell, const Arguments& arguments)
-{
-    return shell.report(shell.edits().renameNode(arguments[0], arguments[1]));
-}
-
 /// Undoes or redoes as many edits as the argument says, one without it.
-bool runReplay(Shell& shell, const Arguments& arguments, bool isUndo)
+template <bool isUndo>
+bool runReplay(Shell& shell, const Arguments& arguments)
 {
     int count = 1;
     if (!arguments.empty() && !readNumber(arguments[0], 1, count))
@@ -86,16 +70,6 @@ bool runReplay(Shell& shell, const Arguments& arguments, bool isUndo)
     for (const std::string& title : titles)
         shell.out() << (isUndo ? "undo: " : "redo: ") << title << "\n";
     return shell.report(isDone);
-}
-
-bool runUndo(Shell& shell, const Arguments& arguments)
-{
-    return runReplay(shell, arguments, true);
-}
-
-bool runRedo(Shell& shell, const Arguments& arguments)
-{
-    return runReplay(shell, arguments, false);
 }
 
 bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
@@ -132,12 +106,12 @@ const std::vector<Command>& editCommands()
         {"connect", "SOURCE TARGET",
          "Connects an output to an input. The paths may come in either order; where both orders\n"
          "    make sense, the first is the source. A source that the input has is replaced.",
-         2, 2, runConnect, "port port", "connect Top.noise.out Top.SR_wall.specular"},
+         2, 2, runEdit<&Edits::connect>, "port port", "connect Top.noise.out Top.SR_wall.specular"},
         {"disconnect", "SOURCE TARGET", "Takes a connection off. The paths in either order.", 2, 2,
-         runDisconnect, "port port", "disconnect Top.noise.out Top.SR_wall.specular"},
+         runEdit<&Edits::disconnect>, "port port", "disconnect Top.noise.out Top.SR_wall.specular"},
         {"disconnect-all", "PORT",
          "Takes off all connections of a port. Those inside a compound too.", 1, 1,
-         runDisconnectAll, "port", "disconnect-all Top.NG_wall.color"},
+         runEdit<&Edits::disconnectAll>, "port", "disconnect-all Top.NG_wall.color"},
         {"collapse", "PATH NAME NODE...",
          "Moves nodes into a new compound. PATH is the compound that they are in, NODE are their\n"
          "    names. Prints the path of the new one; its name is made unique, and so are those of "
@@ -159,16 +133,16 @@ const std::vector<Command>& editCommands()
          "in\n"
          "    the document, where numbers have commas between: \"0.1, 0.2, 0.3\". It counts where\n"
          "    nothing feeds the input. An empty VALUE takes the value off.",
-         2, 2, runSet, "input", "set Top.NG_wall.rows 16"},
-        {"delete", "PATH", "Deletes a node with its connections.", 1, 1, runDelete, "node",
-         "delete Top.NG_wall.grain"},
+         2, 2, runEdit<&Edits::setValue>, "input", "set Top.NG_wall.rows 16"},
+        {"delete", "PATH", "Deletes a node with its connections.", 1, 1,
+         runEdit<&Edits::deleteNode>, "node", "delete Top.NG_wall.grain"},
         {"rename", "PATH NAME",
          "Gives a node another name. A name has letters, digits and _, and begins with no digit.",
-         2, 2, runRename, "node name", "rename Top.NG_wall.grain fine_grain"},
+         2, 2, runEdit<&Edits::renameNode>, "node name", "rename Top.NG_wall.grain fine_grain"},
         {"undo", "[N]", "Takes the last edits back. N of them (default: 1); prints them.", 0, 1,
-         runUndo, "", "undo 3"},
+         runReplay<true>, "", "undo 3"},
         {"redo", "[N]", "Does undone edits again. N of them (default: 1); prints them.", 0, 1,
-         runRedo, "", "redo 3"},
+         runReplay<false>, "", "redo 3"},
         {"history", "",
          "All edits, the oldest first, with those that are undone. --commands prints instead the\n"
          "    commands that do the same as those that are not undone, a line each, ready to be a\n"
