@@ -4,10 +4,12 @@
 #include "document/history.h"
 #include "document/journal.h"
 #include "document/origins.h"
+#include "document/reservedNames.h"
 #include "format/xml.h"
 
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <random>
 #include <utility>
 
@@ -24,6 +26,7 @@ struct Document::Impl {
     History* history = nullptr; ///< Not owned.
     std::unique_ptr<XmlSource> xml;
     Origins origins;
+    std::optional<ReservedNames> reservedNames; ///< Empty until somebody asks.
     Files files;
     ZEL::AddRefWrapper<ZEL::Node> root; ///< Empty until the document was read.
 };
@@ -155,6 +158,13 @@ const XmlSource& Document::xml() const
 Origins& Document::origins()
 {
     return m_impl->origins;
+}
+
+ReservedNames& Document::reservedNames()
+{
+    if (!m_impl->reservedNames)
+        m_impl->reservedNames.emplace(m_impl->xml->documentElement(), m_impl->origins);
+    return *m_impl->reservedNames;
 }
 
 } // namespace shading

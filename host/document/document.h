@@ -14,6 +14,7 @@ namespace shading {
 class History;
 class Journal;
 class Origins;
+class ReservedNames;
 class XmlSource;
 
 /// One shading document: the XML of its file and the network made from it, below a root node named
@@ -67,6 +68,8 @@ public:
     /// What the document said when it was opened; edits do not change it.
     const XmlSource& xml() const;
     Origins& origins();
+    /// The names that nodes and ports must not get. Made at the first call, after opening.
+    ReservedNames& reservedNames();
 
 private:
     struct Impl;

@@ -1,6 +1,9 @@
 #include "document/rules.h"
 
+#include "document/document.h"
 #include "document/names.h"
+#include "document/node.h"
+#include "document/reservedNames.h"
 #include "format/format.h"
 
 #include <algorithm>
@@ -83,16 +86,24 @@ std::string nameProblem(const std::string& name)
     return isGood ? "" : "a name has letters, digits and _, and begins with no digit";
 }
 
-bool isNameTaken(ZEL::Compound& compound, const std::string& name)
+std::string takenProblem(ZEL::Compound& compound, const std::string& name)
 {
     const char* const text = name.c_str();
-    return compound.innerInputs()[text] || compound.innerOutputs()[text] || compound.nodes()[text];
+    if (compound.innerInputs()[text] || compound.innerOutputs()[text] || compound.nodes()[text])
+        return kNameIsTaken;
+    const NodePtr owner = compound.getAsNode();
+    const auto* const node = dynamic_cast<const Node*>(owner.get());
+    auto* const document = dynamic_cast<Document*>(owner->getContainer());
+    if (!node || !node->element() || !document)
+        return "";
+    const std::string holder = document->reservedNames().holderOf(*node->element(), name);
+    return holder.empty() ? "" : "the name is taken: " + holder;
 }
 
 std::string newNameProblem(ZEL::Compound& compound, const std::string& name)
 {
     const std::string problem = nameProblem(name);
-    return problem.empty() && isNameTaken(compound, name) ? kNameIsTaken : problem;
+    return problem.empty() ? takenProblem(compound, name) : problem;
 }
 
 std::string uniqueName(ZEL::Compound& compound, const std::string& name, ZEL::Compound* other)
@@ -103,7 +114,8 @@ std::string uniqueName(ZEL::Compound& compound, const std::string& name, ZEL::Co
     if (stem.empty() || isDigit(stem.front()))
         stem.insert(0, "_");
     const auto isTaken = [&](const std::string& wanted) {
-        return isNameTaken(compound, wanted) || (other && isNameTaken(*other, wanted));
+        return !takenProblem(compound, wanted).empty() ||
+               (other && !takenProblem(*other, wanted).empty());
     };
     const auto numbered = [&](int number) { return stem + std::to_string(number); };
     if (!isTaken(stem))

@@ -29,10 +29,10 @@ bool isReachable(const std::string& name);
 /// The format has the name: letters, digits and "_", of ASCII, and no digit first.
 std::string nameProblem(const std::string& name);
 
-/// True when a node of the compound, or one of its ports, has that name: all are siblings in a
-/// document of the format.
-bool isNameTaken(ZEL::Compound& compound, const std::string& name);
-extern const char* const kNameIsTaken; ///< The words for it.
+/// Says that a node of the compound, one of its ports, or something beside them that is no part of
+/// the network has that name: all are siblings in a document of the format. Empty when it is free.
+std::string takenProblem(ZEL::Compound& compound, const std::string& name);
+extern const char* const kNameIsTaken; ///< The words for it among the parts of a network.
 
 /// The compound may get a port or node of that name: it has no problem and is not taken.
 std::string newNameProblem(ZEL::Compound& compound, const std::string& name);

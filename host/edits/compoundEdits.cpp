@@ -2,10 +2,13 @@
 
 #include "document/document.h"
 #include "document/names.h"
+#include "document/node.h"
+#include "document/reservedNames.h"
 #include "document/rules.h"
 #include "edits/editName.h"
 #include "edits/edits.h"
 #include "edits/expansion.h"
+#include "format/piece.h"
 
 #include <unordered_map>
 #include <unordered_set>
@@ -51,7 +54,7 @@ public:
             std::string aside = node->getName();
             do {
                 aside += "_";
-            } while (taken.count(aside) > 0 || isNameTaken(compound, aside));
+            } while (taken.count(aside) > 0 || !takenProblem(compound, aside).empty());
             node->setName(aside.c_str());
         }
     }
@@ -103,6 +106,31 @@ const ZEL::Node* unmovable(ZEL::Compound& compound, const Nodes& nodes, std::str
             return node.get();
     }
     return nullptr;
+}
+
+/// Null for a node that the document did not have.
+const Piece* elementOf(ZEL::Node& node)
+{
+    const auto* const own = dynamic_cast<const Node*>(&node);
+    return own ? own->element() : nullptr;
+}
+
+/// Backdrops and the like come up with the nodes, by the names that they have.
+std::string namesLeftProblem(ZEL::Node& graph)
+{
+    const Piece* const element = elementOf(graph);
+    if (!element)
+        return "";
+    ZEL::Compound& around = *graph.getParentCompound();
+    for (const Piece& child : ElementsIn(*element)) {
+        const std::string name = attributeOf(child, "name");
+        if (kindOf(child) != ElementKind::Other || name.empty() || name == graph.getName())
+            continue;
+        const std::string problem = takenProblem(around, name);
+        if (!problem.empty())
+            return std::string(child.text) + " \"" + name + "\" inside: " + problem;
+    }
+    return "";
 }
 
 } // namespace
@@ -179,13 +207,21 @@ bool Edits::expand(const NodePtr& graph, std::vector<std::string>& renamed)
     const std::string path = pathOf(*graph);
     if (!graph->isCompound())
         return fail(path, "not a compound");
+    const std::string left = namesLeftProblem(*graph);
+    if (!left.empty())
+        return fail(path, left);
+    const Piece* const element = elementOf(*graph);
+    const Piece* const around = elementOf(*graph->getParentCompound()->getAsNode());
     const std::string title = std::string("Expand ") + graph->getName();
-    return runKeepingTypes(named(title, {"expand", path}), path, [&] {
+    const bool isDone = runKeepingTypes(named(title, {"expand", path}), path, [&] {
         Expansion expansion(graph);
         std::string problem = expansion.run();
         renamed = expansion.renamed();
         return problem;
     });
+    if (isDone && element && around)
+        m_document.reservedNames().addAll(*element, *around);
+    return isDone;
 }
 
 bool Edits::expand(const std::string& path, std::vector<std::string>& renamed)

@@ -113,8 +113,8 @@ bool Edits::mayName(ZEL::Compound& compound, const std::string& name, const std:
     const std::string problem = nameProblem(name);
     if (!problem.empty())
         return fail(subject, problem);
-    return !isNameTaken(compound, name) ||
-           fail(pathOf(*compound.getAsNode()) + "." + name, kNameIsTaken);
+    const std::string taken = takenProblem(compound, name);
+    return taken.empty() || fail(pathOf(*compound.getAsNode()) + "." + name, taken);
 }
 
 bool Edits::reaches(const CompoundPtr& compound)

@@ -126,8 +126,9 @@ std::string Expansion::moveUp(const NodePtr& node)
     const std::string oldPath = pathOf(*node);
     const std::string name = node->getName();
     // Free above, and among those that are still inside.
-    const std::string unique =
-        isNameTaken(*m_around, name) ? uniqueName(*m_around, name, m_compound.get()) : name;
+    const std::string unique = takenProblem(*m_around, name).empty()
+                                   ? name
+                                   : uniqueName(*m_around, name, m_compound.get());
     node->setName(unique.c_str());
     if (!m_compound->nodes().remove(node) || !m_around->nodes().add(node))
         return oldPath + " cannot be moved";

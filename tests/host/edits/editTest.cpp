@@ -204,6 +204,39 @@ TEST(Edit, RefusalNamesThePathAndTheReasonAndChangesNothing)
     }
 }
 
+/// Siblings that are no part of the network, and references that mean nothing.
+TEST(Edit, NewNamesAreThoseOfNoSibling)
+{
+    const char* const elements =
+        "<look name='L'/><collection name='C'/><x:y name='Z'/>"
+        "<nodegraph name='g'><token name='t'/><backdrop name='B'/><n name='i' type='t'/>"
+        "<output name='o' type='t' nodename='no'/></nodegraph>"
+        "<n name='a' type='t'/><n name='b' type='t'><input name='j' type='t' nodegraph='NG'/></n>";
+    const struct {
+        const char* line;
+        const char* output;
+    } refusals[] = {
+        {"rename Top.a L", "rename: Top.L: the name is taken: look \"L\" has it"},
+        {"rename Top.g C", "rename: Top.C: the name is taken: collection \"C\" has it"},
+        {"rename Top.a Z", "rename: Top.Z: the name is taken: x:y \"Z\" has it"},
+        {"rename Top.a NG", "rename: Top.NG: the name is taken: input \"j\" refers to it"},
+        {"rename Top.g.i no", "rename: Top.g.no: the name is taken: output \"o\" refers to it"},
+        {"port add Top.g input t t", "port: Top.g.t: the name is taken: token \"t\" has it"},
+        {"port rename Top.g o B", "port: Top.g.B: the name is taken: backdrop \"B\" has it"},
+    };
+    Session session(elements);
+    for (const auto& c : refusals)
+        EXPECT_EQ(std::string("error: ") + c.output + "\n", session.run(c.line));
+    // Names that the host makes are free, and what an expanded graph leaves behind keeps its own.
+    EXPECT_EQ("Top.L2\n", session.run("collapse Top L a"));
+    session.run("rename Top.b t");
+    EXPECT_EQ("error: expand: Top.g: token \"t\" inside: the name is taken\n",
+              session.run("expand Top.g"));
+    session.run("rename Top.t b\nexpand Top.g");
+    EXPECT_EQ("error: rename: Top.B: the name is taken: backdrop \"B\" has it\n",
+              session.run("rename Top.b B"));
+}
+
 TEST(Edit, TwoPortsOfOnePathAreConnectedWithoutAWordOfTheLibrary)
 {
     Session session("<n name='a' type='t'><input name='out' type='t'/></n>");

@@ -118,10 +118,6 @@ const SaveCase kSaves[] = {
      "output='out'/><input name='j' type='t' nodename='no'/></n>",
      "delete Top.a",
      "<n name='b' type='t'><input name='i' type='t'/><input name='j' type='t' nodename='no'/></n>"},
-    {"a reference to nothing does not come to mean a new node",
-     "<n name='a' type='t'/><n name='b' type='t'><input name='j' type='t' nodename='no'/></n>",
-     "rename Top.a no",
-     "<n name='no' type='t'/><n name='b' type='t'><input name='j' type='t'/></n>"},
     {"connect: the value stays, the element is made where there is none",
      "<n name='a' type='multioutput'><output name='x' type='t'/></n><n name='b' type='t'><input "
      "name='i' type='t' value='7'/></n><output name='o' type='t'/>",
