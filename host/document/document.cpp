@@ -5,6 +5,7 @@
 #include "document/journal.h"
 #include "document/origins.h"
 #include "document/reservedNames.h"
+#include "format/nodeDefs.h"
 #include "format/xml.h"
 
 #include <array>
@@ -16,6 +17,13 @@
 namespace shading {
 
 struct Document::Impl {
+    Impl(std::unique_ptr<XmlSource> source, ZEL::Runtime* given)
+        : runtime(given ? given : &ownRuntime),
+          xml(std::move(source)),
+          nodeDefs(xml->documentElement())
+    {
+    }
+
     // Destroyed in reverse order: the nodes before the XML whose elements they remember, and before
     // the runtime.
     ZEL::Runtime ownRuntime; ///< Serves a document that was given none.
@@ -25,6 +33,7 @@ struct Document::Impl {
     Journal journal;
     History* history = nullptr; ///< Not owned.
     std::unique_ptr<XmlSource> xml;
+    NodeDefs nodeDefs;
     Origins origins;
     std::optional<ReservedNames> reservedNames; ///< Empty until somebody asks.
     Files files;
@@ -50,19 +59,15 @@ std::string makeUuid()
 } // namespace
 
 Document::Document(std::unique_ptr<XmlSource> xml, ZEL::Runtime* runtime)
-    : m_impl(std::make_unique<Impl>())
+    : m_impl(std::make_unique<Impl>(std::move(xml), runtime))
 {
-    m_impl->runtime = runtime ? runtime : &m_impl->ownRuntime;
     m_impl->definitions = std::make_shared<DefinitionIndex>(*m_impl->runtime);
-    m_impl->xml = std::move(xml);
 }
 
 Document::Document(std::unique_ptr<XmlSource> xml, const Document& other)
-    : m_impl(std::make_unique<Impl>())
+    : m_impl(std::make_unique<Impl>(std::move(xml), other.m_impl->runtime))
 {
-    m_impl->runtime = other.m_impl->runtime;
     m_impl->definitions = other.m_impl->definitions;
-    m_impl->xml = std::move(xml);
 }
 
 Document::~Document()
@@ -153,6 +158,11 @@ void Document::setHistory(History* history)
 const XmlSource& Document::xml() const
 {
     return *m_impl->xml;
+}
+
+const NodeDefs& Document::nodeDefs() const
+{
+    return m_impl->nodeDefs;
 }
 
 Origins& Document::origins()

@@ -13,6 +13,7 @@ namespace shading {
 
 class History;
 class Journal;
+class NodeDefs;
 class Origins;
 class ReservedNames;
 class XmlSource;
@@ -67,6 +68,8 @@ public:
     void setHistory(History* history);
     /// What the document said when it was opened; edits do not change it.
     const XmlSource& xml() const;
+    /// Those of it.
+    const NodeDefs& nodeDefs() const;
     Origins& origins();
     /// The names that nodes and ports must not get. Made at the first call, after opening.
     ReservedNames& reservedNames();

@@ -1,7 +1,10 @@
 #include "document/journal.h"
 
+#include "document/document.h"
+#include "document/graphInterface.h"
 #include "document/names.h"
 #include "document/node.h"
+#include "document/origins.h"
 #include "document/rules.h"
 
 namespace shading {
@@ -114,6 +117,18 @@ bool Journal::write(std::unique_ptr<Step> step)
     return true;
 }
 
+/// Of a graph's two ports, the one of its node is asked about.
+bool Journal::mayChangeInterface(const PortPtr& port, bool isRemoval)
+{
+    const NodePtr node = port->getParentNode();
+    if (port->isCompoundInternalPort() || !tieOf(*node))
+        return true;
+    const Origins& origins = static_cast<Document&>(*node->getContainer()).origins();
+    const std::string problem =
+        interfaceProblem(*node, port->getPortIOType(), origins.nameOf(*port), isRemoval);
+    return problem.empty() || refuse(problem);
+}
+
 bool Journal::mayConnect(const PortPtr& a, const PortPtr& b)
 {
     if (!isWanted(a->getParentNode()) && !isWanted(b->getParentNode()))
@@ -135,16 +150,18 @@ bool Journal::mayAddPort(ZEL::PortList& list, const PortPtr& port)
     if (!isWanted(port->getParentNode()))
         return true;
     const CompoundPtr compound = port->getParentCompound();
-    const std::string problem = compound                ? newNameProblem(*compound, port->getName())
+    const std::string problem = compound ? newPortNameProblem(*compound, port->getName())
                                 : list[port->getName()] ? kNameIsTaken
                                                         : "";
-    return problem.empty() ? write(makeAddPortStep(list, port))
-                           : refuse(pathOf(*port) + ": " + problem);
+    if (!problem.empty())
+        return refuse(pathOf(*port) + ": " + problem);
+    return mayChangeInterface(port) && write(makeAddPortStep(list, port));
 }
 
 bool Journal::mayRemovePort(ZEL::PortList& list, const PortPtr& port)
 {
-    return !isWanted(port->getParentNode()) || write(makeRemovePortStep(list, port));
+    return !isWanted(port->getParentNode()) ||
+           (mayChangeInterface(port, true) && write(makeRemovePortStep(list, port)));
 }
 
 bool Journal::mayMovePort(ZEL::PortList& list, int from, int to)
@@ -152,18 +169,21 @@ bool Journal::mayMovePort(ZEL::PortList& list, int from, int to)
     // The library repeats a port that moves to the back and drops the one behind it.
     if (from < to || from >= list.size())
         return refuse("a port can be moved to the front only");
-    return !isWanted(list[from]->getParentNode()) || write(makeMovePortStep(list, from, to));
+    return !isWanted(list[from]->getParentNode()) ||
+           (mayChangeInterface(list[from]) && write(makeMovePortStep(list, from, to)));
 }
 
 bool Journal::maySetType(const PortPtr& port, const TypePtr& type)
 {
-    return !isWanted(port->getParentNode()) || write(makeTypeStep(port, type));
+    return !isWanted(port->getParentNode()) ||
+           (mayChangeInterface(port) && write(makeTypeStep(port, type)));
 }
 
 bool Journal::maySetValue(const PortPtr& port, const char* value)
 {
     const bool isSame = std::string(value) == port->getPortDefaultValue();
-    return isSame || !isWanted(port->getParentNode()) || write(makeValueStep(port, value));
+    return isSame || !isWanted(port->getParentNode()) ||
+           (mayChangeInterface(port) && write(makeValueStep(port, value)));
 }
 
 bool Journal::mayRenamePort(ZEL::PortList& list, const PortPtr& port, const char* name)
@@ -173,11 +193,12 @@ bool Journal::mayRenamePort(ZEL::PortList& list, const PortPtr& port, const char
         return true;
     // The inner port of a compound stands for the pair.
     const CompoundPtr compound = port->getParentCompound();
-    const std::string problem = compound     ? newNameProblem(*compound, name)
+    const std::string problem = compound     ? newPortNameProblem(*compound, name)
                                 : list[name] ? kNameIsTaken
                                              : nameProblem(name);
-    return problem.empty() ? write(makeRenamePortStep(port, name))
-                           : refuse(pathOf(*node) + "." + name + ": " + problem);
+    if (!problem.empty())
+        return refuse(pathOf(*node) + "." + name + ": " + problem);
+    return mayChangeInterface(port) && write(makeRenamePortStep(port, name));
 }
 
 bool Journal::mayAddNode(ZEL::Compound& compound, const NodePtr& node)
@@ -187,6 +208,8 @@ bool Journal::mayAddNode(ZEL::Compound& compound, const NodePtr& node)
     // Among nodes only: the library's collapse names the ports of a compound before nodes move in.
     if (compound.nodes()[node->getName()])
         return refuse(pathOf(*node) + ": " + kNameIsTaken);
+    if (tieOf(*node) && compound.getAsNode()->getParentCompound())
+        return refuse(kStaysAtTheTop);
     return write(makeAddNodeStep(compound, node));
 }
 

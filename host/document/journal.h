@@ -71,6 +71,7 @@ private:
     };
 
     bool isWanted(const NodePtr& node);
+    bool mayChangeInterface(const PortPtr& port, bool isRemoval = false);
     bool write(std::unique_ptr<Step> step);
     void checkLastStep();
     bool takeBack(std::size_t firstStep);

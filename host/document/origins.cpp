@@ -37,6 +37,12 @@ std::string Origins::impliedNameOf(const ZEL::Port& port) const
     return found == m_impliedNames.end() ? "" : found->second;
 }
 
+std::string Origins::nameOf(const ZEL::Port& port) const
+{
+    const Piece* const element = elementOf(port);
+    return element ? attributeOf(*element, "name") : impliedNameOf(port);
+}
+
 void Origins::setConnected(const Piece& element)
 {
     if (element.number >= m_connected.size())

@@ -29,6 +29,9 @@ public:
     /// What the references called it that made it; empty for any other port.
     std::string impliedNameOf(const ZEL::Port& port) const;
 
+    /// What the document called the port; empty for one that it does not mention.
+    std::string nameOf(const ZEL::Port& port) const;
+
     void setConnected(const Piece& element);
     /// False for a reference that named nothing when the document was opened.
     bool wasConnected(const Piece& element) const;

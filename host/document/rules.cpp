@@ -1,10 +1,11 @@
 #include "document/rules.h"
 
 #include "document/document.h"
+#include "document/graphInterface.h"
 #include "document/names.h"
 #include "document/node.h"
 #include "document/reservedNames.h"
-#include "format/format.h"
+#include "format/nodeDefs.h"
 
 #include <algorithm>
 
@@ -61,6 +62,9 @@ std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyTy
     const std::string type = typeNameOf(sender);
     if (anyType)
         return "";
+    const NodePtr graph = receiver.isCompoundInternalPort() ? nullptr : receiver.getParentNode();
+    if (graph && graph->isCompound() && tieOf(*graph))
+        return "a graph that implements a nodedef has no sources: nodes of its type have them";
     if (type != typeNameOf(receiver))
         return pathOf(sender) + " is " + type + ", " + pathOf(receiver) + " is " +
                typeNameOf(receiver);
@@ -89,9 +93,10 @@ std::string nameProblem(const std::string& name)
 std::string takenProblem(ZEL::Compound& compound, const std::string& name)
 {
     const char* const text = name.c_str();
-    if (compound.innerInputs()[text] || compound.innerOutputs()[text] || compound.nodes()[text])
-        return kNameIsTaken;
     const NodePtr owner = compound.getAsNode();
+    if (compound.innerOutputs()[text] || compound.nodes()[text] ||
+        (compound.innerInputs()[text] && !tieOf(*owner)))
+        return kNameIsTaken;
     const auto* const node = dynamic_cast<const Node*>(owner.get());
     auto* const document = dynamic_cast<Document*>(owner->getContainer());
     if (!node || !node->element() || !document)
@@ -104,6 +109,18 @@ std::string newNameProblem(ZEL::Compound& compound, const std::string& name)
 {
     const std::string problem = nameProblem(name);
     return problem.empty() ? takenProblem(compound, name) : problem;
+}
+
+std::string newPortNameProblem(ZEL::Compound& compound, const std::string& name)
+{
+    std::string problem = newNameProblem(compound, name);
+    const Tie* const tie = tieOf(*compound.getAsNode());
+    if (!problem.empty() || !tie)
+        return problem;
+    bool isTaken = static_cast<bool>(compound.innerInputs()[name.c_str()]);
+    for (const char* const kind : {"token", "parameter"})
+        isTaken = isTaken || (tie->nodeDef && childNamed(*tie->nodeDef, kind, name));
+    return isTaken ? kNameIsTaken : "";
 }
 
 std::string uniqueName(ZEL::Compound& compound, const std::string& name, ZEL::Compound* other)

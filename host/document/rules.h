@@ -30,12 +30,15 @@ bool isReachable(const std::string& name);
 std::string nameProblem(const std::string& name);
 
 /// Says that a node of the compound, one of its ports, or something beside them that is no part of
-/// the network has that name: all are siblings in a document of the format. Empty when it is free.
+/// the network has that name: all are siblings in a document of the format, but for the inputs of a
+/// graph that implements a `nodedef`. Empty when it is free.
 std::string takenProblem(ZEL::Compound& compound, const std::string& name);
 extern const char* const kNameIsTaken; ///< The words for it among the parts of a network.
 
 /// The compound may get a port or node of that name: it has no problem and is not taken.
 std::string newNameProblem(ZEL::Compound& compound, const std::string& name);
+/// The same for a port, which is also a sibling of the ports of the `nodedef`.
+std::string newPortNameProblem(ZEL::Compound& compound, const std::string& name);
 
 /// The name, made one that the format has, with a number from 2 behind it that makes it free in the
 /// compound, and in the other one too: the first, unless there are gaps among those that are taken.

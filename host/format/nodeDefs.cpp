@@ -6,10 +6,31 @@ namespace shading {
 
 NodeDefs::NodeDefs(const Piece& document)
 {
+    std::unordered_map<std::string, const Piece*> graphs;
     for (const Piece& element : ElementsIn(document)) {
         if (element.text == "nodedef")
             m_elements.emplace(attributeOf(element, "name"), &element);
+        else if (kindOf(element) == ElementKind::Graph)
+            graphs.emplace(attributeOf(element, "name"), &element);
     }
+    for (const Piece& element : ElementsIn(document)) {
+        if (kindOf(element) == ElementKind::Graph)
+            addTie(element, element);
+    }
+    for (const Piece& element : ElementsIn(document)) {
+        if (element.text != "implementation")
+            continue;
+        const auto graph = graphs.find(attributeOf(element, "nodegraph"));
+        if (graph != graphs.end())
+            addTie(*graph->second, element);
+    }
+}
+
+void NodeDefs::addTie(const Piece& graph, const Piece& element)
+{
+    const std::string name = attributeOf(element, "nodedef");
+    if (!name.empty())
+        m_ties.emplace(&graph, Tie{name, named(name), &element});
 }
 
 const Piece* NodeDefs::named(const std::string& name) const
@@ -29,6 +50,33 @@ std::vector<const Piece*> NodeDefs::lineOf(const Piece& nodeDef) const
     }
     std::reverse(line.begin(), line.end());
     return line;
+}
+
+const Tie* NodeDefs::tieOf(const Piece& graph) const
+{
+    const auto found = m_ties.find(&graph);
+    return found == m_ties.end() ? nullptr : &found->second;
+}
+
+std::vector<const Piece*> NodeDefs::inputsOf(const Tie& tie) const
+{
+    std::vector<const Piece*> inputs;
+    if (!tie.nodeDef)
+        return inputs;
+    std::unordered_map<std::string, std::size_t> places;
+    for (const Piece* const nodeDef : lineOf(*tie.nodeDef)) {
+        for (const Piece& child : ElementsIn(*nodeDef)) {
+            const std::string name = attributeOf(child, "name");
+            if (kindOf(child) != ElementKind::Input || name.empty())
+                continue;
+            const auto [place, isNew] = places.emplace(name, inputs.size());
+            if (isNew)
+                inputs.push_back(&child);
+            else
+                inputs[place->second] = &child;
+        }
+    }
+    return inputs;
 }
 
 } // namespace shading

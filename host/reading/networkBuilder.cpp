@@ -5,6 +5,7 @@
 #include "document/document.h"
 #include "document/names.h"
 #include "document/origins.h"
+#include "format/nodeDefs.h"
 #include "format/xml.h"
 
 #include <unordered_set>
@@ -117,6 +118,24 @@ private:
             addReference(element, scope.compound->innerOutputs()[index], &scope);
     }
 
+    /// The inputs of the `nodedef` that a graph implements, but for those that it has itself.
+    void addDeclaredInputs(const Piece& graph, Scope& scope)
+    {
+        const Tie* const tie = m_document.nodeDefs().tieOf(graph);
+        if (!tie)
+            return;
+        const NodePtr owner = scope.compound->getAsNode();
+        for (const Piece* const element : m_document.nodeDefs().inputsOf(*tie)) {
+            const std::string name = attributeOf(*element, "name");
+            if (childNamed(graph, "input", name))
+                continue;
+            const int index = scope.compound->createCompoundPort(
+                ZEL::PortInput, name.c_str(), typeOf(*element, pathOf(*owner) + "." + name));
+            m_document.origins().setPort(owner->inputs()[index], element);
+            owner->inputs()[index]->setPortDefaultValue(attributeOf(*element, "value").c_str());
+        }
+    }
+
     void addGraph(const Piece& element, SiblingNames& names, Scope& scope)
     {
         const std::string name = takeName(element, names);
@@ -129,6 +148,7 @@ private:
 
         Scope& inner = m_network.scopes.emplace_back();
         inner.compound = compound;
+        addDeclaredInputs(element, inner);
         fillCompound(element, inner, &scope);
     }
 

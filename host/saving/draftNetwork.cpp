@@ -1,27 +1,30 @@
 #include "saving/draftNetwork.h"
 
 #include "document/document.h"
+#include "document/graphInterface.h"
 #include "document/node.h"
 #include "document/origins.h"
+#include "format/nodeDefs.h"
 
 namespace shading {
 
 namespace {
 
 /// The sibling behind which the port's element comes: the one of the nearest port that has one.
-Piece* placeOf(const DraftNetwork& network, ZEL::PortList& list, ZEL::Port& port)
+Piece* placeOf(const DraftNetwork& network, Piece& parent, ZEL::PortList& list, ZEL::Port& port)
 {
     const int index = list.findPort(&port);
     for (int i = index - 1; i >= 0; --i) {
-        if (Piece* const item = network.itemOf(*list[i]))
+        Piece* const item = network.itemOf(*list[i]);
+        if (item && item->parent == &parent)
             return item;
     }
     for (int i = index + 1; i < list.size(); ++i) {
-        if (const Piece* const item = network.itemOf(*list[i]))
+        const Piece* const item = network.itemOf(*list[i]);
+        if (item && item->parent == &parent)
             return pieceBefore(*item);
     }
-    const ZEL::AddRefWrapper<ZEL::Node> node = port.getParentNode();
-    return port.getPortIOType() == ZEL::PortInput ? nullptr : lastPiece(*network.itemOf(*node));
+    return port.getPortIOType() == ZEL::PortInput ? nullptr : lastPiece(parent);
 }
 
 } // namespace
@@ -111,9 +114,13 @@ bool DraftNetwork::arrange(Piece& parent, const std::vector<Piece*>& items, Piec
     return hasMoved;
 }
 
-void DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
+bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
 {
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
+    const Tie* const tie = isInput ? tieOf(node) : nullptr;
+    if (tie && !tie->nodeDef)
+        return false;
+    Piece& parent = tie ? m_draft.at(*tie->nodeDef) : *itemOf(node);
     // Inputs that references make come behind those that have elements.
     ZEL::PortList& inputs = node.inputs();
     const int place = isInput && node.isCompound() ? inputs.findPort(&port) : 0;
@@ -127,9 +134,10 @@ void DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
     m_draft.setAttribute(item, "type", typeNameOf(port));
     if ((isInput || node.isCompound()) && *port.getPortDefaultValue() != '\0')
         m_draft.setAttribute(item, "value", port.getPortDefaultValue());
-    m_draft.insert(item, *itemOf(node),
-                   placeOf(*this, isInput ? node.inputs() : node.outputs(), port));
+    m_draft.insert(item, parent,
+                   placeOf(*this, parent, isInput ? node.inputs() : node.outputs(), port));
     claim(item, port);
+    return true;
 }
 
 Piece* pieceBefore(const Piece& item)

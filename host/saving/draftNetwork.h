@@ -48,8 +48,9 @@ public:
     /// True when something moved.
     bool arrange(Piece& parent, const std::vector<Piece*>& items, Piece* start);
     /// Gives a port of the node an element of its own, in the order of its list; likewise the
-    /// inputs of a compound before it.
-    void declare(ZEL::Node& node, ZEL::Port& port);
+    /// inputs of a compound before it. Those of a graph that implements a `nodedef` get it there.
+    /// False when that is elsewhere.
+    bool declare(ZEL::Node& node, ZEL::Port& port);
 
 private:
     std::pair<ZEL::Node*, ZEL::Port*>& claimOf(const Piece& item);

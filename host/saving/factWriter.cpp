@@ -141,10 +141,12 @@ void FactWriter::writeOutputs(ZEL::Node& node)
     }
 }
 
-void FactWriter::declare(ZEL::Node& node, ZEL::Port& port)
+bool FactWriter::declare(ZEL::Node& node, ZEL::Port& port)
 {
-    m_network.declare(node, port);
-    m_new.insert(m_network.itemOf(port));
+    const bool isDone = m_network.declare(node, port);
+    if (isDone)
+        m_new.insert(m_network.itemOf(port));
+    return isDone;
 }
 
 /// By the type of the node's element or by its definition; a connection needs an element.
@@ -230,8 +232,7 @@ bool FactWriter::writePortInFull(const Difference& difference, ZEL::Port& port)
         if (item)
             return value.empty() ? draft.removeAttribute(*item, "value")
                                  : draft.setAttribute(*item, "value", value);
-        declare(node, port);
-        return true;
+        return declare(node, port);
     case Difference::Fact::Order:
         return !isRedefined && writeOrder(node, port);
     case Difference::Fact::Source:
@@ -249,10 +250,8 @@ bool FactWriter::writeType(ZEL::Node& node, ZEL::Port& port)
     Piece* const item = m_network.itemOf(port);
     const std::string type = typeNameOf(port);
     const bool isOwners = !node.isCompound() && isImplied(owner, port);
-    if (!item && !isOwners) {
-        declare(node, port);
-        return true;
-    }
+    if (!item && !isOwners)
+        return declare(node, port);
     const bool isOwnWritten = item && draft.setAttribute(*item, "type", type);
     return (isOwners && draft.setAttribute(owner, "type", type)) || isOwnWritten;
 }
@@ -264,10 +263,11 @@ bool FactWriter::writeOrder(ZEL::Node& node, ZEL::Port& first)
     const bool isDeclared = node.isCompound() && declareAll(node);
     std::vector<Piece*> items;
     for (ZEL::Port* const port : isInput ? node.inputs() : node.outputs()) {
-        if (Piece* const item = m_network.itemOf(*port))
+        Piece* const item = m_network.itemOf(*port);
+        if (item && (items.empty() || item->parent == items.front()->parent))
             items.push_back(item);
     }
-    const bool hasMoved = !items.empty() && m_network.arrange(*m_network.itemOf(node), items,
+    const bool hasMoved = !items.empty() && m_network.arrange(*items.front()->parent, items,
                                                               pieceBefore(*items.front()));
     return hasMoved || isDeclared || declareAll(node);
 }
@@ -278,10 +278,7 @@ bool FactWriter::declareAll(ZEL::Node& node)
     bool isWritten = false;
     for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
         for (ZEL::Port* const port : *list) {
-            if (m_network.itemOf(*port))
-                continue;
-            declare(node, *port);
-            isWritten = true;
+            isWritten = (!m_network.itemOf(*port) && declare(node, *port)) || isWritten;
         }
     }
     return isWritten;
@@ -292,8 +289,8 @@ bool FactWriter::writeSource(ZEL::Node& node, ZEL::Port& outer)
     const bool isInner = node.isCompound() && outer.getPortIOType() == ZEL::PortOutput;
     const PortPtr receiver = isInner ? node.getAsCompound()->getReversePort(&outer) : &outer;
     const PortPtr source = receiver->connectedTo()[0];
-    if (!m_network.itemOf(outer))
-        declare(node, outer);
+    if (!m_network.itemOf(outer) && !declare(node, outer))
+        return false;
     Piece& item = *m_network.itemOf(outer);
     // What the source is read back as is not settled yet, and the element names it.
     const bool isUnsettled = source && (m_missing.count(source.get()) > 0 ||

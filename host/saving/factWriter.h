@@ -32,7 +32,7 @@ private:
     void writeReferences(ZEL::Node& node);
     void writeReference(ZEL::Port& receiver, ZEL::Port& outer);
     void writeOutputs(ZEL::Node& node);
-    void declare(ZEL::Node& node, ZEL::Port& port);
+    bool declare(ZEL::Node& node, ZEL::Port& port);
     bool isGiven(const Node& node, ZEL::Port& port) const;
     bool isNamed(ZEL::Port& output) const;
 

@@ -1,8 +1,10 @@
 #include "saving/judge.h"
 
 #include "document/document.h"
+#include "document/graphInterface.h"
 #include "document/origins.h"
 #include "document/step.h"
+#include "format/nodeDefs.h"
 #include "format/xml.h"
 #include "saving/referenceWriter.h"
 
@@ -130,11 +132,16 @@ void Judge::compareLists(Node& live, ZEL::PortList& livePorts, ZEL::PortList& ba
     }
     if (isLike(livePorts, found))
         return;
+    const Tie* const tie = isInput ? tieOf(live) : nullptr;
+    const bool isElsewhere = tie && !tie->nodeDef;
+    Ports present;
     for (ZEL::Port* const port : livePorts) {
-        if (std::find(found.begin(), found.end(), port) == found.end())
+        if (std::find(found.begin(), found.end(), port) != found.end())
+            present.push_back(port);
+        else if (!isElsewhere || port->isConnected() || *port->getPortDefaultValue() != '\0')
             differ(Fact::Missing, live, *port, "it is not read back");
     }
-    if (static_cast<int>(found.size()) == livePorts.size())
+    if (found.size() == present.size() && found != present && !isElsewhere)
         m_differences.push_back({Fact::Order,
                                  &live,
                                  livePorts[0].get(),
@@ -153,7 +160,13 @@ Judge::Ports Judge::counterparts(ZEL::PortList& livePorts, ZEL::PortList& backPo
     }
     for (ZEL::Port* const port : backPorts) {
         const Piece* const item = itemAt(m_back.origins().elementOf(*port));
+        // Graphs that implement one definition share its elements.
         ZEL::Port* live = m_network.portOf(item);
+        if (live && item->parent->text == "nodedef" && livePorts.findPort(live) < 0) {
+            live = nullptr;
+            for (ZEL::Port* const sharing : livePorts)
+                live = m_network.itemOf(*sharing) == item ? sharing : live;
+        }
         const auto named = item ? withoutElement.end() : withoutElement.find(port->getName());
         if (named != withoutElement.end() && !named->second.empty()) {
             live = named->second.back();

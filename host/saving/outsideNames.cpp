@@ -2,6 +2,7 @@
 
 #include "document/document.h"
 #include "document/origins.h"
+#include "format/nodeDefs.h"
 #include "format/xml.h"
 
 #include <algorithm>
@@ -178,13 +179,15 @@ private:
     void updateInput(Piece& item, const Piece& element, const Piece& graph)
     {
         const std::string name = attributeOf(element, "interfacename");
-        const Piece* const declared = find(namesOf(graph).inputs, name);
+        const Tie* const tie = m_network.document().nodeDefs().tieOf(graph);
+        const bool isDeclared = find(namesOf(graph).inputs, name) ||
+                                (tie && tie->nodeDef && childNamed(*tie->nodeDef, "input", name));
         ZEL::Node* const owner = m_network.nodeOf(&itemOf(graph));
         const ZEL::Node* const around = m_network.nodeOf(&graphAround(item));
-        const ZEL::Port* port = declared ? m_network.portOf(&itemOf(*declared)) : nullptr;
-        for (int i = 0; owner && !declared && !port && i < owner->inputs().size(); ++i) {
+        const ZEL::Port* port = nullptr;
+        for (int i = 0; owner && !port && i < owner->inputs().size(); ++i) {
             const ZEL::AddRefWrapper<ZEL::Port> input = owner->inputs()[i];
-            if (m_network.document().origins().impliedNameOf(*input) == name)
+            if (m_network.document().origins().nameOf(*input) == name)
                 port = input.get();
         }
         const std::string now = port ? port->getName() : name.c_str();
@@ -196,7 +199,7 @@ private:
             m_problems.push_back(
                 {pathOf(*owner) + "." + now,
                  titleOf(element) + " names it and is not in that graph any more"});
-        else if (declared && !port)
+        else if (isDeclared && !port)
             refuse(pathOf(*owner) + "." + name, element);
         else
             follow(item, "interfacename", name, now.c_str());

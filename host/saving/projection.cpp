@@ -66,7 +66,8 @@ private:
         for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
             for (ZEL::Port* const port : *list) {
                 Piece* const portItem = m_network.readItemOf(*port);
-                if (portItem && portItem->parent == item)
+                // An input may stand in the definition that its graph implements.
+                if (portItem && (portItem->parent == item || portItem->parent->text == "nodedef"))
                     m_network.claim(*portItem, *port);
             }
         }

@@ -2,6 +2,7 @@
 
 #include "base/utf8.h"
 #include "document/document.h"
+#include "document/graphInterface.h"
 #include "document/node.h"
 #include "document/origins.h"
 #include "document/rules.h"
@@ -77,6 +78,9 @@ private:
         for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
             for (ZEL::Port* const port : *list)
                 checkDouble(*port, ++names[port->getName()] > 1);
+            if (list == &node.inputs() &&
+                tieOf(node)) // These stand in the definition that it implements.
+                names.clear();
         }
         for (const NodePtr& inner : compound->nodes()) {
             if (++names[inner->getName()] > 1 && !hasReadName(elementOf(*inner), inner->getName()))
