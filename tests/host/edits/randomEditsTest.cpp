@@ -68,7 +68,7 @@ void saveAndOpen(shading::Document& document, Outcomes& outcomes)
     options.runtime = document.getRuntime();
     const auto saved = shading::openDocument(file.path(), options, messages);
     ASSERT_TRUE(saved) << bytes;
-    ASSERT_EQ(documentText(document), documentText(*saved)) << bytes;
+    ASSERT_EQ(savedText(document), savedText(*saved)) << bytes;
     ASSERT_EQ(before, networkText(document));
 }
 
