@@ -1,5 +1,7 @@
 #include "check/zelCheck.h"
 
+#include "document/flow.h"
+
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
@@ -48,6 +50,8 @@ public:
             checkNames({root->getName()}, "");
             m_visited.clear();
             checkNode(*root);
+            for (ZEL::Port* const port : m_ports)
+                checkCycles(*port);
         }
         return std::move(m_findings);
     }
@@ -76,7 +80,8 @@ private:
     void collect(ZEL::PortList& list)
     {
         for (ZEL::Port* const port : list)
-            m_known.insert(port);
+            if (m_known.insert(port).second && port->getPortIOType() == ZEL::PortOutput)
+                m_ports.push_back(port);
     }
 
     void checkNode(ZEL::Node& node)
@@ -174,6 +179,49 @@ private:
                     typeText(other) + "\"");
     }
 
+    /// Follows what the port gives to where it comes from, each way once.
+    void checkCycles(ZEL::Port& port)
+    {
+        struct Way {
+            ZEL::Port* sender;
+            std::vector<ZEL::Port*> sources;
+        };
+        std::vector<Way> ways;
+        const auto enter = [&](ZEL::Port& sender) {
+            if (m_states.emplace(&sender, State::Entered).second)
+                ways.push_back({&sender, sourcesOf(sender)});
+            else if (m_states[&sender] == State::Entered)
+                add(Kind::Cycle, sender.getFullPathName().getName(),
+                    "what it gives comes from itself");
+        };
+        enter(port);
+        while (!ways.empty()) {
+            Way& way = ways.back();
+            if (way.sources.empty()) {
+                m_states[way.sender] = State::Left;
+                ways.pop_back();
+                continue;
+            }
+            ZEL::Port& source = *way.sources.back();
+            way.sources.pop_back();
+            enter(source);
+        }
+    }
+
+    std::vector<ZEL::Port*> sourcesOf(ZEL::Port& sender) const
+    {
+        std::vector<ZEL::Port*> sources;
+        for (ZEL::Port* const receiver : shading::receiversBehind(sender)) {
+            if (m_known.count(receiver) == 0)
+                continue;
+            for (ZEL::Port* const source : receiver->connectedTo()) {
+                if (m_known.count(source) > 0)
+                    sources.push_back(source);
+            }
+        }
+        return sources;
+    }
+
     void checkMirror(ZEL::PortList& outer,
                      ZEL::PortList& inner,
                      const std::string& path,
@@ -196,7 +244,14 @@ private:
         }
     }
 
+    enum class State {
+        Entered, ///< Being followed.
+        Left,    ///< Followed to all ends.
+    };
+
     std::unordered_set<ZEL::Port*> m_known; ///< All ports that stand in lists of the network.
+    std::vector<ZEL::Port*> m_ports;        ///< Those of them that send, as they stand.
+    std::unordered_map<const ZEL::Port*, State> m_states;
     std::unordered_set<ZEL::Node*> m_visited;
     std::vector<Finding> m_findings;
 };

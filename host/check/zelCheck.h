@@ -17,6 +17,7 @@ enum class Kind {
     SeveralSources, ///< A receiving port with more than one source.
     TypesDiffer,    ///< Connected ports of different data types.
     WrongOwner,     ///< A port or node whose link upward does not lead to where it stands.
+    Cycle,          ///< A port that sends what it needs itself, through compounds too.
 };
 
 struct Finding {

@@ -5,6 +5,7 @@
 #include "document/node.h"
 #include "document/reservedNames.h"
 #include "document/rules.h"
+#include "edits/collapsedPorts.h"
 #include "edits/editName.h"
 #include "edits/edits.h"
 #include "edits/expansion.h"
@@ -68,21 +69,6 @@ public:
 private:
     std::vector<std::pair<NodePtr, std::string>> m_names;
 };
-
-/// The compound's ports were named before its nodes came.
-void renamePortsLikeNodes(ZEL::Compound& compound)
-{
-    for (ZEL::PortList* const list : {&compound.innerInputs(), &compound.innerOutputs()}) {
-        for (ZEL::Port* const port : *list) {
-            if (!compound.nodes()[port->getName()])
-                continue;
-            const std::string name = uniqueName(compound, port->getName());
-            const PortPtr mirror = compound.getReversePort(port);
-            port->setName(name.c_str());
-            mirror->setName(name.c_str());
-        }
-    }
-}
 
 /// Why the library's command, which goes by names, cannot move one of the nodes; which one.
 const ZEL::Node* unmovable(ZEL::Compound& compound, const Nodes& nodes, std::string& reason)
@@ -174,7 +160,7 @@ bool Edits::collapse(const CompoundPtr& compound,
             return "no compound can be made";
         aside.giveBack();
         created = m_document.findNodeFromPath(command.getCreatedCompoundPath());
-        renamePortsLikeNodes(*created->getAsCompound());
+        finishCollapsedPorts(*created->getAsCompound());
         return "";
     });
 }

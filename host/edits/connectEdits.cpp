@@ -2,6 +2,7 @@
 
 #include "base/commandLine.h"
 #include "document/document.h"
+#include "document/flow.h"
 #include "document/names.h"
 #include "document/rules.h"
 #include "edits/editName.h"
@@ -105,6 +106,8 @@ bool Edits::connect(const PortPtr& source, const PortPtr& target)
         return fail(pathOf(*source), "it and " + pathOf(*target) + " are no source and target");
     if (source->connectedTo().findPort(target) >= 0)
         return fail(pathOf(*source), "connected to " + pathOf(*target) + " already");
+    if (comesFrom(*source, *target))
+        return fail(pathOf(*source), "what it gives comes from " + pathOf(*target));
     EditName name = {"Connect " + shortNameOf(*source) + " to " + shortNameOf(*target), {}};
     const std::string line = connectionLine("connect", source, target);
     if (!line.empty())

@@ -35,7 +35,7 @@ public:
     History& history() { return m_history; }
 
     // Connections.
-    /// A source that the target has is replaced.
+    /// A source that the target has is replaced. What would run in a circle is refused.
     bool connect(const PortPtr& source, const PortPtr& target);
     bool disconnect(const PortPtr& source, const PortPtr& target);
     bool disconnectAll(const PortPtr& port);
@@ -48,7 +48,8 @@ public:
 
     // Compounds.
     /// Moves the nodes of the compound into a new compound node there. Its name, and those of its
-    /// ports, are made unique. Gives the new node.
+    /// ports, are made unique; it has one port for each source, and one for a material or shader at
+    /// the end of the network. Gives the new node.
     bool collapse(const CompoundPtr& compound,
                   const std::string& name,
                   const std::vector<NodePtr>& nodes,
@@ -80,7 +81,7 @@ public:
 
     // Values.
     /// Gives the input of a node, or of a compound from both sides, a value: a text that its data
-    /// type knows. It counts where nothing feeds the input.
+    /// type knows. It counts where nothing feeds the input. The value that it has: done, no edit.
     bool setValue(const PortPtr& port, const std::string& value);
     bool setValue(const std::string& path, const std::string& value);
 

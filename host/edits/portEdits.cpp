@@ -122,7 +122,7 @@ bool Edits::setValue(const PortPtr& port, const std::string& value)
     if (!problem.empty())
         return fail(path, problem);
     if (value == own->getPortDefaultValue())
-        return fail(path, "it has that value");
+        return true; // No edit.
     const std::string title = value.empty()
                                   ? "Clear " + shortNameOf(*own)
                                   : "Set " + shortNameOf(*own) + " to " + shortValue(value);

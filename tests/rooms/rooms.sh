@@ -12,7 +12,7 @@ faults=0
 # The rooms in their order: each may include what stands before it.
 library=(core editor graph plugins commands)
 host=(base format definitions document reading edits saving session)
-aside=(check draw views)     # For any host: they hold no state, and of the host know names and base.
+aside=(check draw views)     # For any host: no state; of the host they know names, flow, base.
 tops=(shell window python)   # None knows another.
 users=(conformance examples) # They use the library as everybody does.
 
@@ -35,7 +35,7 @@ for room in "${host[@]}"; do
     fi
 done
 for room in "${aside[@]}"; do
-    may[$room]=" base document/names.h "
+    may[$room]=" base document/flow.h document/names.h "
 done
 may[views]+="shadingDefinition.h "
 for room in "${tops[@]}"; do

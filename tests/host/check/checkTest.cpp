@@ -80,7 +80,22 @@ const CheckCase kCheckCases[] = {
      "Top.B.In: connected to a port that is not in the network\n"},
     {"two sources",
      [](Network& net) { net.b->inputs()["In"]->addConnection(net.b->outputs()["Out"]); },
-     "Top.B.In: 2 sources\n"},
+     "Top.B.In: 2 sources\nTop.B.Out: what it gives comes from itself\n"},
+    {"a cycle through a compound",
+     [](Network& net) {
+         const NodePtr d = ZEL::Node::createNew(nullptr, "D");
+         net.inner->nodes().add(d);
+         d->inputs().addPort("In", net.type)->addConnection(net.inner->innerInputs()["X"]);
+         net.inner->innerOutputs()["Y"]->addConnection(d->outputs().addPort("Out", net.type));
+         net.b->outputs()["Out"]->addConnection(net.inner->getAsNode()->inputs()["X"]);
+         net.a->inputs()["In"]->addConnection(net.inner->getAsNode()->outputs()["Y"]);
+     },
+     "Top.A.Out: what it gives comes from itself\n"},
+    {"two ways to one source: sound",
+     [](Network& net) {
+         net.b->inputs().addPort("In2", net.type)->addConnection(net.a->outputs()["Out"]);
+     },
+     ""},
     {"an inner output with two sources",
      [](Network& net) {
          const NodePtr d = ZEL::Node::createNew(nullptr, "D");

@@ -59,8 +59,10 @@ const EditCase kEdits[] = {
      "Top.g.a.out -> Top.g.d.j\nTop.g.d.out -> Top.g.o\nTop.g.y -> Top.g.a.j\n"},
     {"collapse: names of node and ports made unique", "collapse Top e b c",
      "Collapse 2 nodes into e", "ports Top.e2",
-     "Top.e2\ninput i t \"\" <- Top.a.out -> Top.e2.b.i\n"
-     "input j t \"\" <- Top.a.out -> Top.e2.b.j\ninput i2 t \"\" <- Top.a.out -> Top.e2.c.i\n"},
+     "Top.e2\ninput i t \"\" <- Top.a.out -> Top.e2.b.i, Top.e2.b.j, Top.e2.c.i\n"},
+    {"collapse: one port for a source inside", "collapse Top q a", "Collapse a into q",
+     "ports Top.q",
+     "Top.q\noutput out t \"\" <- Top.q.a.out -> Top.b.i, Top.b.j, Top.c.i, Top.g.x\n"},
     {"collapse: a node twice counts once; ports keep off the names of nodes",
      "collapse Top q g e g", "Collapse 2 nodes into q", "ports Top.q",
      "Top.q\ninput x t \"\" <- Top.a.out -> Top.q.g.x\n"
@@ -237,13 +239,29 @@ TEST(Edit, NewNamesAreThoseOfNoSibling)
               session.run("rename Top.b B"));
 }
 
-TEST(Edit, TwoPortsOfOnePathAreConnectedWithoutAWordOfTheLibrary)
+TEST(Edit, ACollapsedMaterialHasAnOutput)
 {
-    Session session("<n name='a' type='t'><input name='out' type='t'/></n>");
-    testing::internal::CaptureStdout();
-    EXPECT_EQ("Top.a.out -> Top.a.out\nundo: Connect a.out to a.out\n",
-              session.run("connect Top.a.out Top.a.out\nconnections\nundo\nconnections"));
-    EXPECT_EQ("", testing::internal::GetCapturedStdout());
+    Session session("<n name='a' type='surfaceshader'/><n name='m' type='material'><input name='s' "
+                    "type='surfaceshader' nodename='a'/></n>");
+    EXPECT_EQ("Top.q\noutput out material \"\" <- Top.q.m.out\n",
+              session.run("collapse Top q a m\nports Top.q"));
+    // Not the end: the material reads it.
+    EXPECT_EQ("Top.q.r\noutput out surfaceshader \"\" <- Top.q.r.a.out -> Top.q.m.s\n",
+              session.run("collapse Top.q r a\nports Top.q.r"));
+}
+
+TEST(Edit, NothingIsConnectedInACircle)
+{
+    Session session(
+        "<nodegraph name='g'><input name='x' type='t'/><n name='a' type='t'><input "
+        "name='i' type='t' interfacename='x'/></n><output name='o' type='t' nodename='a'/>"
+        "</nodegraph><n name='b' type='t'><input name='i' type='t' nodegraph='g'/></n>"
+        "<n name='c' type='t'><input name='out' type='t'/></n>");
+    EXPECT_EQ("error: connect: Top.b.out: what it gives comes from Top.g.x\n",
+              session.run("connect Top.b.out Top.g.x"));
+    EXPECT_EQ("error: connect: Top.c.out: what it gives comes from Top.c.out\n",
+              session.run("connect Top.c.out Top.c.out"));
+    EXPECT_EQ("", session.run("connect Top.c.out Top.g.x\ncheck"));
 }
 
 TEST(Edit, HistoryForgetsWhatWasUndoneWhenAnEditFollows)
@@ -316,11 +334,11 @@ TEST(Edit, DeletedGraphTakesItsConnectionsFromDeepInsideAlong)
 
 TEST(Edit, ExpandEndsACircleThroughTheCompound)
 {
-    Session session("<nodegraph name='g'><input name='x' type='t'/>"
+    Session session("<nodegraph name='g'><input name='x' type='t' nodegraph='g'/>"
                     "<output name='o' type='t' interfacename='x'/></nodegraph>");
     const std::string before = session.text();
-    EXPECT_EQ("", session.run("connect Top.g.o Top.g.x\nexpand Top.g\nls\ncheck"));
-    session.run("undo 2");
+    EXPECT_EQ("", session.run("expand Top.g\nls\ncheck"));
+    session.run("undo");
     EXPECT_EQ(before, session.text());
 }
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "zel.h"
+
+#include <vector>
+
+namespace shading {
+
+// Where what flows through a network comes from, across the borders of compounds.
+
+/// The ports that receive what the sender makes of it: the inputs of its node; for a port of a
+/// compound the other side of it. Their sources are the senders before it.
+std::vector<ZEL::Port*> receiversBehind(ZEL::Port& sender);
+
+/// True when what the sender gives comes from the receiver, on any way: connected, they would be a
+/// cycle.
+bool comesFrom(ZEL::Port& sender, ZEL::Port& receiver);
+
+} // namespace shading
