@@ -1,6 +1,7 @@
 #include "document/definedNode.h"
 
 #include "base/progress.h"
+#include "document/attributes.h"
 #include "document/document.h"
 #include "document/origins.h"
 #include "format/piece.h"
@@ -96,9 +97,9 @@ Signature signatureOf(Document& document, Node& node, const NamedOutputs& namedO
     signature.nodeType = node.getNodeTypeName();
     if (const Piece* const element = node.element()) {
         signature.type = attributeOf(*element, "type");
-        signature.version = attributeOf(*element, "version");
         signature.nodeDef = attributeOf(*element, "nodedef");
     }
+    signature.version = document.attributes().get({&node, nullptr}, "version");
     addPorts(document.origins(), node.inputs(), signature.inputs);
     addPorts(document.origins(), node.outputs(), signature.outputs);
     const auto named = namedOutputs.find(&node);
@@ -146,6 +147,14 @@ void defineNodes(Document& document,
                 document.definitions().matching(signatureOf(document, *node, namedOutputs));
         defineNode(document, *node, definition);
     }
+}
+
+void redefineNode(Document& document, Node& node)
+{
+    Signature signature = signatureOf(document, node, {});
+    if (signature.type.empty() && node.outputs().size() == 1)
+        signature.type = node.outputs()[0]->getDataType()->getName();
+    defineNode(document, node, document.definitions().matching(signature));
 }
 
 HostNodePtr createNode(Document& document, const DefinitionPtr& definition, const char* name)

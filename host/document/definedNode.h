@@ -31,6 +31,9 @@ void defineNodes(Document& document,
                  const NamedOutputs& namedOutputs,
                  Progress* progress = nullptr);
 
+/// Brings a plain node up to the definition that it means by what it has now.
+void redefineNode(Document& document, Node& node);
+
 /// A new node of that definition, in no compound yet, with its ports and their default values. The
 /// document must outlive it.
 HostNodePtr createNode(Document& document, const DefinitionPtr& definition, const char* name);

@@ -1,5 +1,6 @@
 #include "document/document.h"
 
+#include "document/attributes.h"
 #include "document/definedNode.h"
 #include "document/history.h"
 #include "document/journal.h"
@@ -17,10 +18,11 @@
 namespace shading {
 
 struct Document::Impl {
-    Impl(std::unique_ptr<XmlSource> source, ZEL::Runtime* given)
+    Impl(Document& document, std::unique_ptr<XmlSource> source, ZEL::Runtime* given)
         : runtime(given ? given : &ownRuntime),
           xml(std::move(source)),
-          nodeDefs(xml->documentElement())
+          nodeDefs(xml->documentElement()),
+          attributes(document)
     {
     }
 
@@ -36,6 +38,7 @@ struct Document::Impl {
     NodeDefs nodeDefs;
     Origins origins;
     std::optional<ReservedNames> reservedNames; ///< Empty until somebody asks.
+    Attributes attributes;
     Files files;
     ZEL::AddRefWrapper<ZEL::Node> root; ///< Empty until the document was read.
 };
@@ -59,13 +62,13 @@ std::string makeUuid()
 } // namespace
 
 Document::Document(std::unique_ptr<XmlSource> xml, ZEL::Runtime* runtime)
-    : m_impl(std::make_unique<Impl>(std::move(xml), runtime))
+    : m_impl(std::make_unique<Impl>(*this, std::move(xml), runtime))
 {
     m_impl->definitions = std::make_shared<DefinitionIndex>(*m_impl->runtime);
 }
 
 Document::Document(std::unique_ptr<XmlSource> xml, const Document& other)
-    : m_impl(std::make_unique<Impl>(std::move(xml), other.m_impl->runtime))
+    : m_impl(std::make_unique<Impl>(*this, std::move(xml), other.m_impl->runtime))
 {
     m_impl->definitions = other.m_impl->definitions;
 }
@@ -175,6 +178,11 @@ ReservedNames& Document::reservedNames()
     if (!m_impl->reservedNames)
         m_impl->reservedNames.emplace(m_impl->xml->documentElement(), m_impl->origins);
     return *m_impl->reservedNames;
+}
+
+Attributes& Document::attributes()
+{
+    return m_impl->attributes;
 }
 
 } // namespace shading

@@ -11,6 +11,7 @@
 
 namespace shading {
 
+class Attributes;
 class History;
 class Journal;
 class NodeDefs;
@@ -73,6 +74,8 @@ public:
     Origins& origins();
     /// The names that nodes and ports must not get. Made at the first call, after opening.
     ReservedNames& reservedNames();
+    /// Those that the network does not show.
+    Attributes& attributes();
 
 private:
     struct Impl;

@@ -240,4 +240,14 @@ void Journal::setsDefinition(const HostNodePtr& node,
         write(makeDefinitionStep(node, definition));
 }
 
+void Journal::setsAttribute(Attributes& attributes,
+                            const AttributeOwner& owner,
+                            const std::string& name,
+                            const std::optional<AttributeValue>& before,
+                            const std::optional<AttributeValue>& after)
+{
+    if (isWanted(attributes.nodeOf(owner)))
+        write(makeAttributeStep(attributes, owner, name, before, after));
+}
+
 } // namespace shading

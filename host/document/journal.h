@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/attributes.h"
 #include "document/step.h"
 
 #include <string>
@@ -55,6 +56,12 @@ public:
     bool mayRenameNode(const NodePtr& node, const char* name);
     /// Told, not asked: the definition is the host's own.
     void setsDefinition(const HostNodePtr& node, const ZEL::AddRefWrapper<Definition>& definition);
+    /// Likewise.
+    void setsAttribute(Attributes& attributes,
+                       const AttributeOwner& owner,
+                       const std::string& name,
+                       const std::optional<AttributeValue>& before,
+                       const std::optional<AttributeValue>& after);
 
 private:
     enum class Mode {

@@ -1,4 +1,4 @@
-// The steps that change nodes and their lists, and the running of many steps.
+// The steps that change nodes, their lists and attributes, and the running of many steps.
 
 #include "document/change.h"
 #include "document/node.h"
@@ -192,6 +192,55 @@ private:
     ZEL::AddRefWrapper<Definition> m_after;
 };
 
+class AttributeStep : public Step {
+public:
+    AttributeStep(Attributes& attributes,
+                  const AttributeOwner& owner,
+                  const std::string& name,
+                  const std::optional<AttributeValue>& before,
+                  const std::optional<AttributeValue>& after)
+        : m_attributes(attributes),
+          m_owner(owner),
+          m_name(name),
+          m_before(before),
+          m_after(after)
+    {
+    }
+
+    bool run(bool isForward) override
+    {
+        m_attributes.set(m_owner, m_name, isForward ? m_after : m_before);
+        return true;
+    }
+
+    bool isDone() const override
+    {
+        const AttributeValue* const value = m_attributes.changedValue(m_owner, m_name);
+        return value ? m_after && *value == *m_after : !m_after;
+    }
+
+    void notify(bool /*isForward*/) const override
+    {
+        const NodePtr node = m_attributes.nodeOf(m_owner);
+        const CompoundPtr around = node ? node->getParentCompound() : nullptr;
+        if (around && around->getAsNode())
+            around->getAsNode()->notifyNodeChange(ZEL::eNodeChanged, around, node);
+    }
+
+    void collect(ChangeCollector& changes, bool /*isForward*/) const override
+    {
+        if (const NodePtr node = m_attributes.nodeOf(m_owner))
+            changes.changeNode(node);
+    }
+
+private:
+    Attributes& m_attributes;
+    AttributeOwner m_owner;
+    std::string m_name;
+    std::optional<AttributeValue> m_before; ///< Empty: as it was read.
+    std::optional<AttributeValue> m_after;
+};
+
 } // namespace
 
 Step::~Step() = default;
@@ -222,6 +271,15 @@ std::unique_ptr<Step> makeDefinitionStep(const HostNodePtr& node,
                                          const ZEL::AddRefWrapper<Definition>& definition)
 {
     return std::make_unique<DefinitionStep>(node, definition);
+}
+
+std::unique_ptr<Step> makeAttributeStep(Attributes& attributes,
+                                        const AttributeOwner& owner,
+                                        const std::string& name,
+                                        const std::optional<AttributeValue>& before,
+                                        const std::optional<AttributeValue>& after)
+{
+    return std::make_unique<AttributeStep>(attributes, owner, name, before, after);
 }
 
 bool runSteps(const Steps& steps, std::size_t first, bool isForward)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/attributes.h"
 #include "document/pointers.h"
 
 #include <memory>
@@ -58,6 +59,11 @@ std::unique_ptr<Step> makeOrderStep(ZEL::Compound& compound);
 std::unique_ptr<Step> makeRenameNodeStep(const NodePtr& node, const std::string& name);
 std::unique_ptr<Step> makeDefinitionStep(const HostNodePtr& node,
                                          const ZEL::AddRefWrapper<Definition>& definition);
+std::unique_ptr<Step> makeAttributeStep(Attributes& attributes,
+                                        const AttributeOwner& owner,
+                                        const std::string& name,
+                                        const std::optional<AttributeValue>& before,
+                                        const std::optional<AttributeValue>& after);
 
 /// Runs the steps behind the first so many, to the last or backward from there, and tells nobody.
 /// False when one was refused: those that had run are taken back.

@@ -9,6 +9,7 @@
 #include "edits/editName.h"
 #include "edits/edits.h"
 #include "edits/expansion.h"
+#include "edits/positions.h"
 #include "format/piece.h"
 
 #include <unordered_map>
@@ -161,6 +162,8 @@ bool Edits::collapse(const CompoundPtr& compound,
         aside.giveBack();
         created = m_document.findNodeFromPath(command.getCreatedCompoundPath());
         finishCollapsedPorts(*created->getAsCompound());
+        if (const std::optional<Position> middle = middleOf(m_document, moved))
+            setPosition(m_document, created, *middle);
         return "";
     });
 }
@@ -201,7 +204,14 @@ bool Edits::expand(const NodePtr& graph, std::vector<std::string>& renamed)
     const std::string title = std::string("Expand ") + graph->getName();
     const bool isDone = runKeepingTypes(named(title, {"expand", path}), path, [&] {
         Expansion expansion(graph);
+        Nodes inside;
+        for (const NodePtr& node : graph->getAsCompound()->nodes())
+            inside.push_back(node);
         std::string problem = expansion.run();
+        const std::optional<Position> to = positionOf(m_document, graph);
+        const std::optional<Position> from = middleOf(m_document, inside);
+        if (problem.empty() && from && to)
+            shift(m_document, inside, *from, *to);
         renamed = expansion.renamed();
         return problem;
     });

@@ -10,6 +10,8 @@
 namespace shading {
 
 class Document;
+struct AttributeOwner;
+struct Position;
 
 /// The edits of a document, each undone and redone as one. An edit that answers false was refused:
 /// nothing changed, and problem() says why. The library's commands make the changes where there is
@@ -84,6 +86,20 @@ public:
     /// type knows. It counts where nothing feeds the input. The value that it has: done, no edit.
     bool setValue(const PortPtr& port, const std::string& value);
     bool setValue(const std::string& path, const std::string& value);
+
+    // What the network does not show.
+    /// Gives the attribute of a node, a port, or an element such as a look a value; an empty one
+    /// takes it off. Those that the network shows are refused. One by which a look and the like
+    /// name a node follows that. The version of a plain node may give it another definition.
+    bool setAttribute(const std::string& path, const std::string& name, const std::string& value);
+    /// Why setAttribute refuses the attribute: the network shows it. Empty when it does not.
+    static std::string attributeProblem(const AttributeOwner& owner, const std::string& name);
+    /// What the path leads to: a node, an input, an output or another element. False, and noted as
+    /// the problem, when it leads nowhere.
+    bool findOwner(const std::string& path, AttributeOwner& owner);
+    /// Changes where a node is drawn.
+    bool moveNode(const NodePtr& node, const Position& position);
+    bool moveNode(const std::string& path, const Position& position);
 
     // Nodes.
     /// Makes a node of that definition inside the compound and gives it.

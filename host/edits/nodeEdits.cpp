@@ -5,6 +5,7 @@
 #include "document/names.h"
 #include "edits/editName.h"
 #include "edits/edits.h"
+#include "edits/positions.h"
 
 #include <unordered_set>
 
@@ -77,7 +78,10 @@ bool Edits::createNode(const CompoundPtr& compound,
     return run(named("Create " + name, words), path + "." + name, [&] {
         // Until it is added, the node is no part of the network: only that is written down.
         created = shading::createNode(m_document, definition, name.c_str());
-        return compound->nodes().add(created.get()) ? "" : "refused";
+        if (!compound->nodes().add(created.get()))
+            return "refused";
+        placeNew(m_document, created.get());
+        return "";
     });
 }
 

@@ -1,5 +1,6 @@
 #include "saving/draftNetwork.h"
 
+#include "document/attributes.h"
 #include "document/document.h"
 #include "document/graphInterface.h"
 #include "document/node.h"
@@ -138,6 +139,46 @@ bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
                    placeOf(*this, parent, isInput ? node.inputs() : node.outputs(), port));
     claim(item, port);
     return true;
+}
+
+/// Made when it must be; null for what is not in the network.
+Piece* DraftNetwork::itemOf(const AttributeOwner& owner)
+{
+    if (owner.element)
+        return &m_draft.at(*owner.element);
+    if (owner.node)
+        return itemOf(*owner.node);
+    const NodePtr node = owner.port->getParentNode();
+    if (!node || !itemOf(*node))
+        return nullptr;
+    ZEL::PortList& list =
+        owner.port->getPortIOType() == ZEL::PortInput ? node->inputs() : node->outputs();
+    if (list.findPort(owner.port) < 0)
+        return nullptr;
+    if (!itemOf(*owner.port))
+        declare(*node, *owner.port);
+    return itemOf(*owner.port);
+}
+
+void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
+{
+    for (const Attributes::Changed& changed : m_document.attributes().changed()) {
+        const Piece* const read = m_document.attributes().elementOf(changed.owner);
+        for (const auto& [name, value] : changed.values) {
+            const std::string now = value.now();
+            if ((read ? attributeOf(*read, name) : "") == now)
+                continue;
+            Piece* const item = itemOf(changed.owner);
+            if (item && now.empty())
+                m_draft.removeAttribute(*item, name);
+            else if (item)
+                m_draft.setAttribute(*item, name, now);
+            if (item && item->parent && value.named && !itemOf(*value.named))
+                problems.push_back({pathOf(*m_document.getRootNode()) + "." + now,
+                                    "it is gone from there, and " + std::string(item->text) +
+                                        " \"" + attributeOf(*item, "name") + "\" still names it"});
+        }
+    }
 }
 
 Piece* pieceBefore(const Piece& item)

@@ -11,6 +11,7 @@
 
 namespace shading {
 
+struct AttributeOwner;
 class Document;
 
 /// What cannot be saved, and why.
@@ -51,9 +52,13 @@ public:
     /// inputs of a compound before it. Those of a graph that implements a `nodedef` get it there.
     /// False when that is elsewhere.
     bool declare(ZEL::Node& node, ZEL::Port& port);
+    /// Writes the attributes that edits changed, and gives ports elements for them. Adds a problem
+    /// for each that names a node which is gone. Called when all other names are written.
+    void writeAttributes(std::vector<SaveProblem>& problems);
 
 private:
     std::pair<ZEL::Node*, ZEL::Port*>& claimOf(const Piece& item);
+    Piece* itemOf(const AttributeOwner& owner);
 
     Document& m_document;
     Draft m_draft;

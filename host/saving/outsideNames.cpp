@@ -1,5 +1,6 @@
 #include "saving/outsideNames.h"
 
+#include "document/attributes.h"
 #include "document/document.h"
 #include "document/origins.h"
 #include "format/nodeDefs.h"
@@ -81,10 +82,12 @@ private:
             updateOutput(item, element, graph);
     }
 
-    static bool isGiven(const Piece& element, const char* name)
+    /// One that an edit changed is known to mean what is there.
+    bool isGiven(const Piece& element, const char* name) const
     {
         const Attribute* const attribute = element.attribute(name);
-        return attribute && !attribute->value.empty();
+        return attribute && !attribute->value.empty() &&
+               !m_network.document().attributes().changedValue({nullptr, nullptr, &element}, name);
     }
 
     bool isThere(const Piece& item)

@@ -37,6 +37,9 @@ bool write(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& p
 {
     FactWriter writer(network);
     writer.writeChanges();
+    network.writeAttributes(problems);
+    if (!problems.empty())
+        return false;
     std::vector<Difference> differences;
     if (!judge(network, text, differences, problems))
         return false;

@@ -9,21 +9,6 @@ namespace shading {
 
 namespace {
 
-/// The text in double quotes, on one line.
-std::string quoted(const std::string& text)
-{
-    std::string result = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            result += '\\';
-        if (c == '\n')
-            result += "\\n";
-        else
-            result += c;
-    }
-    return result + "\"";
-}
-
 /// " ARROW PATH, PATH", nothing when there is no path.
 std::string pathsText(const std::vector<std::string>& paths, const char* arrow)
 {
@@ -163,6 +148,20 @@ Statistics statisticsOf(ZEL::Compound& compound)
         statistics.connections += source.connectedTo().size();
     });
     return statistics;
+}
+
+std::string quoted(const std::string& text)
+{
+    std::string result = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            result += '\\';
+        if (c == '\n')
+            result += "\\n";
+        else
+            result += c;
+    }
+    return result + "\"";
 }
 
 std::string lineOf(const NodeRecord& record)

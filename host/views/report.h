@@ -86,6 +86,9 @@ std::string textOf(const std::vector<Record>& records, bool asJson = false)
     return asJson ? jsonText(records) : text;
 }
 
+/// The text in double quotes, on one line.
+std::string quoted(const std::string& text);
+
 // Texts about any network, a line for each thing, each line with its end.
 
 /// The node and everything below, two blanks deeper for each level: lines as of records.

@@ -1,4 +1,6 @@
 #include "check/zelCheck.h"
+#include "document/attributes.h"
+#include "edits/positions.h"
 #include "shell/shell.h"
 #include "views/report.h"
 
@@ -55,6 +57,43 @@ bool runPort(Shell& shell, const Arguments& arguments)
         return shell.report(edits.renamePort(arguments[1], arguments[2], arguments[3]));
     return shell.fail(verb, "usage: port add PATH input|output NAME TYPE, port delete PATH NAME, "
                             "port rename PATH OLD NEW");
+}
+
+bool runAttribute(Shell& shell, const Arguments& arguments)
+{
+    const std::string& path = arguments[0];
+    if (arguments.size() == 3)
+        return shell.report(shell.edits().setAttribute(path, arguments[1], arguments[2]));
+    AttributeOwner owner;
+    if (!shell.report(shell.edits().findOwner(path, owner)))
+        return false;
+    const Attributes& attributes = shell.document().attributes();
+    if (arguments.size() == 1) {
+        for (const auto& [name, value] : attributes.all(owner)) {
+            if (owner.element || Edits::attributeProblem(owner, name).empty())
+                shell.print(name + " " + quoted(value) + "\n");
+        }
+        return true;
+    }
+    const std::string value = attributes.get(owner, arguments[1]);
+    std::string problem;
+    if (!owner.element) // What the network shows is another view's.
+        problem = Edits::attributeProblem(owner, arguments[1]);
+    if (problem.empty() && value.empty())
+        problem = "it has no such attribute";
+    return problem.empty() ? shell.print(value + "\n")
+                           : shell.fail(path + ": " + arguments[1], problem);
+}
+
+bool runMove(Shell& shell, const Arguments& arguments)
+{
+    Position position;
+    for (double* const part : {&position.x, &position.y}) {
+        const std::string& text = arguments[part == &position.x ? 1 : 2];
+        if (!readFloat(text, *part))
+            return shell.fail(text, "not a number");
+    }
+    return shell.report(shell.edits().moveNode(arguments[0], position));
 }
 
 /// Undoes or redoes as many edits as the argument says, one without it.
@@ -134,6 +173,19 @@ const std::vector<Command>& editCommands()
          "    the document, where numbers have commas between: \"0.1, 0.2, 0.3\". It counts where\n"
          "    nothing feeds the input. An empty VALUE takes the value off.",
          2, 2, runEdit<&Edits::setValue>, "input", "set Top.NG_wall.rows 16"},
+        {"attribute", "PATH [NAME [VALUE]]",
+         "What the network does not show. PATH is a node, a port, the document, or an element "
+         "like\n"
+         "    a look (Top.LOOK) or what is in it (Top.LOOK.ASSIGN); one without a name is called "
+         "like\n"
+         "    its element (Top.look2 for the second). Without NAME all that stands there, a line\n"
+         "    each; without VALUE that one; with VALUE it becomes that, and an empty one takes it\n"
+         "    off. The attributes that the network shows have edits of their own.",
+         1, 3, runAttribute, "any =colorspace,doc,uiname,unit,unittype,version,xpos,ypos",
+         "attribute Top.NG_wall.grain colorspace lin_rec709"},
+        {"move", "PATH X Y",
+         "Changes where a node is drawn: its attributes xpos and ypos. To the right and down.", 3,
+         3, runMove, "node", "move Top.NG_wall.grain 2.5 -1"},
         {"delete", "PATH", "Deletes a node with its connections.", 1, 1,
          runEdit<&Edits::deleteNode>, "node", "delete Top.NG_wall.grain"},
         {"rename", "PATH NAME",

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "document/pointers.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace shading {
+
+class Document;
+
+// Where nodes are drawn: the attributes `xpos` and `ypos`, of which a node has both or none. To the
+// right and down; the distance of two nodes that stand beside each other is about 1.
+
+struct Position {
+    double x = 0;
+    double y = 0;
+};
+
+/// The whole text as a number of the format. False when it is none.
+bool readFloat(const std::string& text, double& number);
+/// A number as the format writes it, without an end that means nothing.
+std::string numberText(double number);
+
+/// Empty when the node has none.
+std::optional<Position> positionOf(Document& document, const NodePtr& node);
+/// A part of the edit that runs.
+void setPosition(Document& document, const NodePtr& node, const Position& position);
+
+/// In the middle of those nodes that have a position; empty when none has.
+std::optional<Position> middleOf(Document& document, const std::vector<NodePtr>& nodes);
+/// Moves those of the nodes that have a position by the way from one place to the other. A part of
+/// the edit that runs.
+void shift(Document& document,
+           const std::vector<NodePtr>& nodes,
+           const Position& from,
+           const Position& to);
+/// Gives a new node a place below all its siblings, unless they have none either. A part of the
+/// edit that runs.
+void placeNew(Document& document, const NodePtr& node);
+
+} // namespace shading
