@@ -3,6 +3,7 @@
 #include "base/progress.h"
 #include "document/attributes.h"
 #include "document/document.h"
+#include "document/names.h"
 #include "document/origins.h"
 #include "format/piece.h"
 
@@ -63,12 +64,13 @@ private:
                 port->setPortDefaultValue(after.value.c_str());
             return;
         }
-        if (!before || m_document.origins().elementOf(*port))
-            return;
-        if (before->type != after.type)
+        const Piece* const element = m_document.origins().elementOf(*port);
+        if (before && !element && before->type != after.type)
             port->setDataType(m_document.dataType(after.type));
-        if (hasValues() && before->value != after.value &&
-            before->value == port->getPortDefaultValue())
+        const bool isGiven = element
+                                 ? !element->attribute("value") && after.type == typeNameOf(*port)
+                                 : before != nullptr;
+        if (hasValues() && isGiven && (before ? before->value : "") == port->getPortDefaultValue())
             port->setPortDefaultValue(after.value.c_str());
     }
 
@@ -111,6 +113,17 @@ Signature signatureOf(Document& document, Node& node, const NamedOutputs& namedO
 }
 
 } // namespace
+
+const PortDescription* descriptionOf(ZEL::Port& port)
+{
+    const NodePtr node = port.getParentNode();
+    const auto* const own = dynamic_cast<const Node*>(node.get());
+    if (!own || !own->definition())
+        return nullptr;
+    const DefinitionRecord& record = own->definition()->record();
+    return find(port.getPortIOType() == ZEL::PortInput ? record.inputs : record.outputs,
+                port.getName());
+}
 
 void defineNode(Document& document, Node& node, const DefinitionPtr& definition)
 {

@@ -16,11 +16,14 @@ class Progress;
 /// The names of outputs that references ask of a node.
 using NamedOutputs = std::unordered_map<const ZEL::Node*, std::vector<std::string>>;
 
+/// What the definition of the port's node says of the port; null when it has none of that name.
+const PortDescription* descriptionOf(ZEL::Port& port);
+
 /// Brings the node up to the definition, which becomes its own; empty leaves the ports alone.
-/// Ports that it lacks are made, with the default value; its ports stand in the definition's order,
-/// the others behind them. What the document or a connection needs stays: ports, values and
-/// connections. Ports and values that only the former definition gave follow the new one. Nothing
-/// is touched that fits.
+/// Ports that it lacks are made, with the default value, which inputs also have that the document
+/// gives none; its ports stand in the definition's order, the others behind them. What the document
+/// or a connection needs stays: ports, values and connections. Ports and values that only the
+/// former definition gave follow the new one. Nothing is touched that fits.
 void defineNode(Document& document, Node& node, const DefinitionPtr& definition);
 
 /// Does so with all plain nodes in the compound and below, by the document's definitions. A node

@@ -67,6 +67,7 @@ public:
     bool expand(const std::string& path, std::vector<std::string>& renamed);
 
     // Ports of compounds. The port may be that of the node or the inner one.
+    // What a deleted one fed gets its value.
     bool addPort(const CompoundPtr& compound,
                  ZEL::PortIOType ioType,
                  const std::string& name,
@@ -83,7 +84,8 @@ public:
 
     // Values.
     /// Gives the input of a node, or of a compound from both sides, a value: a text that its data
-    /// type knows. It counts where nothing feeds the input. The value that it has: done, no edit.
+    /// type knows; empty: that of its definition. It counts where nothing feeds the input, and a
+    /// document has it then only. The value that it has: done, no edit.
     bool setValue(const PortPtr& port, const std::string& value);
     bool setValue(const std::string& path, const std::string& value);
 

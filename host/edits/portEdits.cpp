@@ -1,5 +1,6 @@
 // The edits of ports: those of compounds, by the library's ModifyCompoundPortCommand, and values.
 
+#include "document/definedNode.h"
 #include "document/document.h"
 #include "document/names.h"
 #include "edits/editName.h"
@@ -14,6 +15,15 @@ namespace {
 const char* directionOf(ZEL::Port& inner)
 {
     return inner.getPortIOType() == ZEL::PortOutput ? "input" : "output";
+}
+
+/// What an input of a compound gives to those that it feeds; empty where its source does.
+std::string valueHandedOn(ZEL::Port& inner)
+{
+    const PortPtr outer = inner.getParentCompound()->getReversePort(&inner);
+    const bool isGiving =
+        outer && outer->getPortIOType() == ZEL::PortInput && !outer->isConnected();
+    return isGiving ? outer->getPortDefaultValue() : "";
 }
 
 } // namespace
@@ -63,10 +73,18 @@ bool Edits::deletePort(const PortPtr& port)
         named(std::string("Delete ") + directionOf(*inner) + " " + name + " of " + node->getName(),
               {"port", "delete", path, name});
     return run(edit, path + "." + name, [&] {
+        const std::string value = valueHandedOn(*inner);
+        std::vector<PortPtr> targets;
+        for (ZEL::Port* const target : inner->connectedTo())
+            targets.emplace_back(target);
         ZEL::ModifyCompoundPortCommand command;
         command.setParentCompound(&m_document, path.c_str());
         command.deletePort(name.c_str());
         command.doit();
+        for (const PortPtr& target : targets) {
+            if (!value.empty() && !target->isCompoundInternalPort())
+                target->setPortDefaultValue(value.c_str());
+        }
         return "";
     });
 }
@@ -107,7 +125,7 @@ bool Edits::renamePort(const std::string& path,
     return port && renamePort(port, newName);
 }
 
-bool Edits::setValue(const PortPtr& port, const std::string& value)
+bool Edits::setValue(const PortPtr& port, const std::string& wanted)
 {
     if (!has(port))
         return false;
@@ -115,18 +133,23 @@ bool Edits::setValue(const PortPtr& port, const std::string& value)
     const CompoundPtr inside = port->getParentCompound();
     const PortPtr own = inside ? inside->getReversePort(port) : port;
     const std::string path = pathOf(*port);
+    std::string value = wanted;
     if (!own || own->getPortIOType() != ZEL::PortInput)
         return fail(path, "an output has no value");
     const TypePtr type = own->getDataType();
     const std::string problem = valueProblem(type ? type->getName() : "", value);
     if (!problem.empty())
         return fail(path, problem);
+    // Without a value an input has that of its definition.
+    const PortDescription* const description = descriptionOf(*own);
+    if (value.empty() && description)
+        value = description->value;
     if (value == own->getPortDefaultValue())
         return true; // No edit.
-    const std::string title = value.empty()
+    const std::string title = wanted.empty()
                                   ? "Clear " + shortNameOf(*own)
                                   : "Set " + shortNameOf(*own) + " to " + shortValue(value);
-    return run(named(title, {"set", path, value}), path, [&] {
+    return run(named(title, {"set", path, wanted}), path, [&] {
         own->setPortDefaultValue(value.c_str());
         return "";
     });

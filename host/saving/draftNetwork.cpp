@@ -44,6 +44,14 @@ void DraftNetwork::claim(Piece& item, ZEL::Port& port)
     claimOf(item).second = &port;
 }
 
+void DraftNetwork::remove(ZEL::Port& port)
+{
+    Piece*& item = m_portItems[&port];
+    claimOf(*item).second = nullptr;
+    m_draft.remove(*item);
+    item = nullptr;
+}
+
 Piece* DraftNetwork::itemOf(const ZEL::Node& node) const
 {
     Piece* const* const found = m_nodeItems.find(&node);
@@ -133,7 +141,8 @@ bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
     Piece& item = m_draft.newElement(isInput ? "input" : "output");
     m_draft.setAttribute(item, "name", port.getName());
     m_draft.setAttribute(item, "type", typeNameOf(port));
-    if ((isInput || node.isCompound()) && *port.getPortDefaultValue() != '\0')
+    const bool hasValue = isInput ? !isFed(port) : node.isCompound();
+    if (hasValue && *port.getPortDefaultValue() != '\0')
         m_draft.setAttribute(item, "value", port.getPortDefaultValue());
     m_draft.insert(item, parent,
                    placeOf(*this, parent, isInput ? node.inputs() : node.outputs(), port));
@@ -179,6 +188,11 @@ void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
                                         " \"" + attributeOf(*item, "name") + "\" still names it"});
         }
     }
+}
+
+bool isFed(ZEL::Port& port)
+{
+    return port.getPortIOType() == ZEL::PortInput && port.isConnected();
 }
 
 Piece* pieceBefore(const Piece& item)

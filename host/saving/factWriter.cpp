@@ -1,5 +1,6 @@
 #include "saving/factWriter.h"
 
+#include "document/definedNode.h"
 #include "document/document.h"
 #include "document/origins.h"
 #include "document/step.h"
@@ -22,16 +23,13 @@ bool isImplied(const Piece& item, ZEL::Port& port)
            type != kMultiOutput;
 }
 
-const PortDescription* descriptionOf(const Node& node, ZEL::Port& port)
+/// The element says no more than that there is such an input.
+bool isBare(const Piece& item)
 {
-    if (!node.definition())
-        return nullptr;
-    const DefinitionRecord& record = node.definition()->record();
-    const auto& ports = port.getPortIOType() == ZEL::PortInput ? record.inputs : record.outputs;
-    const auto found = std::find_if(ports.begin(), ports.end(), [&](const PortDescription& known) {
-        return known.name == port.getName();
-    });
-    return found == ports.end() ? nullptr : &*found;
+    return !item.first &&
+           std::all_of(item.attributes.begin(), item.attributes.end(), [](const Attribute& said) {
+               return said.name == "name" || said.name == "type";
+           });
 }
 
 } // namespace
@@ -41,7 +39,7 @@ void FactWriter::writeChanges()
     const NodePtr root = m_network.document().getRootNode();
     // References are written with the new names, and outputs may come from references.
     writeNode(static_cast<Node&>(*root));
-    writeReferences(*root);
+    writeBindings(*root);
     writeOutputs(*root);
 }
 
@@ -52,10 +50,10 @@ void FactWriter::writeNode(Node& node)
         writeName(item, node.getName());
         m_network.draft().setElementName(item, node.getNodeTypeName());
     }
-    for (ZEL::Port* const input : node.inputs())
-        writePort(node, *input, true);
-    for (ZEL::Port* const output : node.outputs())
-        writePort(node, *output, node.isCompound());
+    for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+        for (ZEL::Port* const port : *list)
+            writePort(node, *port);
+    }
     const CompoundPtr compound = node.getAsCompound();
     if (!compound)
         return;
@@ -72,55 +70,65 @@ void FactWriter::writeName(Piece& item, const char* name)
         m_network.draft().setAttribute(item, "name", name);
 }
 
-void FactWriter::writePort(Node& node, ZEL::Port& port, bool hasValue)
+void FactWriter::writePort(Node& node, ZEL::Port& port)
 {
-    Draft& draft = m_network.draft();
-    Piece* const item = m_network.itemOf(port);
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
-    if (!item) {
-        const bool isNeeded = node.isCompound() ? !isInput || port.isConnected() ||
-                                                      *port.getPortDefaultValue() != '\0'
-                                                : isInput && !isGiven(node, port);
-        if (isNeeded)
-            declare(node, port);
-        return;
-    }
-    if (!draft.isRead(*item))
-        return;
-    writeName(*item, port.getName());
-    const std::string_view value = port.getPortDefaultValue();
-    const Attribute* const read = item->attribute("value");
-    if (!hasValue ||
-        (read ? (read->isPlain() ? read->value == value : read->text() == value) : value.empty()))
-        return;
-    if (value.empty())
-        draft.removeAttribute(*item, "value");
-    else
-        draft.setAttribute(*item, "value", std::string(value));
+    const bool isSaid = isFed(port) || *port.getPortDefaultValue() != '\0';
+    if (Piece* const item = m_network.itemOf(port))
+        writeName(*item, port.getName());
+    else if (node.isCompound() ? !isInput || isSaid : isInput && isSaid && !isGiven(node, port))
+        declare(node, port);
 }
 
-void FactWriter::writeReferences(ZEL::Node& node)
+void FactWriter::writeBindings(ZEL::Node& node)
 {
-    for (ZEL::Port* const input : node.inputs())
-        writeReference(*input, *input);
     const CompoundPtr compound = node.getAsCompound();
-    if (!compound)
-        return;
-    for (ZEL::Port* const inner : compound->innerOutputs())
-        writeReference(*inner, *compound->getReversePort(inner));
-    for (const NodePtr& inner : compound->nodes())
-        writeReferences(*inner);
+    for (ZEL::Port* const input : node.inputs())
+        writeBinding(node, *input, *input);
+    for (int i = 0; compound && i < node.outputs().size(); ++i) {
+        const PortPtr outer = node.outputs()[i];
+        writeBinding(node, *compound->getReversePort(outer), *outer);
+    }
+    for (int i = 0; compound && i < compound->nodes().size(); ++i)
+        writeBindings(*compound->nodes()[i]);
 }
 
 /// The outer port is the one that has the element.
-void FactWriter::writeReference(ZEL::Port& receiver, ZEL::Port& outer)
+void FactWriter::writeBinding(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer)
 {
     Piece* const item = m_network.itemOf(outer);
     if (!item)
         return;
     const PortPtr source = receiver.connectedTo()[0];
-    if (source ? !means(m_network, *item, *source) : isStale(m_network, *item, outer))
-        shading::writeReference(m_network, *item, source);
+    const bool isChange =
+        source ? !means(m_network, *item, *source) : isStale(m_network, *item, outer);
+    const bool isLed = isChange && shading::writeReference(m_network, *item, source);
+    if (m_network.draft().isRead(*item))
+        writeValue(node, outer, *item, isLed);
+}
+
+/// What a value or a source was taken from goes when it says nothing any more.
+void FactWriter::writeValue(ZEL::Node& node, ZEL::Port& port, Piece& item, bool isLed)
+{
+    Draft& draft = m_network.draft();
+    const std::string_view value = port.getPortDefaultValue();
+    const Attribute* const read = item.attribute("value");
+    const bool isSame = read ? (read->isPlain() ? read->value == value : read->text() == value)
+                             : value.empty() || (!isLed && isGiven(static_cast<Node&>(node), port));
+    if (isSame && !isLed)
+        return;
+    const bool isInput = port.getPortIOType() == ZEL::PortInput;
+    if (value.empty() || isFed(port))
+        draft.removeAttribute(item, "value");
+    const bool isNeeded = node.isCompound() || !isInput || isFed(port) || !isBare(item) ||
+                          !(value.empty() || isGiven(static_cast<Node&>(node), port));
+    if (!isNeeded)
+        return m_network.remove(port);
+    if (value.empty() || isFed(port))
+        return;
+    draft.setAttribute(item, "value", std::string(value));
+    if (isInput)
+        shading::writeReference(m_network, item, nullptr); // It named nothing.
 }
 
 /// An output that no element and no definition gives comes from those that refer to it. Whether one
@@ -153,11 +161,11 @@ bool FactWriter::declare(ZEL::Node& node, ZEL::Port& port)
 bool FactWriter::isGiven(const Node& node, ZEL::Port& port) const
 {
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
-    if (isInput && port.isConnected())
+    if (isInput && isFed(port))
         return false;
     if (isImplied(*m_network.itemOf(node), port))
         return true;
-    const PortDescription* const known = descriptionOf(node, port);
+    const PortDescription* const known = descriptionOf(port);
     return known && known->type == typeNameOf(port) &&
            (!isInput || known->value == port.getPortDefaultValue());
 }
@@ -297,6 +305,8 @@ bool FactWriter::writeSource(ZEL::Node& node, ZEL::Port& outer)
                                         m_redefined.count(source->getParentNode().get()) > 0);
     if (isUnsettled && means(m_network, item, *source))
         return false;
+    if (isFed(outer))
+        m_network.draft().removeAttribute(item, "value");
     return shading::writeReference(m_network, item, source);
 }
 

@@ -28,9 +28,10 @@ private:
 
     void writeNode(Node& node);
     void writeName(Piece& item, const char* name);
-    void writePort(Node& node, ZEL::Port& port, bool hasValue);
-    void writeReferences(ZEL::Node& node);
-    void writeReference(ZEL::Port& receiver, ZEL::Port& outer);
+    void writePort(Node& node, ZEL::Port& port);
+    void writeBindings(ZEL::Node& node);
+    void writeBinding(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer);
+    void writeValue(ZEL::Node& node, ZEL::Port& port, Piece& item, bool isLed);
     void writeOutputs(ZEL::Node& node);
     bool declare(ZEL::Node& node, ZEL::Port& port);
     bool isGiven(const Node& node, ZEL::Port& port) const;

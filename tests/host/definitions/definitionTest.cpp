@@ -37,7 +37,7 @@ const struct {
      "input p c \"1,1\"\ninput q c \"\"\noutput out c \"\"\n"},
     {"told apart by the type of an input",
      "<m name='n' type='c'><input name='q' type='f' nodename='m'/></m><k name='m' type='f'/>",
-     "input p c \"\"\ninput q f \"\" <- Top.m.out\noutput out c \"\"\n"},
+     "input p c \"\"\ninput q f \"7\" <- Top.m.out\noutput out c \"\"\n"},
     {"no definition fits: what the document says",
      "<m name='n' type='c'><input name='p' type='f'/></m>", "input p f \"\"\noutput out c \"\"\n"},
     {"several outputs, told apart by an input",
@@ -124,7 +124,7 @@ TEST(Rebuild, BringsNodesUpToChangedDefinitionsAndKeepsTheRest)
     EXPECT_EQ("input fresh t \"3\"\ninput q c \"8,8\"\noutput extra t \"\"\n"
               "output out f \"\" -> Top.g.b.p\n",
               runIn(*document, "ports Top.g.a"));
-    EXPECT_EQ("input fresh t \"3\"\ninput q f \"9\"\ninput p f \"\" <- Top.g.a.out\n"
+    EXPECT_EQ("input fresh t \"3\"\ninput q f \"9\"\ninput p f \"1\" <- Top.g.a.out\n"
               "output extra t \"\"\noutput out f \"\"\n",
               runIn(*document, "ports Top.g.b"));
 }

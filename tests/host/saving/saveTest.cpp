@@ -116,15 +116,40 @@ const SaveCase kSaves[] = {
     {"disconnect: nothing is left, not even of what would mean nothing",
      "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' nodename='a' "
      "output='out'/><input name='j' type='t' nodename='no'/></n>",
-     "delete Top.a",
-     "<n name='b' type='t'><input name='i' type='t'/><input name='j' type='t' nodename='no'/></n>"},
-    {"connect: the value stays, the element is made where there is none",
+     "delete Top.a", "<n name='b' type='t'><input name='j' type='t' nodename='no'/></n>"},
+    {"connect: the value is not written, the element is made where there is none",
      "<n name='a' type='multioutput'><output name='x' type='t'/></n><n name='b' type='t'><input "
      "name='i' type='t' value='7'/></n><output name='o' type='t'/>",
      "connect Top.a.x Top.b.i\nconnect Top.b.out Top.o",
      "<n name='a' type='multioutput'><output name='x' type='t'/></n><n name='b' type='t'><input "
-     "name='i' type='t' value='7' nodename='a' output='x'/></n><output name='o' type='t' "
-     "nodename='b'/>"},
+     "name='i' type='t' nodename='a' output='x'/></n><output name='o' type='t' nodename='b'/>"},
+    {"disconnect: the value is there again",
+     "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' value='7'/></n>",
+     "connect Top.a.out Top.b.i\nset Top.b.i 8\ndisconnect-all Top.b.i",
+     "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' value='8'/></n>"},
+    {"a value and a source in one element: an edit leaves one",
+     "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' value='7' "
+     "nodename='a'/><input name='j' type='t' value='7' nodename='a'/><input name='k' type='t' "
+     "value='7' nodename='a'/></n>",
+     "set Top.b.i 8\ndisconnect-all Top.b.j",
+     "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' nodename='a'/><input "
+     "name='j' type='t' value='7'/><input name='k' type='t' value='7' nodename='a'/></n>"},
+    {"a value in place of a reference to nothing",
+     "<n name='b' type='t'><input name='i' type='t' nodename='no'/></n>", "set Top.b.i 8",
+     "<n name='b' type='t'><input name='i' type='t' value='8'/></n>"},
+    {"what else an input says stays",
+     "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' nodename='a' "
+     "colorspace='c'/><input name='j' type='t' value='1'/><input name='k' type='t'/></n>",
+     "delete Top.a\nset Top.b.j ''",
+     "<n name='b' type='t'><input name='i' type='t' colorspace='c'/><input name='k' "
+     "type='t'/></n>"},
+    {"port delete: what the port fed gets its value",
+     "<nodegraph name='g'><input name='x' type='t' value='5'/><n name='a' type='t'><input name='i' "
+     "type='t' interfacename='x'/></n><nodegraph name='h'><input name='y' type='t' "
+     "interfacename='x'/></nodegraph></nodegraph>",
+     "port delete Top.g x",
+     "<nodegraph name='g'><n name='a' type='t'><input name='i' type='t' value='5'/></n><nodegraph "
+     "name='h'><input name='y' type='t' value='5'/></nodegraph></nodegraph>"},
     {"several outputs: no name would mean the first",
      "<n name='a' type='multioutput'><output name='x' type='t'/><output name='out' type='t'/></n>"
      "<n name='b' type='t'><input name='i' type='t'/></n>",
@@ -135,8 +160,7 @@ const SaveCase kSaves[] = {
      "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='s' nodename='a' "
      "output='x'/></n>",
      "disconnect Top.a.x Top.b.i",
-     "<n name='a' type='t'><output name='x' type='s'/></n><n name='b' type='t'><input name='i' "
-     "type='s'/></n>"},
+     "<n name='a' type='t'><output name='x' type='s'/></n><n name='b' type='t'/>"},
     {"collapse: a graph with its interface, indented like the rest",
      "\n  <n name='a' type='t' />\n\n  <n name='b' type='t'>\n    <!-- in -->\n    <input name='i' "
      "type='t' nodename='a' />\n  </n>\n  <output name='o' type='t' nodename='b' />\n",
@@ -177,7 +201,7 @@ const SaveCase kSaves[] = {
      "z t\nconnect Top.g.a.out Top.g.p",
      "<nodegraph name='g'><input name='y' type='t' uiname='X'/><input name='z' type='t'/><n "
      "name='a' type='t'><input name='i' type='t' interfacename='y'/></n><output name='p' type='t' "
-     "nodename='a'/></nodegraph><n name='b' type='t'><input name='i' type='t'/></n>"},
+     "nodename='a'/></nodegraph><n name='b' type='t'/>"},
     {"an interface that is not declared stays so",
      "<nodegraph name='g'><n name='a' type='t'><input name='i' type='t' interfacename='x'/></n>"
      "</nodegraph>",
@@ -207,8 +231,7 @@ const SaveCase kSaves[] = {
      "<nodegraph name='g'><n name='a' type='t'><input name='i' type='t' interfacename='x'/></n>"
      "</nodegraph>",
      "disconnect Top.g.x Top.g.a.i",
-     "<nodegraph name='g'><input name='x' type='t'/><n name='a' type='t'><input name='i' "
-     "type='t'/></n></nodegraph>"},
+     "<nodegraph name='g'><input name='x' type='t'/><n name='a' type='t'/></nodegraph>"},
     {"names that were made up are written when they would change", "<add type='t'/><add type='t'/>",
      "delete Top.add", "<add name='add2' type='t'/>"},
     {"the graph of the document from inside another one",
@@ -252,6 +275,30 @@ TEST(Save, DefinitionsGiveWhatIsNotWritten)
               saved(document(""), commands, definitions));
 }
 
+TEST(Save, AnInputWithoutASourceHasWhatItsDefinitionGives)
+{
+    const std::string definitions = document(
+        "<nodedef name='ND_a' node='a'><input name='i' type='t' value='1'/><input name='j' "
+        "type='t'/><output name='out' type='t'/></nodedef>");
+    const std::string elements =
+        "<n name='n' type='t'/><a name='a' type='t'><input name='i' type='t' nodename='n'/></a><a "
+        "name='b' type='t'><input name='i' type='t' nodename='n' uiname='I'/><input name='j' "
+        "type='t' nodename='n'/></a><a name='c' type='t'><input name='i' type='t' value='2'/></a>"
+        "<a name='d' type='t'><input name='i' type='t'/></a>";
+    const std::string after =
+        "<a name='a' type='t'/><a name='b' type='t'><input name='i' type='t' uiname='I' "
+        "value='1'/></a><a name='c' type='t'><input name='i' type='t' value='1'/></a>"
+        "<a name='d' type='t'><input name='i' type='t'/></a>";
+    EXPECT_EQ(document(after),
+              saved(document(elements), "delete Top.n\nset Top.c.i ''", definitions));
+    EXPECT_EQ(document(elements),
+              saved(document(elements), "delete Top.n\nset Top.c.i ''\nundo 2", definitions));
+    EXPECT_EQ(
+        document("\n  <a name=\"a\" type=\"t\" />\n  <a name=\"b\" type=\"t\">\n    <input "
+                 "name=\"i\" type=\"t\" nodename=\"a\" />\n  </a>\n"),
+        saved(document(""), "create a a\ncreate a b\nconnect Top.a.out Top.b.i", definitions));
+}
+
 TEST(Save, KeepsEncodingAndLineEnd)
 {
     const std::string head = "<?xml version='1.0' encoding='latin1'?>\r\n<materialx>\r\n  "
@@ -268,17 +315,18 @@ TEST(Save, ValuesAndTypesComeBackInOrder)
                             "type='t' value='1'/></n>");
     const shading::NodePtr node = test.opened->findNodeFromPath("Top.a");
     node->inputs()[0]->setPortDefaultValue("<&\"'\n>");
-    node->inputs()[1]->setPortDefaultValue("");
+    node->inputs()[1]->setPortDefaultValue("2");
     node->outputs()[0]->setDataType(test.opened->dataType("s"));
-    node->inputs().addPort("k", nullptr);
+    node->inputs().addPort("k", nullptr)->setPortDefaultValue("3");
+    node->inputs().addPort("silent", nullptr);
     node->inputs().movePort(1, 0);
     std::string bytes;
     std::vector<shading::SaveProblem> problems;
     for (int i = 0; i < 2; ++i) {
         EXPECT_TRUE(shading::saveToBytes(*test.opened, bytes, problems));
-        EXPECT_EQ(document("<n name='a' type='s'><input name='j' type='t'/><input name='i' "
-                           "type='t' value='&lt;&amp;\"&apos;&#10;>'/><input name='k' "
-                           "type='none'/></n>"),
+        EXPECT_EQ(document("<n name='a' type='s'><input name='j' type='t' value='2'/><input "
+                           "name='i' type='t' value='&lt;&amp;\"&apos;&#10;>'/><input name='k' "
+                           "type='none' value='3'/></n>"),
                   bytes);
     }
 }
