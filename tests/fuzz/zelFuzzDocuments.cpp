@@ -5,6 +5,7 @@
 // of the shell on each line. The parts are parted by the last byte of 0 but in UTF-16, which has
 // such bytes itself: then there are no commands.
 
+#include "../host/savedText.h"
 #include "check/zelCheck.h"
 #include "reading/openDocument.h"
 #include "saving/save.h"
@@ -107,7 +108,8 @@ void expectSaved(shading::Document& document)
     std::string messages;
     const auto opened = open(bytes, messages);
     zelFuzz::expect(opened != nullptr, "what was saved does not open: " + messages);
-    zelFuzz::expect(networkText(*opened) == before, "what was saved has another network");
+    zelFuzz::expect(savedText(*opened) == savedText(document),
+                    "what was saved has another network");
     std::string again;
     zelFuzz::expect(shading::saveToBytes(*opened, again, problems) && again == bytes,
                     "saved twice, other bytes");

@@ -9,10 +9,6 @@
 /// Everything that edits may change, as text: nodes and ports in order with types and values, and
 /// the connections of each port in their order, inner ports too.
 std::string networkText(shading::Document& document);
-/// What of it a document keeps: not the order of a port's connections, not the value behind a
-/// source, no input of a plain node that has neither, and no input of a graph whose `nodedef` is
-/// elsewhere unless something reads it.
-std::string savedText(shading::Document& document);
 
 /// Makes random edits on a document, by the paths of what is there now.
 class RandomEdits {

@@ -4,6 +4,7 @@
 #include "paths.h"
 #include "reading/definitionReader.h"
 #include "reading/openDocument.h"
+#include "savedText.h"
 #include "saving/save.h"
 #include "shell/watcher.h"
 #include "testDocument.h"

@@ -1,0 +1,56 @@
+#include "savedText.h"
+
+#include "document/graphInterface.h"
+#include "document/names.h"
+#include "document/pointers.h"
+#include "format/nodeDefs.h"
+
+#include <algorithm>
+#include <vector>
+
+using shading::pathOf;
+using shading::typeNameOf;
+
+namespace {
+
+/// " NAME TYPE VALUE <- SOURCE", where nothing counts behind a source.
+std::string savedText(ZEL::Port& port, ZEL::Port& receiver)
+{
+    const shading::PortPtr source = receiver.connectedTo()[0];
+    return port.getName() + (" " + typeNameOf(port)) + " " +
+           (source ? "<- " + pathOf(*source) : port.getPortDefaultValue()) + "\n";
+}
+
+void addSaved(ZEL::Node& node, std::string& text)
+{
+    text += pathOf(node) + " " + node.getNodeTypeName() + "\n";
+    const shading::CompoundPtr compound = node.getAsCompound();
+    const shading::Tie* const tie = shading::tieOf(node);
+    const bool isElsewhere = tie && !tie->nodeDef;
+    std::vector<std::string> inputs;
+    for (ZEL::Port* const port : node.inputs()) {
+        const bool isSaid = port->isConnected() || *port->getPortDefaultValue() != '\0';
+        if (isSaid || (compound && !isElsewhere))
+            inputs.push_back("input " + savedText(*port, *port));
+    }
+    if (isElsewhere)
+        std::sort(inputs.begin(), inputs.end());
+    for (const std::string& input : inputs)
+        text += input;
+    for (ZEL::Port* const port : node.outputs()) {
+        const shading::PortPtr inner = compound ? compound->getReversePort(port) : nullptr;
+        text +=
+            inner ? savedText(*port, *inner) : port->getName() + (" " + typeNameOf(*port)) + "\n";
+    }
+    for (int i = 0; compound && i < compound->nodes().size(); ++i)
+        addSaved(*compound->nodes()[i], text);
+}
+
+} // namespace
+
+std::string savedText(shading::Document& document)
+{
+    std::string text;
+    addSaved(*document.getRootNode(), text);
+    return text;
+}
