@@ -65,6 +65,9 @@ std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyTy
     const NodePtr graph = receiver.isCompoundInternalPort() ? nullptr : receiver.getParentNode();
     if (graph && graph->isCompound() && tieOf(*graph))
         return "a graph that implements a nodedef has no sources: nodes of its type have them";
+    if (receiver.isCompoundInternalPort() && levelOf(sender) != levelOf(receiver) &&
+        sender.getParentNode()->outputs()[0].get() != &sender)
+        return pathOf(receiver) + " can have the first output of that graph only";
     if (type != typeNameOf(receiver))
         return pathOf(sender) + " is " + type + ", " + pathOf(receiver) + " is " +
                typeNameOf(receiver);

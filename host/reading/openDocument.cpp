@@ -4,6 +4,7 @@
 #include "document/definedNode.h"
 #include "document/names.h"
 #include "document/origins.h"
+#include "document/rules.h"
 #include "format/xml.h"
 #include "reading/networkBuilder.h"
 
@@ -20,7 +21,8 @@ const char* const kNewText =
 /// The second pass over a document: connects what its references name.
 ///
 /// A `nodename` means a sibling. A `nodegraph` means a sibling, or else a graph of the document
-/// itself. An `interfacename` means an input of the graph around. No other border is crossed.
+/// itself. An `interfacename` means an input of the graph around. An `output` without any of these
+/// means an output of the document, and so what feeds that. No other border is crossed.
 class Connector {
 public:
     Connector(Document& document, std::vector<Message>& warnings, const Scope& outermost)
@@ -43,6 +45,15 @@ public:
             m_origins.setConnected(*reference.element);
     }
 
+    /// It names an output of the document and nothing else.
+    static bool isByOutput(const Reference& reference)
+    {
+        const Piece& element = *reference.element;
+        return attributeOf(element, "interfacename").empty() &&
+               attributeOf(element, "nodegraph").empty() &&
+               attributeOf(element, "nodename").empty();
+    }
+
 private:
     /// Empty, with the problem, when the reference names nothing.
     PortPtr findSource(const Reference& reference, std::string& problem)
@@ -53,20 +64,34 @@ private:
         if (int(!interface.empty()) + int(!graph.empty()) + int(!node.empty()) > 1)
             warn(reference, "several sources: interfacename is preferred to nodegraph, "
                             "nodegraph to nodename");
-        if (interface.empty() && graph.empty() && node.empty()) {
-            problem = "output \"" + attributeOf(*reference.element, "output") +
-                      "\" without a nodename or nodegraph";
-            return nullptr;
-        }
         if (!reference.scope) {
             problem = "an input of the document cannot have a source";
             return nullptr;
         }
+        if (isByOutput(reference))
+            return documentOutput(reference, attributeOf(*reference.element, "output"), problem);
         if (!interface.empty())
             return interfacePort(reference, interface);
         if (!graph.empty())
             return graphOutput(reference, graph, problem);
         return nodeOutput(reference, node, problem);
+    }
+
+    /// What feeds the output of the document.
+    PortPtr
+    documentOutput(const Reference& reference, const std::string& name, std::string& problem)
+    {
+        const PortPtr output = m_document.compound->innerOutputs()[name.c_str()];
+        PortPtr source = output ? output->connectedTo()[0] : nullptr;
+        const bool isSeen =
+            reference.scope == &m_document || (source && isInScope(*source, *reference.target));
+        if (!output)
+            problem = "no output \"" + name + "\" in " + pathTo(m_document);
+        else if (!source)
+            problem = pathOf(*output) + " has no source";
+        else if (!isSeen)
+            problem = "its source " + pathOf(*source) + " is in another compound";
+        return problem.empty() ? source : nullptr;
     }
 
     /// The inner input of that name, made when the graph does not declare it.
@@ -189,9 +214,14 @@ void readNetwork(Document& document, std::vector<Message>& warnings, const Progr
     defineNodes(document, *network.root->getAsCompound(), namedOutputs(network), &progress);
     progress.begin(850, 1000, network.references.size());
     Connector connector(document, warnings, network.scopes.front());
-    for (const Reference& reference : network.references) {
-        connector.connect(reference);
-        progress.step();
+    // What names an output of the document has the source of that, which is known then.
+    for (const bool isByOutput : {false, true}) {
+        for (const Reference& reference : network.references) {
+            if (connector.isByOutput(reference) == isByOutput) {
+                connector.connect(reference);
+                progress.step();
+            }
+        }
     }
     document.setRootNode(network.root);
 }

@@ -1,6 +1,7 @@
 #include "saving/referenceWriter.h"
 
 #include "document/document.h"
+#include "document/node.h"
 #include "document/origins.h"
 #include "saving/draftNetwork.h"
 
@@ -10,20 +11,10 @@ namespace shading {
 
 namespace {
 
-/// The attributes that name the port.
-std::map<std::string, std::string> referenceTo(DraftNetwork& network, ZEL::Port& source)
+bool isMultiOutput(const DraftNetwork& network, const ZEL::Node& node)
 {
-    if (source.isCompoundInternalPort())
-        return {{"interfacename", source.getName()}};
-    const ZEL::AddRefWrapper<ZEL::Node> node = source.getParentNode();
-    if (node->isCompound())
-        return {{"nodegraph", node->getName()}, {"output", source.getName()}};
-    std::map<std::string, std::string> result = {{"nodename", node->getName()}};
-    const Piece* const item = network.itemOf(*node);
-    const Attribute* const type = item ? item->attribute("type") : nullptr;
-    if (std::string(source.getName()) != kDefaultOutput || (type && type->value == kMultiOutput))
-        result["output"] = source.getName();
-    return result;
+    const Piece* const item = network.itemOf(node);
+    return item && attributeOf(*item, "type") == kMultiOutput;
 }
 
 /// A reference that says no output means this one.
@@ -31,15 +22,72 @@ bool isDefaultOutput(const DraftNetwork& network, ZEL::Node& node, ZEL::Port& so
 {
     if (node.isCompound())
         return node.outputs()[0].get() == &source;
-    const Piece* const item = network.itemOf(node);
-    if (!item || attributeOf(*item, "type") != kMultiOutput)
+    if (!isMultiOutput(network, node))
         return std::string(source.getName()) == kDefaultOutput;
-    for (const Piece& child : ElementsIn(*item)) {
+    for (const Piece& child : ElementsIn(*network.itemOf(node))) {
         const std::string name = attributeOf(child, "name");
         if (kindOf(child) == ElementKind::Output)
             return (name.empty() ? node.outputs()[0] : node.outputs()[name.c_str()]) == &source;
     }
     return false;
+}
+
+/// The output of the document that a reference names alone, by the name that it has or had, when it
+/// has that source; null otherwise.
+PortPtr documentOutput(DraftNetwork& network, const Piece& element, ZEL::Port& source)
+{
+    const std::string name = attributeOf(element, "output");
+    if (name.empty() || !attributeOf(element, "nodename").empty() ||
+        !attributeOf(element, "nodegraph").empty())
+        return nullptr;
+    const NodePtr root = network.document().getRootNode();
+    for (ZEL::Port* const output : root->outputs()) {
+        const PortPtr inner = root->getAsCompound()->getReversePort(output);
+        if ((name == output->getName() || name == network.document().origins().nameOf(*output)) &&
+            inner->connectedTo()[0] == &source)
+            return output;
+    }
+    return nullptr;
+}
+
+/// The element names that node, as it is called now or was when it was read.
+bool namesNode(const Piece& element, ZEL::Node& node)
+{
+    std::string name = attributeOf(element, "nodegraph");
+    if (name.empty())
+        name = attributeOf(element, "nodename");
+    const auto* const own = dynamic_cast<const Node*>(&node);
+    return name == node.getName() ||
+           (own && own->element() && name == attributeOf(*own->element(), "name"));
+}
+
+/// The attributes that name the port. An element that names the node already keeps its form.
+/// Contract: an `output` that names a `nodegraph` names no output, for the format does not find it;
+/// so it names a graph beside it by `nodename`.
+std::map<std::string, std::string>
+referenceTo(DraftNetwork& network, const Piece& element, ZEL::Port& source)
+{
+    if (source.isCompoundInternalPort())
+        return {{"interfacename", source.getName()}};
+    if (const PortPtr output = documentOutput(network, element, source))
+        return {{"output", output->getName()}};
+    const NodePtr node = source.getParentNode();
+    const bool isKept = namesNode(element, *node);
+    const bool isOutput = element.text == "output";
+    const Piece* const scope = isOutput ? element.parent : element.parent->parent;
+    const bool isNear = network.itemOf(*node)->parent == scope;
+    const bool hasNodeName = !attributeOf(element, "nodename").empty();
+    const bool isByNode = !node->isCompound() || (isNear && (isKept ? hasNodeName : isOutput));
+    std::map<std::string, std::string> result = {
+        {isByNode ? "nodename" : "nodegraph", node->getName()}};
+    const bool hasSeveral =
+        node->isCompound() ? node->outputs().size() > 1 : isMultiOutput(network, *node);
+    const bool hasOutput = !attributeOf(element, "output").empty();
+    if (!isDefaultOutput(network, *node, source) || (isKept ? hasOutput : hasSeveral))
+        result["output"] = source.getName();
+    if (isOutput && !isByNode && !isKept)
+        result.erase("output");
+    return result;
 }
 
 } // namespace
@@ -53,27 +101,27 @@ bool isStale(DraftNetwork& network, const Piece& element, ZEL::Port& port)
     return !network.draft().isRead(element) || (read && origins.wasConnected(*read));
 }
 
-bool means(const DraftNetwork& network, const Piece& element, ZEL::Port& source)
+bool means(DraftNetwork& network, const Piece& element, ZEL::Port& source)
 {
     const std::string interface = attributeOf(element, "interfacename");
     if (source.isCompoundInternalPort() || !interface.empty())
         return source.isCompoundInternalPort() && interface == source.getName();
+    const std::string output = attributeOf(element, "output");
+    if (const PortPtr named = documentOutput(network, element, source))
+        return output == named->getName();
     const std::string graph = attributeOf(element, "nodegraph");
-    const ZEL::AddRefWrapper<ZEL::Node> node = source.getParentNode();
+    const NodePtr node = source.getParentNode();
     if ((graph.empty() ? attributeOf(element, "nodename") : graph) != node->getName() ||
         (!graph.empty() && !node->isCompound()))
         return false;
-    const std::string output = attributeOf(element, "output");
     return output.empty() ? isDefaultOutput(network, *node, source) : output == source.getName();
 }
 
-bool writeReference(DraftNetwork& network,
-                    Piece& element,
-                    const ZEL::AddRefWrapper<ZEL::Port>& source)
+bool writeReference(DraftNetwork& network, Piece& element, const PortPtr& source)
 {
     std::map<std::string, std::string> wanted;
     if (source)
-        wanted = referenceTo(network, *source);
+        wanted = referenceTo(network, element, *source);
     bool hasChanged = false;
     for (const char* const name : kReferences) {
         const auto found = wanted.find(name);

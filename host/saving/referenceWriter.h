@@ -12,7 +12,7 @@ class DraftNetwork;
 bool isStale(DraftNetwork& network, const Piece& element, ZEL::Port& port);
 
 /// True when the element names that source, by the names that its node and the source have now.
-bool means(const DraftNetwork& network, const Piece& element, ZEL::Port& source);
+bool means(DraftNetwork& network, const Piece& element, ZEL::Port& source);
 
 /// Makes the element, which stands for the receiving port, name the source; empty: none. True when
 /// that changed the element. Private to the host's library.

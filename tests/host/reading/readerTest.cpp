@@ -101,7 +101,7 @@ const MappingCase kMappings[] = {
      "connections", "Top.m.out -> Top.n.b\n",
      "t.mtlx:2: warning: Top.n.a: no node \"no\" in Top\n"
      "t.mtlx:4: warning: Top.m.a: no nodegraph \"n\" in Top\n"
-     "t.mtlx:5: warning: Top.m.b: output \"o\" without a nodename or nodegraph\n"
+     "t.mtlx:5: warning: Top.m.b: no output \"o\" in Top\n"
      "t.mtlx:6: warning: Top.g.o: no nodegraph \"no\" in Top.g or Top\n"
      "t.mtlx:6: warning: Top.g.q.a: no node \"n\" in Top.g\n"
      "t.mtlx:7: warning: Top.p.a: Top.g has no output \"x\"\n"
