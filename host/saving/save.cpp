@@ -2,6 +2,7 @@
 
 #include "base/file.h"
 #include "document/document.h"
+#include "format/validator.h"
 #include "format/xml.h"
 #include "reading/openDocument.h"
 #include "saving/declarations.h"
@@ -51,26 +52,57 @@ bool write(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& p
     return differences.empty();
 }
 
-} // namespace
-
-bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem>& problems)
+/// The same as saveToBytes, in UTF-8.
+bool saveToText(Document& document, std::string& text, std::vector<SaveProblem>& problems)
 {
     DraftNetwork network(document);
-    const std::string root = pathOf(*document.getRootNode());
     projectNodes(network);
     problems = checkSavable(network);
     updateOutsideNames(network, problems);
     updateDeclarations(network, problems);
-    if (!problems.empty())
+    return problems.empty() && write(network, text, problems);
+}
+
+/// The bytes that belong into the file. False when they do not.
+bool bytesFor(Document& document,
+              const std::string& path,
+              std::string& bytes,
+              std::vector<SaveProblem>& problems,
+              ChangedFile changed)
+{
+    if (!saveToBytes(document, bytes, problems))
         return false;
+    const auto known = document.files().find(canonicalPath(path));
+    const std::optional<FileStamp> stamp = stampOf(path);
+    if (changed == ChangedFile::Replace || !stamp || known == document.files().end() ||
+        known->second == *stamp)
+        return true;
+    problems.push_back({path, "somebody changed it since it was read or saved last"});
+    return false;
+}
+
+} // namespace
+
+bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem>& problems)
+{
     std::string text;
-    if (!write(network, text, problems))
+    if (!saveToText(document, text, problems))
         return false;
     const Encoding& encoding = document.xml().encoding();
     if (convertFromUtf8(text, encoding, bytes))
         return true;
-    problems.push_back({root, "the encoding " + encoding.name + " lacks a character of it"});
+    problems.push_back({pathOf(*document.getRootNode()),
+                        "the encoding " + encoding.name + " lacks a character of it"});
     return false;
+}
+
+bool maySaveToFile(Document& document,
+                   const std::string& path,
+                   std::vector<SaveProblem>& problems,
+                   ChangedFile changed)
+{
+    std::string bytes;
+    return bytesFor(document, path, bytes, problems, changed);
 }
 
 bool saveToFile(Document& document,
@@ -79,15 +111,8 @@ bool saveToFile(Document& document,
                 ChangedFile changed)
 {
     std::string bytes;
-    if (!saveToBytes(document, bytes, problems))
+    if (!bytesFor(document, path, bytes, problems, changed))
         return false;
-    const auto known = document.files().find(canonicalPath(path));
-    const std::optional<FileStamp> stamp = stampOf(path);
-    if (changed == ChangedFile::Keep && stamp && known != document.files().end() &&
-        known->second != *stamp) {
-        problems.push_back({path, "somebody changed it since it was read or saved last"});
-        return false;
-    }
     FileStamp written;
     std::string problem;
     if (!replaceFile(path, bytes, problem, &written)) {
@@ -96,6 +121,23 @@ bool saveToFile(Document& document,
     }
     document.files()[canonicalPath(path)] = written;
     return true;
+}
+
+std::vector<SaveProblem> checkDocument(Document& document)
+{
+    std::vector<SaveProblem> problems;
+    std::string text;
+    if (!saveToText(document, text, problems))
+        return problems;
+    XmlSource written;
+    Message ignored; // It was opened by the judge.
+    if (written.loadText("", text, ignored)) {
+        for (const FormatFault& fault : formatFaults(written.documentElement())) {
+            if (fault.rule < FormatFault::Rule::Type)
+                problems.push_back({fault.path, fault.text});
+        }
+    }
+    return problems;
 }
 
 } // namespace shading

@@ -28,5 +28,15 @@ bool saveToFile(Document& document,
                 const std::string& path,
                 std::vector<SaveProblem>& problems,
                 ChangedFile changed = ChangedFile::Keep);
+/// Says all that saveToFile would say but for what the disk does, and writes nothing.
+bool maySaveToFile(Document& document,
+                   const std::string& path,
+                   std::vector<SaveProblem>& problems,
+                   ChangedFile changed = ChangedFile::Keep);
+
+/// Why the document as it is would not be saved; and where it would, the rules of the format that
+/// the file would break, also those that it broke when it was opened: of names, bindings and
+/// references. The network shows types and circles itself. Empty for a sound document.
+std::vector<SaveProblem> checkDocument(Document& document);
 
 } // namespace shading

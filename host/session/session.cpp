@@ -55,7 +55,7 @@ Session::Session(std::shared_ptr<Document> document, std::string path, Environme
 {
 }
 
-bool Session::save(const std::string& path, std::vector<SaveProblem>& problems, ChangedFile changed)
+bool Session::isFree(const std::string& path, std::vector<SaveProblem>& problems)
 {
     const auto refuse = [&](const std::string& subject, const std::string& reason) {
         problems.push_back({subject, reason});
@@ -65,7 +65,19 @@ bool Session::save(const std::string& path, std::vector<SaveProblem>& problems, 
         return refuse(pathOf(*m_document->getRootNode()), "an edit is open");
     if (m_isNew && path == m_path && isThere(path))
         return refuse(path, "the file came up since this new document was begun");
-    if (!saveToFile(*m_document, path, problems, changed))
+    return true;
+}
+
+bool Session::maySave(const std::string& path,
+                      std::vector<SaveProblem>& problems,
+                      ChangedFile changed)
+{
+    return isFree(path, problems) && maySaveToFile(*m_document, path, problems, changed);
+}
+
+bool Session::save(const std::string& path, std::vector<SaveProblem>& problems, ChangedFile changed)
+{
+    if (!isFree(path, problems) || !saveToFile(*m_document, path, problems, changed))
         return false;
     m_edits.history().noteSaved();
     m_path = path;

@@ -48,10 +48,17 @@ public:
     bool save(const std::string& path,
               std::vector<SaveProblem>& problems,
               ChangedFile changed = ChangedFile::Keep);
+    /// Says what save would, and writes nothing.
+    bool maySave(const std::string& path,
+                 std::vector<SaveProblem>& problems,
+                 ChangedFile changed = ChangedFile::Keep);
     /// True when leaving loses nothing: the document is as it was opened, made or last saved.
     bool isSaved() { return m_edits.history().isSaved(); }
 
 private:
+    /// The document may be written there, whatever it says.
+    bool isFree(const std::string& path, std::vector<SaveProblem>& problems);
+
     // Destroyed in reverse order: the history before the document, and that before its runtime and
     // the code behind it.
     EnvironmentPtr m_environment; ///< Null: the document's runtime is somebody else's.

@@ -113,6 +113,12 @@ bool Shell::fail(const std::string& subject, const std::string& reason)
     return false;
 }
 
+void Shell::noteOnce(const std::string& subject, const std::string& text)
+{
+    if (m_notes.insert(text).second)
+        m_err << "note: " << subject << ": " << text << "\n";
+}
+
 bool Shell::report(bool isDone)
 {
     const Edits::Problem& problem = edits().problem();

@@ -6,6 +6,7 @@
 #include <functional>
 #include <iosfwd>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -72,6 +73,8 @@ public:
     /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON", in a script with
     /// "FILE:LINE: " before it. Returns false.
     bool fail(const std::string& subject, const std::string& reason);
+    /// Tells what is good to know, the first time only: "note: SUBJECT: TEXT", on err.
+    void noteOnce(const std::string& subject, const std::string& text);
     /// Passes on whether an edit was done, and reports why it was refused.
     bool report(bool isDone);
     /// The node at the path that is that argument, the root node without it; empty, and reported,
@@ -95,6 +98,7 @@ private:
     std::map<std::string, std::string> m_given; ///< Its options and their words.
     bool m_hasReported = false;                 ///< The line that runs has said why it fails.
     bool m_hasQuit = false;
+    std::set<std::string> m_notes;     ///< Those that were told.
     std::function<bool()> m_isStopped; ///< Empty: nothing stops scripts.
     ScriptStack m_scripts;
 };

@@ -60,11 +60,23 @@ std::string TestDocument::run(const std::string& commands) const
     shell.add(shading::viewCommands());
     shell.add(shading::fileCommands());
     shell.add(shading::drawCommands());
+    shell.add(shading::editCommands());
     std::istringstream lines(commands);
     std::string line;
     while (std::getline(lines, line))
         shell.run(line);
     return out.str();
+}
+
+std::string withoutNotes(const std::string& lines)
+{
+    std::istringstream in(lines);
+    std::string text;
+    for (std::string line; std::getline(in, line);) {
+        if (line.find("note: ") == std::string::npos)
+            text += line + "\n";
+    }
+    return text;
 }
 
 shading::Session sessionOn(shading::Document& document)

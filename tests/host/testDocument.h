@@ -34,6 +34,9 @@ struct TestDocument {
     std::unique_ptr<shading::Document> opened;
 };
 
+/// The lines but for notes, which say of a graph that it lies in another one.
+std::string withoutNotes(const std::string& lines);
+
 /// A session on a document that somebody else owns. It ends before the next one begins.
 shading::Session sessionOn(shading::Document& document);
 

@@ -5,6 +5,7 @@
 #include "views/report.h"
 
 #include <ostream>
+#include <set>
 
 namespace shading {
 
@@ -23,12 +24,22 @@ bool runEdit(Shell& shell, const Arguments& arguments)
     return shell.report((shell.edits().*edit)(arguments[0], arguments[1]));
 }
 
+const char* const kNested = "a graph inside a graph: the format has them, but its own library "
+                            "follows no reference to one";
+
 bool runCollapse(Shell& shell, const Arguments& arguments)
 {
     const Arguments nodes(arguments.begin() + 2, arguments.end());
     std::string path;
-    return shell.report(shell.edits().collapse(arguments[0], arguments[1], nodes, path)) &&
-           shell.print(path + "\n");
+    if (!shell.report(shell.edits().collapse(arguments[0], arguments[1], nodes, path)))
+        return false;
+    const NodePtr graph = shell.document().findNodeFromPath(path.c_str());
+    bool isNested = static_cast<bool>(graph->getParentCompound()->getAsNode()->getParentCompound());
+    for (const NodePtr& node : graph->getAsCompound()->nodes())
+        isNested = isNested || node->isCompound();
+    if (isNested)
+        shell.noteOnce(path, kNested);
+    return shell.print(path + "\n");
 }
 
 bool runExpand(Shell& shell, const Arguments& arguments)
@@ -127,13 +138,35 @@ bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
     return true;
 }
 
+/// The graphs inside graphs; the depth counts those around the compound.
+void addNested(ZEL::Compound& compound, int depth, std::vector<FindingRecord>& records)
+{
+    for (const NodePtr& node : compound.nodes()) {
+        if (!node->isCompound())
+            continue;
+        if (depth > 0)
+            records.push_back({pathOf(*node), std::string("note: ") + kNested});
+        addNested(*node->getAsCompound(), depth + 1, records);
+    }
+}
+
 bool runCheck(Shell& shell, const Arguments& /*arguments*/)
 {
     std::vector<FindingRecord> records;
-    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(shell.document()))
+    std::set<std::string> told;
+    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(shell.document())) {
+        told.insert(finding.path);
         records.push_back({finding.path, finding.text});
+    }
+    // Of what is wrong in the network the file says nothing new.
+    for (const SaveProblem& problem : checkDocument(shell.document())) {
+        if (told.count(problem.path) == 0)
+            records.push_back({problem.path, problem.reason});
+    }
+    const bool isSound = records.empty();
+    addNested(*shell.document().getRootNode()->getAsCompound(), 0, records);
     shell.print(textOf(records, shell.hasOption("--json")));
-    return records.empty();
+    return isSound;
 }
 
 } // namespace
@@ -154,7 +187,12 @@ const std::vector<Command>& editCommands()
         {"collapse", "PATH NAME NODE...",
          "Moves nodes into a new compound. PATH is the compound that they are in, NODE are their\n"
          "    names. Prints the path of the new one; its name is made unique, and so are those of "
-         "its\n    ports.",
+         "its\n"
+         "    ports: one for each source, and one for a material at the end of the network. A "
+         "graph "
+         "inside\n"
+         "    a graph is noted once: the format has them, but its own library follows no reference "
+         "to one.",
          3, kAny, runCollapse, "compound name child...",
          "collapse Top.NG_wall moss moss_line "
          "above_moss"},
@@ -201,9 +239,14 @@ const std::vector<Command>& editCommands()
          "    script.",
          0, 0, runShowHistory, "", "history --commands", "--commands"},
         {"check", "",
-         "What is wrong with the network. Prints PATH: REASON, a line each; fails when there is\n"
-         "    something. --json prints instead [{\"path\", \"reason\"}], on one line, and fails "
-         "likewise.",
+         "What is wrong with the document. Prints PATH: REASON, a line each, and fails when there "
+         "is\n"
+         "    something: broken connections and circles, what a save would refuse, and the rules "
+         "of "
+         "the\n"
+         "    format that the file would break. A reason that begins with \"note\" is no failure. "
+         "--json\n"
+         "    prints instead [{\"path\", \"reason\"}], on one line, and fails likewise.",
          0, 0, runCheck, "", "check --json", "--json"},
     };
     return commands;

@@ -8,9 +8,11 @@ bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 {
     std::vector<SaveProblem> problems;
     Session& session = shell.session();
-    const bool isForced = shell.hasOption("--force");
-    if (session.save(arguments.empty() ? session.path() : arguments[0], problems,
-                     isForced ? ChangedFile::Replace : ChangedFile::Keep))
+    const std::string path = arguments.empty() ? session.path() : arguments[0];
+    const ChangedFile changed =
+        shell.hasOption("--force") ? ChangedFile::Replace : ChangedFile::Keep;
+    if (shell.hasOption("--dry-run") ? session.maySave(path, problems, changed)
+                                     : session.save(path, problems, changed))
         return true;
     for (const SaveProblem& problem : problems)
         shell.fail(problem.path, problem.reason);
@@ -22,7 +24,7 @@ bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 const std::vector<Command>& fileCommands()
 {
     static const std::vector<Command> commands = {
-        {"save", "[--force] [FILE]",
+        {"save", "[--force] [--dry-run] [FILE]",
          "Writes the document into a file. FILE (default: the one that it was opened from, or was\n"
          "    last saved into) is replaced when all is written; nothing is printed. What was not "
          "edited stands byte for byte as it was read. What the format\n"
@@ -33,8 +35,10 @@ const std::vector<Command>& fileCommands()
          "    graph would no longer have the ports of the nodedef that it implements. A renamed "
          "port is\n"
          "    renamed in the nodedef too when nothing else in the document uses that. A file that\n"
-         "    somebody changed since it was read or saved last stays, unless --force says so.",
-         0, 1, runSave, "file", "save gate.mtlx", "--force"},
+         "    somebody changed since it was read or saved last stays, unless --force says so. "
+         "--dry-run\n"
+         "    writes nothing, and says and fails as the save would.",
+         0, 1, runSave, "file", "save gate.mtlx", "--force --dry-run"},
     };
     return commands;
 }

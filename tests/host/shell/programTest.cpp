@@ -50,7 +50,8 @@ const struct {
     {"printf 'ls\\nquit\\nls\\n' | zelsh \"$1\" 2>/dev/null", 0, "n n\n"},
     {"zelsh --watch \"$1\" -c 'rename Top.n m' -c undo 2>/dev/null", 0,
      "node renamed: Top.m\nnode renamed: Top.n\nundo: Rename n to m\n"},
-    {"zelsh \"$1\" -c check 2>/dev/null", 0, ""},
+    {"zelsh \"$1\" -c check 2>/dev/null", 1, "Top.n.a: no node \"no\"\n"},
+    {"zelsh \"$1\" -c 'delete Top.n' -c check 2>/dev/null", 0, ""},
     {"echo '<materialx><n name=\"a.b\" type=\"t\"/></materialx>' >\"$1.bad\"; "
      "zelsh \"$1.bad\" -c check 2>/dev/null",
      1, "Top.a.b: no path reaches a name with a \".\" in it\n"},
@@ -62,7 +63,7 @@ const struct {
     {"zelsh \"$1\" -c \"save $1/x\" 2>/dev/null", 1, ""},
     {"zelsh \"$1.bad\" -c 'check --json' 2>/dev/null", 1,
      "[{\"path\":\"Top.a.b\",\"reason\":\"no path reaches a name with a \\\".\\\" in it\"}]\n"},
-    {"zelsh \"$1\" -c 'check --json' 2>/dev/null", 0, "[]\n"},
+    {"zelsh \"$1\" -c 'delete Top.n' -c 'check --json' 2>/dev/null", 0, "[]\n"},
     {"zelsh \"$1\" </dev/null 2>/dev/null", 0, ""},
     {"zelsh \"$1\" -c 'find Top.n' -c dump -c ls 2>/dev/null | grep -E '^(node|ZEL|name|n n)'", 0,
      "node\nZEL Compound \"Top\"\nname: Top.n\nn n\n"},

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 
 namespace {
@@ -80,9 +81,9 @@ TEST(Shell, ListsTheCommandsByGroup)
 {
     const TestDocument document("");
     const std::string text = document.run("help");
-    EXPECT_EQ(0U, text.find("The session\n  help         What the commands do.\n"));
-    EXPECT_NE(std::string::npos, text.find("\n\nMore\n  ls           The nodes inside a compound.\n"
-                                           "  tree         A node and everything below it.\n"));
+    EXPECT_EQ(0U, text.find("The session\n  help            What the commands do.\n"));
+    EXPECT_NE(std::string::npos, text.find("\n\nMore\n  ls              The nodes inside a compound.\n"
+                                           "  tree            A node and everything below it.\n"));
     EXPECT_NE(std::string::npos, text.find("\n\n`help COMMAND` tells more of one.\n"));
 }
 
@@ -109,6 +110,34 @@ TEST(Shell, TellsFailureAndQuit)
     EXPECT_FALSE(shell.hasQuit());
     EXPECT_TRUE(shell.run("quit"));
     EXPECT_TRUE(shell.hasQuit());
+}
+
+TEST(Shell, CheckTellsWhatASaveWouldRefuseAndWhatTheFormatLacks)
+{
+    const TestDocument document("<m name='M' type='material'/><n name='a' type='t'/><look "
+                                "name='L'><materialassign name='x' "
+                                "material='M'/><materialassign name='y' "
+                                "material='N'/></look><nodegraph name='g'><nodegraph "
+                                "name='h'/></nodegraph>");
+    const std::string nested = "Top.g.h: note: a graph inside a graph: the format has them, but "
+                               "its own library follows no "
+                               "reference to one\n";
+    EXPECT_EQ("Top.L.y: no material \"N\"\n" + nested, document.run("check"));
+    const std::string gone =
+        "Top.M: it is gone from there, and materialassign \"x\" still names it\n";
+    EXPECT_EQ(gone + nested + "error: save: " + gone,
+              document.run("delete Top.M\ncheck\nsave --dry-run F\nundo\nsave --dry-run F")
+                  .substr(0, gone.size() * 2 + nested.size() + sizeof "error: save: " - 1));
+    EXPECT_FALSE(std::filesystem::exists("F"));
+}
+
+TEST(Shell, NotesAGraphInsideAGraphOnce)
+{
+    const TestDocument document("<nodegraph name='g'><n name='a' type='t'/><n name='b' "
+                                "type='t'/></nodegraph>");
+    EXPECT_EQ("note: Top.g.h: a graph inside a graph: the format has them, but its own library "
+              "follows no reference to one\nTop.g.h\nTop.g.k\n",
+              document.run("collapse Top.g h a\ncollapse Top.g k b"));
 }
 
 const struct {
