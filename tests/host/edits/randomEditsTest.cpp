@@ -1,6 +1,8 @@
 #include "randomEdits.h"
 
 #include "check/zelCheck.h"
+#include "format/validator.h"
+#include "format/xml.h"
 #include "paths.h"
 #include "reading/definitionReader.h"
 #include "reading/openDocument.h"
@@ -46,6 +48,36 @@ std::string reasonOf(const shading::SaveProblem& problem)
     return reason;
 }
 
+/// The rules of the format that the text breaks: how often, by their names.
+std::map<std::string, int> brokenRules(const std::string& text, std::string& faults)
+{
+    shading::XmlSource xml;
+    shading::Message error;
+    EXPECT_TRUE(xml.loadText("", text, error)) << shading::messageText(error);
+    std::map<std::string, int> rules;
+    for (const shading::FormatFault& fault : shading::formatFaults(xml.documentElement())) {
+        ++rules[shading::nameOf(fault.rule)];
+        faults += fault.path + ": " + fault.text + "\n";
+    }
+    return rules;
+}
+
+/// No rule of the format is broken more often than it was when the document was opened.
+void validate(shading::Document& document, const std::map<std::string, int>& before)
+{
+    std::string bytes;
+    std::vector<shading::SaveProblem> problems;
+    if (!shading::saveToBytes(document, bytes, problems))
+        return;
+    std::string faults;
+    for (const auto& [rule, count] : brokenRules(bytes, faults)) {
+        const auto known = before.find(rule);
+        ASSERT_LE(count, known == before.end() ? 0 : known->second)
+            << rule << "\n"
+            << faults << bytes;
+    }
+}
+
 /// Saves the document and opens what was written: the network is the same.
 void saveAndOpen(shading::Document& document, Outcomes& outcomes)
 {
@@ -88,6 +120,8 @@ void editAtRandom(const std::string& path, ZEL::Runtime& runtime, unsigned seed,
     RandomEdits random(*document, seed);
     shading::History& history = random.edits().history();
     Outcomes outcomes;
+    std::string ignored;
+    const std::map<std::string, int> broken = brokenRules(document->xml().text(), ignored);
     std::ostringstream told;
     const shading::Watcher watcher(document->getRootNode(), told);
     for (long i = 0; i < steps; ++i) {
@@ -104,8 +138,9 @@ void editAtRandom(const std::string& path, ZEL::Runtime& runtime, unsigned seed,
             ASSERT_EQ(count, history.undoCount()) << where;
             ASSERT_EQ("", told.str()) << where;
         }
+        SCOPED_TRACE(where);
+        ASSERT_NO_FATAL_FAILURE(validate(*document, broken));
         if (i % 10 == 9) {
-            SCOPED_TRACE(where);
             ASSERT_NO_FATAL_FAILURE(saveAndOpen(*document, outcomes));
         }
     }
