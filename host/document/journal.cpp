@@ -6,6 +6,7 @@
 #include "document/node.h"
 #include "document/origins.h"
 #include "document/rules.h"
+#include "format/piece.h"
 
 namespace shading {
 
@@ -201,6 +202,29 @@ bool Journal::mayRenamePort(ZEL::PortList& list, const PortPtr& port, const char
     return mayChangeInterface(port) && write(makeRenamePortStep(port, name));
 }
 
+/// A source that the network does not show is named beside the node, where that was read. A graph
+/// of the document itself is named from everywhere.
+bool Journal::mayLeaveSources(ZEL::Compound& compound, const NodePtr& node)
+{
+    const auto* const own = dynamic_cast<const Node*>(node.get());
+    const NodePtr owner = compound.getAsNode();
+    const auto* const around = dynamic_cast<const Node*>(owner.get());
+    const Piece* const element = own ? own->element() : nullptr;
+    if (!element || (around && around->element() == element->parent))
+        return true;
+    for (ZEL::Port* const input : node->inputs()) {
+        const std::string source = hiddenSourceOf(*input);
+        if (source.empty())
+            continue;
+        const Origins& origins = static_cast<Document&>(*node->getContainer()).origins();
+        const bool isGraph = !attributeOf(*origins.elementOf(*input), "nodegraph").empty();
+        if (!isGraph || kindOf(*element->parent) == ElementKind::Graph)
+            return refuse(node->getName() + std::string(".") + input->getName() + " reads from " +
+                          source + ", which the network does not show and which stays behind");
+    }
+    return true;
+}
+
 bool Journal::mayAddNode(ZEL::Compound& compound, const NodePtr& node)
 {
     if (!isWanted(compound.getAsNode()))
@@ -210,7 +234,7 @@ bool Journal::mayAddNode(ZEL::Compound& compound, const NodePtr& node)
         return refuse(pathOf(*node) + ": " + kNameIsTaken);
     if (tieOf(*node) && compound.getAsNode()->getParentCompound())
         return refuse(kStaysAtTheTop);
-    return write(makeAddNodeStep(compound, node));
+    return mayLeaveSources(compound, node) && write(makeAddNodeStep(compound, node));
 }
 
 bool Journal::mayRemoveNode(ZEL::Compound& compound, const NodePtr& node)

@@ -78,6 +78,7 @@ private:
     };
 
     bool isWanted(const NodePtr& node);
+    bool mayLeaveSources(ZEL::Compound& compound, const NodePtr& node);
     bool mayChangeInterface(const PortPtr& port, bool isRemoval = false);
     bool write(std::unique_ptr<Step> step);
     void checkLastStep();

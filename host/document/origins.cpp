@@ -43,6 +43,18 @@ std::string Origins::nameOf(const ZEL::Port& port) const
     return element ? attributeOf(*element, "name") : impliedNameOf(port);
 }
 
+void Origins::setHiddenSource(const ZEL::AddRefWrapper<ZEL::Port>& port, const std::string& name)
+{
+    if (m_hiddenSources.emplace(port.get(), name).second)
+        m_held.push_back(port);
+}
+
+std::string Origins::hiddenSourceOf(const ZEL::Port& port) const
+{
+    const auto found = m_hiddenSources.find(&port);
+    return found == m_hiddenSources.end() ? "" : found->second;
+}
+
 void Origins::setConnected(const Piece& element)
 {
     if (element.number >= m_connected.size())

@@ -32,6 +32,11 @@ public:
     /// What the document called the port; empty for one that it does not mention.
     std::string nameOf(const ZEL::Port& port) const;
 
+    /// Notes the source of a port that receives: the network does not show it.
+    void setHiddenSource(const ZEL::AddRefWrapper<ZEL::Port>& port, const std::string& name);
+    /// As it was noted; empty without one.
+    std::string hiddenSourceOf(const ZEL::Port& port) const;
+
     void setConnected(const Piece& element);
     /// False for a reference that named nothing when the document was opened.
     bool wasConnected(const Piece& element) const;
@@ -40,6 +45,7 @@ private:
     std::vector<ZEL::AddRefWrapper<ZEL::Port>> m_held;
     PointerMap<ZEL::Port, const Piece*> m_elements; ///< Not owned.
     std::unordered_map<const ZEL::Port*, std::string> m_impliedNames;
+    std::unordered_map<const ZEL::Port*, std::string> m_hiddenSources;
     std::vector<bool> m_connected; ///< By the numbers of the pieces; false behind its end.
 };
 

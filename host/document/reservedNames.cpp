@@ -34,6 +34,11 @@ void ReservedNames::collect(const Piece& graph,
         reserve(graph, attributeOf(element, "nodename"), holder);
         reserve(graph, attributeOf(element, "nodegraph"), holder);
         reserve(documentElement, attributeOf(element, "nodegraph"), holder);
+        const bool isByOutput = attributeOf(element, "nodename").empty() &&
+                                attributeOf(element, "nodegraph").empty() &&
+                                attributeOf(element, "interfacename").empty();
+        if (isByOutput)
+            reserve(documentElement, attributeOf(element, "output"), holder);
     };
     for (const Piece& child : ElementsIn(graph)) {
         const ElementKind kind = kindOf(child);

@@ -76,6 +76,16 @@ std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyTy
     return "";
 }
 
+std::string hiddenSourceProblem(ZEL::Port& port)
+{
+    const PortPtr inner = port.getParentNode()->getAsCompound()->getReversePort(&port);
+    const bool isInput = port.getPortIOType() == ZEL::PortInput;
+    const std::string source = inner ? hiddenSourceOf(isInput ? port : *inner) : "";
+    const bool isHandedOn = !source.empty() && (isInput ? *inner : port).isConnected();
+    return isHandedOn ? pathOf(port) + " hands on " + source + ", which the network does not show"
+                      : "";
+}
+
 const char* const kNameIsTaken = "the name is taken";
 
 bool isReachable(const std::string& name)

@@ -21,6 +21,9 @@ bool isInScope(ZEL::Port& sender, ZEL::Port& receiver);
 /// receiver, and, unless anyType, both have one data type that the format connects.
 std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyType);
 
+/// A port of a compound's node hands on a source that the network does not show, so it has to stay.
+std::string hiddenSourceProblem(ZEL::Port& port);
+
 // Names. A document is opened with those that it has; these are the rules for each new one.
 
 /// True when a path can lead on through a thing of that name: it is not empty and has no ".".

@@ -133,6 +133,15 @@ private:
                                                     : stubOf(frame, stubs, *source, true),
                     *target.first, target.second);
             }
+            const std::string hidden = hiddenSourceOf(*target.first);
+            if (!hidden.empty())
+                frame.connections.push_back(
+                    {addStub(frame, {hidden, hidden, typeOf(*target.first), {}}, true),
+                     target.second,
+                     hidden,
+                     target.first->getFullPathName().getName(),
+                     typeOf(*target.first),
+                     {}});
         }
         std::map<const ZEL::Port*, PictureEnd> targetStubs;
         for (const auto& source : ports.sources) {
@@ -153,20 +162,29 @@ private:
         const auto known = stubs.find(&port);
         if (known != stubs.end())
             return known->second;
+        return stubs[&port] = addStub(frame, pictureOf(port), isSource);
+    }
+
+    static PictureEnd addStub(PictureBox& frame, const PicturePort& end, bool isSource)
+    {
         PictureBox stub;
         stub.kind = PictureBox::Kind::Stub;
-        const PicturePort end = pictureOf(port);
         stub.name = end.path;
         stub.path = end.path;
         (isSource ? stub.outputs : stub.inputs).push_back(end);
         frame.boxes.push_back(stub);
-        return stubs[&port] = {frame.boxes.size() - 1, 0};
+        return {frame.boxes.size() - 1, 0};
     }
 
     bool isShown(ZEL::Node& node, ZEL::Port& port) const
     {
         return !m_options.isShown || node.isCompound() || port.isConnected() ||
                m_options.isShown(node, port);
+    }
+
+    std::string hiddenSourceOf(ZEL::Port& port) const
+    {
+        return m_options.hiddenSource ? m_options.hiddenSource(port) : "";
     }
 
     const PictureOptions& m_options;

@@ -47,7 +47,7 @@ struct PictureBox {
         Node,
         Compound, ///< Closed: what is inside it is not shown.
         Frame,    ///< An open compound: its ports are also the inner ones.
-        Stub,     ///< A port that is not in the frame and has a connection with one that is.
+        Stub,     ///< A port that is not in the frame, or a source that is not in the network.
     };
 
     Kind kind = Kind::Node;
@@ -68,6 +68,9 @@ struct PictureOptions {
     int depth = 0; ///< How many levels of compounds inside the drawn one are open frames.
     /// Says which inputs of a plain node are drawn. Empty: all. Connected ones always are.
     std::function<bool(ZEL::Node&, ZEL::Port&)> isShown;
+    /// Names what feeds a port without a connection from outside the network: it is drawn as a
+    /// stub. Empty, or an empty name: nothing does.
+    std::function<std::string(ZEL::Port&)> hiddenSource;
 };
 
 /// What is drawn of the compound, without places. A connection that leads out of its frame ends in

@@ -28,6 +28,13 @@ Expansion::Expansion(const NodePtr& graph)
 
 std::string Expansion::run()
 {
+    for (ZEL::PortList* const list : {&m_graph->inputs(), &m_graph->outputs()}) {
+        for (ZEL::Port* const port : *list) {
+            std::string problem = hiddenSourceProblem(*port);
+            if (!problem.empty())
+                return problem;
+        }
+    }
     for (const NodePtr& node : m_nodes)
         planNode(*node);
     for (int i = 0; i < m_graph->inputs().size(); ++i) {

@@ -3,6 +3,7 @@
 #include "document/definedNode.h"
 #include "document/document.h"
 #include "document/names.h"
+#include "document/rules.h"
 #include "edits/editName.h"
 #include "edits/edits.h"
 #include "format/value.h"
@@ -72,7 +73,11 @@ bool Edits::deletePort(const PortPtr& port)
     const EditName edit =
         named(std::string("Delete ") + directionOf(*inner) + " " + name + " of " + node->getName(),
               {"port", "delete", path, name});
-    return run(edit, path + "." + name, [&] {
+    return run(edit, path + "." + name, [&]() -> std::string {
+        const PortPtr outer = inner->getParentCompound()->getReversePort(inner);
+        std::string problem = outer ? hiddenSourceProblem(*outer) : "";
+        if (!problem.empty())
+            return problem;
         const std::string value = valueHandedOn(*inner);
         std::vector<PortPtr> targets;
         for (ZEL::Port* const target : inner->connectedTo())

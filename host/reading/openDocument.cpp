@@ -31,6 +31,10 @@ public:
           m_warnings(warnings),
           m_document(outermost)
     {
+        for (const Piece& element : ElementsIn(m_xml.documentElement())) {
+            const std::string_view name = element.text.substr(element.text.find(':') + 1);
+            m_hasIncludes = m_hasIncludes || name == "include";
+        }
     }
 
     void connect(const Reference& reference)
@@ -39,6 +43,12 @@ public:
         const PortPtr source = findSource(reference, problem);
         if (source && !reference.target->addConnection(source))
             problem = "refused a connection from " + pathOf(*source);
+        const std::string hidden = source ? "" : hiddenSource(reference);
+        if (!hidden.empty()) {
+            const std::string name = nameOf(*reference.element);
+            m_origins.setHiddenSource(reference.target, name);
+            problem = "the network does not show its source (" + name + "): " + hidden;
+        }
         if (!problem.empty())
             warn(reference, problem);
         else if (source)
@@ -75,6 +85,54 @@ private:
         if (!graph.empty())
             return graphOutput(reference, graph, problem);
         return nodeOutput(reference, node, problem);
+    }
+
+    /// What the source is that the network does not show; empty for a reference to nothing.
+    std::string hiddenSource(const Reference& reference)
+    {
+        const Piece& element = *reference.element;
+        const std::string graph = attributeOf(element, "nodegraph");
+        const std::string name = graph.empty() ? attributeOf(element, "nodename") : graph;
+        const bool isFound =
+            !name.empty() && reference.scope &&
+            (graph.empty() ? reference.scope->nodes : reference.scope->graphs).count(name) > 0;
+        if (isFound || !reference.scope)
+            return "";
+        if (isByOutput(reference)) {
+            const std::string output = attributeOf(element, "output");
+            return m_document.compound->innerOutputs()[output.c_str()] ? "it is not seen from here"
+                                                                       : "";
+        }
+        for (const Scope* const scope : {reference.scope, &m_document}) {
+            for (const Piece& child : ElementsIn(elementOf(*scope))) {
+                if (isForeign(child.text) && attributeOf(child, "name") == name)
+                    return std::string(child.text);
+            }
+        }
+        if (isForeign(name))
+            return "a name of another name space";
+        return m_hasIncludes ? "it may be in an included file" : "";
+    }
+
+    static bool isForeign(std::string_view name)
+    {
+        return name.find(':') != std::string_view::npos;
+    }
+
+    static std::string nameOf(const Piece& reference)
+    {
+        std::string name;
+        for (const char* const attribute : {"nodegraph", "nodename", "output"}) {
+            const std::string part = attributeOf(reference, attribute);
+            name += (name.empty() || part.empty() ? "" : ".") + part;
+        }
+        return name;
+    }
+
+    static const Piece& elementOf(const Scope& scope)
+    {
+        // The nodes of a document are this host's and have elements when they are read.
+        return *static_cast<Node&>(*scope.compound->getAsNode()).element();
     }
 
     /// What feeds the output of the document.
@@ -185,6 +243,7 @@ private:
     Origins& m_origins;
     std::vector<Message>& m_warnings;
     const Scope& m_document;
+    bool m_hasIncludes = false;
 };
 
 /// The outputs that references name, by the node that they mean.

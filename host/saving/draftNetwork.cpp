@@ -192,7 +192,8 @@ void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
 
 bool isFed(ZEL::Port& port)
 {
-    return port.getPortIOType() == ZEL::PortInput && port.isConnected();
+    return port.getPortIOType() == ZEL::PortInput &&
+           (port.isConnected() || !hiddenSourceOf(port).empty());
 }
 
 Piece* pieceBefore(const Piece& item)

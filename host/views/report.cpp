@@ -29,6 +29,9 @@ void addPaths(ZEL::Port* port, std::vector<std::string>& paths)
         return;
     for (ZEL::Port* const other : port->connectedTo())
         paths.push_back(pathOf(*other));
+    const std::string hidden = hiddenSourceOf(*port);
+    if (!hidden.empty())
+        paths.push_back(hidden);
 }
 
 PortRecord recordOf(ZEL::Port& port, ZEL::Compound* compound)
@@ -46,18 +49,18 @@ PortRecord recordOf(ZEL::Port& port, ZEL::Compound* compound)
     return record;
 }
 
-/// Calls with each port that sends inside the compound and below. Every connection stands there: at
-/// an output, or at an inner input.
+/// Calls with each port that sends inside the compound and below, at an output or at an inner
+/// input, or with each that receives. Every connection stands at both.
 template <class Action>
-void forEachSender(ZEL::Compound& compound, const Action& action)
+void forEachEnd(ZEL::Compound& compound, bool isSender, const Action& action)
 {
-    for (ZEL::Port* const port : compound.innerInputs())
+    for (ZEL::Port* const port : isSender ? compound.innerInputs() : compound.innerOutputs())
         action(*port);
     for (const ZEL::AddRefWrapper<ZEL::Node>& node : compound.nodes()) {
-        for (ZEL::Port* const port : node->outputs())
+        for (ZEL::Port* const port : isSender ? node->outputs() : node->inputs())
             action(*port);
         if (node->isCompound())
-            forEachSender(*node->getAsCompound(), action);
+            forEachEnd(*node->getAsCompound(), isSender, action);
     }
 }
 
@@ -124,12 +127,18 @@ std::vector<PortRecord> portRecords(ZEL::Node& node)
 std::vector<ConnectionRecord> connectionRecords(ZEL::Compound& compound)
 {
     std::vector<std::pair<std::string, ConnectionRecord>> sorted;
-    forEachSender(compound, [&](ZEL::Port& source) {
-        for (ZEL::Port* const target : source.connectedTo()) {
-            ConnectionRecord record{pathOf(source), pathOf(*target)};
-            std::string line = lineOf(record);
-            sorted.emplace_back(std::move(line), std::move(record));
-        }
+    const auto add = [&](ConnectionRecord record) {
+        std::string line = lineOf(record);
+        sorted.emplace_back(std::move(line), std::move(record));
+    };
+    forEachEnd(compound, true, [&](ZEL::Port& source) {
+        for (ZEL::Port* const target : source.connectedTo())
+            add({pathOf(source), pathOf(*target)});
+    });
+    forEachEnd(compound, false, [&](ZEL::Port& target) {
+        const std::string hidden = hiddenSourceOf(target);
+        if (!hidden.empty())
+            add({hidden, pathOf(target)});
     });
     std::sort(sorted.begin(), sorted.end(),
               [](const auto& a, const auto& b) { return a.first < b.first; });
@@ -144,9 +153,8 @@ Statistics statisticsOf(ZEL::Compound& compound)
 {
     Statistics statistics;
     countNodes(compound, 1, statistics);
-    forEachSender(compound, [&](ZEL::Port& source) {
-        statistics.connections += source.connectedTo().size();
-    });
+    forEachEnd(compound, true,
+               [&](ZEL::Port& source) { statistics.connections += source.connectedTo().size(); });
     return statistics;
 }
 

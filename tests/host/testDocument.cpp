@@ -79,6 +79,20 @@ std::string withoutNotes(const std::string& lines)
     return text;
 }
 
+std::string TestDocument::edit(const std::string& commands) const
+{
+    std::ostringstream out;
+    shading::Session session = sessionOn(*opened);
+    shading::Shell shell(session, out, out);
+    shell.add(shading::viewCommands());
+    shell.add(shading::editCommands());
+    std::istringstream lines(commands);
+    std::string line;
+    while (std::getline(lines, line) && shell.run(line))
+        continue;
+    return out.str();
+}
+
 shading::Session sessionOn(shading::Document& document)
 {
     const std::shared_ptr<shading::Document> borrowed(std::shared_ptr<void>(), &document);

@@ -30,6 +30,9 @@ struct TestDocument {
     /// What the commands, one a line, print on both outputs.
     std::string run(const std::string& commands) const;
 
+    /// The same with the commands that edit, up to the first that is refused.
+    std::string edit(const std::string& commands) const;
+
     std::string messages; ///< One a line, without the folder of the file.
     std::unique_ptr<shading::Document> opened;
 };

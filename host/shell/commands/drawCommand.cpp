@@ -1,4 +1,5 @@
 #include "base/file.h"
+#include "document/names.h"
 #include "draw/zelPicture.h"
 #include "session/shown.h"
 #include "shell/shell.h"
@@ -31,6 +32,7 @@ bool runDraw(Shell& shell, const Arguments& arguments)
         return false;
     if (!shell.hasOption("--all"))
         options.isShown = isTelling;
+    options.hiddenSource = hiddenSourceOf;
     std::string svg;
     std::string problem;
     if (!zelDraw::drawCompound(*compound, options, svg, problem))

@@ -1,11 +1,9 @@
 #include "saving/save.h"
-#include "shell/shell.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
 namespace {
 
@@ -14,15 +12,9 @@ namespace {
 std::string savedElements(const std::string& elements, const std::string& commands)
 {
     const TestDocument test(elements);
-    std::ostringstream out;
-    shading::Session session = sessionOn(*test.opened);
-    shading::Shell shell(session, out, out);
-    shell.add(shading::editCommands());
-    std::istringstream lines(commands);
-    for (std::string line; std::getline(lines, line);) {
-        if (!shell.run(line))
-            return out.str();
-    }
+    const std::string said = test.edit(commands);
+    if (said.find("error: ") != std::string::npos)
+        return said;
     std::string result;
     std::vector<shading::SaveProblem> problems;
     if (shading::saveToBytes(*test.opened, result, problems)) {
