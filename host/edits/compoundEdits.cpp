@@ -1,6 +1,7 @@
 // The edits that put nodes into a compound and take them out.
 
 #include "document/document.h"
+#include "document/graphInterface.h"
 #include "document/names.h"
 #include "document/node.h"
 #include "document/reservedNames.h"
@@ -10,6 +11,7 @@
 #include "edits/edits.h"
 #include "edits/expansion.h"
 #include "edits/positions.h"
+#include "format/nodeDefs.h"
 #include "format/piece.h"
 
 #include <unordered_map>
@@ -102,12 +104,20 @@ const Piece* elementOf(ZEL::Node& node)
     return own ? own->element() : nullptr;
 }
 
-/// Backdrops and the like come up with the nodes, by the names that they have.
-std::string namesLeftProblem(ZEL::Node& graph)
+/// What is inside beside the nodes: backdrops and the like come up with them, by the names that
+/// they have; tokens are the graph's own, and what they stand for would be lost.
+std::string leftBehindProblem(ZEL::Node& graph)
 {
     const Piece* const element = elementOf(graph);
     if (!element)
         return "";
+    const Tie* const tie = tieOf(graph);
+    for (const Piece* const owner : {element, tie ? tie->nodeDef : nullptr}) {
+        for (const Piece* child = owner ? owner->first : nullptr; child; child = child->next) {
+            if (child->isElement() && child->text == "token")
+                return "token \"" + attributeOf(*child, "name") + "\" counts in that graph only";
+        }
+    }
     ZEL::Compound& around = *graph.getParentCompound();
     for (const Piece& child : ElementsIn(*element)) {
         const std::string name = attributeOf(child, "name");
@@ -196,14 +206,14 @@ bool Edits::expand(const NodePtr& graph, std::vector<std::string>& renamed)
     const std::string path = pathOf(*graph);
     if (!graph->isCompound())
         return fail(path, "not a compound");
-    const std::string left = namesLeftProblem(*graph);
+    const std::string left = leftBehindProblem(*graph);
     if (!left.empty())
         return fail(path, left);
     const Piece* const element = elementOf(*graph);
     const Piece* const around = elementOf(*graph->getParentCompound()->getAsNode());
     const std::string title = std::string("Expand ") + graph->getName();
     const bool isDone = runKeepingTypes(named(title, {"expand", path}), path, [&] {
-        Expansion expansion(graph);
+        Expansion expansion(m_document, graph);
         Nodes inside;
         for (const NodePtr& node : graph->getAsCompound()->nodes())
             inside.push_back(node);

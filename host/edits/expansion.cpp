@@ -1,11 +1,19 @@
 #include "edits/expansion.h"
 
+#include "document/attributes.h"
+#include "document/document.h"
 #include "document/names.h"
 #include "document/rules.h"
+
+#include <array>
 
 namespace shading {
 
 namespace {
+
+/// The attributes of an input that say how its value is to be taken.
+constexpr std::array<const char*, 5> kQualifiers = {"colorspace", "unit", "unittype", "fileprefix",
+                                                    "defaultgeomprop"};
 
 void disconnectAllIn(ZEL::PortList& list)
 {
@@ -15,8 +23,9 @@ void disconnectAllIn(ZEL::PortList& list)
 
 } // namespace
 
-Expansion::Expansion(const NodePtr& graph)
-    : m_graph(graph),
+Expansion::Expansion(Document& document, const NodePtr& graph)
+    : m_document(document),
+      m_graph(graph),
       m_compound(graph->getAsCompound()),
       m_around(graph->getParentCompound())
 {
@@ -55,8 +64,8 @@ std::string Expansion::run()
         if (!link.receiver->addConnection(link.sender))
             return pathOf(*link.receiver) + " cannot be connected";
     }
-    for (const Value& value : m_values)
-        value.port->setPortDefaultValue(value.value.c_str());
+    for (const Gift& gift : m_gifts)
+        give(gift);
     return "";
 }
 
@@ -85,10 +94,25 @@ void Expansion::planInput(const PortPtr& outer, const PortPtr& inner)
         for (const PortPtr& target : targets)
             m_links.push_back({source, target});
     }
-    const std::string value = outer->getPortDefaultValue();
+    if (outer->isConnected())
+        return;
     for (const PortPtr& target : targets) {
-        if (!outer->isConnected() && !value.empty() && !target->isCompoundInternalPort())
-            m_values.push_back({target, value});
+        if (!target->isCompoundInternalPort())
+            m_gifts.push_back({outer, target, outer->getPortDefaultValue()});
+    }
+}
+
+/// The value with what says how it is to be taken, which may be all that there is of it: the name
+/// of a geometric property.
+void Expansion::give(const Gift& gift)
+{
+    if (!gift.value.empty())
+        gift.to->setPortDefaultValue(gift.value.c_str());
+    Attributes& attributes = m_document.attributes();
+    for (const char* const name : kQualifiers) {
+        const std::string given = attributes.get({nullptr, gift.from}, name);
+        if (!given.empty() && attributes.get({nullptr, gift.to}, name).empty())
+            attributes.set({nullptr, gift.to}, name, AttributeValue{given, {}});
     }
 }
 

@@ -21,6 +21,11 @@ std::string_view lastLine(std::string_view text)
     return text.substr(begin);
 }
 
+bool isComment(const Piece& piece)
+{
+    return piece.kind == Piece::Kind::Other && piece.text.substr(0, 4) == "<!--";
+}
+
 void writeStartTag(const Piece& element, std::string& text)
 {
     text += '<';
@@ -193,12 +198,52 @@ void Draft::remove(Piece& item)
 
 void Draft::move(Piece& item, Piece& parent, Piece* previous)
 {
+    // Comments go along: those on the lines before it, and one behind it on its own line.
+    std::vector<Piece*> comments;
+    for (Piece* comment = commentBefore(item); comment; comment = commentBefore(*comment))
+        comments.push_back(comment);
+    Piece* const behind = commentBehind(item);
+    while (!comments.empty()) {
+        moveAlone(*comments.back(), parent, previous);
+        previous = comments.back();
+        comments.pop_back();
+    }
+    moveAlone(item, parent, previous);
+    if (!behind)
+        return;
+    Piece& blank = *behind->previous;
+    PieceTree::unlink(blank);
+    PieceTree::unlink(*behind);
+    PieceTree::link(blank, parent, &item);
+    PieceTree::link(*behind, parent, &blank);
+}
+
+void Draft::moveAlone(Piece& item, Piece& parent, Piece* previous)
+{
     const std::string before = lineOf(item);
     remove(item);
     insert(item, parent, previous);
     const std::string after = lineOf(item);
     if (!before.empty() && !after.empty() && before != after)
         indentAnew(item, before, after);
+}
+
+/// The comment that fills the line before that on which the piece begins; null when there is none.
+Piece* Draft::commentBefore(const Piece& item) const
+{
+    Piece* const comment = item.previous ? item.previous->previous : nullptr;
+    const bool isNear = comment && item.previous->isBlank() && isComment(*comment) &&
+                        item.previous->text == lineOf(item);
+    return isNear && !lineOf(*comment).empty() ? comment : nullptr;
+}
+
+/// The comment behind the end of the element on its line, the last there; null when there is none.
+Piece* Draft::commentBehind(const Piece& item)
+{
+    Piece* const comment = item.next ? item.next->next : nullptr;
+    const bool isNear =
+        comment && item.next->isBlank() && isComment(*comment) && lastLine(item.next->text).empty();
+    return isNear && (!comment->next || comment->next->isBlank()) ? comment : nullptr;
 }
 
 /// The line end before the piece and its indentation; empty when it does not begin a line.

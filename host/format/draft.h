@@ -46,12 +46,16 @@ public:
     void insert(Piece& item, Piece& parent, Piece* previous);
     /// Takes the piece out, with the white space before it.
     void remove(Piece& item);
+    /// With the comments that stand before it or behind it on its line.
     void move(Piece& item, Piece& parent, Piece* previous);
 
 private:
     void findStyle(const std::string& text);
     Piece& newText(std::string_view text) { return m_tree.add(Piece::Kind::Text, text); }
     std::string_view keep(const std::string& text) { return m_kept.emplace_back(text); }
+    void moveAlone(Piece& item, Piece& parent, Piece* previous);
+    Piece* commentBefore(const Piece& item) const;
+    static Piece* commentBehind(const Piece& item);
     std::string lineOf(const Piece& item) const;
     std::string lineInside(const Piece& parent) const;
     void indentAnew(Piece& element, const std::string& before, const std::string& after);

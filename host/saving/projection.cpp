@@ -171,28 +171,20 @@ private:
     /// What is no part of the network stays where a graph stood whose nodes live on.
     void remove(const Gone& gone)
     {
+        std::vector<Piece*> kept;
+        for (Piece* item = gone.hasNodes ? gone.item->first : nullptr; item; item = item->next) {
+            if (!item->isBlank() &&
+                (!item->isElement() || kindOf(item->text) == ElementKind::Other))
+                kept.push_back(item);
+        }
         Piece* previous = gone.item;
-        Piece* item = gone.hasNodes ? gone.item->first : nullptr;
-        while (item) {
-            Piece* const next = nextPiece(*item);
-            const bool isKept = !item->isBlank() &&
-                                (!item->isElement() || kindOf(item->text) == ElementKind::Other);
-            if (isKept) {
-                m_draft.move(*item, *gone.item->parent, previous);
-                previous = item;
-            }
-            item = next;
+        for (Piece* const item : kept) {
+            if (item->parent != gone.item)
+                continue; // A comment, which went along.
+            m_draft.move(*item, *gone.item->parent, previous);
+            previous = item;
         }
         m_draft.remove(*gone.item);
-    }
-
-    /// Skips white space, which goes with the piece behind it.
-    static Piece* nextPiece(const Piece& item)
-    {
-        Piece* next = item.next;
-        while (next && next->isBlank())
-            next = next->next;
-        return next;
     }
 
     void keepInherited(const Moved& moved)

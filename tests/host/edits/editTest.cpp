@@ -211,7 +211,7 @@ TEST(Edit, NewNamesAreThoseOfNoSibling)
 {
     const char* const elements =
         "<look name='L'/><collection name='C'/><x:y name='Z'/>"
-        "<nodegraph name='g'><token name='t'/><backdrop name='B'/><n name='i' type='t'/>"
+        "<nodegraph name='g'><variantset name='t'/><backdrop name='B'/><n name='i' type='t'/>"
         "<output name='o' type='t' nodename='no'/></nodegraph>"
         "<n name='a' type='t'/><n name='b' type='t'><input name='j' type='t' nodegraph='NG'/></n>";
     const struct {
@@ -223,7 +223,7 @@ TEST(Edit, NewNamesAreThoseOfNoSibling)
         {"rename Top.a Z", "rename: Top.Z: the name is taken: x:y \"Z\" has it"},
         {"rename Top.a NG", "rename: Top.NG: the name is taken: input \"j\" refers to it"},
         {"rename Top.g.i no", "rename: Top.g.no: the name is taken: output \"o\" refers to it"},
-        {"port add Top.g input t t", "port: Top.g.t: the name is taken: token \"t\" has it"},
+        {"port add Top.g input t t", "port: Top.g.t: the name is taken: variantset \"t\" has it"},
         {"port rename Top.g o B", "port: Top.g.B: the name is taken: backdrop \"B\" has it"},
     };
     Session session(elements);
@@ -232,7 +232,7 @@ TEST(Edit, NewNamesAreThoseOfNoSibling)
     // Names that the host makes are free, and what an expanded graph leaves behind keeps its own.
     EXPECT_EQ("Top.L2\n", session.run("collapse Top L a"));
     session.run("rename Top.b t");
-    EXPECT_EQ("error: expand: Top.g: token \"t\" inside: the name is taken\n",
+    EXPECT_EQ("error: expand: Top.g: variantset \"t\" inside: the name is taken\n",
               session.run("expand Top.g"));
     session.run("rename Top.t b\nexpand Top.g");
     EXPECT_EQ("error: rename: Top.B: the name is taken: backdrop \"B\" has it\n",
@@ -330,6 +330,18 @@ TEST(Edit, DeletedGraphTakesItsConnectionsFromDeepInsideAlong)
     EXPECT_EQ("undo: Expand g\nTop.k.o -> Top.g.n.i\n",
               session.run("undo\ndisconnect Top.k.o Top.g.n.i\nconnect Top.g.n.i Top.k.o\n"
                           "connections"));
+}
+
+TEST(Edit, AGraphWithTokensIsNotExpanded)
+{
+    Session session(
+        "<nodegraph name='g'><token name='T' value='v'/><n name='a' type='t'/></nodegraph>"
+        "<nodedef name='D' node='d'><token name='U'/><output name='o' type='t'/></nodedef>"
+        "<nodegraph name='h' nodedef='D'><n name='a' type='t'/><output name='o' type='t' "
+        "nodename='a'/></nodegraph>");
+    EXPECT_EQ("error: expand: Top.g: token \"T\" counts in that graph only\n"
+              "error: expand: Top.h: token \"U\" counts in that graph only\n",
+              session.run("expand Top.g\nexpand Top.h"));
 }
 
 TEST(Edit, ExpandEndsACircleThroughTheCompound)

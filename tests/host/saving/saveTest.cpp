@@ -185,9 +185,27 @@ const SaveCase kSaves[] = {
      "interfacename='x'/>\n    </n>\n    <backdrop name='d' contains='a, b'/>\n    <n name='b' "
      "type='t' colorspace='own'/>\n  </nodegraph>\n",
      "expand Top.g",
-     "\n  <n name='a' type='t' colorspace='c'>\n    <input name='i' type='t' value='5'/>\n  </n>\n"
-     "  <n name='b' type='t' colorspace='own'/>\n  <!-- about -->\n  <backdrop name='d' "
+     "\n  <!-- about -->\n  <n name='a' type='t' colorspace='c'>\n    <input name='i' type='t' "
+     "value='5'/>\n  </n>\n  <n name='b' type='t' colorspace='own'/>\n  <backdrop name='d' "
      "contains='a, b'/>\n"},
+    {"expand: what says how a value is taken goes along, also without one",
+     "<nodegraph name='g'><input name='x' type='t' value='5' colorspace='c' unit='u' "
+     "unittype='v' fileprefix='f'/><input name='y' type='t' defaultgeomprop='P'/><n name='a' "
+     "type='t'><input name='i' type='t' interfacename='x'/><input name='j' type='t' colorspace='e' "
+     "interfacename='x'/><input name='k' type='t' interfacename='y'/></n></nodegraph>",
+     "expand Top.g",
+     "<n name='a' type='t'><input name='i' type='t' value='5' colorspace='c' fileprefix='f' "
+     "unit='u' unittype='v'/><input name='j' type='t' colorspace='e' value='5' fileprefix='f' "
+     "unit='u' unittype='v'/><input name='k' type='t' defaultgeomprop='P'/></n>"},
+    {"comments go with their nodes, and no blank line stays",
+     "\n  <n name='a' type='t' />\n\n  <!-- graph -->\n\n  <nodegraph name='g'>\n\n    <!-- one "
+     "-->\n"
+     "    <!-- two -->\n    <n name='b' type='t' /> <!-- b -->\n\n    <!-- of none -->\n\n    <n "
+     "name='c' type='t' />\n\n  </nodegraph>\n",
+     "expand Top.g",
+     "\n  <n name='a' type='t' />\n  <!-- one -->\n  <!-- two -->\n  <n name='b' type='t' /> <!-- "
+     "b "
+     "-->\n  <n name='c' type='t' />\n\n  <!-- graph -->\n  <!-- of none -->\n"},
     {"a frame lets go of the nodes that left it",
      "<n name='a' type='t'/><n name='b' type='t'/><backdrop contains='a b,no, a'/>",
      "rename Top.b c\ncollapse Top g a",
