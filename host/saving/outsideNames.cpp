@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstring>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace shading {
 
@@ -227,8 +228,8 @@ private:
         return std::string(element.text) + (name.empty() ? "" : " \"" + name + "\"");
     }
 
-    /// What the sibling is called now; empty when it is none any more. A name that no sibling had
-    /// stays.
+    /// What the sibling is called now, or the graph that was made around it; empty when it is none
+    /// any more. A name that no sibling had stays.
     std::string siblingName(const Piece& element, const std::string& name)
     {
         const Names& names = namesOf(*element.parent);
@@ -239,20 +240,27 @@ private:
         }
         if (!meant)
             return name;
-        const Piece& item = itemOf(*meant);
-        const ZEL::Node* const node = m_network.nodeOf(&item);
-        const ZEL::Port* const port = m_network.portOf(&item);
-        if (item.parent != itemOf(element).parent || (!node && !port))
+        const Piece* item = &itemOf(*meant);
+        const Piece* const around = itemOf(element).parent;
+        while (item->parent && item->parent != around) {
+            item = item->parent;
+            if (m_network.draft().isRead(*item))
+                return ""; // A graph that was there before, or the document.
+        }
+        const ZEL::Node* const node = m_network.nodeOf(item);
+        const ZEL::Port* const port = m_network.portOf(item);
+        if (!item->parent || (!node && !port))
             return "";
         return node ? node->getName() : port->getName();
     }
 
-    /// Names of siblings, with commas or blanks between them. One that left takes those before it
-    /// along.
+    /// Names of siblings, with commas or blanks between them; a new one once. One that left takes
+    /// those before it along.
     void updateContents(Piece& item, const Piece& element)
     {
         const std::string contents = attributeOf(element, "contains");
         std::string after;
+        std::unordered_set<std::string> given;
         std::size_t begin = 0;
         while (begin < contents.size()) {
             const std::size_t name = contents.find_first_not_of(kBetweenNames, begin);
@@ -260,8 +268,9 @@ private:
                 std::min(contents.find_first_of(kBetweenNames, name), contents.size());
             if (name >= end)
                 break;
-            const std::string now = siblingName(element, contents.substr(name, end - name));
-            if (!now.empty())
+            const std::string read = contents.substr(name, end - name);
+            const std::string now = siblingName(element, read);
+            if (!now.empty() && (given.insert(now).second || now == read))
                 after +=
                     (after.empty() && begin > 0 ? "" : contents.substr(begin, name - begin)) + now;
             begin = end;

@@ -206,11 +206,13 @@ const SaveCase kSaves[] = {
      "\n  <n name='a' type='t' />\n  <!-- one -->\n  <!-- two -->\n  <n name='b' type='t' /> <!-- "
      "b "
      "-->\n  <n name='c' type='t' />\n\n  <!-- graph -->\n  <!-- of none -->\n"},
-    {"a frame lets go of the nodes that left it",
+    {"a frame has the graph that was made around its nodes",
      "<n name='a' type='t'/><n name='b' type='t'/><backdrop contains='a b,no, a'/>",
      "rename Top.b c\ncollapse Top g a",
      "<n name='c' type='t'/><nodegraph name='g'><n name='a' type='t'/></nodegraph><backdrop "
-     "contains='c,no'/>"},
+     "contains='g c,no'/>"},
+    {"a frame lets go of what is deleted", "<n name='a' type='t'/><backdrop contains='a,b'/>",
+     "delete Top.a", "<backdrop contains='b'/>"},
     {"ports of a graph",
      "<nodegraph name='g'><input name='x' type='t' uiname='X'/><n name='a' type='t'><input "
      "name='i' type='t' interfacename='x'/></n><output name='o' type='t' nodename='a'/>"
