@@ -93,36 +93,6 @@ std::pair<ZEL::Node*, ZEL::Port*>& DraftNetwork::claimOf(const Piece& item)
     return m_claims[item.number];
 }
 
-bool DraftNetwork::arrange(Piece& parent, const std::vector<Piece*>& items, Piece* start)
-{
-    std::size_t placed = 0;
-    for (const Piece* child = parent.first; child && placed < items.size(); child = child->next)
-        placed += child == items[placed] ? 1 : 0;
-    if (placed == items.size())
-        return false;
-    PointerMap<Piece, int> places;
-    int place = 0;
-    for (const Piece* child = parent.first; child; child = child->next)
-        places[child] = ++place;
-    Piece* last = nullptr;
-    int lastPlace = 0;
-    bool hasMoved = false;
-    for (Piece* const item : items) {
-        if (item->parent == &parent && places[item] > lastPlace) {
-            lastPlace = places[item];
-        } else {
-            hasMoved = true;
-            Piece* const previous = last ? last : start;
-            if (item->parent)
-                m_draft.move(*item, parent, previous);
-            else
-                m_draft.insert(*item, parent, previous);
-        }
-        last = item;
-    }
-    return hasMoved;
-}
-
 bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
 {
     const bool isInput = port.getPortIOType() == ZEL::PortInput;

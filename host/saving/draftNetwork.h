@@ -46,10 +46,6 @@ public:
     Piece* readItemOf(const ZEL::Node& node);
     Piece* readItemOf(const ZEL::Port& port);
 
-    /// Brings the elements into that order below the parent; they may come from anywhere or
-    /// nowhere. The first one, if it has no place, comes behind that sibling; null: before all.
-    /// True when something moved.
-    bool arrange(Piece& parent, const std::vector<Piece*>& items, Piece* start);
     /// Gives a port of the node an element of its own, in the order of its list; likewise the
     /// inputs of a compound before it. Those of a graph that implements a `nodedef` get it there.
     /// False when that is elsewhere.

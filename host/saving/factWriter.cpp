@@ -275,8 +275,15 @@ bool FactWriter::writeOrder(ZEL::Node& node, ZEL::Port& first)
         if (item && (items.empty() || item->parent == items.front()->parent))
             items.push_back(item);
     }
-    const bool hasMoved = !items.empty() && m_network.arrange(*items.front()->parent, items,
-                                                              pieceBefore(*items.front()));
+    bool hasMoved = false;
+    for (std::size_t i = 1; i < items.size(); ++i) {
+        const Piece* behind = items[i - 1];
+        while (behind && behind != items[i])
+            behind = behind->next;
+        if (!behind)
+            m_network.draft().move(*items[i], *items[i]->parent, items[i - 1]);
+        hasMoved = hasMoved || !behind;
+    }
     return hasMoved || isDeclared || declareAll(node);
 }
 

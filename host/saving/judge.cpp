@@ -98,16 +98,17 @@ void Judge::compareInside(ZEL::Compound& live, ZEL::Compound& back)
     }
     ZEL::NodeList& nodes = live.nodes();
     ZEL::NodeList& backNodes = back.nodes();
-    bool isSame = nodes.size() == backNodes.size();
-    for (int i = 0; isSame && i < nodes.size(); ++i)
-        isSame = m_network.nodeOf(itemAt(nodeAt(backNodes, i).element())) == nodes[i].get() &&
-                 nodes[i]->isCompound() == backNodes[i]->isCompound();
-    if (!isSame) {
-        differ(Fact::Nodes, *live.getAsNode(), "its nodes are not read back in their order");
-        return;
+    if (nodes.size() != backNodes.size())
+        differ(Fact::Nodes, *live.getAsNode(), "other nodes are read back in it");
+    for (int i = 0; i < backNodes.size(); ++i) {
+        Node& backNode = nodeAt(backNodes, i);
+        ZEL::Node* const node = m_network.nodeOf(itemAt(backNode.element()));
+        if (node && node->getParentCompound() == &live &&
+            node->isCompound() == backNode.isCompound())
+            compareNodes(static_cast<Node&>(*node), backNode);
+        else
+            differ(Fact::Nodes, *live.getAsNode(), "other nodes are read back in it");
     }
-    for (int i = 0; i < nodes.size(); ++i)
-        compareNodes(nodeAt(nodes, i), nodeAt(backNodes, i));
 }
 
 void Judge::compareLists(Node& live, ZEL::PortList& livePorts, ZEL::PortList& backPorts)

@@ -14,7 +14,7 @@ struct Difference {
         Name,       ///< Of the node, or of the port.
         NodeType,   ///< Of the node.
         Definition, ///< Of the node, which has one.
-        Nodes,      ///< What the compound has inside, and in which order.
+        Nodes,      ///< What the compound has inside.
         Missing,    ///< The port is not read back.
         Surplus,    ///< The node gets a port that it does not have.
         PortType,   ///< Of the port.

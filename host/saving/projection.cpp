@@ -123,18 +123,25 @@ private:
         return hasNodes;
     }
 
+    /// An element that is in its graph stays where it is; others come behind that of the node
+    /// before.
     void place(ZEL::Node& node)
     {
         const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
         if (!compound)
             return;
         Piece& parent = *m_network.itemOf(node);
-        std::vector<Piece*> items;
+        Piece* previous = nullptr;
         for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes()) {
-            items.push_back(m_network.itemOf(*inner));
-            noteMove(*items.back(), parent);
+            Piece& item = *m_network.itemOf(*inner);
+            Piece* const place = previous ? previous : startOf(parent);
+            noteMove(item, parent);
+            if (!item.parent)
+                m_draft.insert(item, parent, place);
+            else if (item.parent != &parent)
+                m_draft.move(item, parent, place);
+            previous = &item;
         }
-        m_network.arrange(parent, items, startOf(parent));
         for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes())
             place(*inner);
     }

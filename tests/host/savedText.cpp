@@ -42,8 +42,12 @@ void addSaved(ZEL::Node& node, std::string& text)
         text +=
             inner ? savedText(*port, *inner) : port->getName() + (" " + typeNameOf(*port)) + "\n";
     }
+    std::vector<std::string> nodes;
     for (int i = 0; compound && i < compound->nodes().size(); ++i)
-        addSaved(*compound->nodes()[i], text);
+        addSaved(*compound->nodes()[i], nodes.emplace_back());
+    std::sort(nodes.begin(), nodes.end());
+    for (const std::string& inner : nodes)
+        text += inner;
 }
 
 } // namespace

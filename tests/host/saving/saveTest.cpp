@@ -176,9 +176,12 @@ const SaveCase kSaves[] = {
      "<n name='b' type='t'><input name='i' type='t' nodegraph='g'/></n><nodegraph "
      "name='g'><n name='a' type='multioutput'><output name='x' type='t'/></n><output name='x' "
      "type='t' nodename='a' output='x'/></nodegraph>"},
-    {"collapse and expand: the nodes stand at the end, nothing else differs",
-     "\n  <n name='a' type='t' />\n  <n name='b' type='t' />\n", "collapse Top g a\nexpand Top.g",
-     "\n  <n name='b' type='t' />\n  <n name='a' type='t' />\n"},
+    {"collapse and expand: the nodes stand where they stood",
+     "\n  <n name='a' type='t' /> <!-- a -->\n\n  <!-- c -->\n  <n name='b' type='t'>\n    <input "
+     "name='i' type='t' nodename='a' />\n  </n>\n  <n name='d' type='t' />\n",
+     "collapse Top g a b\nexpand Top.g",
+     "\n  <n name='a' type='t' /> <!-- a -->\n\n  <!-- c -->\n  <n name='b' type='t'>\n    <input "
+     "name='i' type='t' nodename='a' />\n  </n>\n  <n name='d' type='t' />\n"},
     {"expand: what is no node moves up, inherited attributes go along",
      "\n  <nodegraph name='g' colorspace='c'>\n    <input name='x' type='t' value='5'/>\n    "
      "<!-- about -->\n    <n name='a' type='t'>\n      <input name='i' type='t' "
