@@ -1,10 +1,8 @@
 #include "zelSequence.h"
 
-#include "zelCore.h"
 #include "zelNameIndex.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 #include <utility>
 
@@ -14,12 +12,6 @@ namespace {
 
 constexpr std::uint32_t kNoSlot = SlotTable::kNoSlot;
 
-/// Up to this length a sequence is only ever searched slot by slot.
-constexpr std::uint32_t kShort = 32;
-
-/// A table is filled when plain work has visited every slot about so many times.
-constexpr std::uint64_t kPatience = 4;
-
 /// How many slots can be moved in the time that it takes to visit one.
 constexpr std::uint32_t kMovesPerVisit = 8;
 
@@ -27,21 +19,6 @@ std::uint32_t hashOf(const void* object)
 {
     constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
     return static_cast<std::uint32_t>((reinterpret_cast<std::uintptr_t>(object) * kSpread) >> 32);
-}
-
-/// Asks the object only if its class has a getName of its own.
-bool hasName(const Namable& object, std::string_view name)
-{
-#if !defined(ZEL_NAMES_BY_TYPE) // There asking costs less than finding out.
-    if (hasPlainName(object)) {
-        // Names of one list often differ in their last character only: that one first.
-        const std::string_view own = NameIndex::nameOf(object);
-        return own.size() == name.size() &&
-               (own.empty() || (own.back() == name.back() && own == name));
-    }
-#endif
-    const char* const text = object.getName();
-    return std::strncmp(text, name.data(), name.size()) == 0 && text[name.size()] == '\0';
 }
 
 SequenceExtras& extrasOf(SequenceBlock& block)
@@ -285,24 +262,6 @@ SequenceBlock& Sequence::growTo(std::uint32_t capacity)
 
 // Slots.
 
-/// The slot of the entry at the index, in a sequence that may have holes.
-std::uint32_t Sequence::slotAt(SequenceExtras& rare, int index) const
-{
-    const auto number = static_cast<std::uint32_t>(index);
-    if (rare.holes > rare.first && ++rare.countedReads > block()->used)
-        closeHoles();
-    if (rare.holes == rare.first)
-        return rare.first + number;
-    return countedSlots(rare).slotAt(slots(), number);
-}
-
-const SlotCounts& Sequence::countedSlots(SequenceExtras& rare) const
-{
-    if (rare.counts.isEmpty())
-        rare.counts.count(slots(), block()->used);
-    return rare.counts;
-}
-
 /// The extras when the places are to be used, and then up to date; else null.
 SequenceExtras* Sequence::findPlaces() const
 {
@@ -392,63 +351,6 @@ void Sequence::leaveHole(SequenceExtras& rare, std::uint32_t slot)
         rare.names->onErased(static_cast<Namable*>(object), slot);
 }
 
-/// After entries left: holes at the end go, and all when they are many.
-void Sequence::tidyHoles(SequenceExtras& rare)
-{
-    SequenceBlock& entries = *block();
-    void** const slots = entries.slots();
-    for (; entries.used > 0 && !slots[entries.used - 1]; --entries.used)
-        --rare.holes;
-    rare.first = std::min(rare.first, entries.used);
-    while (rare.first < entries.used && !slots[rare.first])
-        ++rare.first;
-    rare.placedSlots = std::min(rare.placedSlots, entries.used);
-    if (rare.names)
-        rare.names->trim(entries.used);
-    const std::uint32_t left = entries.used - rare.holes;
-    if (left <= kShort / 2 || (rare.holes > kShort && rare.holes * 2 > entries.used))
-        closeHoles();
-    if (left <= kShort / 2)
-        dropTables(rare);
-}
-
-/// Gives the entries the first slots; the tables follow.
-void Sequence::closeHoles() const
-{
-    SequenceExtras* const rare = findExtras();
-    if (!rare || rare->holes == 0)
-        return;
-    SequenceBlock& entries = *block();
-    void** const slots = entries.slots();
-    if (rare->placedSlots > 0 || rare->names) {
-        std::vector<std::uint32_t> moved(entries.used + 1,
-                                         0); // How many entries stand before each.
-        for (std::uint32_t slot = 0; slot < entries.used; ++slot)
-            moved[slot + 1] = moved[slot] + (slots[slot] ? 1 : 0);
-        rare->places.renumber([&moved](std::uint32_t slot) { return moved[slot]; });
-        rare->placedSlots = moved[rare->placedSlots];
-        if (rare->names)
-            rare->names->onHolesClosed(moved);
-    }
-    void** const end = std::remove(slots, slots + entries.used, nullptr);
-    entries.used = static_cast<std::uint32_t>(end - slots);
-    rare->first = 0;
-    rare->holes = 0;
-    rare->counts.clear();
-    rare->countedReads = 0;
-}
-
-/// A sequence that is short again needs none.
-void Sequence::dropTables(SequenceExtras& rare) const
-{
-    rare.places.clear();
-    rare.placedSlots = 0;
-    rare.searchWork = 0;
-    rare.names = nullptr;
-    rare.scanWork = 0;
-    rare.counts.clear();
-}
-
 std::uint32_t Sequence::usedSlots() const
 {
     SequenceBlock* const entries = block();
@@ -458,67 +360,6 @@ std::uint32_t Sequence::usedSlots() const
 void* const* Sequence::slots() const
 {
     return block()->slots();
-}
-
-// Names.
-
-Namable* Sequence::findNamed(std::string_view name)
-{
-    SequenceBlock* const entries = block();
-    if (!entries || entries->used <= kShort)
-        return scanNames(name);
-    SequenceExtras& rare = extras();
-    if (!rare.names) {
-        if (rare.scanWork <= kPatience * entries->used)
-            return scanNames(name);
-        rare.names = std::make_unique<NameIndex>(m_data);
-    }
-    const std::uint32_t slot = rare.names->find(name);
-    Namable* const found =
-        slot == kNoSlot ? nullptr : static_cast<Namable*>(block()->slots()[slot]);
-    std::vector<std::uint32_t> asked;
-    rare.names->collectAsked(slot, asked);
-    return asked.empty() ? found : askBefore(name, asked, found, slot);
-}
-
-/// Asks the entries in those slots; when none has the name, the one that the index found stands.
-Namable* Sequence::askBefore(std::string_view name,
-                             const std::vector<std::uint32_t>& asked,
-                             Namable* found,
-                             std::uint32_t slot) const
-{
-    // All is read again after each name: a host's own getName may do anything.
-    const auto entryAt = [this](std::uint32_t place) {
-        return place < usedSlots() ? static_cast<Namable*>(slots()[place]) : nullptr;
-    };
-    for (const std::uint32_t place : asked) {
-        Namable* const object = entryAt(place);
-        if (object && hasName(*object, name))
-            return object;
-    }
-    return !found || entryAt(slot) == found ? found : scanNames(name);
-}
-
-Namable* Sequence::scanNames(std::string_view name) const
-{
-    if (m_data == 0)
-        return nullptr;
-    SequenceBlock* entries = block();
-    if (!entries) {
-        auto* const only = static_cast<Namable*>(single());
-        return hasName(*only, name) ? only : nullptr;
-    }
-    // All is read again after each name: a host's own getName may do anything.
-    std::uint32_t slot = 0;
-    Namable* found = nullptr;
-    for (; !found && entries && slot < entries->used; entries = block(), ++slot) {
-        auto* const object = static_cast<Namable*>(entries->slots()[slot]);
-        if (object && hasName(*object, name))
-            found = object;
-    }
-    if (entries && entries->extras)
-        entries->extras->scanWork += slot;
-    return found;
 }
 
 } // namespace ZEL

@@ -105,6 +105,11 @@ public:
     void* const* slots() const;
 
 private:
+    /// Up to this length a sequence is only ever searched slot by slot.
+    static constexpr std::uint32_t kShort = 32;
+    /// A table is filled when plain work has visited every slot about so many times.
+    static constexpr std::uint64_t kPatience = 4;
+
     SequenceBlock* block() const;
     void* single() const;
     SequenceBlock& growTo(std::uint32_t capacity);
