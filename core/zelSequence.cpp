@@ -3,6 +3,7 @@
 #include "zelNameIndex.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 #include <utility>
 
