@@ -8,6 +8,7 @@
 #include "format/piece.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace shading {
 
@@ -67,10 +68,10 @@ private:
         const Piece* const element = m_document.origins().elementOf(*port);
         if (before && !element && before->type != after.type)
             port->setDataType(m_document.dataType(after.type));
-        const bool isGiven = element
-                                 ? !element->attribute("value") && after.type == typeNameOf(*port)
-                                 : before != nullptr;
-        if (hasValues() && isGiven && (before ? before->value : "") == port->getPortDefaultValue())
+        const bool isGiven = element ? !element->attribute("value") : before != nullptr;
+        const std::string_view value = before ? before->value : std::string_view();
+        if (hasValues() && isGiven && value == port->getPortDefaultValue() &&
+            value != after.value && (!element || after.type == typeNameOf(*port)))
             port->setPortDefaultValue(after.value.c_str());
     }
 

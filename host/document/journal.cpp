@@ -217,7 +217,7 @@ bool Journal::mayLeaveSources(ZEL::Compound& compound, const NodePtr& node)
         if (source.empty())
             continue;
         const Origins& origins = static_cast<Document&>(*node->getContainer()).origins();
-        const bool isGraph = !attributeOf(*origins.elementOf(*input), "nodegraph").empty();
+        const bool isGraph = says(*origins.elementOf(*input), "nodegraph");
         if (!isGraph || kindOf(*element->parent) == ElementKind::Graph)
             return refuse(node->getName() + std::string(".") + input->getName() + " reads from " +
                           source + ", which the network does not show and which stays behind");

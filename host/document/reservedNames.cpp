@@ -34,10 +34,7 @@ void ReservedNames::collect(const Piece& graph,
         reserve(graph, attributeOf(element, "nodename"), holder);
         reserve(graph, attributeOf(element, "nodegraph"), holder);
         reserve(documentElement, attributeOf(element, "nodegraph"), holder);
-        const bool isByOutput = attributeOf(element, "nodename").empty() &&
-                                attributeOf(element, "nodegraph").empty() &&
-                                attributeOf(element, "interfacename").empty();
-        if (isByOutput)
+        if (namesOutputOnly(element))
             reserve(documentElement, attributeOf(element, "output"), holder);
     };
     for (const Piece& child : ElementsIn(graph)) {

@@ -1,36 +1,35 @@
 #include "format/nodeDefs.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace shading {
 
 NodeDefs::NodeDefs(const Piece& document)
 {
     std::unordered_map<std::string, const Piece*> graphs;
+    std::vector<std::pair<const Piece*, const Piece*>> ties; // Graphs that tie themselves.
+    std::vector<const Piece*> implementations;
     for (const Piece& element : ElementsIn(document)) {
-        if (element.text == "nodedef")
+        if (element.text == "nodedef") {
             m_elements.emplace(attributeOf(element, "name"), &element);
-        else if (kindOf(element) == ElementKind::Graph)
+        } else if (element.text == "nodegraph") {
             graphs.emplace(attributeOf(element, "name"), &element);
+            ties.emplace_back(&element, &element);
+        } else if (element.text == "implementation") {
+            implementations.push_back(&element);
+        }
     }
-    for (const Piece& element : ElementsIn(document)) {
-        if (kindOf(element) == ElementKind::Graph)
-            addTie(element, element);
-    }
-    for (const Piece& element : ElementsIn(document)) {
-        if (element.text != "implementation")
-            continue;
-        const auto graph = graphs.find(attributeOf(element, "nodegraph"));
+    for (const Piece* const element : implementations) {
+        const auto graph = graphs.find(attributeOf(*element, "nodegraph"));
         if (graph != graphs.end())
-            addTie(*graph->second, element);
+            ties.emplace_back(graph->second, element);
     }
-}
-
-void NodeDefs::addTie(const Piece& graph, const Piece& element)
-{
-    const std::string name = attributeOf(element, "nodedef");
-    if (!name.empty())
-        m_ties.emplace(&graph, Tie{name, named(name), &element});
+    for (const auto& [graph, element] : ties) {
+        const std::string name = attributeOf(*element, "nodedef");
+        if (!name.empty())
+            m_ties.emplace(graph, Tie{name, named(name), element});
+    }
 }
 
 const Piece* NodeDefs::named(const std::string& name) const

@@ -35,8 +35,6 @@ public:
     std::vector<const Piece*> inputsOf(const Tie& tie) const;
 
 private:
-    void addTie(const Piece& graph, const Piece& element);
-
     std::unordered_map<std::string, const Piece*> m_elements;
     std::unordered_map<const Piece*, Tie> m_ties; ///< By graph.
 };

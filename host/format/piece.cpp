@@ -145,12 +145,22 @@ std::string attributeOf(const Piece& element, std::string_view name)
     return attribute ? attribute->text() : "";
 }
 
+bool says(const Piece& element, std::string_view name)
+{
+    const Attribute* const attribute = element.attribute(name);
+    return attribute && !attribute->value.empty();
+}
+
+bool namesOutputOnly(const Piece& element)
+{
+    return !says(element, "nodename") && !says(element, "nodegraph") &&
+           !says(element, "interfacename") && says(element, "output");
+}
+
 bool hasReference(const Piece& element)
 {
-    return std::any_of(kReferences.begin(), kReferences.end(), [&](const char* name) {
-        const Attribute* const attribute = element.attribute(name);
-        return attribute && !attribute->value.empty();
-    });
+    return std::any_of(kReferences.begin(), kReferences.end(),
+                       [&](const char* name) { return says(element, name); });
 }
 
 const Piece* childNamed(const Piece& parent, std::string_view kind, std::string_view name)

@@ -116,8 +116,12 @@ private:
 ElementKind kindOf(const Piece& piece);
 /// The value of an attribute, empty when it is missing: the format takes both for the same.
 std::string attributeOf(const Piece& element, std::string_view name);
+/// The attribute is there and not empty.
+bool says(const Piece& element, std::string_view name);
 /// True when the element refers to a node, a graph or an interface, or names an output.
 bool hasReference(const Piece& element);
+/// True when all that it names is an output: one of the document.
+bool namesOutputOnly(const Piece& element);
 /// The first child element of that kind ("output") and name; null when there is none.
 const Piece* childNamed(const Piece& parent, std::string_view kind, std::string_view name);
 

@@ -55,15 +55,6 @@ public:
             m_origins.setConnected(*reference.element);
     }
 
-    /// It names an output of the document and nothing else.
-    static bool isByOutput(const Reference& reference)
-    {
-        const Piece& element = *reference.element;
-        return attributeOf(element, "interfacename").empty() &&
-               attributeOf(element, "nodegraph").empty() &&
-               attributeOf(element, "nodename").empty();
-    }
-
 private:
     /// Empty, with the problem, when the reference names nothing.
     PortPtr findSource(const Reference& reference, std::string& problem)
@@ -78,7 +69,7 @@ private:
             problem = "an input of the document cannot have a source";
             return nullptr;
         }
-        if (isByOutput(reference))
+        if (namesOutputOnly(*reference.element))
             return documentOutput(reference, attributeOf(*reference.element, "output"), problem);
         if (!interface.empty())
             return interfacePort(reference, interface);
@@ -98,7 +89,7 @@ private:
             (graph.empty() ? reference.scope->nodes : reference.scope->graphs).count(name) > 0;
         if (isFound || !reference.scope)
             return "";
-        if (isByOutput(reference)) {
+        if (namesOutputOnly(*reference.element)) {
             const std::string output = attributeOf(element, "output");
             return m_document.compound->innerOutputs()[output.c_str()] ? "it is not seen from here"
                                                                        : "";
@@ -274,14 +265,17 @@ void readNetwork(Document& document, std::vector<Message>& warnings, const Progr
     progress.begin(850, 1000, network.references.size());
     Connector connector(document, warnings, network.scopes.front());
     // What names an output of the document has the source of that, which is known then.
-    for (const bool isByOutput : {false, true}) {
-        for (const Reference& reference : network.references) {
-            if (connector.isByOutput(reference) == isByOutput) {
-                connector.connect(reference);
-                progress.step();
-            }
+    std::vector<const Reference*> byOutput;
+    for (const Reference& reference : network.references) {
+        if (namesOutputOnly(*reference.element)) {
+            byOutput.push_back(&reference);
+            continue;
         }
+        connector.connect(reference);
+        progress.step();
     }
+    for (const Reference* const reference : byOutput)
+        connector.connect(*reference);
     document.setRootNode(network.root);
 }
 

@@ -160,10 +160,10 @@ void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
     }
 }
 
-bool isFed(ZEL::Port& port)
+bool DraftNetwork::isFed(ZEL::Port& port) const
 {
     return port.getPortIOType() == ZEL::PortInput &&
-           (port.isConnected() || !hiddenSourceOf(port).empty());
+           (port.isConnected() || !m_document.origins().hiddenSourceOf(port).empty());
 }
 
 Piece* pieceBefore(const Piece& item)

@@ -35,6 +35,9 @@ public:
     /// Notes that the element stands for the node, or for the port (the compound node's own one).
     void claim(Piece& item, ZEL::Node& node);
     void claim(Piece& item, ZEL::Port& port);
+    /// The port is an input with a source: then its value is not written, for an input has one
+    /// binding. It counts again when the source goes.
+    bool isFed(ZEL::Port& port) const;
     /// The port's element goes, and nothing stands for the port any more.
     void remove(ZEL::Port& port);
     /// Null when there is none.
@@ -65,9 +68,6 @@ private:
     std::vector<std::pair<ZEL::Node*, ZEL::Port*>> m_claims; ///< By the numbers of the pieces.
 };
 
-/// The input has a source: then its value is not written, for an input has one binding. It counts
-/// again when the source goes.
-bool isFed(ZEL::Port& port);
 /// The last piece before the item that is no white space; null when there is none.
 Piece* pieceBefore(const Piece& item);
 /// The last piece inside that is no white space; null when there is none.

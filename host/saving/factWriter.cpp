@@ -73,7 +73,7 @@ void FactWriter::writeName(Piece& item, const char* name)
 void FactWriter::writePort(Node& node, ZEL::Port& port)
 {
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
-    const bool isSaid = isFed(port) || *port.getPortDefaultValue() != '\0';
+    const bool isSaid = m_network.isFed(port) || *port.getPortDefaultValue() != '\0';
     if (Piece* const item = m_network.itemOf(port))
         writeName(*item, port.getName());
     else if (node.isCompound() ? !isInput || isSaid : isInput && isSaid && !isGiven(node, port))
@@ -118,13 +118,13 @@ void FactWriter::writeValue(ZEL::Node& node, ZEL::Port& port, Piece& item, bool 
     if (isSame && !isLed)
         return;
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
-    if (value.empty() || isFed(port))
+    if (value.empty() || m_network.isFed(port))
         draft.removeAttribute(item, "value");
-    const bool isNeeded = node.isCompound() || !isInput || isFed(port) || !isBare(item) ||
+    const bool isNeeded = node.isCompound() || !isInput || m_network.isFed(port) || !isBare(item) ||
                           !(value.empty() || isGiven(static_cast<Node&>(node), port));
     if (!isNeeded)
         return m_network.remove(port);
-    if (value.empty() || isFed(port))
+    if (value.empty() || m_network.isFed(port))
         return;
     draft.setAttribute(item, "value", std::string(value));
     if (isInput)
@@ -161,7 +161,7 @@ bool FactWriter::declare(ZEL::Node& node, ZEL::Port& port)
 bool FactWriter::isGiven(const Node& node, ZEL::Port& port) const
 {
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
-    if (isInput && isFed(port))
+    if (isInput && m_network.isFed(port))
         return false;
     if (isImplied(*m_network.itemOf(node), port))
         return true;
@@ -312,7 +312,7 @@ bool FactWriter::writeSource(ZEL::Node& node, ZEL::Port& outer)
                                         m_redefined.count(source->getParentNode().get()) > 0);
     if (isUnsettled && means(m_network, item, *source))
         return false;
-    if (isFed(outer))
+    if (m_network.isFed(outer))
         m_network.draft().removeAttribute(item, "value");
     return shading::writeReference(m_network, item, source);
 }

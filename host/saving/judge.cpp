@@ -141,7 +141,7 @@ void Judge::compareLists(Node& live, ZEL::PortList& livePorts, ZEL::PortList& ba
     for (ZEL::Port* const port : livePorts) {
         if (std::find(found.begin(), found.end(), port) != found.end())
             present.push_back(port);
-        else if (!isForgotten || isFed(*port) || *port->getPortDefaultValue() != '\0')
+        else if (!isForgotten || m_network.isFed(*port) || *port->getPortDefaultValue() != '\0')
             differ(Fact::Missing, live, *port, "it is not read back");
     }
     if (found.size() == present.size() && found != present && !isElsewhere)
@@ -186,7 +186,8 @@ void Judge::comparePorts(Node& node, ZEL::Port& live, ZEL::Port& back)
         differ(Fact::Name, node, live, "its name is read back as " + std::string(back.getName()));
     if (live.getDataType() != back.getDataType() && typeNameOf(live) != typeNameOf(back))
         differ(Fact::PortType, node, live, "its type is read back as " + typeNameOf(back));
-    if (!isFed(live) && std::strcmp(live.getPortDefaultValue(), back.getPortDefaultValue()) != 0)
+    if (!m_network.isFed(live) &&
+        std::strcmp(live.getPortDefaultValue(), back.getPortDefaultValue()) != 0)
         differ(Fact::Value, node, live,
                "its value is read back as \"" + std::string(back.getPortDefaultValue()) + "\"");
 }

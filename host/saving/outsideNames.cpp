@@ -86,8 +86,7 @@ private:
     /// One that an edit changed is known to mean what is there.
     bool isGiven(const Piece& element, const char* name) const
     {
-        const Attribute* const attribute = element.attribute(name);
-        return attribute && !attribute->value.empty() &&
+        return says(element, name) &&
                !m_network.document().attributes().changedValue({nullptr, nullptr, &element}, name);
     }
 

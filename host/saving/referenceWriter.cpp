@@ -36,10 +36,9 @@ bool isDefaultOutput(const DraftNetwork& network, ZEL::Node& node, ZEL::Port& so
 /// has that source; null otherwise.
 PortPtr documentOutput(DraftNetwork& network, const Piece& element, ZEL::Port& source)
 {
-    const std::string name = attributeOf(element, "output");
-    if (name.empty() || !attributeOf(element, "nodename").empty() ||
-        !attributeOf(element, "nodegraph").empty())
+    if (!namesOutputOnly(element))
         return nullptr;
+    const std::string name = attributeOf(element, "output");
     const NodePtr root = network.document().getRootNode();
     for (ZEL::Port* const output : root->outputs()) {
         const PortPtr inner = root->getAsCompound()->getReversePort(output);
@@ -76,13 +75,13 @@ referenceTo(DraftNetwork& network, const Piece& element, ZEL::Port& source)
     const bool isOutput = element.text == "output";
     const Piece* const scope = isOutput ? element.parent : element.parent->parent;
     const bool isNear = network.itemOf(*node)->parent == scope;
-    const bool hasNodeName = !attributeOf(element, "nodename").empty();
+    const bool hasNodeName = says(element, "nodename");
     const bool isByNode = !node->isCompound() || (isNear && (isKept ? hasNodeName : isOutput));
     std::map<std::string, std::string> result = {
         {isByNode ? "nodename" : "nodegraph", node->getName()}};
     const bool hasSeveral =
         node->isCompound() ? node->outputs().size() > 1 : isMultiOutput(network, *node);
-    const bool hasOutput = !attributeOf(element, "output").empty();
+    const bool hasOutput = says(element, "output");
     if (!isDefaultOutput(network, *node, source) || (isKept ? hasOutput : hasSeveral))
         result["output"] = source.getName();
     if (isOutput && !isByNode && !isKept)
