@@ -110,14 +110,19 @@ public:
                     const DefinitionPtr& definition,
                     const std::string& name,
                     HostNodePtr& created);
-    /// The type is the name of a definition or a node type, as definitionFor takes it.
+    /// Makes an empty graph likewise.
+    bool createGraph(const CompoundPtr& compound, const std::string& name, HostNodePtr& created);
+    /// The type is the name of a definition or a node type, as definitionFor takes it, or
+    /// `nodegraph`, which makes no data type.
     bool createNode(const std::string& path,
                     const std::string& type,
                     const std::string& name,
-                    HostNodePtr& created);
+                    HostNodePtr& created,
+                    const std::string& dataType = "");
     /// The definition of that name; or of those of that node type, old versions aside, one that
-    /// makes a float, else the first by name. Empty when there is none.
-    DefinitionPtr definitionFor(const std::string& type) const;
+    /// makes the data type. Without a data type, one that makes a float, else the first by name.
+    /// Empty when there is none.
+    DefinitionPtr definitionFor(const std::string& type, const std::string& dataType = "") const;
     bool deleteNode(const NodePtr& node);
     bool deleteNode(const std::string& path);
     bool renameNode(const NodePtr& node, const std::string& name);

@@ -51,10 +51,10 @@ void isolate(ZEL::Node& node)
     }
 }
 
-bool makesFloat(const DefinitionPtr& definition)
+bool makes(const DefinitionPtr& definition, const std::string& dataType)
 {
     const std::vector<PortDescription>& outputs = definition->record().outputs;
-    return !outputs.empty() && outputs.front().type == "float";
+    return !outputs.empty() && outputs.front().type == dataType;
 }
 
 } // namespace
@@ -85,33 +85,69 @@ bool Edits::createNode(const CompoundPtr& compound,
     });
 }
 
+bool Edits::createGraph(const CompoundPtr& compound, const std::string& name, HostNodePtr& created)
+{
+    const NodePtr owner = compound ? compound->getAsNode() : nullptr;
+    if (!has(owner))
+        return false;
+    const std::string path = pathOf(*owner);
+    if (!mayName(*compound, name, path))
+        return false;
+    std::vector<std::string> words = {"create", "nodegraph", name};
+    if (owner->getParentCompound())
+        words.push_back(path);
+    return run(named("Create " + name, words), path + "." + name, [&] {
+        const CompoundPtr made = compound->createNewCompound(name.c_str());
+        if (!made)
+            return "refused";
+        // The compounds of this host make nodes of this host.
+        created = static_cast<Node*>(made->getAsNode().get());
+        placeNew(m_document, created.get());
+        return "";
+    });
+}
+
 bool Edits::createNode(const std::string& path,
                        const std::string& type,
                        const std::string& name,
-                       HostNodePtr& created)
+                       HostNodePtr& created,
+                       const std::string& dataType)
 {
-    const DefinitionPtr definition = definitionFor(type);
-    if (!definition)
-        return fail(type, "no definition of that name or node type");
+    const bool isGraph = type == "nodegraph";
+    const DefinitionPtr definition = isGraph ? nullptr : definitionFor(type, dataType);
+    if (isGraph && !dataType.empty())
+        return fail(type, "it makes what is inside, and no type of its own");
+    if (!isGraph && !definition)
+        return fail(type, definitionFor(type) ? "no definition of it makes " + dataType
+                                              : "no definition of that name or node type");
     const CompoundPtr compound = findCompound(path);
-    return compound && createNode(compound, definition, name, created);
+    if (!compound)
+        return false;
+    return isGraph ? createGraph(compound, name, created)
+                   : createNode(compound, definition, name, created);
 }
 
-DefinitionPtr Edits::definitionFor(const std::string& type) const
+DefinitionPtr Edits::definitionFor(const std::string& type, const std::string& dataType) const
 {
+    const auto isWanted = [&](const DefinitionPtr& definition) {
+        return dataType.empty() || makes(definition, dataType);
+    };
     const DefinitionIndex& definitions = m_document.definitions();
-    const std::vector<DefinitionPtr>& ofType = definitions.ofNodeType(type);
-    DefinitionPtr best = definitions.named(type);
-    if (best || ofType.empty())
-        return best;
-    for (const DefinitionPtr& definition : ofType) {
-        const DefinitionRecord& record = definition->record();
-        if (!record.version.empty() && !record.isDefaultVersion)
+    if (DefinitionPtr named = definitions.named(type))
+        return isWanted(named) ? named : nullptr;
+    DefinitionPtr best;
+    DefinitionPtr old; // What there is when all are of an old version.
+    for (const DefinitionPtr& definition : definitions.ofNodeType(type)) {
+        if (!isWanted(definition))
             continue;
-        if (!best || (makesFloat(definition) && !makesFloat(best)))
-            best = definition;
+        const DefinitionRecord& record = definition->record();
+        DefinitionPtr& chosen = record.version.empty() || record.isDefaultVersion ? best : old;
+        const bool isBetter =
+            &chosen == &best && makes(definition, "float") && chosen && !makes(chosen, "float");
+        if (!chosen || isBetter)
+            chosen = definition;
     }
-    return best ? best : ofType.front();
+    return best ? best : old;
 }
 
 bool Edits::deleteNode(const NodePtr& node)

@@ -33,9 +33,15 @@ bool runCreate(Shell& shell, const Arguments& arguments)
 {
     const std::string path =
         arguments.size() > 2 ? arguments[2] : shell.document().getRootNode()->getName();
+    const std::string dataType = shell.optionValue("--type");
+    if (shell.hasOption("--type") && dataType.empty())
+        return shell.fail("--type", "needs a data type");
     HostNodePtr node;
-    return shell.report(shell.edits().createNode(path, arguments[0], arguments[1], node)) &&
-           shell.print(pathOf(*node) + " " + node->definition()->record().name + "\n");
+    if (!shell.report(shell.edits().createNode(path, arguments[0], arguments[1], node, dataType)))
+        return false;
+    const DefinitionPtr& definition = node->definition();
+    return shell.print(pathOf(*node) + " " +
+                       (definition ? definition->record().name : node->getNodeTypeName()) + "\n");
 }
 
 bool runRebuild(Shell& shell, const Arguments& /*arguments*/)
@@ -57,11 +63,13 @@ const std::vector<Command>& libraryCommands()
         {"runtimes", "", "The runtimes of all plugins, by index and by name.", 0, 0, runRuntimes},
         {"create", "TYPE NAME [PATH]",
          "Makes a node. It goes inside the compound at PATH (default: the root). TYPE is the name\n"
-         "    of a definition (ND_add_color3) or a node type (add); of several definitions it "
-         "takes\n"
-         "    one that makes a float, else the first by name. Prints the node's path and the\n"
-         "    definition.",
-         2, 3, runCreate, "nodetype name compound", "create ND_noise2d_float noise Top.NG_wall"},
+         "    of a definition (ND_add_color3), a node type (add), or nodegraph for an empty graph. "
+         "Of\n"
+         "    several definitions it takes one that makes the data type of --type, or without that "
+         "a\n"
+         "    float, else the first by name. Prints the node's path and the definition.",
+         2, 3, runCreate, "nodetype name compound | =nodegraph name compound",
+         "create image rust_color Top.NG_wall --type color3", "--type=type"},
         {"rebuild", "", "Brings all nodes of the document up to their definitions.", 0, 0,
          runRebuild},
     };

@@ -196,6 +196,18 @@ TEST(Position, IsThatOfTheMiddleWhereNodesAreCollapsed)
     EXPECT_EQ(kPlaced, desk.saved());
 }
 
+TEST(Position, IsGivenToWhatIsMadeBelowTheOthers)
+{
+    Desk desk(kPlaced);
+    EXPECT_EQ("Top.g nodegraph\nTop.g.h nodegraph\n",
+              desk.run("create nodegraph g\ncreate nodegraph h Top.g"));
+    EXPECT_EQ(std::string(kPlaced) + "  <nodegraph name=\"g\" xpos=\"1\" ypos=\"2\">\n"
+                                     "    <nodegraph name=\"h\"/>\n  </nodegraph>\n",
+              desk.saved());
+    desk.run("undo 2");
+    EXPECT_EQ(kPlaced, desk.saved());
+}
+
 TEST(Position, IsRefusedWhereItIsNoNumberOrTheSame)
 {
     Desk desk(kPlaced);
