@@ -100,8 +100,8 @@ Signature signatureOf(Document& document, Node& node, const NamedOutputs& namedO
     signature.nodeType = node.getNodeTypeName();
     if (const Piece* const element = node.element()) {
         signature.type = attributeOf(*element, "type");
-        signature.nodeDef = attributeOf(*element, "nodedef");
     }
+    signature.nodeDef = document.attributes().get({&node, nullptr}, "nodedef");
     signature.version = document.attributes().get({&node, nullptr}, "version");
     addPorts(document.origins(), node.inputs(), signature.inputs);
     addPorts(document.origins(), node.outputs(), signature.outputs);

@@ -123,6 +123,11 @@ public:
     /// makes the data type. Without a data type, one that makes a float, else the first by name.
     /// Empty when there is none.
     DefinitionPtr definitionFor(const std::string& type, const std::string& dataType = "") const;
+    /// Makes the nodes of a document of the format in the compound; their names are made unique.
+    /// What they refer to and the text lacks is what is called so beside them. Gives the new ones.
+    /// Refused when the text has what is no part of a network.
+    bool paste(const CompoundPtr& compound, const std::string& text, std::vector<NodePtr>& made);
+    bool paste(const std::string& path, const std::string& text, std::vector<NodePtr>& made);
     bool deleteNode(const NodePtr& node);
     bool deleteNode(const std::string& path);
     bool renameNode(const NodePtr& node, const std::string& name);

@@ -157,6 +157,22 @@ bool namesOutputOnly(const Piece& element)
            !says(element, "interfacename") && says(element, "output");
 }
 
+std::string elementText(const Piece& element)
+{
+    std::string text = "<" + std::string(element.text);
+    for (const Attribute& attribute : element.attributes) {
+        text.append(" ").append(attribute.name).append("=").append(1, attribute.quote);
+        for (const char c : attribute.value)
+            text += c == '\n' || c == '\r' || c == '\t' ? ' ' : c;
+        text += attribute.quote;
+    }
+    std::string inside;
+    for (const Piece& child : ElementsIn(element))
+        inside += elementText(child);
+    return inside.empty() ? text + "/>"
+                          : text + ">" + inside + "</" + std::string(element.text) + ">";
+}
+
 bool hasReference(const Piece& element)
 {
     return std::any_of(kReferences.begin(), kReferences.end(),

@@ -118,6 +118,8 @@ ElementKind kindOf(const Piece& piece);
 std::string attributeOf(const Piece& element, std::string_view name);
 /// The attribute is there and not empty.
 bool says(const Piece& element, std::string_view name);
+/// The element with those inside, on one line; comments and the like are left out.
+std::string elementText(const Piece& element);
 /// True when the element refers to a node, a graph or an interface, or names an output.
 bool hasReference(const Piece& element);
 /// True when all that it names is an output: one of the document.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/pointers.h"
 #include "saving/draftNetwork.h"
 
 #include <string>
@@ -14,6 +15,13 @@ class Document;
 /// the same network but for the order of a compound's nodes, and of those that a port feeds. False when the format
 /// cannot say something, with everything of that kind that was found. The document is not changed.
 bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem>& problems);
+
+/// The nodes, all of one compound, as a document of the format that has nothing else, on one line.
+/// What holds for them from around them holds for the whole. False when the format cannot say it.
+bool copyToText(Document& document,
+                const std::vector<NodePtr>& nodes,
+                std::string& text,
+                std::vector<SaveProblem>& problems);
 
 /// What becomes of a file that somebody else changed since the document was read from it or saved
 /// into it.

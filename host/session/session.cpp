@@ -1,5 +1,6 @@
 #include "session/session.h"
 
+#include "base/commandLine.h"
 #include "document/names.h"
 
 #include <filesystem>
@@ -83,6 +84,35 @@ bool Session::save(const std::string& path, std::vector<SaveProblem>& problems, 
     m_path = path;
     m_isNew = false;
     return true;
+}
+
+bool Session::copy(const std::vector<NodePtr>& nodes, std::vector<SaveProblem>& problems)
+{
+    std::string text;
+    if (!copyToText(*m_document, nodes, text, problems))
+        return false;
+    m_copied = text;
+    return true;
+}
+
+bool Session::duplicate(const std::vector<NodePtr>& nodes,
+                        std::vector<NodePtr>& made,
+                        std::vector<SaveProblem>& problems)
+{
+    std::string text;
+    if (!copyToText(*m_document, nodes, text, problems))
+        return false;
+    std::vector<std::string> words = {"duplicate"};
+    for (const NodePtr& node : nodes)
+        words.push_back(pathOf(*node));
+    const std::string what =
+        nodes.size() == 1 ? nodes[0]->getName() : std::to_string(nodes.size()) + " nodes";
+    History::Group group(m_edits.history(), {"Duplicate " + what, {lineOf(words)}});
+    std::string problem;
+    if (group.finish(m_edits.paste(nodes.front()->getParentCompound(), text, made), problem))
+        return true;
+    problems.push_back({m_edits.problem().subject, m_edits.problem().reason});
+    return false;
 }
 
 } // namespace shading

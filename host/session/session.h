@@ -52,6 +52,14 @@ public:
     bool maySave(const std::string& path,
                  std::vector<SaveProblem>& problems,
                  ChangedFile changed = ChangedFile::Keep);
+    /// Keeps the nodes, all of one compound, as a text of the format. False with the reason.
+    bool copy(const std::vector<NodePtr>& nodes, std::vector<SaveProblem>& problems);
+    /// What was copied last; empty: nothing.
+    const std::string& copied() const { return m_copied; }
+    /// Makes them once more beside themselves, as one edit. What was copied stays.
+    bool duplicate(const std::vector<NodePtr>& nodes,
+                   std::vector<NodePtr>& made,
+                   std::vector<SaveProblem>& problems);
     /// True when leaving loses nothing: the document is as it was opened, made or last saved.
     bool isSaved() { return m_edits.history().isSaved(); }
 
@@ -65,6 +73,7 @@ private:
     std::shared_ptr<Document> m_document;
     Edits m_edits;
     std::string m_path;
+    std::string m_copied;
     bool m_isNew = false; ///< There was no such file, and none was saved.
 };
 

@@ -125,6 +125,13 @@ bool Shell::report(bool isDone)
     return isDone || fail(problem.subject, problem.reason);
 }
 
+bool Shell::report(bool isDone, const std::vector<SaveProblem>& problems)
+{
+    for (const SaveProblem& problem : problems)
+        fail(problem.path, problem.reason);
+    return isDone;
+}
+
 bool Shell::print(const std::string& text)
 {
     m_out << text;

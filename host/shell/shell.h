@@ -77,6 +77,7 @@ public:
     void noteOnce(const std::string& subject, const std::string& text);
     /// Passes on whether an edit was done, and reports why it was refused.
     bool report(bool isDone);
+    bool report(bool isDone, const std::vector<SaveProblem>& problems);
     /// The node at the path that is that argument, the root node without it; empty, and reported,
     /// when the path names none.
     NodePtr nodeAt(const Arguments& arguments, std::size_t index = 0);

@@ -1,5 +1,6 @@
 #include "check/zelCheck.h"
 #include "document/attributes.h"
+#include "document/names.h"
 #include "edits/positions.h"
 #include "shell/shell.h"
 #include "views/report.h"
@@ -105,6 +106,54 @@ bool runMove(Shell& shell, const Arguments& arguments)
             return shell.fail(text, "not a number");
     }
     return shell.report(shell.edits().moveNode(arguments[0], position));
+}
+
+/// False, and reported, when one of the paths names no node.
+bool readNodes(Shell& shell, const Arguments& arguments, std::vector<NodePtr>& nodes)
+{
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        nodes.push_back(shell.nodeAt(arguments, i));
+        if (!nodes.back())
+            return false;
+    }
+    return true;
+}
+
+bool printPaths(Shell& shell, const std::vector<NodePtr>& nodes)
+{
+    for (const NodePtr& node : nodes)
+        shell.print(pathOf(*node) + "\n");
+    return true;
+}
+
+bool runCopy(Shell& shell, const Arguments& arguments)
+{
+    std::vector<NodePtr> nodes;
+    std::vector<SaveProblem> problems;
+    return readNodes(shell, arguments, nodes) &&
+           shell.report(shell.session().copy(nodes, problems), problems) &&
+           shell.print(shell.session().copied() + "\n");
+}
+
+bool runPaste(Shell& shell, const Arguments& arguments)
+{
+    const std::string text = arguments.size() > 1 ? arguments[1] : shell.session().copied();
+    if (text.empty())
+        return shell.fail("text", "nothing was copied");
+    const CompoundPtr compound = shell.compoundAt(arguments);
+    std::vector<NodePtr> made;
+    return compound && shell.report(shell.edits().paste(compound, text, made)) &&
+           printPaths(shell, made);
+}
+
+bool runDuplicate(Shell& shell, const Arguments& arguments)
+{
+    std::vector<NodePtr> nodes;
+    std::vector<NodePtr> made;
+    std::vector<SaveProblem> problems;
+    return readNodes(shell, arguments, nodes) &&
+           shell.report(shell.session().duplicate(nodes, made, problems), problems) &&
+           printPaths(shell, made);
 }
 
 /// Undoes or redoes as many edits as the argument says, one without it.
@@ -224,6 +273,21 @@ const std::vector<Command>& editCommands()
         {"move", "PATH X Y",
          "Changes where a node is drawn: its attributes xpos and ypos. To the right and down.", 3,
          3, runMove, "node", "move Top.NG_wall.grain 2.5 -1"},
+        {"copy", "NODE...",
+         "Prints nodes as a document of the format, on one line. NODE are their paths, all in one\n"
+         "    compound. `paste` makes what was copied last.",
+         1, kAny, runCopy, "node...", "copy Top.NG_wall.grain Top.NG_wall.rows"},
+        {"paste", "[PATH] [TEXT]",
+         "Makes the nodes of a text of the format. PATH is the compound that they get into "
+         "(default:\n"
+         "    the root); TEXT is a document like those of `copy` (default: what was copied last).\n"
+         "    Names are made unique. What the text refers to and lacks is what is called so in "
+         "the\n"
+         "    compound. Prints the paths of the new nodes.",
+         0, 2, runPaste, "compound", "paste Top.NG_wall"},
+        {"duplicate", "NODE...",
+         "Copies nodes and pastes them beside themselves. What was copied before stays.", 1, kAny,
+         runDuplicate, "node...", "duplicate Top.NG_wall.grain"},
         {"delete", "PATH", "Deletes a node with its connections.", 1, 1,
          runEdit<&Edits::deleteNode>, "node", "delete Top.NG_wall.grain"},
         {"rename", "PATH NAME",

@@ -11,12 +11,9 @@ bool runSave(Shell& shell, const std::vector<std::string>& arguments)
     const std::string path = arguments.empty() ? session.path() : arguments[0];
     const ChangedFile changed =
         shell.hasOption("--force") ? ChangedFile::Replace : ChangedFile::Keep;
-    if (shell.hasOption("--dry-run") ? session.maySave(path, problems, changed)
-                                     : session.save(path, problems, changed))
-        return true;
-    for (const SaveProblem& problem : problems)
-        shell.fail(problem.path, problem.reason);
-    return false;
+    const bool isGood = shell.hasOption("--dry-run") ? session.maySave(path, problems, changed)
+                                                     : session.save(path, problems, changed);
+    return shell.report(isGood, problems);
 }
 
 } // namespace
@@ -24,7 +21,7 @@ bool runSave(Shell& shell, const std::vector<std::string>& arguments)
 const std::vector<Command>& fileCommands()
 {
     static const std::vector<Command> commands = {
-        {"save", "[--force] [--dry-run] [FILE]",
+        {"save", "[FILE]",
          "Writes the document into a file. FILE (default: the one that it was opened from, or was\n"
          "    last saved into) is replaced when all is written; nothing is printed. What was not "
          "edited stands byte for byte as it was read. What the format\n"

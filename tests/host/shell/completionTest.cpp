@@ -23,7 +23,7 @@ const struct {
     const char* candidates; ///< Each in brackets.
 } kCompletions[] = {
     // Commands.
-    {"co", "co", "[collapse][connect][connections]"},
+    {"co", "co", "[collapse][connect][connections][copy]"},
     {"col", "collapse ", "[collapse]"},
     {"x", "x", ""},
     {"help hist", "help history ", "[history]"},

@@ -1,0 +1,288 @@
+// The edit that brings nodes from a text of the format into a document.
+
+#include "document/attributes.h"
+#include "document/compound.h"
+#include "document/document.h"
+#include "document/flow.h"
+#include "document/names.h"
+#include "document/origins.h"
+#include "document/rules.h"
+#include "edits/editName.h"
+#include "edits/edits.h"
+#include "edits/positions.h"
+#include "format/value.h"
+#include "format/xml.h"
+#include "reading/openDocument.h"
+
+#include <algorithm>
+#include <set>
+#include <unordered_map>
+
+namespace shading {
+
+namespace {
+
+/// Attributes that hold for all that is inside the element.
+const char* const kInherited[] = {"colorspace", "fileprefix", "geomprefix"};
+/// How far a copy stands beside what has its place, to the right and down.
+constexpr double kBeside = 0.5;
+
+/// Why the elements inside cannot become a part of the network; empty when they can.
+std::string textProblem(const Piece& parent)
+{
+    std::set<std::string> names;
+    for (const Piece& element : ElementsIn(parent)) {
+        const ElementKind kind = kindOf(element);
+        const std::string name = attributeOf(element, "name");
+        const bool isPort = kind == ElementKind::Input || kind == ElementKind::Output;
+        std::string problem;
+        if (kind == ElementKind::Other)
+            problem = "it is no part of a network";
+        else if (kind == ElementKind::Graph && element.attribute("nodedef"))
+            problem = "it implements a nodedef, which only one graph does";
+        else if (isPort && parent.text == "materialx")
+            problem = "it is a port of a document, not of a node";
+        else if (!name.empty())
+            problem = names.insert(name).second ? nameProblem(name) : kNameIsTaken;
+        if (problem.empty() && kind == ElementKind::Input)
+            problem = valueProblem(attributeOf(element, "type"), attributeOf(element, "value"));
+        if (!problem.empty())
+            return std::string(element.text) + " \"" + name + "\": " + problem;
+        problem = textProblem(element);
+        if (!problem.empty())
+            return problem;
+    }
+    return "";
+}
+
+/// Makes the network of one document anew in a compound of another one.
+class Paste {
+public:
+    Paste(Document& document, Document& source, ZEL::Compound& compound)
+        : m_document(document),
+          m_source(source),
+          m_compound(compound)
+    {
+    }
+
+    /// Returns why it cannot be done, empty when it is done.
+    std::string run()
+    {
+        const CompoundPtr from = m_source.getRootNode()->getAsCompound();
+        for (const NodePtr& node : from->nodes()) {
+            const std::string name = uniqueName(m_compound, node->getName());
+            m_made.push_back(copyOf(static_cast<Node&>(*node), name));
+            // What is connected inside before it is there, undo takes away with it.
+            connectInside(*node);
+            if (!m_compound.nodes().add(m_made.back()))
+                return "refused";
+        }
+        for (const NodePtr& node : from->nodes())
+            connectInputs(*node);
+        for (const auto& [receiver, source] : m_acrossGraphs)
+            connect(*receiver, source);
+        for (const NodePtr& node : m_made)
+            keepInherited(node);
+        placeBeside();
+        return m_problem;
+    }
+
+    const std::vector<NodePtr>& made() const { return m_made; }
+
+private:
+    NodePtr copyOf(Node& node, const std::string& name)
+    {
+        HostNodePtr made = Node::createNew(&m_document, name.c_str());
+        made->setNodeTypeName(node.getNodeTypeName());
+        const CompoundPtr from = node.getAsCompound();
+        const CompoundPtr to = from ? CompoundPtr(Compound::createNew(made.get())) : nullptr;
+        copyPorts(node.inputs(), made->inputs(), to.get());
+        copyPorts(node.outputs(), made->outputs(), to.get());
+        for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
+            for (ZEL::Port* const port : *list) {
+                const PortPtr inner = from ? from->getReversePort(port) : nullptr;
+                if (inner)
+                    m_copies[inner.get()] = to->getReversePort(m_copies[port]);
+            }
+        }
+        made->setDefinition(node.definition());
+        copyAttributes({&node, nullptr}, {made.get(), nullptr});
+        for (int i = 0; from && i < from->nodes().size(); ++i) {
+            Node& inner = static_cast<Node&>(*from->nodes()[i]);
+            to->nodes().add(copyOf(inner, inner.getName()));
+        }
+        return made.get();
+    }
+
+    void copyPorts(ZEL::PortList& from, ZEL::PortList& to, ZEL::Compound* compound)
+    {
+        for (ZEL::Port* const port : from) {
+            const TypePtr type = m_document.dataType(typeNameOf(*port));
+            if (compound)
+                compound->createCompoundPort(port->getPortIOType(), port->getName(), type);
+            else
+                to.addPort(port->getName(), type);
+            const PortPtr made = to[to.size() - 1];
+            made->setPortDefaultValue(port->getPortDefaultValue());
+            m_copies[port] = made;
+            copyAttributes({nullptr, port}, {nullptr, made});
+        }
+    }
+
+    void copyAttributes(const AttributeOwner& from, const AttributeOwner& to)
+    {
+        for (const auto& [name, value] : m_source.attributes().all(from)) {
+            // A definition that is not known is named all the same.
+            if (name == "nodedef" || Edits::attributeProblem(to, name).empty())
+                m_document.attributes().set(to, name, AttributeValue{value, nullptr});
+        }
+    }
+
+    void connectInside(ZEL::Node& node)
+    {
+        const CompoundPtr compound = node.getAsCompound();
+        if (!compound)
+            return;
+        for (ZEL::Port* const inner : compound->innerOutputs())
+            connect(*inner, inner->connectedTo()[0]);
+        for (const NodePtr& child : compound->nodes()) {
+            connectInputs(*child);
+            connectInside(*child);
+        }
+    }
+
+    void connectInputs(ZEL::Node& node)
+    {
+        for (ZEL::Port* const input : node.inputs()) {
+            const PortPtr source = input->connectedTo()[0];
+            const Piece* const element = m_source.origins().elementOf(*input);
+            const PortPtr made = m_copies[input];
+            if (source && levelOf(*source) != levelOf(*input))
+                m_acrossGraphs.emplace_back(input, source);
+            else if (source && m_copies.count(source.get()) > 0)
+                connect(*input, source);
+            else if (element && levelOf(*made).get() == &m_compound)
+                connectOutside(*made, *element);
+        }
+    }
+
+    void connectOutside(ZEL::Port& made, const Piece& element)
+    {
+        const PortPtr source = sourceOf(element);
+        if (source && connectionProblem(*source, made, false).empty())
+            made.addConnection(source);
+    }
+
+    void connect(ZEL::Port& receiver, const PortPtr& source)
+    {
+        if (!source || !m_problem.empty())
+            return;
+        const PortPtr from = m_copies[source.get()];
+        const PortPtr to = m_copies[&receiver];
+        // What is in the network is checked as every edit is.
+        const bool isInside = levelOf(*to) == levelOf(*from) && levelOf(*to).get() != &m_compound;
+        if (isInside)
+            m_problem = connectionProblem(*from, *to, false);
+        if (m_problem.empty() && comesFrom(*from, *to))
+            m_problem = pathOf(*to) + " would feed itself";
+        if (m_problem.empty())
+            to->addConnection(from);
+    }
+
+    /// What an element names that is not in the text: what is called so beside the copy.
+    PortPtr sourceOf(const Piece& element) const
+    {
+        const std::string interface = attributeOf(element, "interfacename");
+        if (!interface.empty())
+            return m_compound.innerInputs()[interface.c_str()];
+        const std::string graph = attributeOf(element, "nodegraph");
+        const std::string name = graph.empty() ? attributeOf(element, "nodename") : graph;
+        const NodePtr node = name.empty() ? nullptr : m_compound.nodes()[name.c_str()];
+        if (!node || std::find(m_made.begin(), m_made.end(), node) != m_made.end())
+            return nullptr;
+        const std::string output = attributeOf(element, "output");
+        return output.empty() ? node->outputs()[0] : node->outputs()[output.c_str()];
+    }
+
+    /// What holds for the whole text holds for the copies, where something else does around them.
+    void keepInherited(const NodePtr& made)
+    {
+        Attributes& attributes = m_document.attributes();
+        for (const char* const name : kInherited) {
+            const std::string wanted =
+                m_source.attributes().get({m_source.getRootNode(), nullptr}, name);
+            std::string now;
+            for (NodePtr node = made; node && now.empty();) {
+                now = attributes.get({node, nullptr}, name);
+                const CompoundPtr around = node->getParentCompound();
+                node = around ? around->getAsNode() : nullptr;
+            }
+            if (!wanted.empty() && now != wanted && attributes.get({made, nullptr}, name).empty())
+                attributes.set({made, nullptr}, name, AttributeValue{wanted, nullptr});
+        }
+    }
+
+    /// Not on the places of others.
+    void placeBeside()
+    {
+        const auto isOnOther = [&](const NodePtr& made) {
+            const std::optional<Position> place = positionOf(m_document, made);
+            for (const NodePtr& node : m_compound.nodes()) {
+                const std::optional<Position> taken = positionOf(m_document, node);
+                const bool isMade = std::find(m_made.begin(), m_made.end(), node) != m_made.end();
+                if (!isMade && place && taken && place->x == taken->x && place->y == taken->y)
+                    return true;
+            }
+            return false;
+        };
+        while (std::any_of(m_made.begin(), m_made.end(), isOnOther))
+            shift(m_document, m_made, {}, {kBeside, kBeside});
+        for (const NodePtr& node : m_made)
+            placeNew(m_document, node);
+    }
+
+    Document& m_document;
+    Document& m_source;
+    ZEL::Compound& m_compound;
+    std::string m_problem;
+    std::vector<NodePtr> m_made; ///< In the compound itself.
+    std::unordered_map<ZEL::Port*, PortPtr> m_copies;
+    std::vector<std::pair<PortPtr, PortPtr>> m_acrossGraphs; ///< Receivers and their sources.
+};
+
+} // namespace
+
+bool Edits::paste(const CompoundPtr& compound, const std::string& text, std::vector<NodePtr>& made)
+{
+    const NodePtr owner = compound ? compound->getAsNode() : nullptr;
+    if (!has(owner))
+        return false;
+    const std::string path = pathOf(*owner);
+    Message error;
+    const std::unique_ptr<Document> source = openText(text, m_document, error);
+    if (!source)
+        return fail("text", error.text);
+    const std::string problem = textProblem(source->xml().documentElement());
+    if (!problem.empty())
+        return fail("text", problem);
+    ZEL::NodeList& nodes = source->getRootNode()->getAsCompound()->nodes();
+    if (nodes.size() == 0)
+        return fail("text", "no node is in it");
+    const std::string what =
+        nodes.size() == 1 ? nodes[0]->getName() : std::to_string(nodes.size()) + " nodes";
+    const std::string line = elementText(source->xml().documentElement());
+    return run(named("Paste " + what, {"paste", path, line}), path, [&] {
+        Paste paste(m_document, *source, *compound);
+        std::string refusal = paste.run();
+        made = paste.made();
+        return refusal;
+    });
+}
+
+bool Edits::paste(const std::string& path, const std::string& text, std::vector<NodePtr>& made)
+{
+    const CompoundPtr compound = findCompound(path);
+    return compound && paste(compound, text, made);
+}
+
+} // namespace shading
