@@ -11,9 +11,11 @@
 #include "edits/edits.h"
 #include "edits/expansion.h"
 #include "edits/positions.h"
+#include "edits/relocation.h"
 #include "format/nodeDefs.h"
 #include "format/piece.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -130,6 +132,14 @@ std::string leftBehindProblem(ZEL::Node& graph)
     return "";
 }
 
+/// The compound is that of the node, or lies in it.
+bool isInside(CompoundPtr compound, const NodePtr& node)
+{
+    while (compound && compound->getAsNode() != node)
+        compound = compound->getAsNode()->getParentCompound();
+    return static_cast<bool>(compound);
+}
+
 } // namespace
 
 bool Edits::collapse(const CompoundPtr& compound,
@@ -234,6 +244,49 @@ bool Edits::expand(const std::string& path, std::vector<std::string>& renamed)
 {
     const NodePtr graph = findNode(path);
     return graph && expand(graph, renamed);
+}
+
+bool Edits::reparent(const CompoundPtr& compound, const std::vector<NodePtr>& nodes)
+{
+    if (nodes.empty() || !compound || !has(compound->getAsNode()))
+        return fail("nodes", "no node or no compound is named");
+    CompoundPtr from = nodes.front()->getParentCompound();
+    const std::string path = pathOf(*compound->getAsNode());
+    std::vector<std::string> words = {"reparent", path};
+    std::vector<NodePtr> down; // The graphs to go into, the innermost first.
+    for (NodePtr node = compound->getAsNode(); node && !isInside(from, node);) {
+        down.push_back(node);
+        const CompoundPtr around = node->getParentCompound();
+        node = around ? around->getAsNode() : nullptr;
+    }
+    std::unordered_set<ZEL::Node*> seen;
+    for (const NodePtr& node : nodes) {
+        if (!hasInner(node))
+            return false;
+        const bool isAround = std::find(down.begin(), down.end(), node) != down.end();
+        if (node->getParentCompound() != from)
+            return fail(pathOf(*node), "it is in another compound than the first");
+        if (from == compound || isAround)
+            return fail(pathOf(*node), isAround ? "it cannot go into itself" : "it is there");
+        if (!seen.insert(node.get()).second)
+            return fail(pathOf(*node), "it is named twice");
+        words.push_back(pathOf(*node));
+    }
+    const std::string what =
+        nodes.size() == 1 ? nodes[0]->getName() : std::to_string(nodes.size()) + " nodes";
+    const std::string title = "Move " + what + " into " + compound->getAsNode()->getName();
+    return runKeepingTypes(named(title, words), path, [&] {
+        std::string problem;
+        const CompoundPtr common = down.empty() ? compound : down.back()->getParentCompound();
+        while (problem.empty() && from != common) {
+            const NodePtr graph = from->getAsNode();
+            problem = Relocation(graph, nodes, false).run();
+            from = graph->getParentCompound();
+        }
+        for (auto graph = down.rbegin(); graph != down.rend() && problem.empty(); ++graph)
+            problem = Relocation(*graph, nodes, true).run();
+        return problem;
+    });
 }
 
 } // namespace shading

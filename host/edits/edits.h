@@ -67,6 +67,11 @@ public:
     bool expand(const NodePtr& graph, std::vector<std::string>& renamed);
     bool expand(const std::string& path, std::vector<std::string>& renamed);
 
+    /// Moves nodes of one compound into another one of the document. Their connections lead through
+    /// ports of the graphs between, which are made and removed as they are needed. A name that is
+    /// taken there is made unique.
+    bool reparent(const CompoundPtr& compound, const std::vector<NodePtr>& nodes);
+
     // Ports of compounds. The port may be that of the node or the inner one.
     // What a deleted one fed gets its value.
     bool addPort(const CompoundPtr& compound,

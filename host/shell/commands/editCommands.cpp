@@ -156,6 +156,14 @@ bool runDuplicate(Shell& shell, const Arguments& arguments)
            printPaths(shell, made);
 }
 
+bool runReparent(Shell& shell, const Arguments& arguments)
+{
+    const CompoundPtr compound = shell.compoundAt(arguments);
+    std::vector<NodePtr> nodes;
+    return compound && readNodes(shell, {arguments.begin() + 1, arguments.end()}, nodes) &&
+           shell.report(shell.edits().reparent(compound, nodes)) && printPaths(shell, nodes);
+}
+
 /// Undoes or redoes as many edits as the argument says, one without it.
 template <bool isUndo>
 bool runReplay(Shell& shell, const Arguments& arguments)
@@ -249,6 +257,11 @@ const std::vector<Command>& editCommands()
          "Moves the nodes of a compound up and removes it. Connections become direct. Prints the\n"
          "    nodes that got another name: OLD PATH -> NEW PATH.",
          1, 1, runExpand, "compound", "expand Top.NG_gate.paint"},
+        {"reparent", "PATH NODE...",
+         "Moves nodes into another compound. PATH is that compound, NODE are their paths, all in\n"
+         "    one compound. Their connections lead the same way, through ports of the compounds\n"
+         "    between. Prints their new paths.",
+         2, kAny, runReparent, "compound node...", "reparent Top.NG_wall Top.NG_gate.rust"},
         {"port", "add PATH input|output NAME TYPE | delete PATH NAME | rename PATH OLD NEW",
          "Changes the ports of a compound. PATH is the compound.", 3, 5, runPort,
          "=add compound =input,output name type | =delete compound inner | =rename compound inner "
