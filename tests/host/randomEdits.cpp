@@ -3,6 +3,7 @@
 #include "document/names.h"
 #include "document/node.h"
 #include "document/rules.h"
+#include "saving/save.h"
 #include "views/report.h"
 
 #include <gtest/gtest.h>
@@ -182,6 +183,55 @@ bool RandomEdits::expandOrCollapse(bool isExpand, std::string& line)
     return m_edits.collapse(pathOf(*compound->getAsNode()), anyName(), names, created);
 }
 
+bool RandomEdits::setAttribute(std::string& line)
+{
+    static const char* const names[] = {"colorspace", "doc", "xpos", "version", "value"};
+    static const char* const values[] = {"1", "a <b> & \"c\"", ""};
+    const shading::NodePtr node = anyNode();
+    ZEL::PortList& ports = number(2) == 0 ? node->inputs() : node->outputs();
+    const bool isPort = number(2) == 0 && ports.size() > 0;
+    const std::string path = isPort ? pathOf(*ports[number(ports.size())]) : pathOf(*node);
+    const std::string name = names[number(5)];
+    const std::string value = values[number(3)];
+    line = "attribute " + path + " " + name + " '" + value + "'";
+    return m_edits.setAttribute(path, name, value);
+}
+
+bool RandomEdits::moveNodes(std::string& line)
+{
+    const shading::CompoundPtr from = anyCompound();
+    const shading::CompoundPtr to = anyCompound();
+    line = "reparent " + pathOf(*to->getAsNode());
+    std::vector<shading::NodePtr> nodes;
+    for (int i = number(3); i >= 0 && from->nodes().size() > 0; --i) {
+        nodes.push_back(from->nodes()[number(from->nodes().size())]);
+        line += " " + pathOf(*nodes.back());
+    }
+    return m_edits.reparent(to, nodes);
+}
+
+/// A copy of a node, or of two that are beside each other.
+bool RandomEdits::paste(std::string& line)
+{
+    const shading::CompoundPtr from = anyCompound();
+    const shading::CompoundPtr to = anyCompound();
+    const int size = from->nodes().size();
+    line = "paste " + pathOf(*to->getAsNode());
+    if (size == 0)
+        return false;
+    std::vector<shading::NodePtr> nodes = {from->nodes()[number(size)]};
+    const shading::NodePtr second = from->nodes()[number(size)];
+    if (second != nodes.front())
+        nodes.push_back(second);
+    std::string text;
+    std::vector<shading::SaveProblem> problems;
+    std::vector<shading::NodePtr> made;
+    if (!shading::copyToText(m_document, nodes, text, problems))
+        return false;
+    line += " '" + text + "'";
+    return m_edits.paste(to, text, made);
+}
+
 bool RandomEdits::edit(std::string& line)
 {
     m_nodes.clear();
@@ -195,7 +245,7 @@ bool RandomEdits::edit(std::string& line)
     const std::string source = from ? from->getFullPathName().getName() : "Top.none";
     const std::string target = to ? to->getFullPathName().getName() : "Top.none";
     const std::string name = anyName();
-    switch (number(18)) {
+    switch (number(22)) {
     case 0:
     case 1:
     case 2:
@@ -228,6 +278,13 @@ bool RandomEdits::edit(std::string& line)
     case 12:
     case 13:
         return setValue(line);
+    case 14:
+        return setAttribute(line);
+    case 15:
+    case 16:
+        return moveNodes(line);
+    case 17:
+        return paste(line);
     default:
         return createNode(line);
     }

@@ -32,6 +32,9 @@ private:
     bool createNode(std::string& line);
     bool setValue(std::string& line);
     bool editPort(std::string& line);
+    bool setAttribute(std::string& line);
+    bool moveNodes(std::string& line);
+    bool paste(std::string& line);
     void collect(const shading::NodePtr& node);
 
     shading::Document& m_document;
