@@ -161,11 +161,14 @@ bool Edits::setAttribute(const std::string& path, const std::string& name, const
     const std::string what = name + " of " + shortNameOf(owner);
     const std::string title =
         value.empty() ? "Remove " + what : "Set " + what + " to " + shortValue(value);
-    return run(named(title, {"attribute", path, name, value}), subject, [&] {
+    return run(named(title, {"attribute", path, name, value}), subject, [&]() -> std::string {
         attributes.set(owner, name, after);
-        if (name == "version" && owner.node && !owner.node->isCompound())
-            redefineNode(m_document, static_cast<Node&>(*owner.node));
-        return "";
+        if (name != "version" || !owner.node || owner.node->isCompound())
+            return "";
+        Node& node = static_cast<Node&>(*owner.node);
+        const DefinitionPtr former = node.definition();
+        redefineNode(m_document, node);
+        return former && !node.definition() ? "no definition that fits it has that version" : "";
     });
 }
 

@@ -80,6 +80,9 @@ public:
                  const std::string& type);
     bool deletePort(const PortPtr& port);
     bool renamePort(const PortPtr& port, const std::string& name);
+    /// Gives the port a place, from 1, among the inputs or outputs of its compound.
+    bool movePort(const PortPtr& port, int place);
+    bool movePort(const std::string& path, const std::string& name, int place);
     bool addPort(const std::string& path,
                  ZEL::PortIOType ioType,
                  const std::string& name,
@@ -98,7 +101,8 @@ public:
     // What the network does not show.
     /// Gives the attribute of a node, a port, or an element such as a look a value; an empty one
     /// takes it off. Those that the network shows are refused. One by which a look and the like
-    /// name a node follows that. The version of a plain node may give it another definition.
+    /// name a node follows that. The version of a plain node may give it another definition; it is
+    /// refused when that leaves it without one.
     bool setAttribute(const std::string& path, const std::string& name, const std::string& value);
     /// Why setAttribute refuses the attribute: the network shows it. Empty when it does not.
     static std::string attributeProblem(const AttributeOwner& owner, const std::string& name);

@@ -2,6 +2,7 @@
 
 #include "document/definedNode.h"
 #include "document/document.h"
+#include "document/graphInterface.h"
 #include "document/names.h"
 #include "document/rules.h"
 #include "edits/editName.h"
@@ -128,6 +129,45 @@ bool Edits::renamePort(const std::string& path,
 {
     const PortPtr port = findCompoundPort(path, oldName);
     return port && renamePort(port, newName);
+}
+
+bool Edits::movePort(const PortPtr& port, int place)
+{
+    const PortPtr inner = compoundPort(port);
+    if (!inner)
+        return false;
+    const NodePtr node = inner->getParentNode();
+    const PortPtr outer = node->getAsCompound()->getReversePort(inner);
+    const bool isInput = outer->getPortIOType() == ZEL::PortInput;
+    ZEL::PortList& list = isInput ? node->inputs() : node->outputs();
+    const std::string path = pathOf(*node);
+    const std::string name = inner->getName();
+    const int from = list.findPort(outer);
+    if (place < 1 || place > list.size())
+        return fail(path + "." + name, "the last place is " + std::to_string(list.size()));
+    if (from == place - 1)
+        return fail(path + "." + name, "it is there");
+    if (isInput && tieOf(*node))
+        return fail(path + "." + name, "the nodedef of its graph gives the order");
+    const std::string number = std::to_string(place);
+    const EditName edit = named(std::string("Move ") + directionOf(*inner) + " " + name + " of " +
+                                    node->getName() + " to place " + number,
+                                {"port", "move", path, name, number});
+    return run(edit, path + "." + name, [&] {
+        // The library moves to the front only: to the back, the others move.
+        const int to = place - 1;
+        if (from > to)
+            list.movePort(from, to);
+        for (int i = from; i < to; ++i)
+            list.movePort(i + 1, i);
+        return "";
+    });
+}
+
+bool Edits::movePort(const std::string& path, const std::string& name, int place)
+{
+    const PortPtr port = findCompoundPort(path, name);
+    return port && movePort(port, place);
 }
 
 bool Edits::setValue(const PortPtr& port, const std::string& wanted)

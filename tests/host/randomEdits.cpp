@@ -149,7 +149,7 @@ bool RandomEdits::editPort(std::string& line)
     const std::string present =
         list.size() > 0 ? list[number(list.size())]->getName() : std::string("none");
     const std::string name = anyName();
-    switch (number(3)) {
+    switch (number(4)) {
     case 0:
         line = "port add " + path + " " + name;
         return m_edits.addPort(path, isInput ? ZEL::PortInput : ZEL::PortOutput, name,
@@ -157,6 +157,11 @@ bool RandomEdits::editPort(std::string& line)
     case 1:
         line = "port delete " + path + " " + present;
         return m_edits.deletePort(path, present);
+    case 2: {
+        const int place = number(list.size() + 1) + 1;
+        line = "port move " + path + " " + present + " " + std::to_string(place);
+        return m_edits.movePort(path, present, place);
+    }
     default:
         line = "port rename " + path + " " + present + " " + name;
         return m_edits.renamePort(path, present, name);

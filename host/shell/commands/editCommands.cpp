@@ -67,8 +67,14 @@ bool runPort(Shell& shell, const Arguments& arguments)
         return shell.report(edits.deletePort(arguments[1], arguments[2]));
     if (verb == "rename" && arguments.size() == 4)
         return shell.report(edits.renamePort(arguments[1], arguments[2], arguments[3]));
+    if (verb == "move" && arguments.size() == 4) {
+        int place = 0;
+        return readNumber(arguments[3], 1, place)
+                   ? shell.report(edits.movePort(arguments[1], arguments[2], place))
+                   : shell.fail(arguments[3], "not a place, from 1");
+    }
     return shell.fail(verb, "usage: port add PATH input|output NAME TYPE, port delete PATH NAME, "
-                            "port rename PATH OLD NEW");
+                            "port rename PATH OLD NEW, port move PATH NAME PLACE");
 }
 
 bool runAttribute(Shell& shell, const Arguments& arguments)
@@ -262,10 +268,15 @@ const std::vector<Command>& editCommands()
          "    one compound. Their connections lead the same way, through ports of the compounds\n"
          "    between. Prints their new paths.",
          2, kAny, runReparent, "compound node...", "reparent Top.NG_wall Top.NG_gate.rust"},
-        {"port", "add PATH input|output NAME TYPE | delete PATH NAME | rename PATH OLD NEW",
-         "Changes the ports of a compound. PATH is the compound.", 3, 5, runPort,
+        {"port",
+         "add PATH input|output NAME TYPE | delete PATH NAME | rename PATH OLD NEW | move PATH "
+         "NAME "
+         "PLACE",
+         "Changes the ports of a compound. PATH is the compound; PLACE counts from 1 among the\n"
+         "    inputs, or among the outputs.",
+         3, 5, runPort,
          "=add compound =input,output name type | =delete compound inner | =rename compound inner "
-         "name",
+         "name | =move compound inner name",
          "port add Top.NG_wall input wetness float"},
         {"set", "PATH VALUE",
          "Gives an input a value. PATH is an input of a node or a compound; VALUE is written as "

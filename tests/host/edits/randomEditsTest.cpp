@@ -72,9 +72,8 @@ void validate(shading::Document& document, const std::map<std::string, int>& bef
     std::string faults;
     for (const auto& [rule, count] : brokenRules(bytes, faults)) {
         const auto known = before.find(rule);
-        ASSERT_LE(count, known == before.end() ? 0 : known->second)
-            << rule << "\n"
-            << faults << bytes;
+        ASSERT_LE(count, known == before.end() ? 0 : known->second) << rule << "\n"
+                                                                    << faults << bytes;
     }
 }
 

@@ -127,6 +127,86 @@ TEST(Reparent, IsRefusedWithItsReasonAndChangesNothing)
     }
 }
 
+const char* const kPorts = "  <nodegraph name=\"g\">\n"
+                           "    <input name=\"x\" type=\"t\" value=\"1\"/>\n"
+                           "    <input name=\"y\" type=\"t\" value=\"2\"/>\n"
+                           "    <input name=\"z\" type=\"t\" value=\"3\"/>\n"
+                           "    <n name=\"n\" type=\"t\"/>\n"
+                           "    <output name=\"o\" type=\"t\" nodename=\"n\"/>\n"
+                           "    <output name=\"p\" type=\"t\" nodename=\"n\"/>\n"
+                           "  </nodegraph>\n"
+                           "  <n name=\"a\" type=\"t\">\n"
+                           "    <input name=\"i\" type=\"t\" nodegraph=\"g\"/>\n"
+                           "  </n>\n"
+                           "  <nodegraph name=\"k\" nodedef=\"D\">\n"
+                           "    <n name=\"m\" type=\"t\">\n"
+                           "      <input name=\"i\" type=\"t\" interfacename=\"x\"/>\n"
+                           "      <input name=\"j\" type=\"t\" interfacename=\"y\"/>\n"
+                           "    </n>\n"
+                           "  </nodegraph>\n"
+                           "  <nodedef name=\"D\" node=\"d\">\n"
+                           "    <input name=\"x\" type=\"t\"/>\n"
+                           "    <input name=\"y\" type=\"t\"/>\n"
+                           "  </nodedef>\n";
+
+TEST(PortOrder, IsChangedFromBothSidesAndWritten)
+{
+    const struct {
+        const char* line;
+        const char* order; ///< Of inputs and outputs, with what inner ones give.
+    } cases[] = {
+        {"port move Top.g x 3", "y2 z3 x1 o p"},
+        {"port move Top.g x 2", "y2 x1 z3 o p"},
+        {"port move Top.g z 1", "z3 x1 y2 o p"},
+        {"port move Top.g p 1", "x1 y2 z3 p o"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.line);
+        Desk desk(kPorts);
+        const auto order = [](Desk& shown) {
+            const auto compound = shown.document->findNodeFromPath("Top.g")->getAsCompound();
+            std::string text;
+            for (ZEL::PortList* const list :
+                 {&compound->innerInputs(), &compound->innerOutputs()}) {
+                for (ZEL::Port* const inner : *list)
+                    text += inner->getName() +
+                            std::string(compound->getReversePort(inner)->getPortDefaultValue()) +
+                            " ";
+            }
+            text.pop_back();
+            return text;
+        };
+        EXPECT_EQ("", desk.run(c.line));
+        EXPECT_EQ(c.order, order(desk));
+        EXPECT_EQ(c.line + std::string("\n"), desk.run("history --commands"));
+        const std::string after = desk.saved();
+        Desk again(after);
+        EXPECT_EQ(c.order, order(again));
+        EXPECT_EQ("Top.g.n.out -> Top.g.o\nTop.g.n.out -> Top.g.p\nTop.g.o -> Top.a.i\n"
+                  "Top.k.x -> Top.k.m.i\nTop.k.y -> Top.k.m.j\n",
+                  again.run("connections"));
+        desk.run("undo");
+        EXPECT_EQ(kPorts, desk.saved());
+        desk.run("redo");
+        EXPECT_EQ(after, desk.saved());
+    }
+}
+
+TEST(PortOrder, IsRefusedWithItsReason)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"Top.g x 1", "Top.g.x: it is there"},
+        {"Top.g x 4", "Top.g.x: the last place is 3"},
+        {"Top.g x 0", "0: not a place, from 1"},
+        {"Top.g w 1", "Top.g.w: no such port"},
+        {"Top.a i 1", "Top.a: not a compound"},
+        {"Top.k y 1", "Top.k.y: the nodedef of its graph gives the order"},
+    };
+    for (const auto& [words, error] : cases)
+        EXPECT_EQ(std::string("error: port: ") + error + "\n",
+                  Desk(kPorts).run(std::string("port move ") + words));
+}
+
 /// What the input of a plain node gets in the end: an output of a plain node, or a value.
 std::string sourceOf(ZEL::Port& receiver)
 {

@@ -51,7 +51,7 @@ const struct {
     // Other kinds.
     {"collapse Top.graph q inner ", "collapse Top.graph q inner ", "[a.b][inner]"},
     {"collapse Top.graph q inner i", "collapse Top.graph q inner inner ", "[inner]"},
-    {"port ", "port ", "[add][delete][rename]"},
+    {"port ", "port ", "[add][delete][move][rename]"},
     {"port add Top.graph ", "port add Top.graph ", "[input][output]"},
     {"port add Top.graph input new ", "port add Top.graph input new t ", "[t]"},
     {"port delete Top.graph ", "port delete Top.graph ", "[o][x]"},

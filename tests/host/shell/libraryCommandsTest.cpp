@@ -32,6 +32,9 @@ const struct {
     {"create v n --type float", "Top.n ND_v_1\n"},
     {"create k n --type t", "error: create: k: no definition of it makes t\n"},
     {"create k n --type", "error: create: --type: needs a data type\n"},
+    {"create v n\nattribute Top.n version 3",
+     "Top.n ND_v_2\nerror: attribute: Top.n: version: no definition that fits it has that "
+     "version\n"},
     {"create nodegraph h Top.g\nls Top.g.h\nls Top.g\nundo\nhistory",
      "Top.g.h nodegraph\nx x\nh nodegraph compound\nundo: Create h\n1 undone: Create h\n"},
     {"create nodegraph x Top.g", "error: create: Top.g.x: the name is taken\n"},
@@ -60,6 +63,20 @@ TEST(LibraryCommands, PrintAndMakeWhatTheyAreAskedFor)
             openWith(&runtime, "<nodegraph name='g'><x name='x' type='t'/></nodegraph>");
         EXPECT_EQ(c.output, runIn(*document, c.commands));
     }
+}
+
+TEST(LibraryCommands, AVersionMayGiveANodeAnotherDefinition)
+{
+    ZEL::Runtime runtime;
+    ASSERT_EQ("", readInto(runtime, "<nodedef name='ND_w_1' node='w' version='1'><input name='i' "
+                                    "type='c' value='1'/><output name='out' type='c'/></nodedef>"
+                                    "<nodedef name='ND_w_2' node='w' version='2' "
+                                    "isdefaultversion='true'><input name='j' type='c' value='2'/>"
+                                    "<output name='out' type='c'/></nodedef>"));
+    const auto document = openWith(&runtime, "<w name='n' type='c'/>");
+    EXPECT_EQ("input i c \"1\"\noutput out c \"\"\nundo: Set version of n to \"1\"\n"
+              "input j c \"2\"\noutput out c \"\"\n",
+              runIn(*document, "attribute Top.n version 1\nports Top.n\nundo\nports Top.n"));
 }
 
 TEST(LibraryCommands, ARebuildIsUndoneAndRedone)
