@@ -178,19 +178,17 @@ private:
                 "its source " + pathOf(source) + " is hidden by an earlier one of its name");
     }
 
-    /// The node of the compound that its name means, and that of graphs only.
-    ZEL::Node* firstNamed(ZEL::Compound& compound, ZEL::Node& like)
+    /// The node of the compound that its name means; for a graph, the first graph of that name.
+    static ZEL::Node* firstNamed(ZEL::Compound& compound, ZEL::Node& like)
     {
-        const auto [scope, isNew] = m_scopes.try_emplace(&compound);
-        for (int i = 0; isNew && i < compound.nodes().size(); ++i) {
-            const NodePtr node = compound.nodes()[i];
-            scope->second.nodes.emplace(node->getName(), node.get());
-            if (node->isCompound())
-                scope->second.graphs.emplace(node->getName(), node.get());
+        const NodePtr first = compound.nodes()[like.getName()];
+        if (!first || !like.isCompound() || first->isCompound())
+            return first.get();
+        for (const NodePtr& node : compound.nodes()) {
+            if (node->isCompound() && std::strcmp(node->getName(), like.getName()) == 0)
+                return node.get();
         }
-        const auto& names = like.isCompound() ? scope->second.graphs : scope->second.nodes;
-        const auto found = names.find(like.getName());
-        return found == names.end() ? nullptr : found->second;
+        return nullptr;
     }
 
     static bool hasReadName(const Piece* element, const std::string& name)
@@ -221,13 +219,7 @@ private:
         return own && own->definition();
     }
 
-    struct Names {
-        std::unordered_map<std::string, ZEL::Node*> nodes;
-        std::unordered_map<std::string, ZEL::Node*> graphs;
-    };
-
     DraftNetwork& m_network;
-    std::unordered_map<ZEL::Compound*, Names> m_scopes;
     std::vector<SaveProblem> m_problems;
 };
 
