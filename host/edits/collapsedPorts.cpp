@@ -73,6 +73,16 @@ void keepEnds(ZEL::Compound& compound)
     }
 }
 
+/// An input has the value of the first port that it feeds: it counts when the source goes.
+void takeValues(ZEL::Compound& compound)
+{
+    for (ZEL::Port* const inner : compound.innerInputs()) {
+        const PortPtr target = inner->connectedTo()[0];
+        if (target && *target->getPortDefaultValue() != '\0')
+            inner->setPortDefaultValue(target->getPortDefaultValue());
+    }
+}
+
 void renamePortsLikeNodes(ZEL::Compound& compound)
 {
     for (ZEL::PortList* const list : {&compound.innerInputs(), &compound.innerOutputs()}) {
@@ -93,6 +103,7 @@ void finishCollapsedPorts(ZEL::Compound& compound)
 {
     mergePorts(compound, compound.innerInputs());
     mergePorts(compound, compound.innerOutputs());
+    takeValues(compound);
     keepEnds(compound);
     renamePortsLikeNodes(compound);
 }

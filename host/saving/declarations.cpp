@@ -56,24 +56,37 @@ private:
         const bool isDeclared = element && element->parent->text == "nodedef";
         if (isDeclared && port.isConnected())
             refuse(port.getName(), "a graph that implements a nodedef has no sources");
+        const std::string type = element ? attributeOf(*element, "type") : "";
         const bool isLike =
-            !isDeclared || (attributeOf(*element, "type") == typeNameOf(port) &&
-                            attributeOf(*element, "value") == port.getPortDefaultValue());
+            !element || ((type.empty() ? kNoType : type) == typeNameOf(port) &&
+                         (ioType == ZEL::PortOutput ||
+                          attributeOf(*element, "value") == port.getPortDefaultValue()));
         if (isLike && name == port.getName())
             return;
         const std::string problem = interfaceProblem(m_graph, ioType, name);
         if (!problem.empty())
             refuse(port.getName(), problem);
-        else if (!name.empty() && name != port.getName())
-            rename(ioType, name, port.getName());
+        else if (!name.empty())
+            follow(port, name);
     }
 
-    void rename(ZEL::PortIOType ioType, const std::string& name, const char* now)
+    /// What stands in the definition alone is written like any port; here that which the graph has
+    /// too.
+    void follow(ZEL::Port& port, const std::string& name)
     {
-        if (const Piece* const known = childNamed(*m_tie.nodeDef, kindName(ioType), name))
-            m_network.draft().setAttribute(itemOf(*known), "name", now);
-        if (ioType == ZEL::PortInput)
-            updateDefaultInput(name, now);
+        const bool isInput = port.getPortIOType() == ZEL::PortInput;
+        if (const Piece* const known =
+                childNamed(*m_tie.nodeDef, kindName(port.getPortIOType()), name)) {
+            Piece& item = itemOf(*known);
+            m_network.draft().setAttribute(item, "name", port.getName());
+            m_network.draft().setAttribute(item, "type", typeNameOf(port));
+            if (isInput && *port.getPortDefaultValue() != '\0')
+                m_network.draft().setAttribute(item, "value", port.getPortDefaultValue());
+            else if (isInput)
+                m_network.draft().removeAttribute(item, "value");
+        }
+        if (isInput)
+            updateDefaultInput(name, port.getName());
     }
 
     /// A port of the definition that the graph had when the document was opened.

@@ -1,6 +1,6 @@
 #include "session/shown.h"
 
-#include "document/node.h"
+#include "document/definedNode.h"
 
 namespace shading {
 
@@ -9,11 +9,8 @@ bool isTelling(ZEL::Node& node, ZEL::Port& port)
     auto* const own = dynamic_cast<Node*>(&node);
     if (!own || !own->definition() || own->isInDocument(port))
         return true;
-    for (const PortDescription& described : own->definition()->record().inputs) {
-        if (described.name == port.getName())
-            return described.value != port.getPortDefaultValue();
-    }
-    return true;
+    const PortDescription* const description = descriptionOf(port);
+    return !description || description->value != port.getPortDefaultValue();
 }
 
 } // namespace shading

@@ -63,6 +63,14 @@ TEST(Declarations, TheInputsOfAGraphAreThoseOfItsDefinition)
         {"both kinds of ports", definition(x + port("output", "o", " defaultinput='x'"), x + o),
          "port rename Top.g x y\nport rename Top.g o p",
          definition(y + port("output", "p", " defaultinput='y'"), y + port("output", "p"))},
+        {"a value of one that both have", definition(x + o, x + o), "set Top.g.x 3",
+         definition(port("input", "x", " value='3'") + o, port("input", "x", " value='3'") + o)},
+        {"no types",
+         "<nodedef name='D' node='d'><input name='x'/></nodedef><d name='n'/><nodegraph "
+         "name='g' nodedef='D'><output name='o'/></nodegraph>",
+         "rename Top.g h",
+         "<nodedef name='D' node='d'><input name='x'/></nodedef><d name='n'/><nodegraph name='h' "
+         "nodedef='D'><output name='o'/></nodegraph>"},
         {"tied from outside",
          "<nodedef name='D' node='d'>" + x + o + "</nodedef><nodegraph name='g'>" + x + o +
              "</nodegraph><implementation nodedef='D' nodegraph='g'/>",

@@ -263,6 +263,11 @@ const SaveCase kSaves[] = {
      "connect Top.g.o Top.h.a.i",
      "<nodegraph name='g'><output name='o' type='t'/></nodegraph><nodegraph name='h'><n name='a' "
      "type='t'><input name='i' type='t' nodegraph='g'/></n></nodegraph>"},
+    {"a collapsed node's value counts when the source of the graph goes",
+     "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' value='5'/></n>",
+     "connect Top.a.out Top.b.i\ncollapse Top g b\ndelete Top.a",
+     "<nodegraph name='g'><input name='i' type='t' value='5'/><n name='b' type='t'><input name='i' "
+     "type='t' interfacename='i'/></n></nodegraph>"},
     {"a reference keeps its form",
      "<nodegraph name='g'><output name='o' type='t'/><output name='p' type='t'/></nodegraph>"
      "<output name='a' type='t' nodename='g' output='o'/><output name='b' type='t' nodename='g'/>"
