@@ -40,7 +40,7 @@ Namable* Sequence::findNamed(std::string_view name)
     }
     const std::uint32_t slot = rare.names->find(name);
     Namable* const found =
-        slot == kNoSlot ? nullptr : static_cast<Namable*>(block()->slots()[slot]);
+        slot == SlotTable::kNoSlot ? nullptr : static_cast<Namable*>(block()->slots()[slot]);
     std::vector<std::uint32_t> asked;
     rare.names->collectAsked(slot, asked);
     return asked.empty() ? found : askBefore(name, asked, found, slot);
