@@ -3,6 +3,7 @@
 #include "document/document.h"
 #include "document/node.h"
 #include "document/origins.h"
+#include "document/pointers.h"
 #include "saving/draftNetwork.h"
 
 #include <map>

@@ -46,6 +46,8 @@ RandomEdits::RandomEdits(shading::Document& document, unsigned seed)
       m_edits(document),
       m_random(seed)
 {
+    collect(document.getRootNode());
+    m_mostNodes = m_nodes.size() + 60;
 }
 
 int RandomEdits::number(int limit)
@@ -250,6 +252,11 @@ bool RandomEdits::edit(std::string& line)
     const std::string source = from ? from->getFullPathName().getName() : "Top.none";
     const std::string target = to ? to->getFullPathName().getName() : "Top.none";
     const std::string name = anyName();
+    // However many steps there are, the network stays of about one size: each step looks at all.
+    if (m_nodes.size() > m_mostNodes) {
+        line = "delete " + node;
+        return m_edits.deleteNode(node);
+    }
     switch (number(22)) {
     case 0:
     case 1:
