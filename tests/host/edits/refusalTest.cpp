@@ -139,38 +139,64 @@ struct RefusingNetwork {
     shading::Edits edits;
 };
 
+NodePtr nodeAt(RefusingNetwork& net, const char* path)
+{
+    return net.document.opened->findNodeFromPath(path);
+}
+
 const struct {
     const char* name;
-    bool (*run)(shading::Edits& edits);
+    bool (*run)(RefusingNetwork& net);
     int questions; ///< How many are asked at least.
 } kRefusedEdits[] = {
-    {"connect", [](shading::Edits& e) { return e.connect("Top.r.x", "Top.r.b.i"); }, 2},
-    {"disconnect", [](shading::Edits& e) { return e.disconnect("Top.r.a.out", "Top.r.b.i"); }, 1},
-    {"disconnect-all", [](shading::Edits& e) { return e.disconnectAll("Top.r.g.o"); }, 2},
+    {"connect", [](RefusingNetwork& n) { return n.edits.connect("Top.r.x", "Top.r.b.i"); }, 2},
+    {"disconnect",
+     [](RefusingNetwork& n) { return n.edits.disconnect("Top.r.a.out", "Top.r.b.i"); }, 1},
+    {"disconnect-all", [](RefusingNetwork& n) { return n.edits.disconnectAll("Top.r.g.o"); }, 2},
     {"collapse",
-     [](shading::Edits& e) {
+     [](RefusingNetwork& n) {
          std::string path;
-         return e.collapse("Top.r", "q", {"a", "g"}, path);
+         return n.edits.collapse("Top.r", "q", {"a", "g"}, path);
      },
      8},
     {"expand",
-     [](shading::Edits& e) {
+     [](RefusingNetwork& n) {
          std::vector<std::string> renamed;
-         return e.expand("Top.r.g", renamed);
+         return n.edits.expand("Top.r.g", renamed);
      },
      10},
-    {"port add", [](shading::Edits& e) { return e.addPort("Top.r.g", ZEL::PortInput, "n", "t"); },
+    {"port add",
+     [](RefusingNetwork& n) { return n.edits.addPort("Top.r.g", ZEL::PortInput, "n", "t"); }, 2},
+    {"port delete", [](RefusingNetwork& n) { return n.edits.deletePort("Top.r.g", "y"); }, 4},
+    {"port rename", [](RefusingNetwork& n) { return n.edits.renamePort("Top.r.g", "y", "n"); }, 2},
+    {"port move", [](RefusingNetwork& n) { return n.edits.movePort("Top.r.g", "y", 2); }, 2},
+    {"reparent inward",
+     [](RefusingNetwork& n) {
+         return n.edits.reparent(nodeAt(n, "Top.r.g")->getAsCompound(), {nodeAt(n, "Top.r.a")});
+     },
+     6},
+    {"reparent outward",
+     [](RefusingNetwork& n) {
+         return n.edits.reparent(nodeAt(n, "Top")->getAsCompound(), {nodeAt(n, "Top.r.g.c")});
+     },
+     10},
+    {"paste",
+     [](RefusingNetwork& n) {
+         std::vector<NodePtr> made;
+         return n.edits.paste("Top.r",
+                              "<materialx><n name='p' type='t'/><n name='q' type='t'><input "
+                              "name='i' type='t' nodename='p'/></n></materialx>",
+                              made);
+     },
      2},
-    {"port delete", [](shading::Edits& e) { return e.deletePort("Top.r.g", "y"); }, 4},
-    {"port rename", [](shading::Edits& e) { return e.renamePort("Top.r.g", "y", "n"); }, 2},
-    {"delete", [](shading::Edits& e) { return e.deleteNode("Top.r.g"); }, 3},
-    {"set", [](shading::Edits& e) { return e.setValue("Top.r.g.z", "6"); }, 1},
+    {"delete", [](RefusingNetwork& n) { return n.edits.deleteNode("Top.r.g"); }, 3},
+    {"set", [](RefusingNetwork& n) { return n.edits.setValue("Top.r.g.z", "6"); }, 1},
     {"group",
-     [](shading::Edits& e) {
-         shading::History::Group group(e.history(), {"Group", {}});
+     [](RefusingNetwork& n) {
+         shading::History::Group group(n.edits.history(), {"Group", {}});
          std::string ignored;
-         const bool isGood = e.renamePort("Top.r.g", "y", "n") && e.deleteNode("Top.r.b") &&
-                             e.setValue("Top.r.a.i", "3");
+         const bool isGood = n.edits.renamePort("Top.r.g", "y", "n") &&
+                             n.edits.deleteNode("Top.r.b") && n.edits.setValue("Top.r.a.i", "3");
          return group.finish(isGood, ignored);
      },
      4},
@@ -201,7 +227,7 @@ TEST(Refusal, OfAnyStepLeavesNetworkAndHistoryAsTheyWere)
         std::string title;
         std::string problem;
         shading::History& history = net.edits.history();
-        EXPECT_LE(c.questions, refuseEach(net, [&] { return c.run(net.edits); }));
+        EXPECT_LE(c.questions, refuseEach(net, [&] { return c.run(net); }));
         EXPECT_LE(1, refuseEach(net, [&] { return history.undo(title, problem); }));
         EXPECT_EQ("refused by a listener", problem);
         EXPECT_LE(1, refuseEach(net, [&] { return history.redo(title, problem); }));
