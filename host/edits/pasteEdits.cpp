@@ -132,8 +132,11 @@ private:
     void copyAttributes(const AttributeOwner& from, const AttributeOwner& to)
     {
         for (const auto& [name, value] : m_source.attributes().all(from)) {
-            // A definition that is not known is named all the same.
-            if (name == "nodedef" || Edits::attributeProblem(to, name).empty())
+            // A definition that is not known is named all the same, and an output by its type
+            // stays.
+            const bool isOfNode = to.node && !to.node->isCompound();
+            if ((isOfNode && (name == "nodedef" || name == "type")) ||
+                Edits::attributeProblem(to, name).empty())
                 m_document.attributes().set(to, name, AttributeValue{value, nullptr});
         }
     }

@@ -1,5 +1,6 @@
 #include "saving/projection.h"
 
+#include "document/attributes.h"
 #include "document/document.h"
 #include "document/node.h"
 #include "document/origins.h"
@@ -90,7 +91,10 @@ private:
         const bool isPlain =
             outputs.size() == 1 && std::strcmp(outputs[0]->getName(), kDefaultOutput) == 0;
         if (outputs.size() > 0) {
-            signature.type = isPlain ? typeNameOf(*outputs[0]) : kMultiOutput;
+            // A copy has the type of what it was copied from.
+            signature.type = m_network.document().attributes().get({&node, nullptr}, "type");
+            if (signature.type.empty())
+                signature.type = isPlain ? typeNameOf(*outputs[0]) : kMultiOutput;
             m_draft.setAttribute(item, "type", signature.type);
         }
         // A definition that these alone do not find is named.

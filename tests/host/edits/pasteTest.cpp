@@ -83,6 +83,24 @@ TEST(Paste, TakesATextIntoAnotherDocument)
     EXPECT_EQ(after, other.saved());
 }
 
+TEST(Paste, KeepsTheTypeOfANodeWithSeveralOutputs)
+{
+    // By its type it has an output of its own beside the one that is named.
+    const std::string before =
+        "  <n name=\"a\" type=\"float\"/>\n"
+        "  <n name=\"b\" type=\"float\">\n"
+        "    <input name=\"i\" type=\"float\" nodename=\"a\" output=\"o\"/>\n"
+        "  </n>\n";
+    Desk desk(before);
+    EXPECT_EQ("Top.a2\nTop.b2\n", desk.run("duplicate Top.a Top.b"));
+    EXPECT_EQ("output out float \"\"\noutput o float \"\" -> Top.b2.i\n", desk.run("ports Top.a2"));
+    EXPECT_EQ(before +
+                  "  <n name=\"a2\" type=\"float\">\n    <output name=\"o\" type=\"float\"/>\n"
+                  "  </n>\n  <n name=\"b2\" type=\"float\">\n"
+                  "    <input name=\"i\" type=\"float\" nodename=\"a2\" output=\"o\"/>\n  </n>\n",
+              desk.saved());
+}
+
 TEST(Paste, ConnectsWhatTheTextLacksByItsName)
 {
     Desk desk("  <nodegraph name=\"g\">\n"
