@@ -4,6 +4,7 @@
 #include "document/graphInterface.h"
 #include "document/names.h"
 #include "document/node.h"
+#include "document/origins.h"
 #include "document/reservedNames.h"
 #include "format/nodeDefs.h"
 
@@ -53,6 +54,18 @@ bool isInScope(ZEL::Port& sender, ZEL::Port& receiver)
     return isGraphOutput && !level->getAsNode()->getParentCompound() && levelOf(receiver);
 }
 
+bool mayLeadStraight(ZEL::Port& receiver)
+{
+    if (!receiver.isCompoundInternalPort())
+        return true;
+    const PortPtr outer = receiver.getParentCompound()->getReversePort(&receiver);
+    const NodePtr node = receiver.getParentNode();
+    auto* const document = dynamic_cast<Document*>(node->getContainer());
+    const Piece* const element =
+        outer && document ? document->origins().elementOf(*outer) : nullptr;
+    return element && says(*element, "interfacename");
+}
+
 std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyType)
 {
     if (!anyType && !isInScope(sender, receiver))
@@ -65,6 +78,8 @@ std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyTy
     const NodePtr graph = receiver.isCompoundInternalPort() ? nullptr : receiver.getParentNode();
     if (graph && graph->isCompound() && tieOf(*graph))
         return "a graph that implements a nodedef has no sources: nodes of its type have them";
+    if (sender.isCompoundInternalPort() && !mayLeadStraight(receiver))
+        return "the format leads no input of a graph straight to an output";
     if (receiver.isCompoundInternalPort() && levelOf(sender) != levelOf(receiver) &&
         sender.getParentNode()->outputs()[0].get() != &sender)
         return pathOf(receiver) + " can have the first output of that graph only";

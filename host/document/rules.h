@@ -17,6 +17,10 @@ CompoundPtr levelOf(ZEL::Port& port);
 /// one, as the format allows.
 bool isInScope(ZEL::Port& sender, ZEL::Port& receiver);
 
+/// False for an inner output, which no input of its graph feeds straight in the format; but true
+/// where the document has one that names an input.
+bool mayLeadStraight(ZEL::Port& receiver);
+
 /// The end that sends may feed the other one: they are in scope, no other source feeds the
 /// receiver, and, unless anyType, both have one data type that the format connects.
 std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyType);

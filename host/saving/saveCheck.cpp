@@ -147,19 +147,10 @@ private:
             return;
         if (!isInScope(*source, receiver))
             add(pathOf(receiver), "its source " + pathOf(*source) + " is in another compound");
-        else if (receiver.isCompoundInternalPort() && source->isCompoundInternalPort() &&
-                 !hasInterface(receiver))
+        else if (source->isCompoundInternalPort() && !mayLeadStraight(receiver))
             add(pathOf(receiver), "it is fed straight by the compound's input " + pathOf(*source));
         else
             checkSight(*source, receiver);
-    }
-
-    /// The document had an output there that names an input.
-    bool hasInterface(ZEL::Port& inner)
-    {
-        const PortPtr outer = inner.getParentCompound()->getReversePort(&inner);
-        const Piece* const item = outer ? m_network.readItemOf(*outer) : nullptr;
-        return item && item->attribute("interfacename");
     }
 
     /// A name means the first that has it, and a graph here before one of the document.

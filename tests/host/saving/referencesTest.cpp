@@ -57,4 +57,17 @@ TEST(SaveReferences, KeepTheirFormAndSayNoMoreThanTheyMust)
     });
 }
 
+TEST(SaveReferences, ThatTheFormatHasNotAreNotMade)
+{
+    const std::string elements =
+        "<nodegraph name='g'><input name='x' type='t'/><output name='o' type='t'/><output name='p' "
+        "type='t'/></nodegraph><nodegraph name='h'><output name='q' type='t'/></nodegraph>";
+    checkElements({
+        {"straight through", elements, "connect Top.g.x Top.g.o",
+         "error: connect: Top.g.x: the format leads no input of a graph straight to an output\n"},
+        {"a second output from within a graph", elements, "connect Top.g.p Top.h.q",
+         "error: connect: Top.g.p: Top.h.q can have the first output of that graph only\n"},
+    });
+}
+
 } // namespace
