@@ -1,5 +1,8 @@
 #include "base/commandLine.h"
 
+#include <charconv>
+#include <climits>
+
 namespace shading {
 
 namespace {
@@ -91,6 +94,17 @@ std::string quoteWord(const std::string& word, bool isClosed)
         quoted += c;
     }
     return isClosed ? quoted + "\"" : quoted;
+}
+
+bool readNumber(const std::string& word, int least, int& number)
+{
+    const char* const end = word.data() + word.size();
+    const std::from_chars_result read = std::from_chars(word.data(), end, number);
+    if (read.ec == std::errc::result_out_of_range && word.front() != '-')
+        number = INT_MAX;
+    else if (read.ec != std::errc())
+        return false;
+    return read.ptr == end && number >= least;
 }
 
 std::string lineOf(const std::vector<std::string>& words)

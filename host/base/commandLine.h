@@ -25,6 +25,9 @@ UnfinishedLine splitUnfinished(const std::string& line);
 /// The word as it is typed: in quotes when it has characters that mean something else. An unclosed
 /// one ends before its closing quote, so that more can be typed.
 std::string quoteWord(const std::string& word, bool isClosed = true);
+/// The whole word as a number from least on, the largest there is for a larger one. False for any
+/// other word.
+bool readNumber(const std::string& word, int least, int& number);
 /// The line that splitCommand takes apart into these words.
 std::string lineOf(const std::vector<std::string>& words);
 

@@ -1,5 +1,6 @@
 #include "document/flow.h"
 
+#include <unordered_map>
 #include <unordered_set>
 
 namespace shading {
@@ -36,6 +37,34 @@ bool comesFrom(ZEL::Port& sender, ZEL::Port& receiver)
         }
     }
     return false;
+}
+
+ZEL::Port* feedingItself(const std::vector<ZEL::Port*>& senders)
+{
+    enum class State { OnTheWay, Done };
+    std::unordered_map<ZEL::Port*, State> states;
+    for (ZEL::Port* const first : senders) {
+        std::vector<ZEL::Port*> way = {first};
+        while (!way.empty()) {
+            ZEL::Port* const sender = way.back();
+            const auto [state, isNew] = states.emplace(sender, State::OnTheWay);
+            if (!isNew) {
+                state->second = State::Done;
+                way.pop_back();
+                continue;
+            }
+            for (ZEL::Port* const behind : receiversBehind(*sender)) {
+                for (ZEL::Port* const source : behind->connectedTo()) {
+                    const auto known = states.find(source);
+                    if (known == states.end())
+                        way.push_back(source);
+                    else if (known->second == State::OnTheWay)
+                        return source;
+                }
+            }
+        }
+    }
+    return nullptr;
 }
 
 } // namespace shading

@@ -16,4 +16,8 @@ std::vector<ZEL::Port*> receiversBehind(ZEL::Port& sender);
 /// cycle.
 bool comesFrom(ZEL::Port& sender, ZEL::Port& receiver);
 
+/// A sender among those that gets what it gives, on any way; null when there is none. Together they
+/// are walked through once.
+ZEL::Port* feedingItself(const std::vector<ZEL::Port*>& senders);
+
 } // namespace shading

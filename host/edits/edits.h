@@ -61,9 +61,9 @@ public:
                   const std::vector<std::string>& nodes,
                   std::string& createdPath);
     /// Moves the nodes of the compound node up and removes it. Connections through its ports become
-    /// direct, and what an unconnected input gave is given to the ports that it fed, with its colour
-    /// space, its unit and the like. A name that is taken above is made unique; gives "OLD PATH ->
-    /// NEW PATH" for each of those. A graph with tokens is not expanded.
+    /// direct, and what an unconnected input gave is given to the ports that it fed, with its
+    /// colour space, its unit and the like. A name that is taken above is made unique; gives "OLD
+    /// PATH -> NEW PATH" for each of those. A graph with tokens is not expanded.
     bool expand(const NodePtr& graph, std::vector<std::string>& renamed);
     bool expand(const std::string& path, std::vector<std::string>& renamed);
 

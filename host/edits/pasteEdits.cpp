@@ -1,5 +1,6 @@
 // The edit that brings nodes from a text of the format into a document.
 
+#include "base/commandLine.h"
 #include "document/attributes.h"
 #include "document/compound.h"
 #include "document/document.h"
@@ -14,9 +15,10 @@
 #include "format/xml.h"
 #include "reading/openDocument.h"
 
-#include <algorithm>
+#include <cstring>
 #include <set>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace shading {
 
@@ -72,6 +74,7 @@ public:
         for (const NodePtr& node : from->nodes()) {
             const std::string name = uniqueName(m_compound, node->getName());
             m_made.push_back(copyOf(static_cast<Node&>(*node), name));
+            m_isMade.insert(m_made.back().get());
             // What is connected inside before it is there, undo takes away with it.
             connectInside(*node);
             if (!m_compound.nodes().add(m_made.back()))
@@ -84,6 +87,8 @@ public:
         for (const NodePtr& node : m_made)
             keepInherited(node);
         placeBeside();
+        if (m_problem.empty())
+            checkFlow();
         return m_problem;
     }
 
@@ -125,6 +130,8 @@ private:
             const PortPtr made = to[to.size() - 1];
             made->setPortDefaultValue(port->getPortDefaultValue());
             m_copies[port] = made;
+            if (made->getPortIOType() == ZEL::PortOutput)
+                m_senders.push_back(made.get());
             copyAttributes({nullptr, port}, {nullptr, made});
         }
     }
@@ -186,8 +193,6 @@ private:
         const bool isInside = levelOf(*to) == levelOf(*from) && levelOf(*to).get() != &m_compound;
         if (isInside)
             m_problem = connectionProblem(*from, *to, false);
-        if (m_problem.empty() && comesFrom(*from, *to))
-            m_problem = pathOf(*to) + " would feed itself";
         if (m_problem.empty())
             to->addConnection(from);
     }
@@ -201,7 +206,7 @@ private:
         const std::string graph = attributeOf(element, "nodegraph");
         const std::string name = graph.empty() ? attributeOf(element, "nodename") : graph;
         const NodePtr node = name.empty() ? nullptr : m_compound.nodes()[name.c_str()];
-        if (!node || std::find(m_made.begin(), m_made.end(), node) != m_made.end())
+        if (!node || m_isMade.count(node.get()) > 0)
             return nullptr;
         const std::string output = attributeOf(element, "output");
         return output.empty() ? node->outputs()[0] : node->outputs()[output.c_str()];
@@ -225,23 +230,24 @@ private:
         }
     }
 
-    /// Not on the places of others.
+    /// Beside what it was copied from: each further copy has a greater number in its name.
     void placeBeside()
     {
-        const auto isOnOther = [&](const NodePtr& made) {
-            const std::optional<Position> place = positionOf(m_document, made);
-            for (const NodePtr& node : m_compound.nodes()) {
-                const std::optional<Position> taken = positionOf(m_document, node);
-                const bool isMade = std::find(m_made.begin(), m_made.end(), node) != m_made.end();
-                if (!isMade && place && taken && place->x == taken->x && place->y == taken->y)
-                    return true;
-            }
-            return false;
-        };
-        while (std::any_of(m_made.begin(), m_made.end(), isOnOther))
-            shift(m_document, m_made, {}, {kBeside, kBeside});
+        ZEL::NodeList& from = m_source.getRootNode()->getAsCompound()->nodes();
+        const std::string number =
+            std::string(m_made.front()->getName()).substr(std::strlen(from[0]->getName()));
+        int copies = 0;
+        if (readNumber(number, 2, copies))
+            shift(m_document, m_made, {}, {kBeside * (copies - 1), kBeside * (copies - 1)});
         for (const NodePtr& node : m_made)
             placeNew(m_document, node);
+    }
+
+    /// What the text connects in a circle.
+    void checkFlow()
+    {
+        if (ZEL::Port* const sender = feedingItself(m_senders))
+            m_problem = pathOf(*sender) + " would feed itself";
     }
 
     Document& m_document;
@@ -249,7 +255,9 @@ private:
     ZEL::Compound& m_compound;
     std::string m_problem;
     std::vector<NodePtr> m_made; ///< In the compound itself.
+    std::unordered_set<const ZEL::Node*> m_isMade;
     std::unordered_map<ZEL::Port*, PortPtr> m_copies;
+    std::vector<ZEL::Port*> m_senders;                       ///< The copied outputs.
     std::vector<std::pair<PortPtr, PortPtr>> m_acrossGraphs; ///< Receivers and their sources.
 };
 

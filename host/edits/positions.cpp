@@ -71,11 +71,12 @@ void shift(Document& document,
 
 void placeNew(Document& document, const NodePtr& node)
 {
-    const CompoundPtr around = node->getParentCompound();
+    constexpr int kLookedAt = 100; // An edit costs no more in a large document.
+    ZEL::NodeList& nodes = node->getParentCompound()->nodes();
     std::optional<Position> place;
-    for (const NodePtr& sibling : around->nodes()) {
-        const std::optional<Position> taken = positionOf(document, sibling);
-        if (taken && sibling != node)
+    for (int i = std::max(0, nodes.size() - kLookedAt); i < nodes.size(); ++i) {
+        const std::optional<Position> taken = positionOf(document, nodes[i]);
+        if (taken && nodes[i] != node)
             place = place ? Position{std::min(place->x, taken->x), std::max(place->y, taken->y)}
                           : *taken;
     }

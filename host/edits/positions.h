@@ -36,8 +36,8 @@ void shift(Document& document,
            const std::vector<NodePtr>& nodes,
            const Position& from,
            const Position& to);
-/// Gives a new node a place below all its siblings, unless they have none either. A part of the
-/// edit that runs.
+/// Gives a new node, the last of its compound, a place below those that came before it, as many as
+/// people look at, unless they have none either. A part of the edit that runs.
 void placeNew(Document& document, const NodePtr& node);
 
 } // namespace shading

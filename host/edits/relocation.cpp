@@ -4,8 +4,6 @@
 #include "document/names.h"
 #include "document/rules.h"
 
-#include <algorithm>
-
 namespace shading {
 
 Relocation::Relocation(const NodePtr& graph, const std::vector<NodePtr>& nodes, bool isInward)
@@ -30,6 +28,7 @@ std::string Relocation::run()
         if (!problem.empty())
             return problem;
     }
+    collectPorts();
     for (const Link& link : m_links) {
         std::string problem = connect(link);
         if (!problem.empty())
@@ -90,7 +89,7 @@ PortPtr Relocation::mirrorAcross(const PortPtr& port)
         return nullptr;
     PortPtr mirror = m_inside->getReversePort(port);
     const PortPtr& inner = port->isCompoundInternalPort() ? port : mirror;
-    if (inner && std::find(m_crossed.begin(), m_crossed.end(), inner) == m_crossed.end())
+    if (inner && m_isCrossed.insert(inner.get()).second)
         m_crossed.push_back(inner);
     return mirror;
 }
@@ -120,34 +119,47 @@ std::string Relocation::connect(const Link& link)
                                                 : pathOf(*link.receiver) + " cannot be connected";
 }
 
+/// The ports that the graph has, by what feeds them.
+void Relocation::collectPorts()
+{
+    for (ZEL::Port* const inner : m_inside->innerInputs()) {
+        const PortPtr outer = m_inside->getReversePort(inner);
+        if (outer && outer->isConnected())
+            m_inputs.emplace(outer->connectedTo()[0].get(), inner);
+    }
+    for (ZEL::Port* const inner : m_inside->innerOutputs()) {
+        if (inner->isConnected())
+            m_outputs.emplace(inner->connectedTo()[0].get(), m_inside->getReversePort(inner));
+    }
+}
+
 /// The inner side of the graph's input that the sender feeds, made when there is none; empty when
 /// the graph may have none.
 PortPtr Relocation::inputFor(const PortPtr& sender, const PortPtr& receiver)
 {
-    for (ZEL::Port* const inner : m_inside->innerInputs()) {
-        const PortPtr outer = m_inside->getReversePort(inner);
-        if (outer && outer->connectedTo()[0] == sender)
-            return inner;
-    }
-    if (tieOf(*m_graph))
-        return nullptr;
+    PortPtr& known = m_inputs[sender.get()];
+    if (known || tieOf(*m_graph))
+        return known;
     const int index =
         m_inside->createCompoundPort(ZEL::PortInput, receiver->getName(), sender->getDataType());
-    PortPtr inner = m_inside->innerInputs()[index];
-    return inner && m_graph->inputs()[index]->addConnection(sender) ? inner : nullptr;
+    const PortPtr inner = m_inside->innerInputs()[index]; // Empty when it was refused.
+    if (inner && m_graph->inputs()[index]->addConnection(sender))
+        known = inner;
+    return known;
 }
 
 /// Likewise the outer side of its output.
 PortPtr Relocation::outputFor(const PortPtr& sender)
 {
-    for (ZEL::Port* const inner : m_inside->innerOutputs()) {
-        if (inner->connectedTo()[0] == sender)
-            return m_inside->getReversePort(inner);
-    }
+    PortPtr& known = m_outputs[sender.get()];
+    if (known)
+        return known;
     const int index =
         m_inside->createCompoundPort(ZEL::PortOutput, sender->getName(), sender->getDataType());
     const PortPtr inner = m_inside->innerOutputs()[index];
-    return inner && inner->addConnection(sender) ? m_graph->outputs()[index] : PortPtr();
+    if (inner && inner->addConnection(sender))
+        known = m_graph->outputs()[index];
+    return known;
 }
 
 bool Relocation::isMoved(ZEL::Port& port) const

@@ -3,6 +3,7 @@
 #include "document/pointers.h"
 
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -33,6 +34,7 @@ private:
     PortPtr mirrorAcross(const PortPtr& port);
     std::string move(const NodePtr& node);
     std::string connect(const Link& link);
+    void collectPorts();
     PortPtr inputFor(const PortPtr& sender, const PortPtr& receiver);
     PortPtr outputFor(const PortPtr& sender);
     bool isMoved(ZEL::Port& port) const;
@@ -48,7 +50,10 @@ private:
     std::vector<Link> m_links;                             ///< To be made when the nodes are there.
     std::vector<Link> m_broken;                            ///< To be taken off before.
     std::vector<std::pair<PortPtr, std::string>> m_values; ///< What an input without a source gave.
+    std::unordered_map<ZEL::Port*, PortPtr> m_inputs;      ///< The inner sides, by what feeds them.
+    std::unordered_map<ZEL::Port*, PortPtr> m_outputs;     ///< The outer sides likewise.
     std::vector<PortPtr> m_crossed; ///< Inner ports of the graph that nodes were connected to.
+    std::unordered_set<ZEL::Port*> m_isCrossed; ///< The same, to be looked up.
 };
 
 } // namespace shading

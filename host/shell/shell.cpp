@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
-#include <climits>
 #include <ostream>
 #include <sstream>
 
@@ -204,17 +202,6 @@ bool Shell::help(Shell& shell, const Arguments& arguments)
     if (!arguments.empty() && !command)
         return shell.fail(arguments.front(), shell.noSuchCommand(arguments.front()));
     return shell.print(command ? helpText(*command) : overviewText(shell.m_commands));
-}
-
-bool readNumber(const std::string& text, int least, int& number)
-{
-    const char* const end = text.data() + text.size();
-    const std::from_chars_result read = std::from_chars(text.data(), end, number);
-    if (read.ec == std::errc::result_out_of_range && text.front() != '-')
-        number = INT_MAX;
-    else if (read.ec != std::errc())
-        return false;
-    return read.ptr == end && number >= least;
 }
 
 std::vector<std::pair<std::string, std::string>> optionsOf(const Command& command)

@@ -115,8 +115,6 @@ const std::vector<Command>& fileCommands();
 /// The command that writes a picture of a network and changes nothing.
 const std::vector<Command>& drawCommands();
 
-/// The whole text as a number from least on, the largest there is for a larger one.
-bool readNumber(const std::string& text, int least, int& number);
 /// The options of a command, each without the kind of the word behind it, with that kind.
 std::vector<std::pair<std::string, std::string>> optionsOf(const Command& command);
 

@@ -1,3 +1,4 @@
+#include "base/commandLine.h"
 #include "base/file.h"
 #include "document/names.h"
 #include "draw/zelPicture.h"

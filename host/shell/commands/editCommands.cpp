@@ -1,3 +1,4 @@
+#include "base/commandLine.h"
 #include "check/zelCheck.h"
 #include "document/attributes.h"
 #include "document/names.h"

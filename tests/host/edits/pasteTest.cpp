@@ -150,7 +150,7 @@ TEST(Paste, IsRefusedWithItsReasonAndChangesNothing)
          "paste: text: input \"i\": \"b\" is no float"},
         {"paste Top '<materialx><n name=\"q\" type=\"float\"><input name=\"i\" type=\"float\" "
          "nodename=\"q\"/></n></materialx>'",
-         "paste: Top: Top.q.i would feed itself"},
+         "paste: Top: Top.q.out would feed itself"},
         {"paste Top '<materialx><n name=\"q\" type=\"t\"/><n name=\"r\" type=\"t\"><input "
          "name=\"i\" "
          "type=\"float\" nodename=\"q\"/></n></materialx>'",
