@@ -10,6 +10,7 @@
 #include "edits/editName.h"
 #include "edits/edits.h"
 #include "edits/expansion.h"
+#include "edits/inheritance.h"
 #include "edits/positions.h"
 #include "edits/relocation.h"
 #include "format/nodeDefs.h"
@@ -227,7 +228,10 @@ bool Edits::expand(const NodePtr& graph, std::vector<std::string>& renamed)
         Nodes inside;
         for (const NodePtr& node : graph->getAsCompound()->nodes())
             inside.push_back(node);
+        const Inheritance inheritance(m_document, inside);
         std::string problem = expansion.run();
+        if (problem.empty())
+            inheritance.keep();
         const std::optional<Position> to = positionOf(m_document, graph);
         const std::optional<Position> from = middleOf(m_document, inside);
         if (problem.empty() && from && to)
@@ -277,6 +281,7 @@ bool Edits::reparent(const CompoundPtr& compound, const std::vector<NodePtr>& no
     const std::string title = "Move " + what + " into " + compound->getAsNode()->getName();
     return runKeepingTypes(named(title, words), path, [&] {
         std::string problem;
+        const Inheritance inheritance(m_document, nodes);
         const CompoundPtr common = down.empty() ? compound : down.back()->getParentCompound();
         while (problem.empty() && from != common) {
             const NodePtr graph = from->getAsNode();
@@ -285,6 +290,8 @@ bool Edits::reparent(const CompoundPtr& compound, const std::vector<NodePtr>& no
         }
         for (auto graph = down.rbegin(); graph != down.rend() && problem.empty(); ++graph)
             problem = Relocation(*graph, nodes, true).run();
+        if (problem.empty())
+            inheritance.keep();
         return problem;
     });
 }

@@ -10,6 +10,7 @@
 #include "document/rules.h"
 #include "edits/editName.h"
 #include "edits/edits.h"
+#include "edits/inheritance.h"
 #include "edits/positions.h"
 #include "format/value.h"
 #include "format/xml.h"
@@ -24,8 +25,6 @@ namespace shading {
 
 namespace {
 
-/// Attributes that hold for all that is inside the element.
-const char* const kInherited[] = {"colorspace", "fileprefix", "geomprefix"};
 /// How far a copy stands beside what has its place, to the right and down.
 constexpr double kBeside = 0.5;
 
@@ -219,13 +218,8 @@ private:
         for (const char* const name : kInherited) {
             const std::string wanted =
                 m_source.attributes().get({m_source.getRootNode(), nullptr}, name);
-            std::string now;
-            for (NodePtr node = made; node && now.empty();) {
-                now = attributes.get({node, nullptr}, name);
-                const CompoundPtr around = node->getParentCompound();
-                node = around ? around->getAsNode() : nullptr;
-            }
-            if (!wanted.empty() && now != wanted && attributes.get({made, nullptr}, name).empty())
+            const bool isOwn = !attributes.get({made, nullptr}, name).empty();
+            if (!wanted.empty() && !isOwn && inheritedValue(m_document, made, name) != wanted)
                 attributes.set({made, nullptr}, name, AttributeValue{wanted, nullptr});
         }
     }

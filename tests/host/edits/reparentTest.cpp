@@ -127,6 +127,27 @@ TEST(Reparent, IsRefusedWithItsReasonAndChangesNothing)
     }
 }
 
+TEST(Reparent, KeepsWhatHoldsFromAround)
+{
+    const std::string before = "  <nodegraph name=\"g\" fileprefix=\"p/\">\n"
+                               "    <n name=\"a\" type=\"t\"/>\n"
+                               "    <n name=\"b\" type=\"t\" colorspace=\"own\"/>\n"
+                               "  </nodegraph>\n"
+                               "  <nodegraph name=\"h\" colorspace=\"acescg\"/>\n"
+                               "  <n name=\"c\" type=\"t\"/>\n";
+    Desk desk(before);
+    desk.run("reparent Top Top.g.a Top.g.b\nreparent Top.h Top.c\nattribute Top.h geomprefix /x\n"
+             "expand Top.h");
+    EXPECT_EQ("fileprefix \"p/\"\n", desk.run("attribute Top.a"));
+    EXPECT_EQ("colorspace \"own\"\nfileprefix \"p/\"\n", desk.run("attribute Top.b"));
+    EXPECT_EQ("colorspace \"none\"\ngeomprefix \"/x\"\n", desk.run("attribute Top.c"));
+    const std::string after = desk.saved();
+    EXPECT_EQ("colorspace \"none\"\ngeomprefix \"/x\"\n", Desk(after).run("attribute Top.c"));
+    EXPECT_EQ("fileprefix \"p/\"\n", Desk(after).run("attribute Top.a"));
+    desk.run("undo 4");
+    EXPECT_EQ(before, desk.saved());
+}
+
 const char* const kPorts = "  <nodegraph name=\"g\">\n"
                            "    <input name=\"x\" type=\"t\" value=\"1\"/>\n"
                            "    <input name=\"y\" type=\"t\" value=\"2\"/>\n"
