@@ -6,29 +6,11 @@
 #include "document/origins.h"
 #include "saving/draftNetwork.h"
 
-#include <array>
 #include <cstring>
 
 namespace shading {
 
 namespace {
-
-/// Attributes that hold for all that is inside the element.
-const std::array<const char*, 3> kInherited = {"colorspace", "fileprefix", "geomprefix"};
-using Inherited = std::array<const Attribute*, 3>;
-
-/// What holds for the element from itself and around it; null: nothing does.
-Inherited inheritedAt(const Piece* item)
-{
-    Inherited result = {};
-    for (; item; item = item->parent) {
-        for (std::size_t i = 0; i < result.size(); ++i) {
-            if (!result[i])
-                result[i] = item->attribute(kInherited[i]);
-        }
-    }
-    return result;
-}
 
 class Projection {
 public:
@@ -42,8 +24,6 @@ public:
         place(*root);
         for (const Gone& gone : m_gone)
             remove(gone);
-        for (const Moved& moved : m_moved)
-            keepInherited(moved);
         declareInputs(*root);
     }
 
@@ -51,11 +31,6 @@ private:
     struct Gone {
         Piece* item;
         bool hasNodes; ///< Of those inside, some live on elsewhere.
-    };
-
-    struct Moved {
-        Piece* item;
-        std::array<Attribute, 3> inherited; ///< A name that is empty: nothing was.
     };
 
     void claimAll(ZEL::Node& node)
@@ -139,7 +114,6 @@ private:
         for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes()) {
             Piece& item = *m_network.itemOf(*inner);
             Piece* const place = previous ? previous : startOf(parent);
-            noteMove(item, parent);
             if (!item.parent)
                 m_draft.insert(item, parent, place);
             else if (item.parent != &parent)
@@ -165,20 +139,6 @@ private:
         return lastPiece(parent);
     }
 
-    void noteMove(Piece& item, const Piece& parent)
-    {
-        if (!item.parent || item.parent == &parent)
-            return;
-        Moved moved;
-        moved.item = &item;
-        const Inherited inherited = inheritedAt(&item);
-        for (std::size_t i = 0; i < inherited.size(); ++i) {
-            if (inherited[i])
-                moved.inherited[i] = *inherited[i];
-        }
-        m_moved.push_back(moved);
-    }
-
     /// What is no part of the network stays where a graph stood whose nodes live on.
     void remove(const Gone& gone)
     {
@@ -198,24 +158,6 @@ private:
         m_draft.remove(*gone.item);
     }
 
-    void keepInherited(const Moved& moved)
-    {
-        const Inherited now = inheritedAt(moved.item);
-        for (std::size_t i = 0; i < now.size(); ++i) {
-            Attribute attribute = moved.inherited[i];
-            const bool isSame = now[i] ? now[i]->value == attribute.value : attribute.name.empty();
-            if (isSame)
-                continue;
-            // Colours outside of any space have one of that name.
-            if (attribute.name.empty())
-                attribute.value = std::strcmp(kInherited[i], "colorspace") == 0 ? "none" : "";
-            attribute.name = kInherited[i];
-            attribute.lead = " ";
-            attribute.equals = "=";
-            moved.item->attributes.push_back(attribute);
-        }
-    }
-
     /// The reader makes an input that an `interfacename` means; the format wants it declared.
     void declareInputs(ZEL::Node& node)
     {
@@ -233,7 +175,6 @@ private:
     DraftNetwork& m_network;
     Draft& m_draft;
     std::vector<Gone> m_gone;
-    std::vector<Moved> m_moved;
 };
 
 } // namespace

@@ -144,10 +144,15 @@ bool runCopy(Shell& shell, const Arguments& arguments)
 
 bool runPaste(Shell& shell, const Arguments& arguments)
 {
-    const std::string text = arguments.size() > 1 ? arguments[1] : shell.session().copied();
+    Arguments path = arguments;
+    std::string text = shell.session().copied();
+    if (!path.empty() && (path.size() > 1 || path.back().compare(0, 1, "<") == 0)) {
+        text = path.back();
+        path.pop_back();
+    }
     if (text.empty())
         return shell.fail("text", "nothing was copied");
-    const CompoundPtr compound = shell.compoundAt(arguments);
+    const CompoundPtr compound = shell.compoundAt(path);
     std::vector<NodePtr> made;
     return compound && shell.report(shell.edits().paste(compound, text, made)) &&
            printPaths(shell, made);

@@ -117,7 +117,7 @@ TEST(Paste, ConnectsWhatTheTextLacksByItsName)
         "'<materialx><nodegraph name=\"p\"><n name=\"n\" type=\"float\"><input name=\"i\" "
         "type=\"float\" nodegraph=\"q\"/></n></nodegraph><nodegraph name=\"q\"><output name=\"o\" "
         "type=\"float\"/></nodegraph></materialx>'";
-    desk.run("paste Top " + across);
+    EXPECT_EQ("Top.p\nTop.q\n", desk.run("paste " + across));
     EXPECT_EQ("input i float \"\" <- Top.q.o\noutput out float \"\"\n", desk.run("ports Top.p.n"));
     EXPECT_EQ("error: paste: Top.g: Top.g.p.n.i is not in the compound of Top.g.q.o\n",
               desk.run("paste Top.g " + across));
