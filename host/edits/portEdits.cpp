@@ -170,7 +170,7 @@ bool Edits::movePort(const std::string& path, const std::string& name, int place
     return port && movePort(port, place);
 }
 
-bool Edits::setValue(const PortPtr& port, const std::string& wanted)
+bool Edits::setValue(const PortPtr& port, const std::string& value)
 {
     if (!has(port))
         return false;
@@ -178,7 +178,6 @@ bool Edits::setValue(const PortPtr& port, const std::string& wanted)
     const CompoundPtr inside = port->getParentCompound();
     const PortPtr own = inside ? inside->getReversePort(port) : port;
     const std::string path = pathOf(*port);
-    std::string value = wanted;
     if (!own || own->getPortIOType() != ZEL::PortInput)
         return fail(path, "an output has no value");
     const TypePtr type = own->getDataType();
@@ -187,15 +186,14 @@ bool Edits::setValue(const PortPtr& port, const std::string& wanted)
         return fail(path, problem);
     // Without a value an input has that of its definition.
     const PortDescription* const description = descriptionOf(*own);
-    if (value.empty() && description)
-        value = description->value;
-    if (value == own->getPortDefaultValue())
+    const std::string& given = value.empty() && description ? description->value : value;
+    if (given == own->getPortDefaultValue())
         return true; // No edit.
-    const std::string title = wanted.empty()
+    const std::string title = value.empty()
                                   ? "Clear " + shortNameOf(*own)
                                   : "Set " + shortNameOf(*own) + " to " + shortValue(value);
-    return run(named(title, {"set", path, wanted}), path, [&] {
-        own->setPortDefaultValue(value.c_str());
+    return run(named(title, {"set", path, value}), path, [&] {
+        own->setPortDefaultValue(given.c_str());
         return "";
     });
 }

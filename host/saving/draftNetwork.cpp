@@ -46,10 +46,11 @@ void DraftNetwork::claim(Piece& item, ZEL::Port& port)
 
 void DraftNetwork::remove(ZEL::Port& port)
 {
-    Piece*& item = m_portItems[&port];
-    claimOf(*item).second = nullptr;
-    m_draft.remove(*item);
-    item = nullptr;
+    if (Piece* const item = itemOf(port)) {
+        claimOf(*item).second = nullptr;
+        m_draft.remove(*item);
+        m_portItems[&port] = nullptr;
+    }
 }
 
 Piece* DraftNetwork::itemOf(const ZEL::Node& node) const

@@ -12,8 +12,10 @@ class Document;
 
 /// The bytes of a file that holds the document's network now, in the encoding that the document
 /// came in. What was not edited stands byte for byte as it was read. The result, opened again, has
-/// the same network but for the order of a compound's nodes, and of those that a port feeds. False when the format
-/// cannot say something, with everything of that kind that was found. The document is not changed.
+/// the same network but for what a document has no place for: the order of a compound's nodes and
+/// of those that a port feeds, the value behind a source, and an input of a plain node that has
+/// neither value nor source. False when the format cannot say something, with everything of that
+/// kind that was found. The document is not changed.
 bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem>& problems);
 
 /// The nodes, all of one compound, as a document of the format that has nothing else, on one line.

@@ -14,7 +14,7 @@ namespace {
 std::string savedElements(const std::string& elements, const std::string& commands)
 {
     const TestDocument test(elements);
-    const std::string said = test.edit(commands);
+    std::string said = test.edit(commands);
     if (said.find("error: ") != std::string::npos)
         return said;
     std::string result;
