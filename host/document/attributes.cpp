@@ -82,7 +82,7 @@ void Attributes::set(const AttributeOwner& owner,
     const auto before = changed ? std::optional(*changed) : std::nullopt;
     if (before == value)
         return;
-    journalOf(nodeOf(owner).get()).setsAttribute(*this, owner, name, before, value);
+    journalOf(nodeOf(owner).get()).setsAttribute(*this, owner, name, value);
     const auto [place, isNew] = m_places.emplace(keyOf(owner), m_changed.size());
     if (isNew)
         m_changed.push_back({owner, {}});

@@ -267,11 +267,10 @@ void Journal::setsDefinition(const HostNodePtr& node,
 void Journal::setsAttribute(Attributes& attributes,
                             const AttributeOwner& owner,
                             const std::string& name,
-                            const std::optional<AttributeValue>& before,
-                            const std::optional<AttributeValue>& after)
+                            const std::optional<AttributeValue>& value)
 {
     if (isWanted(attributes.nodeOf(owner)))
-        write(makeAttributeStep(attributes, owner, name, before, after));
+        write(makeAttributeStep(attributes, owner, name, value));
 }
 
 } // namespace shading

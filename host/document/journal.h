@@ -60,8 +60,7 @@ public:
     void setsAttribute(Attributes& attributes,
                        const AttributeOwner& owner,
                        const std::string& name,
-                       const std::optional<AttributeValue>& before,
-                       const std::optional<AttributeValue>& after);
+                       const std::optional<AttributeValue>& value);
 
 private:
     enum class Mode {

@@ -1,7 +1,6 @@
-// The steps that change nodes, their lists and attributes, and the running of many steps.
+// The steps that change lists of nodes, and the running of many steps.
 
 #include "document/change.h"
-#include "document/node.h"
 #include "document/step.h"
 
 #include <climits>
@@ -121,126 +120,6 @@ private:
     Nodes m_nodes;
 };
 
-class RenameNodeStep : public Step {
-public:
-    RenameNodeStep(const NodePtr& node, const std::string& name)
-        : m_node(node),
-          m_before(node->getName()),
-          m_after(name)
-    {
-    }
-
-    bool run(bool isForward) override
-    {
-        m_node->setName((isForward ? m_after : m_before).c_str());
-        return isDone() == isForward;
-    }
-
-    bool isDone() const override { return m_node->getName() == m_after; }
-
-    void notify(bool /*isForward*/) const override
-    {
-        const CompoundPtr around = m_node->getParentCompound();
-        if (around && around->getAsNode())
-            around->getAsNode()->notifyNodeChange(ZEL::eNodeRenamed, around, m_node);
-    }
-
-    void collect(ChangeCollector& changes, bool /*isForward*/) const override
-    {
-        changes.changeNode(m_node);
-    }
-
-private:
-    NodePtr m_node;
-    std::string m_before;
-    std::string m_after;
-};
-
-/// What the node knows of its definition; its ports are steps of their own.
-class DefinitionStep : public Step {
-public:
-    DefinitionStep(const HostNodePtr& node, const ZEL::AddRefWrapper<Definition>& definition)
-        : m_node(node),
-          m_before(node->definition()),
-          m_after(definition)
-    {
-    }
-
-    bool run(bool isForward) override
-    {
-        m_node->setDefinition(isForward ? m_after : m_before);
-        return true;
-    }
-
-    bool isDone() const override { return m_node->definition() == m_after; }
-
-    void notify(bool /*isForward*/) const override
-    {
-        const CompoundPtr around = m_node->getParentCompound();
-        if (around && around->getAsNode())
-            around->getAsNode()->notifyNodeChange(ZEL::eNodeChanged, around, m_node.get());
-    }
-
-    void collect(ChangeCollector& changes, bool /*isForward*/) const override
-    {
-        changes.changeNode(m_node.get());
-    }
-
-private:
-    HostNodePtr m_node;
-    ZEL::AddRefWrapper<Definition> m_before;
-    ZEL::AddRefWrapper<Definition> m_after;
-};
-
-class AttributeStep : public Step {
-public:
-    AttributeStep(Attributes& attributes,
-                  const AttributeOwner& owner,
-                  const std::string& name,
-                  const std::optional<AttributeValue>& before,
-                  const std::optional<AttributeValue>& after)
-        : m_attributes(attributes),
-          m_owner(owner),
-          m_name(name),
-          m_before(before),
-          m_after(after)
-    {
-    }
-
-    bool run(bool isForward) override
-    {
-        m_attributes.set(m_owner, m_name, isForward ? m_after : m_before);
-        return true;
-    }
-
-    bool isDone() const override
-    {
-        const AttributeValue* const value = m_attributes.changedValue(m_owner, m_name);
-        return value ? m_after && *value == *m_after : !m_after;
-    }
-
-    void notify(bool /*isForward*/) const override
-    {
-        const NodePtr node = m_attributes.nodeOf(m_owner);
-        const CompoundPtr around = node ? node->getParentCompound() : nullptr;
-        if (around && around->getAsNode())
-            around->getAsNode()->notifyNodeChange(ZEL::eNodeChanged, around, node);
-    }
-
-    void collect(ChangeCollector& changes, bool /*isForward*/) const override
-    {
-        if (const NodePtr node = m_attributes.nodeOf(m_owner))
-            changes.changeNode(node);
-    }
-
-private:
-    Attributes& m_attributes;
-    AttributeOwner m_owner;
-    std::string m_name;
-    std::optional<AttributeValue> m_before; ///< Empty: as it was read.
-    std::optional<AttributeValue> m_after;
-};
-
 } // namespace
 
 Step::~Step() = default;
@@ -260,26 +139,6 @@ makeRemoveNodeStep(ZEL::Compound& compound, const NodePtr& node, bool withPlace)
 std::unique_ptr<Step> makeOrderStep(ZEL::Compound& compound)
 {
     return std::make_unique<OrderStep>(compound);
-}
-
-std::unique_ptr<Step> makeRenameNodeStep(const NodePtr& node, const std::string& name)
-{
-    return std::make_unique<RenameNodeStep>(node, name);
-}
-
-std::unique_ptr<Step> makeDefinitionStep(const HostNodePtr& node,
-                                         const ZEL::AddRefWrapper<Definition>& definition)
-{
-    return std::make_unique<DefinitionStep>(node, definition);
-}
-
-std::unique_ptr<Step> makeAttributeStep(Attributes& attributes,
-                                        const AttributeOwner& owner,
-                                        const std::string& name,
-                                        const std::optional<AttributeValue>& before,
-                                        const std::optional<AttributeValue>& after)
-{
-    return std::make_unique<AttributeStep>(attributes, owner, name, before, after);
 }
 
 bool runSteps(const Steps& steps, std::size_t first, bool isForward)

@@ -1,4 +1,4 @@
-// The steps that change ports, their lists and their connections.
+// The steps that change lists of ports, and connections.
 
 #include "document/change.h"
 #include "document/rules.h"
@@ -13,28 +13,6 @@ NodePtr viewerOf(ZEL::Port& port)
 {
     const CompoundPtr level = levelOf(port);
     return level ? level->getAsNode() : nullptr;
-}
-
-/// Tells the editors of the compound around that the port's node looks different.
-void notifyNodeChanged(const PortPtr& port)
-{
-    const NodePtr node = port->getParentNode();
-    const CompoundPtr around = node ? node->getParentCompound() : nullptr;
-    if (around && around->getAsNode())
-        around->getAsNode()->notifyNodeChange(ZEL::eNodeChanged, around, node);
-}
-
-/// Of a compound's two ports, which change together, the inner one is told for both: first to the
-/// editors of the inside, where it is the port at the edge, then to those of the compound around,
-/// where the node looks different.
-void notifyPortChange(const PortPtr& port, ZEL::ECompoundPortChangeType change)
-{
-    const NodePtr node = port->getParentNode();
-    if (!node || (node->isCompound() && !port->isCompoundInternalPort()))
-        return;
-    if (node->isCompound())
-        node->notifyCompoundPortChange(change, port);
-    notifyNodeChanged(port);
 }
 
 /// Moves the last entry to the index: a backward move, which the library does as one expects.
@@ -126,8 +104,8 @@ public:
 
     void notify(bool isForward) const override
     {
-        notifyPortChange(m_port, isForward == m_isAdding ? ZEL::eCompoundPortAdded
-                                                         : ZEL::eCompoundPortRemoved);
+        notifyPort(m_port,
+                   isForward == m_isAdding ? ZEL::eCompoundPortAdded : ZEL::eCompoundPortRemoved);
     }
 
     void collect(ChangeCollector& changes, bool /*isForward*/) const override
@@ -170,10 +148,7 @@ public:
 
     bool isDone() const override { return m_list->findPort(m_port) == m_to; }
 
-    void notify(bool /*isForward*/) const override
-    {
-        notifyPortChange(m_port, ZEL::eCompoundPortMoved);
-    }
+    void notify(bool /*isForward*/) const override { notifyPort(m_port, ZEL::eCompoundPortMoved); }
 
     void collect(ChangeCollector& changes, bool /*isForward*/) const override
     {
@@ -186,49 +161,6 @@ private:
     NodePtr m_node; ///< Keeps the list's parent alive.
     int m_from;
     int m_to; ///< Not above m_from.
-};
-
-/// A new name, type or value of a port: what is asked of the port before is what it gets back.
-template <class Value>
-class ChangeStep : public Step {
-public:
-    using Get = Value (*)(ZEL::Port& port);
-    using Set = void (*)(ZEL::Port& port, const Value& value);
-    using Notify = void (*)(const PortPtr& port);
-
-    ChangeStep(const PortPtr& port, const Value& after, Get get, Set set, Notify tell)
-        : m_port(port),
-          m_before(get(*port)),
-          m_after(after),
-          m_get(get),
-          m_set(set),
-          m_notify(tell)
-    {
-    }
-
-    bool run(bool isForward) override
-    {
-        const Value& value = isForward ? m_after : m_before;
-        m_set(*m_port, value);
-        return m_get(*m_port) == value;
-    }
-
-    bool isDone() const override { return m_get(*m_port) == m_after; }
-
-    void notify(bool /*isForward*/) const override { m_notify(m_port); }
-
-    void collect(ChangeCollector& changes, bool /*isForward*/) const override
-    {
-        changes.changePort(*m_port);
-    }
-
-private:
-    PortPtr m_port;
-    Value m_before;
-    Value m_after;
-    Get m_get;
-    Set m_set;
-    Notify m_notify;
 };
 
 } // namespace
@@ -256,29 +188,6 @@ std::unique_ptr<Step> makeRemovePortStep(ZEL::PortList& list, const PortPtr& por
 std::unique_ptr<Step> makeMovePortStep(ZEL::PortList& list, int from, int to)
 {
     return std::make_unique<MovePortStep>(list, from, to);
-}
-
-std::unique_ptr<Step> makeRenamePortStep(const PortPtr& port, const std::string& name)
-{
-    return std::make_unique<ChangeStep<std::string>>(
-        port, name, [](ZEL::Port& p) { return std::string(p.getName()); },
-        [](ZEL::Port& p, const std::string& value) { p.setName(value.c_str()); },
-        [](const PortPtr& p) { notifyPortChange(p, ZEL::eCompoundPortRenamed); });
-}
-
-std::unique_ptr<Step> makeTypeStep(const PortPtr& port, const TypePtr& type)
-{
-    return std::make_unique<ChangeStep<TypePtr>>(
-        port, type, [](ZEL::Port& p) { return p.getDataType(); },
-        [](ZEL::Port& p, const TypePtr& value) { p.setDataType(value); }, notifyNodeChanged);
-}
-
-std::unique_ptr<Step> makeValueStep(const PortPtr& port, const std::string& value)
-{
-    return std::make_unique<ChangeStep<std::string>>(
-        port, value, [](ZEL::Port& p) { return std::string(p.getPortDefaultValue()); },
-        [](ZEL::Port& p, const std::string& v) { p.setPortDefaultValue(v.c_str()); },
-        notifyNodeChanged);
 }
 
 } // namespace shading

@@ -62,8 +62,15 @@ std::unique_ptr<Step> makeDefinitionStep(const HostNodePtr& node,
 std::unique_ptr<Step> makeAttributeStep(Attributes& attributes,
                                         const AttributeOwner& owner,
                                         const std::string& name,
-                                        const std::optional<AttributeValue>& before,
-                                        const std::optional<AttributeValue>& after);
+                                        const std::optional<AttributeValue>& value);
+
+// How steps tell the editors.
+/// Those of the compound around the node.
+void notifyNode(const NodePtr& node, ZEL::ENodeChangeType change);
+/// Of a compound's two ports, which change together, the inner one is told for both: first to the
+/// editors of the inside, where it is the port at the edge, then to those of the compound around,
+/// where the node looks different.
+void notifyPort(const PortPtr& port, ZEL::ECompoundPortChangeType change);
 
 /// Runs the steps behind the first so many, to the last or backward from there, and tells nobody.
 /// False when one was refused: those that had run are taken back.
