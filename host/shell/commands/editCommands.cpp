@@ -279,7 +279,9 @@ const std::vector<Command>& editCommands()
          "NAME "
          "PLACE",
          "Changes the ports of a compound. PATH is the compound; PLACE counts from 1 among the\n"
-         "    inputs, or among the outputs.",
+         "    inputs, or among the outputs. What a deleted input fed gets its value. The ports of "
+         "a\n"
+         "    graph that implements a nodedef change with that, when nothing else uses it.",
          3, 5, runPort,
          "=add compound =input,output name type | =delete compound inner | =rename compound inner "
          "name | =move compound inner name",
@@ -288,7 +290,8 @@ const std::vector<Command>& editCommands()
          "Gives an input a value. PATH is an input of a node or a compound; VALUE is written as "
          "in\n"
          "    the document, where numbers have commas between: \"0.1, 0.2, 0.3\". It counts where\n"
-         "    nothing feeds the input. An empty VALUE takes the value off.",
+         "    nothing feeds the input, and stands in the document then only. An empty VALUE gives\n"
+         "    it that of its definition, or none.",
          2, 2, runEdit<&Edits::setValue>, "input", "set Top.NG_wall.rows 16"},
         {"attribute", "PATH [NAME [VALUE]]",
          "What the network does not show. PATH is a node, a port, the document, or an element "

@@ -80,7 +80,8 @@ const std::vector<Command>& viewCommands()
          1, 1, runPorts, "node", "ports Top.NG_gate.gate_color", "--json"},
         {"connections", "[PATH]",
          "The connections in a compound and below, sorted. PATH is the compound (default: the\n"
-         "    root); a line has source and target. --json prints instead\n"
+         "    root); a line has source and target. A source in brackets is one that the document\n"
+         "    names and the network does not show. --json prints instead\n"
          "    [{\"source\", \"target\"}].",
          0, 1, runConnections, "compound", "connections Top.NG_gate.rust", "--json"},
         {"stats", "[PATH]",
