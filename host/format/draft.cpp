@@ -183,9 +183,14 @@ void Draft::insert(Piece& item, Piece& parent, Piece* previous)
 
 void Draft::remove(Piece& item)
 {
+    takeOut(item, commentBehind(item) ? item.next : item.previous);
+}
+
+void Draft::takeOut(Piece& item, Piece* blank)
+{
     Piece& parent = *item.parent;
-    if (item.previous && item.previous->isBlank())
-        PieceTree::unlink(*item.previous);
+    if (blank && blank->isBlank())
+        PieceTree::unlink(*blank);
     PieceTree::unlink(item);
     if (parent.first && (parent.first != parent.last || !parent.first->isBlank()))
         return;
@@ -221,7 +226,7 @@ void Draft::move(Piece& item, Piece& parent, Piece* previous)
 void Draft::moveAlone(Piece& item, Piece& parent, Piece* previous)
 {
     const std::string before = lineOf(item);
-    remove(item);
+    takeOut(item, item.previous);
     insert(item, parent, previous);
     const std::string after = lineOf(item);
     if (!before.empty() && !after.empty() && before != after)

@@ -44,7 +44,8 @@ public:
     Piece& newElement(const std::string& name);
     /// Puts the piece, which must be nowhere, behind that sibling; null: before all others.
     void insert(Piece& item, Piece& parent, Piece* previous);
-    /// Takes the piece out, with the white space before it.
+    /// Takes the piece out, with the white space before it. A comment behind it on its line has
+    /// that line then.
     void remove(Piece& item);
     /// With the comments that stand before it or behind it on its line.
     void move(Piece& item, Piece& parent, Piece* previous);
@@ -53,6 +54,7 @@ private:
     void findStyle(const std::string& text);
     Piece& newText(std::string_view text) { return m_tree.add(Piece::Kind::Text, text); }
     std::string_view keep(const std::string& text) { return m_kept.emplace_back(text); }
+    void takeOut(Piece& item, Piece* blank);
     void moveAlone(Piece& item, Piece& parent, Piece* previous);
     Piece* commentBefore(const Piece& item) const;
     static Piece* commentBehind(const Piece& item);

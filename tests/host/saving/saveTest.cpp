@@ -137,6 +137,10 @@ const SaveCase kSaves[] = {
     {"a value in place of a reference to nothing",
      "<n name='b' type='t'><input name='i' type='t' nodename='no'/></n>", "set Top.b.i 8",
      "<n name='b' type='t'><input name='i' type='t' value='8'/></n>"},
+    {"the comment behind what goes keeps its line",
+     "\n <n name='a' type='t'/> <!-- a -->\n <n name='b' type='t'>\n  <input name='i' type='t' "
+     "nodename='a'/> <!-- i -->\n </n>\n",
+     "delete Top.a", "\n <!-- a -->\n <n name='b' type='t'>\n  <!-- i -->\n </n>\n"},
     {"what else an input says stays",
      "<n name='a' type='t'/><n name='b' type='t'><input name='i' type='t' nodename='a' "
      "colorspace='c'/><input name='j' type='t' value='1'/><input name='k' type='t'/></n>",
