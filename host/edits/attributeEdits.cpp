@@ -82,7 +82,7 @@ std::string shortNameOf(const AttributeOwner& owner)
 {
     if (owner.port)
         return shading::shortNameOf(*owner.port);
-    if (owner.node)
+    if (!owner.element)
         return owner.node->getName();
     const std::string name = attributeOf(*owner.element, "name");
     return name.empty() ? std::string(owner.element->text) : name;

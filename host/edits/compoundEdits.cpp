@@ -128,7 +128,8 @@ std::string leftBehindProblem(ZEL::Node& graph)
             continue;
         const std::string problem = takenProblem(around, name);
         if (!problem.empty())
-            return std::string(child.text) + " \"" + name + "\" inside: " + problem;
+            return std::string(child.text).append(" \"").append(name).append("\" inside: ") +
+                   problem;
     }
     return "";
 }

@@ -48,7 +48,7 @@ std::string textProblem(const Piece& parent)
         if (problem.empty() && kind == ElementKind::Input)
             problem = valueProblem(attributeOf(element, "type"), attributeOf(element, "value"));
         if (!problem.empty())
-            return std::string(element.text) + " \"" + name + "\": " + problem;
+            return std::string(element.text).append(" \"").append(name).append("\": ") + problem;
         problem = textProblem(element);
         if (!problem.empty())
             return problem;

@@ -98,9 +98,10 @@ bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
 {
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
     const Tie* const tie = isInput ? tieOf(node) : nullptr;
-    if (tie && !tie->nodeDef)
+    Piece* const own = itemOf(node);
+    if (!own || (tie && !tie->nodeDef))
         return false;
-    Piece& parent = tie ? m_draft.at(*tie->nodeDef) : *itemOf(node);
+    Piece& parent = tie ? m_draft.at(*tie->nodeDef) : *own;
     // Inputs that references make come behind those that have elements.
     ZEL::PortList& inputs = node.inputs();
     const int place = isInput && node.isCompound() ? inputs.findPort(&port) : 0;

@@ -40,7 +40,7 @@ private:
     shading::Document& m_document;
     shading::Edits m_edits;
     std::mt19937 m_random;
-    std::size_t m_mostNodes = 0; ///< With more, one is deleted.
+    std::size_t m_mostNodes = 0;           ///< With more, one is deleted.
     std::vector<shading::NodePtr> m_nodes; ///< All but the root; collected anew for each edit.
     std::vector<shading::CompoundPtr> m_compounds;
 };

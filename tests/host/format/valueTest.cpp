@@ -75,8 +75,8 @@ TEST(Edit, SetGivesAnInputAValueAndIsUndone)
         const auto ports = [&] {
             std::string text;
             for (const char* const path : {"Top.g", "Top.g.n"})
-                text += shading::textOf(
-                    shading::portRecords(*document.opened->findNodeFromPath(path)));
+                text +=
+                    shading::textOf(shading::portRecords(*document.opened->findNodeFromPath(path)));
             return text;
         };
         const std::string before = ports();

@@ -82,8 +82,9 @@ TEST(Shell, ListsTheCommandsByGroup)
     const TestDocument document("");
     const std::string text = document.run("help");
     EXPECT_EQ(0U, text.find("The session\n  help            What the commands do.\n"));
-    EXPECT_NE(std::string::npos, text.find("\n\nMore\n  ls              The nodes inside a compound.\n"
-                                           "  tree            A node and everything below it.\n"));
+    EXPECT_NE(std::string::npos,
+              text.find("\n\nMore\n  ls              The nodes inside a compound.\n"
+                        "  tree            A node and everything below it.\n"));
     EXPECT_NE(std::string::npos, text.find("\n\n`help COMMAND` tells more of one.\n"));
 }
 
