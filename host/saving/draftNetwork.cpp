@@ -7,6 +7,8 @@
 #include "document/origins.h"
 #include "format/nodeDefs.h"
 
+#include <algorithm>
+
 namespace shading {
 
 namespace {
@@ -150,9 +152,13 @@ void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
             if ((read ? attributeOf(*read, name) : "") == now)
                 continue;
             Piece* const item = itemOf(changed.owner);
+            const PortPtr& port = changed.owner.port;
             if (item && now.empty())
                 m_draft.removeAttribute(*item, name);
-            else if (item)
+            if (item && now.empty() && port && isBare(*item) && !isFed(*port) &&
+                port->getPortIOType() == ZEL::PortInput && !port->getParentNode()->isCompound())
+                remove(*port);
+            else if (item && !now.empty())
                 m_draft.setAttribute(*item, name, now);
             if (item && item->parent && value.named && !itemOf(*value.named))
                 problems.push_back({pathOf(*m_document.getRootNode()) + "." + now,
@@ -166,6 +172,14 @@ bool DraftNetwork::isFed(ZEL::Port& port) const
 {
     return port.getPortIOType() == ZEL::PortInput &&
            (port.isConnected() || !m_document.origins().hiddenSourceOf(port).empty());
+}
+
+bool isBare(const Piece& item)
+{
+    return !item.first &&
+           std::all_of(item.attributes.begin(), item.attributes.end(), [](const Attribute& said) {
+               return said.name == "name" || said.name == "type";
+           });
 }
 
 Piece* pieceBefore(const Piece& item)

@@ -68,6 +68,8 @@ private:
     std::vector<std::pair<ZEL::Node*, ZEL::Port*>> m_claims; ///< By the numbers of the pieces.
 };
 
+/// The element says no more than that there is such an input.
+bool isBare(const Piece& item);
 /// The last piece before the item that is no white space; null when there is none.
 Piece* pieceBefore(const Piece& item);
 /// The last piece inside that is no white space; null when there is none.

@@ -23,15 +23,6 @@ bool isImplied(const Piece& item, ZEL::Port& port)
            type != kMultiOutput;
 }
 
-/// The element says no more than that there is such an input.
-bool isBare(const Piece& item)
-{
-    return !item.first &&
-           std::all_of(item.attributes.begin(), item.attributes.end(), [](const Attribute& said) {
-               return said.name == "name" || said.name == "type";
-           });
-}
-
 } // namespace
 
 void FactWriter::writeChanges()

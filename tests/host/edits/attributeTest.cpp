@@ -124,6 +124,17 @@ TEST(Attribute, ThatNamesANodeIsSavedOnlyWhileItIsThere)
     EXPECT_NE(std::string::npos, desk.saved().find("material=\"N\" geom=\"/c\""));
 }
 
+TEST(Attribute, TakenOffLeavesNoInputThatSaysNothing)
+{
+    Desk desk("  <n name=\"a\" type=\"t\">\n"
+              "    <input name=\"i\" type=\"t\" value=\"1\" unit=\"m\"/>\n"
+              "    <input name=\"j\" type=\"t\" value=\"1\"/>\n"
+              "  </n>\n");
+    desk.run("set Top.a.i ''\nattribute Top.a.i unit ''\nset Top.a.j ''\nattribute Top.a.j doc x");
+    EXPECT_EQ("  <n name=\"a\" type=\"t\">\n    <input name=\"j\" type=\"t\" doc=\"x\"/>\n  </n>\n",
+              desk.saved());
+}
+
 TEST(Attribute, UndoneFollowsANameAsItDidBefore)
 {
     Desk desk(kWithALook);
