@@ -125,6 +125,21 @@ bool Edits::findOwner(const std::string& path, AttributeOwner& owner)
     return owner.node || owner.port || owner.element || fail(path, "no such element");
 }
 
+/// The node that an element at the path means: of the graph around it, or else of the document.
+NodePtr Edits::nodeNamed(const std::string& path, const std::string& name, bool isOfDocument)
+{
+    std::string around = path;
+    NodePtr node = isOfDocument ? m_document.getRootNode() : nullptr;
+    while (!node) {
+        around.resize(around.rfind('.'));
+        node = m_document.findNodeFromPath(around.c_str());
+    }
+    const CompoundPtr graph =
+        node->isCompound() ? node->getAsCompound() : node->getParentCompound();
+    NodePtr found = graph->nodes()[name.c_str()];
+    return found ? found : m_document.getRootNode()->getAsCompound()->nodes()[name.c_str()];
+}
+
 bool Edits::setAttribute(const std::string& path, const std::string& name, const std::string& value)
 {
     AttributeOwner owner;
@@ -150,9 +165,9 @@ bool Edits::setAttribute(const std::string& path, const std::string& name, const
     }
     AttributeValue after = {value, nullptr};
     if (problem.empty() && owner.element && isNodeName(*owner.element, name) && !value.empty()) {
-        after.named = m_document.getRootNode()->getAsCompound()->nodes()[value.c_str()];
+        after.named = nodeNamed(path, value, name == "material");
         if (!after.named)
-            problem = "the document has no node \"" + value + "\"";
+            problem = "it sees no node \"" + value + "\"";
     }
     if (problem.empty() && attributes.get(owner, name) == value)
         problem = value.empty() ? "it has no such attribute" : "it has that value";

@@ -173,6 +173,8 @@ private:
     /// The compound's inner port that the port is or mirrors, which its name leads to.
     PortPtr compoundPort(const PortPtr& port);
 
+    NodePtr nodeNamed(const std::string& path, const std::string& name, bool isOfDocument);
+
     // Empty, and noted as the problem, when the path leads to none.
     NodePtr findNode(const std::string& path);
     CompoundPtr findCompound(const std::string& path);

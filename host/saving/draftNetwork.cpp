@@ -143,6 +143,16 @@ Piece* DraftNetwork::itemOf(const AttributeOwner& owner)
     return itemOf(*owner.port);
 }
 
+/// The node is in a graph around the element, or in the document.
+bool DraftNetwork::sees(const Piece& item, ZEL::Node& node) const
+{
+    const CompoundPtr compound = itemOf(node) ? node.getParentCompound() : nullptr;
+    const Piece* around = item.parent;
+    while (around && (!compound || nodeOf(around) != compound->getAsNode()))
+        around = around->parent;
+    return around != nullptr;
+}
+
 void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
 {
     for (const Attributes::Changed& changed : m_document.attributes().changed()) {
@@ -160,7 +170,7 @@ void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
                 remove(*port);
             else if (item && !now.empty())
                 m_draft.setAttribute(*item, name, now);
-            if (item && item->parent && value.named && !itemOf(*value.named))
+            if (item && item->parent && value.named && !sees(*item, *value.named))
                 problems.push_back({pathOf(*m_document.getRootNode()) + "." + now,
                                     "it is gone from there, and " + std::string(item->text) +
                                         " \"" + attributeOf(*item, "name") + "\" still names it"});

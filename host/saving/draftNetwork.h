@@ -60,6 +60,7 @@ public:
 private:
     std::pair<ZEL::Node*, ZEL::Port*>& claimOf(const Piece& item);
     Piece* itemOf(const AttributeOwner& owner);
+    bool sees(const Piece& item, ZEL::Node& node) const;
 
     Document& m_document;
     Draft m_draft;

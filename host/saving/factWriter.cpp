@@ -6,7 +6,6 @@
 #include "document/step.h"
 #include "saving/referenceWriter.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 

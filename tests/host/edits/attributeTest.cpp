@@ -95,7 +95,7 @@ TEST(Attribute, IsRefusedWithItsReason)
         {"Top.g.b.i interfacename y", "Top.g.b.i: interfacename: connect and disconnect change it"},
         {"Top.a nodedef ND", "Top.a: nodedef: create makes a node of another definition"},
         {"Top.L name K", "Top.L: name: no edit renames what the network does not show"},
-        {"Top.L.one material K", "Top.L.one: material: the document has no node \"K\""},
+        {"Top.L.one material K", "Top.L.one: material: it sees no node \"K\""},
         {"Top.a xpos left", "Top.a: xpos: \"left\" is no float"},
         {"Top.a 'two words' x",
          "Top.a: two words: a name has letters, digits and _, and begins with no digit"},
@@ -133,6 +133,27 @@ TEST(Attribute, TakenOffLeavesNoInputThatSaysNothing)
     desk.run("set Top.a.i ''\nattribute Top.a.i unit ''\nset Top.a.j ''\nattribute Top.a.j doc x");
     EXPECT_EQ("  <n name=\"a\" type=\"t\">\n    <input name=\"j\" type=\"t\" doc=\"x\"/>\n  </n>\n",
               desk.saved());
+}
+
+TEST(Attribute, MeansTheNodeThatItsElementSees)
+{
+    Desk desk("  <n name=\"a\" type=\"t\"/>\n"
+              "  <nodegraph name=\"g\">\n"
+              "    <n name=\"a\" type=\"t\"/>\n"
+              "    <n name=\"b\" type=\"t\"/>\n"
+              "    <s:n name=\"s\" type=\"t\">\n"
+              "      <input name=\"i\" type=\"t\"/>\n"
+              "    </s:n>\n"
+              "  </nodegraph>\n");
+    EXPECT_EQ("", desk.run("attribute Top.g.s.i nodename a\nrename Top.g.a c"));
+    EXPECT_NE(std::string::npos,
+              desk.saved().find("<input name=\"i\" type=\"t\" nodename=\"c\"/>"));
+    // Of the document it is seen as well.
+    EXPECT_EQ("Top.c\n", desk.run("reparent Top Top.g.c"));
+    EXPECT_NE(std::string::npos,
+              desk.saved().find("<input name=\"i\" type=\"t\" nodename=\"c\"/>"));
+    EXPECT_EQ("error: save: Top.c: it is gone from there, and input \"i\" still names it\n",
+              desk.run("delete Top.c\nsave"));
 }
 
 TEST(Attribute, UndoneFollowsANameAsItDidBefore)
