@@ -33,18 +33,16 @@ ProgressLine::ProgressLine(std::ostream& out, int columns, std::string title, Cl
 
 void ProgressLine::update(int permille)
 {
-    const bool isTerminal = m_columns > 0;
-    if (m_isWritten && !isTerminal)
+    if (m_columns == 0)
         return;
     const auto now = m_clock();
     if (now < m_next)
         return;
     m_next = now + kInterval;
-    m_isWritten = true;
-    const std::string text = m_title + ": " + std::to_string(permille / 10) + " %";
-    const std::string shown = isTerminal ? endOf(text, m_columns - 1) : text;
-    m_width = isTerminal ? shown.size() : 0;
-    m_out << (isTerminal ? "\r" : "") << shown << (isTerminal ? "" : "\n") << std::flush;
+    const std::string text =
+        endOf(m_title + ": " + std::to_string(permille / 10) + " %", m_columns - 1);
+    m_width = text.size();
+    m_out << "\r" << text << std::flush;
 }
 
 void ProgressLine::clear()

@@ -7,9 +7,9 @@
 
 namespace shading {
 
-/// Shows that something takes its time: nothing within the first second; then on a terminal a line
-/// "TITLE: 42 %", written anew at most ten times a second and cleared at the end; elsewhere that
-/// line once, with a line end. What is too long for one line of the terminal loses its start.
+/// Shows on a terminal that something takes its time: nothing within the first second; then a line
+/// "TITLE: 42 %", written anew at most ten times a second and cleared at the end. What is too long
+/// for one line of the terminal loses its start. Where there is no terminal nothing is written.
 class ProgressLine {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -31,8 +31,7 @@ private:
     std::string m_title;
     Clock m_clock;
     std::chrono::steady_clock::time_point m_next; ///< Nothing is written before.
-    bool m_isWritten = false;
-    std::size_t m_width = 0; ///< Of what stands on the terminal.
+    std::size_t m_width = 0;                      ///< Of what stands on the terminal.
 };
 
 } // namespace shading
