@@ -1,6 +1,7 @@
 #include "shell/shell.h"
 
 #include "base/commandLine.h"
+#include "document/names.h"
 #include "shell/help.h"
 
 #include <algorithm>
@@ -9,6 +10,9 @@
 #include <sstream>
 
 namespace shading {
+
+const char* const kNested = "a graph inside a graph: the format has them, but its own library "
+                            "follows no reference to one";
 
 Shell::Shell(Session& session, std::ostream& out, std::ostream& err)
     : m_session(session),
@@ -111,10 +115,16 @@ bool Shell::fail(const std::string& subject, const std::string& reason)
     return false;
 }
 
-void Shell::noteOnce(const std::string& subject, const std::string& text)
+void Shell::noteIfNested(const NodePtr& node)
 {
-    if (m_notes.insert(text).second)
-        m_err << "note: " << subject << ": " << text << "\n";
+    if (!node->isCompound() || m_hasNotedNested)
+        return;
+    const CompoundPtr around = node->getParentCompound();
+    m_hasNotedNested = around && around->getAsNode()->getParentCompound();
+    for (const NodePtr& inner : node->getAsCompound()->nodes())
+        m_hasNotedNested = m_hasNotedNested || inner->isCompound();
+    if (m_hasNotedNested)
+        m_err << "note: " << pathOf(*node) << ": " << kNested << "\n";
 }
 
 bool Shell::report(bool isDone)

@@ -6,7 +6,6 @@
 #include <functional>
 #include <iosfwd>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -73,8 +72,9 @@ public:
     /// Reports that the running command failed: "error: COMMAND: SUBJECT: REASON", in a script with
     /// "FILE:LINE: " before it. Returns false.
     bool fail(const std::string& subject, const std::string& reason);
-    /// Tells what is good to know, the first time only: "note: SUBJECT: TEXT", on err.
-    void noteOnce(const std::string& subject, const std::string& text);
+    /// Says on err, the first time only, that the node is a graph inside a graph, or has one
+    /// inside: "note: PATH: TEXT".
+    void noteIfNested(const NodePtr& node);
     /// Passes on whether an edit was done, and reports why it was refused.
     bool report(bool isDone);
     bool report(bool isDone, const std::vector<SaveProblem>& problems);
@@ -99,10 +99,13 @@ private:
     std::map<std::string, std::string> m_given; ///< Its options and their words.
     bool m_hasReported = false;                 ///< The line that runs has said why it fails.
     bool m_hasQuit = false;
-    std::set<std::string> m_notes;     ///< Those that were told.
+    bool m_hasNotedNested = false;
     std::function<bool()> m_isStopped; ///< Empty: nothing stops scripts.
     ScriptStack m_scripts;
 };
+
+/// What is to be known of a graph inside a graph.
+extern const char* const kNested;
 
 /// The commands that show a network and change nothing.
 const std::vector<Command>& viewCommands();

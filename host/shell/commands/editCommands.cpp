@@ -26,9 +26,6 @@ bool runEdit(Shell& shell, const Arguments& arguments)
     return shell.report((shell.edits().*edit)(arguments[0], arguments[1]));
 }
 
-const char* const kNested = "a graph inside a graph: the format has them, but its own library "
-                            "follows no reference to one";
-
 bool runCollapse(Shell& shell, const Arguments& arguments)
 {
     const Arguments nodes(arguments.begin() + 2, arguments.end());
@@ -36,11 +33,7 @@ bool runCollapse(Shell& shell, const Arguments& arguments)
     if (!shell.report(shell.edits().collapse(arguments[0], arguments[1], nodes, path)))
         return false;
     const NodePtr graph = shell.document().findNodeFromPath(path.c_str());
-    bool isNested = static_cast<bool>(graph->getParentCompound()->getAsNode()->getParentCompound());
-    for (const NodePtr& node : graph->getAsCompound()->nodes())
-        isNested = isNested || node->isCompound();
-    if (isNested)
-        shell.noteOnce(path, kNested);
+    shell.noteIfNested(graph);
     return shell.print(path + "\n");
 }
 
@@ -128,8 +121,10 @@ bool readNodes(Shell& shell, const Arguments& arguments, std::vector<NodePtr>& n
 
 bool printPaths(Shell& shell, const std::vector<NodePtr>& nodes)
 {
-    for (const NodePtr& node : nodes)
+    for (const NodePtr& node : nodes) {
+        shell.noteIfNested(node);
         shell.print(pathOf(*node) + "\n");
+    }
     return true;
 }
 

@@ -39,6 +39,7 @@ bool runCreate(Shell& shell, const Arguments& arguments)
     HostNodePtr node;
     if (!shell.report(shell.edits().createNode(path, arguments[0], arguments[1], node, dataType)))
         return false;
+    shell.noteIfNested(node.get());
     const DefinitionPtr& definition = node->definition();
     return shell.print(pathOf(*node) + " " +
                        (definition ? definition->record().name : node->getNodeTypeName()) + "\n");

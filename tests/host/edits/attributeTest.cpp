@@ -186,7 +186,7 @@ TEST(Position, IsThatOfTheMiddleWhereNodesAreCollapsed)
 TEST(Position, IsGivenToWhatIsMadeBelowTheOthers)
 {
     Desk desk(kPlaced);
-    EXPECT_EQ("Top.g nodegraph\nTop.g.h nodegraph\n",
+    EXPECT_EQ("Top.g nodegraph\n" + nestedNote("Top.g.h") + "Top.g.h nodegraph\n",
               desk.run("create nodegraph g\ncreate nodegraph h Top.g"));
     EXPECT_EQ(std::string(kPlaced) + "  <nodegraph name=\"g\" xpos=\"1\" ypos=\"2\">\n"
                                      "    <nodegraph name=\"h\"/>\n  </nodegraph>\n",

@@ -49,3 +49,9 @@ struct Desk {
     std::unique_ptr<shading::Session> session;
     std::unique_ptr<shading::Shell> shell;
 };
+
+/// What the shell says once of a graph inside a graph.
+inline std::string nestedNote(const std::string& path)
+{
+    return "note: " + path + ": " + shading::kNested + "\n";
+}

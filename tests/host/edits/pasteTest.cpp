@@ -45,7 +45,7 @@ TEST(Paste, DuplicatesNodesWithAllThatTheyAre)
 {
     const std::string before = std::string(kSource) + kCopied;
     Desk desk(before);
-    EXPECT_EQ("Top.a2\nTop.g2\n", desk.run("duplicate Top.a Top.g"));
+    EXPECT_EQ("Top.a2\n" + nestedNote("Top.g2") + "Top.g2\n", desk.run("duplicate Top.a Top.g"));
     const std::string copy = renamed(kCopied, {{"\"a\"", "\"a2\""}, {"\"g\"", "\"g2\""}});
     EXPECT_EQ(networkOf(before + copy), networkOf(desk.saved()));
     EXPECT_EQ("doc \"<1>\"\nxpos \"1.5\"\nypos \"1.5\"\n", desk.run("attribute Top.a2"));
@@ -68,7 +68,7 @@ TEST(Paste, TakesATextIntoAnotherDocument)
                "    <n name=\"s\" type=\"color3\"/>\n"
                "  </nodegraph>\n");
     const std::string empty = other.saved();
-    EXPECT_EQ("Top.k.a\nTop.k.g\n",
+    EXPECT_EQ("Top.k.a\n" + nestedNote("Top.k.g") + "Top.k.g\n",
               other.run("paste Top.k '" + text.substr(0, text.size() - 1) + "'"));
     // The source of that name has another type.
     EXPECT_EQ(

@@ -36,7 +36,9 @@ const struct {
      "Top.n ND_v_2\nerror: attribute: Top.n: version: no definition that fits it has that "
      "version\n"},
     {"create nodegraph h Top.g\nls Top.g.h\nls Top.g\nundo\nhistory",
-     "Top.g.h nodegraph\nx x\nh nodegraph compound\nundo: Create h\n1 undone: Create h\n"},
+     "note: Top.g.h: a graph inside a graph: the format has them, but its own library follows no "
+     "reference to one\nTop.g.h nodegraph\nx x\nh nodegraph compound\nundo: Create h\n1 undone: "
+     "Create h\n"},
     {"create nodegraph x Top.g", "error: create: Top.g.x: the name is taken\n"},
     {"create nodegraph h --type c",
      "error: create: nodegraph: it makes what is inside, and no type of its own\n"},
