@@ -293,7 +293,7 @@ const std::vector<Command>& editCommands()
          "like\n"
          "    a look (Top.LOOK) or what is in it (Top.LOOK.ASSIGN); one without a name is called "
          "like\n"
-         "    its element (Top.look2 for the second). Without NAME all that stands there, a line\n"
+         "    is called like its element (Top.look2 for the second). Without NAME all, a line\n"
          "    each; without VALUE that one; with VALUE it becomes that, and an empty one takes it\n"
          "    off. The attributes that the network shows have edits of their own.",
          1, 3, runAttribute, "any =colorspace,doc,uiname,unit,unittype,version,xpos,ypos",
