@@ -289,13 +289,14 @@ const std::vector<Command>& editCommands()
          "    it that of its definition, or none.",
          2, 2, runEdit<&Edits::setValue>, "input", "set Top.NG_wall.rows 16"},
         {"attribute", "PATH [NAME [VALUE]]",
-         "What the network does not show. PATH is a node, a port, the document, or an element "
-         "like\n"
-         "    a look (Top.LOOK) or what is in it (Top.LOOK.ASSIGN); one without a name is called "
-         "like\n"
-         "    is called like its element (Top.look2 for the second). Without NAME all, a line\n"
-         "    each; without VALUE that one; with VALUE it becomes that, and an empty one takes it\n"
-         "    off. The attributes that the network shows have edits of their own.",
+         "Reads and changes what the network does not show. PATH is a node, a port, the document,\n"
+         "    or an element like a look (Top.LOOK) or what is in it (Top.LOOK.ASSIGN); one "
+         "without\n"
+         "    a name is called like its element (Top.look2 for the second). Without NAME all that\n"
+         "    stands there, a line each; without VALUE that one; with VALUE it becomes that, and "
+         "an\n"
+         "    empty one takes it off. The attributes that the network shows have edits of their "
+         "own.",
          1, 3, runAttribute, "any =colorspace,doc,uiname,unit,unittype,version,xpos,ypos",
          "attribute Top.NG_wall.grain colorspace lin_rec709"},
         {"move", "PATH X Y",
