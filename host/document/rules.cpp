@@ -33,6 +33,17 @@ bool isAmbiguousIn(List& list, const std::string& name)
     return count > 1;
 }
 
+/// The graph has the input itself, or would when it is written, and no `nodedef` has it instead.
+bool isChildOf(ZEL::Node& graph, const PortPtr& inner)
+{
+    if (!tieOf(graph))
+        return true;
+    const PortPtr outer = graph.getAsCompound()->getReversePort(inner);
+    auto& document = static_cast<Document&>(*graph.getContainer());
+    const Piece* const element = outer ? document.origins().elementOf(*outer) : nullptr;
+    return element && element->parent->text != "nodedef";
+}
+
 } // namespace
 
 CompoundPtr levelOf(ZEL::Port& port)
@@ -122,8 +133,9 @@ std::string takenProblem(ZEL::Compound& compound, const std::string& name)
 {
     const char* const text = name.c_str();
     const NodePtr owner = compound.getAsNode();
+    const PortPtr input = compound.innerInputs()[text];
     if (compound.innerOutputs()[text] || compound.nodes()[text] ||
-        (compound.innerInputs()[text] && !tieOf(*owner)))
+        (input && isChildOf(*owner, input)))
         return kNameIsTaken;
     const auto* const node = dynamic_cast<const Node*>(owner.get());
     auto* const document = dynamic_cast<Document*>(owner->getContainer());

@@ -144,7 +144,7 @@ void Judge::compareLists(Node& live, ZEL::PortList& livePorts, ZEL::PortList& ba
         else if (!isForgotten || m_network.isFed(*port) || *port->getPortDefaultValue() != '\0')
             differ(Fact::Missing, live, *port, "it is not read back");
     }
-    if (found.size() == present.size() && found != present && !isElsewhere)
+    if (found.size() == present.size() && found != present && !tie)
         m_differences.push_back({Fact::Order,
                                  &live,
                                  livePorts[0].get(),
@@ -213,8 +213,12 @@ void Judge::compareSource(ZEL::Node& node, ZEL::Port& receiver, ZEL::Port& outer
         return; // The port itself is missing.
     const PortPtr source = receiver.connectedTo()[0];
     const PortPtr backSource = (*found)->connectedTo()[0];
+    const Piece* const item = m_network.itemOf(outer);
+    const bool isHidden =
+        !source && !m_network.document().origins().hiddenSourceOf(receiver).empty();
+    if (isHidden && item && namesOutputOnly(*item))
+        return; // It follows that output of the document, wherever this leads.
     if (!source && !backSource) {
-        const Piece* const item = m_network.itemOf(outer);
         if (item && isStale(m_network, *item, outer))
             differ(Fact::Source, node, outer, "it still names a source");
         return;

@@ -17,8 +17,12 @@ namespace {
 std::string savedText(ZEL::Port& port, ZEL::Port& receiver)
 {
     const shading::PortPtr source = receiver.connectedTo()[0];
+    const std::string hidden = shading::hiddenSourceOf(receiver);
     return port.getName() + (" " + typeNameOf(port)) + " " +
-           (source ? "<- " + pathOf(*source) : port.getPortDefaultValue()) + "\n";
+           (source           ? "<- " + pathOf(*source)
+            : hidden.empty() ? port.getPortDefaultValue()
+                             : hidden) +
+           "\n";
 }
 
 void addSaved(ZEL::Node& node, std::string& text)
@@ -29,11 +33,12 @@ void addSaved(ZEL::Node& node, std::string& text)
     const bool isElsewhere = tie && !tie->nodeDef;
     std::vector<std::string> inputs;
     for (ZEL::Port* const port : node.inputs()) {
-        const bool isSaid = port->isConnected() || *port->getPortDefaultValue() != '\0';
+        const bool isSaid = port->isConnected() || *port->getPortDefaultValue() != '\0' ||
+                            !shading::hiddenSourceOf(*port).empty();
         if (isSaid || (compound && !isElsewhere))
             inputs.push_back("input " + savedText(*port, *port));
     }
-    if (isElsewhere)
+    if (tie)
         std::sort(inputs.begin(), inputs.end());
     for (const std::string& input : inputs)
         text += input;

@@ -128,6 +128,8 @@ TEST(Declarations, AGraphThatLeavesItsDefinitionIsRefused)
          "error: connect: Top.n.out: a graph that implements a nodedef has no sources: nodes of "
          "its "
          "type have them\n"},
+        {"the name of an input that the graph has itself", definition(x + o, x + user("x") + o),
+         "rename Top.g.n x", "error: rename: Top.g.x: the name is taken\n"},
         {"in another graph", definition(x + o, o), "collapse Top h g",
          "error: collapse: Top: a graph that implements a nodedef must stay at the top\n"},
     });
