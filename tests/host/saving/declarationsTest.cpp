@@ -122,6 +122,16 @@ TEST(Declarations, AGraphThatLeavesItsDefinitionIsRefused)
          "<nodedef name='E' node='e'>" + x + "</nodedef><nodedef name='D' node='d' inherit='E'>" +
              o + "</nodedef><nodegraph name='g' nodedef='D'>" + o + "</nodegraph>",
          rename, stays + "inherits it from \"E\"\n"},
+        {"the definition inherits from another file",
+         "<nodedef name='D' node='d' inherit='E'>" + o +
+             "</nodedef><nodegraph name='g' "
+             "nodedef='D'>" +
+             user("x") + o + "</nodegraph>",
+         rename, stays + "may inherit it from \"E\"\n"},
+        {"an old definition has a type",
+         "<nodedef name='D' node='d' type='t'>" + x + "</nodedef><nodegraph name='g' nodedef='D'>" +
+             port("output", "out") + "</nodegraph>",
+         "port rename Top.g out x2", "error: port: Top.g.out" + start + "has it by its type\n"},
         {"another port has the name there", definition(x + o + port("token", "y"), o), rename,
          "error: port: Top.g.x: Top.g.y: the name is taken\n"},
         {"a source", definition(x + o, o, "<n name='n' type='t'/>"), "connect Top.n.out Top.g.x",
