@@ -63,11 +63,17 @@ void FactWriter::writeName(Piece& item, const char* name)
 void FactWriter::writePort(Node& node, ZEL::Port& port)
 {
     const bool isInput = port.getPortIOType() == ZEL::PortInput;
-    const bool isSaid = m_network.isFed(port) || *port.getPortDefaultValue() != '\0';
     if (Piece* const item = m_network.itemOf(port))
         writeName(*item, port.getName());
-    else if (node.isCompound() ? !isInput || isSaid : isInput && isSaid && !isGiven(node, port))
+    else if (node.isCompound() ? !isInput || isSaid(port)
+                               : isInput && isSaid(port) && !isGiven(node, port))
         declare(node, port);
+}
+
+/// The input has a source or a value.
+bool FactWriter::isSaid(ZEL::Port& port) const
+{
+    return m_network.isFed(port) || *port.getPortDefaultValue() != '\0';
 }
 
 void FactWriter::writeBindings(ZEL::Node& node)
@@ -277,13 +283,16 @@ bool FactWriter::writeOrder(ZEL::Node& node, ZEL::Port& first)
     return hasMoved || isDeclared || declareAll(node);
 }
 
-/// So that nothing is left to the definition of the node and to references.
+/// So that nothing is left to the definition of the node and to references. An input of a plain
+/// node that has neither value nor source is not in the document.
 bool FactWriter::declareAll(ZEL::Node& node)
 {
     bool isWritten = false;
     for (ZEL::PortList* const list : {&node.inputs(), &node.outputs()}) {
         for (ZEL::Port* const port : *list) {
-            isWritten = (!m_network.itemOf(*port) && declare(node, *port)) || isWritten;
+            const bool isKept = node.isCompound() || list == &node.outputs() || isSaid(*port);
+            if (isKept && !m_network.itemOf(*port))
+                isWritten = declare(node, *port) || isWritten;
         }
     }
     return isWritten;

@@ -34,6 +34,7 @@ private:
     void writeValue(ZEL::Node& node, ZEL::Port& port, Piece& item, bool isLed);
     void writeOutputs(ZEL::Node& node);
     bool declare(ZEL::Node& node, ZEL::Port& port);
+    bool isSaid(ZEL::Port& port) const;
     bool isGiven(const Node& node, ZEL::Port& port) const;
     bool isNamed(ZEL::Port& output) const;
 
