@@ -46,6 +46,7 @@ TEST(ReferenceCounted, EveryReleaseThatLeavesNothingDestroysAndCountsAreNotCopie
 
 TEST(AddRefWrapper, TakesAnyNullPointer)
 {
+    // NOLINTBEGIN(modernize-use-nullptr): the other ones are the test.
     Wrapper wrappers[] = {Wrapper(NULL), Wrapper(0), Wrapper(nullptr), NULL, 0, nullptr};
     for (Wrapper& wrapper : wrappers) {
         EXPECT_TRUE(wrapper == nullptr && wrapper == NULL && !(wrapper != 0));
@@ -56,6 +57,7 @@ TEST(AddRefWrapper, TakesAnyNullPointer)
         wrapper = 0;
         EXPECT_FALSE(wrapper);
     }
+    // NOLINTEND(modernize-use-nullptr)
 }
 
 TEST(AddRefWrapper, IsAKeyInEveryKindOfContainer)

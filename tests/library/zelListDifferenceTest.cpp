@@ -97,7 +97,8 @@ private:
 
     void remove(const NodePtr& given)
     {
-        const NodePtr node(given);
+        // The vector that it stands in changes.
+        const NodePtr node(given); // NOLINT(performance-unnecessary-copy-initialization)
         const auto place = std::find(m_entries.begin(), m_entries.end(), node);
         const bool isRefused = place != m_entries.end() && m_random.oneIn(15);
         if (isRefused)
@@ -194,6 +195,8 @@ TEST(ListDifference, ConnectionsAnswerAsVectorsDoAtBothEnds)
     constexpr int kInputs = 400;
     std::vector<PortPtr> outputs;
     std::vector<PortPtr> inputs;
+    outputs.reserve(kOutputs);
+    inputs.reserve(kInputs);
     std::vector<std::vector<PortPtr>> sent(kOutputs);
     std::vector<std::vector<PortPtr>> received(kInputs);
     for (int i = 0; i < kOutputs; ++i)

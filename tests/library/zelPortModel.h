@@ -135,7 +135,9 @@ private:
 
     void remove(const AddRefWrapper<Port>& given)
     {
-        const AddRefWrapper<Port> port(given); // The vector that it stands in changes.
+        // The vector that it stands in changes.
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+        const AddRefWrapper<Port> port(given);
         const auto places = std::count(m_entries.begin(), m_entries.end(), port);
         if (places == 0)
             return; // It would print a line.

@@ -17,7 +17,7 @@ using NodePtr = AddRefWrapper<Node>;
 
 constexpr int kCount = 8000;
 /// Either table is filled when every slot was visited a few times.
-constexpr std::uint64_t kWorkOfFilling = 12 * kCount;
+constexpr std::uint64_t kWorkOfFilling = 12ULL * kCount;
 
 /// A sequence of nodes that it holds.
 class Nodes {
