@@ -1,7 +1,7 @@
 #include "shell/terminal.h"
 
-#include "shell/completion.h"
-#include "shell/shell.h"
+#include "console/completion.h"
+#include "console/console.h"
 
 #include <csignal>
 #include <cstdio>
@@ -18,7 +18,8 @@ namespace shading {
 
 namespace {
 
-Shell* g_shell = nullptr; ///< Not owned. The one that the terminal runs: readline knows no other.
+Console* g_console =
+    nullptr; ///< Not owned. The one that the terminal runs: readline knows no other.
 char g_noCharacters[] = "";
 constexpr int kAbortKey = '\a'; ///< Control-G.
 int g_interruptKey = -1;        ///< The terminal's, Control-C as a rule; -1: it has none.
@@ -31,7 +32,7 @@ char** completeLine(const char* line, int /*start*/, int /*end*/)
 {
     rl_attempted_completion_over = 1;
     rl_completion_suppress_append = 1;
-    const Completion found = complete(g_shell->commands(), g_shell->document(), line);
+    const Completion found = complete(g_console->commands(), g_console->document(), line);
     const std::size_t count = found.candidates.size();
     if (count == 0)
         return nullptr;
@@ -100,7 +101,7 @@ void setUpInterrupt()
 }
 
 /// False at the end of the input.
-bool runLine(Shell& shell)
+bool runLine(Console& console)
 {
     g_isDropped = false;
     const std::unique_ptr<char, void (*)(void*)> line(readline("zelsh> "), std::free);
@@ -111,35 +112,35 @@ bool runLine(Shell& shell)
     if (*line != '\0')
         add_history(line.get());
     g_isInterrupted = 0;
-    shell.run(line.get());
+    console.run(line.get());
     std::cout.flush();
     return true;
 }
 
 } // namespace
 
-void runFromTerminal(Shell& shell)
+void runFromTerminal(Console& console)
 {
-    g_shell = &shell;
+    g_console = &console;
     rl_readline_name = "zelsh";
     rl_completer_word_break_characters = g_noCharacters;
     rl_attempted_completion_function = completeLine;
     setUpInterrupt();
-    shell.stopScriptsWhen([] { return g_isInterrupted != 0; });
+    console.stopScriptsWhen([] { return g_isInterrupted != 0; });
     bool isWarned = false;
     while (true) {
-        const bool isAtEnd = !runLine(shell) || shell.hasQuit();
-        if (isAtEnd && (isWarned || shell.session().isSaved()))
+        const bool isAtEnd = !runLine(console) || console.hasQuit();
+        if (isAtEnd && (isWarned || console.session().isSaved()))
             break;
         // Only at once: the next `quit` after more edits warns again.
         isWarned = isAtEnd;
-        shell.resume();
+        console.resume();
         if (isAtEnd)
             std::cerr << "warning: edits are not saved: `save` writes them, `quit` again "
                          "drops them"
                       << std::endl;
     }
-    g_shell = nullptr;
+    g_console = nullptr;
 }
 
 } // namespace shading

@@ -1,5 +1,5 @@
+#include "console/console.h"
 #include "shell/progressLine.h"
-#include "shell/shell.h"
 #include "shell/terminal.h"
 #include "shell/watcher.h"
 
@@ -87,12 +87,12 @@ bool readArguments(int argc, char** argv, Arguments& arguments)
 }
 
 /// Goes on after a command that failed; false when there was one.
-bool runFromInput(shading::Shell& shell)
+bool runFromInput(shading::Console& console)
 {
     bool isGood = true;
     std::string line;
-    while (!shell.hasQuit() && std::getline(std::cin, line))
-        isGood = shell.run(line) && isGood;
+    while (!console.hasQuit() && std::getline(std::cin, line))
+        isGood = console.run(line) && isGood;
     if (std::ferror(stdin) == 0)
         return isGood;
     std::cerr << "error: standard input: cannot be read\n";
@@ -147,11 +147,11 @@ std::unique_ptr<shading::Session> begin(const Arguments& arguments)
     return session;
 }
 
-bool runCommands(shading::Shell& shell, const std::vector<std::string>& commands)
+bool runCommands(shading::Console& console, const std::vector<std::string>& commands)
 {
     bool isGood = true;
-    for (std::size_t i = 0; i < commands.size() && !shell.hasQuit(); ++i)
-        isGood = shell.run(commands[i]) && isGood;
+    for (std::size_t i = 0; i < commands.size() && !console.hasQuit(); ++i)
+        isGood = console.run(commands[i]) && isGood;
     return isGood;
 }
 
@@ -173,21 +173,21 @@ int main(int argc, char** argv)
     if (!session)
         return kFailure;
 
-    shading::Shell shell(*session, std::cout, std::cerr);
-    shell.add(shading::viewCommands(), "Looking");
-    shell.add(shading::drawCommands(), "Looking");
-    shell.add(shading::libraryCommands(), "Definitions");
-    shell.add(shading::editCommands(), "Editing");
-    shell.add(shading::fileCommands(), "Files");
+    shading::Console console(*session, std::cout, std::cerr);
+    console.add(shading::viewCommands(), "Looking");
+    console.add(shading::drawCommands(), "Looking");
+    console.add(shading::libraryCommands(), "Definitions");
+    console.add(shading::editCommands(), "Editing");
+    console.add(shading::fileCommands(), "Files");
     std::unique_ptr<shading::Watcher> watcher;
     if (arguments.isWatched)
         watcher = std::make_unique<shading::Watcher>(session->document().getRootNode(), std::cout);
     bool isGood = true;
     if (!arguments.commands.empty())
-        isGood = runCommands(shell, arguments.commands);
+        isGood = runCommands(console, arguments.commands);
     else if (isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0)
-        shading::runFromTerminal(shell);
+        shading::runFromTerminal(console);
     else
-        isGood = runFromInput(shell);
+        isGood = runFromInput(console);
     return finish(isGood);
 }

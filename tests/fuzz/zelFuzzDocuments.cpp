@@ -7,10 +7,10 @@
 
 #include "../host/savedText.h"
 #include "check/zelCheck.h"
+#include "console/console.h"
 #include "reading/openDocument.h"
 #include "saving/save.h"
 #include "shadingDefinition.h"
-#include "shell/shell.h"
 #include "views/report.h"
 #include "zelFuzzInput.h"
 
@@ -121,7 +121,7 @@ void edit(shading::Document& document, const std::string& commands)
     std::ostringstream told;
     const std::shared_ptr<shading::Document> borrowed(std::shared_ptr<void>(), &document);
     shading::Session session(borrowed, "");
-    shading::Shell shell(session, told, told);
+    shading::Console shell(session, told, told);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
     shell.add(shading::libraryCommands());

@@ -1,6 +1,6 @@
 #include "testDocument.h"
 
-#include "shell/shell.h"
+#include "console/console.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -56,7 +56,7 @@ std::string TestDocument::run(const std::string& commands) const
 {
     std::ostringstream out;
     shading::Session session = sessionOn(*opened);
-    shading::Shell shell(session, out, out);
+    shading::Console shell(session, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::fileCommands());
     shell.add(shading::drawCommands());
@@ -83,7 +83,7 @@ std::string TestDocument::edit(const std::string& commands) const
 {
     std::ostringstream out;
     shading::Session session = sessionOn(*opened);
-    shading::Shell shell(session, out, out);
+    shading::Console shell(session, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
     std::istringstream lines(commands);

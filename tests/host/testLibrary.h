@@ -1,8 +1,8 @@
 #pragma once
 
+#include "console/console.h"
 #include "reading/definitionReader.h"
 #include "reading/openDocument.h"
-#include "shell/shell.h"
 #include "testDocument.h"
 
 #include <memory>
@@ -37,7 +37,7 @@ inline std::string runIn(shading::Document& document, const std::string& command
 {
     std::ostringstream out;
     shading::Session session = sessionOn(document);
-    shading::Shell shell(session, out, out);
+    shading::Console shell(session, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::libraryCommands());
     shell.add(shading::editCommands());

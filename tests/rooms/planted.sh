@@ -32,7 +32,7 @@ expect host/document/planted.h '"reading/openDocument.h"' "document may not incl
 expect host/document/planted.h '<shell/shell.h>' "document may not include shell/shell.h"
 expect host/base/planted.h '"format/value.h"' "base may not include format/value.h"
 expect host/session/planted.h '"views/report.h"' "session may not include views/report.h"
-expect host/window/planted.h '"shell/shell.h"' "window may not include shell/shell.h"
+expect host/window/planted.h '"shell/terminal.h"' "window may not include shell/terminal.h"
 expect host/views/planted.h '"document/node.h"' "views may not include document/node.h"
 expect host/check/planted.h '"draw/zelPicture.h"' "check may not include draw/zelPicture.h"
 expect host/edits/planted.h '"edits.h"' "edits may not include edits.h"

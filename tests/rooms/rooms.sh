@@ -13,7 +13,7 @@ faults=0
 library=(core editor graph plugins commands)
 host=(base format definitions document reading edits saving session)
 aside=(check draw views)     # For any host: no state; of the host they know names, flow, base.
-tops=(shell window python)   # None knows another.
+tops=(shell window python)   # None knows another. Under them: the console.
 users=(conformance examples) # They use the library as everybody does.
 
 declare -A may
@@ -38,8 +38,11 @@ for room in "${aside[@]}"; do
     may[$room]=" base document/flow.h document/names.h "
 done
 may[views]+="shadingDefinition.h "
-for room in "${tops[@]}"; do
+for room in console "${tops[@]}"; do
     may[$room]=" $before ${aside[*]} "
+done
+for room in "${tops[@]}"; do
+    may[$room]+="console "
 done
 
 # The room of a file: a folder of host/, or of the tree.

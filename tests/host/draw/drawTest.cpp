@@ -1,10 +1,10 @@
+#include "console/console.h"
 #include "draw/picture.h"
 #include "draw/zelLayeredLayout.h"
 #include "draw/zelPicture.h"
 #include "paths.h"
 #include "reading/definitionReader.h"
 #include "reading/openDocument.h"
-#include "shell/shell.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -114,7 +114,7 @@ public:
     {
         std::ostringstream out;
         shading::Session session = sessionOn(*opened);
-        shading::Shell shell(session, out, out);
+        shading::Console shell(session, out, out);
         shell.add(shading::drawCommands());
         shell.run("draw " + m_file.path() + " " + words);
         printed += out.str();

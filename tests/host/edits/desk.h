@@ -1,7 +1,7 @@
 #pragma once
 
+#include "console/console.h"
 #include "session/session.h"
-#include "shell/shell.h"
 #include "testDocument.h"
 #include "views/report.h"
 
@@ -18,7 +18,7 @@ struct Desk {
         std::vector<shading::Message> messages;
         document = shading::openDocument(file.path(), {}, messages);
         session = std::make_unique<shading::Session>(document, file.path());
-        shell = std::make_unique<shading::Shell>(*session, out, out);
+        shell = std::make_unique<shading::Console>(*session, out, out);
         shell->add(shading::viewCommands());
         shell->add(shading::editCommands());
         shell->add(shading::libraryCommands());
@@ -47,7 +47,7 @@ struct Desk {
     std::shared_ptr<shading::Document> document;
     std::ostringstream out;
     std::unique_ptr<shading::Session> session;
-    std::unique_ptr<shading::Shell> shell;
+    std::unique_ptr<shading::Console> shell;
 };
 
 /// What the shell says once of a graph inside a graph.

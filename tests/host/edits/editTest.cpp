@@ -1,6 +1,6 @@
 #include "check/zelCheck.h"
+#include "console/console.h"
 #include "randomEdits.h"
-#include "shell/shell.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -121,7 +121,7 @@ struct Session {
     TestDocument document;
     std::ostringstream out;
     shading::Session session;
-    shading::Shell shell;
+    shading::Console shell;
 };
 
 TEST(Edit, IsUndoneAndRedoneExactly)

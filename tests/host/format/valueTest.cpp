@@ -1,6 +1,6 @@
 #include "format/value.h"
 
-#include "shell/shell.h"
+#include "console/console.h"
 #include "testDocument.h"
 #include "views/report.h"
 
@@ -70,7 +70,7 @@ TEST(Edit, SetGivesAnInputAValueAndIsUndone)
             "<input name='i' type='integer' interfacename='x'/></n></nodegraph>");
         std::ostringstream out;
         shading::Session session = sessionOn(*document.opened);
-        shading::Shell shell(session, out, out);
+        shading::Console shell(session, out, out);
         shell.add(shading::editCommands());
         const auto ports = [&] {
             std::string text;

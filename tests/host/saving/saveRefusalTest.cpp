@@ -1,8 +1,8 @@
+#include "console/console.h"
 #include "document/node.h"
 #include "document/step.h"
 #include "reading/openDocument.h"
 #include "saving/save.h"
-#include "shell/shell.h"
 #include "testDocument.h"
 #include "views/report.h"
 

@@ -1,8 +1,8 @@
 #include "saving/save.h"
 
+#include "console/console.h"
 #include "reading/definitionReader.h"
 #include "reading/openDocument.h"
-#include "shell/shell.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ std::string saved(const std::string& bytes,
         return shading::messageText(messages.back());
     std::ostringstream out;
     shading::Session session = sessionOn(*document);
-    shading::Shell shell(session, out, out);
+    shading::Console shell(session, out, out);
     for (const auto* const table :
          {&shading::viewCommands(), &shading::editCommands(), &shading::libraryCommands()})
         shell.add(*table);

@@ -1,4 +1,4 @@
-#include "shell/shell.h"
+#include "console/console.h"
 #include "views/report.h"
 
 #include <cstdio>
@@ -8,49 +8,50 @@ namespace shading {
 
 namespace {
 
-bool runLs(Shell& shell, const Arguments& arguments)
+bool runLs(Console& console, const Arguments& arguments)
 {
-    const CompoundPtr compound = shell.compoundAt(arguments);
-    return compound && shell.print(textOf(nodeRecords(*compound), shell.hasOption("--json")));
+    const CompoundPtr compound = console.compoundAt(arguments);
+    return compound && console.print(textOf(nodeRecords(*compound), console.hasOption("--json")));
 }
 
-bool runPorts(Shell& shell, const Arguments& arguments)
+bool runPorts(Console& console, const Arguments& arguments)
 {
-    const NodePtr node = shell.nodeAt(arguments);
-    return node && shell.print(textOf(portRecords(*node), shell.hasOption("--json")));
+    const NodePtr node = console.nodeAt(arguments);
+    return node && console.print(textOf(portRecords(*node), console.hasOption("--json")));
 }
 
-bool runConnections(Shell& shell, const Arguments& arguments)
+bool runConnections(Console& console, const Arguments& arguments)
 {
-    const CompoundPtr compound = shell.compoundAt(arguments);
-    return compound && shell.print(textOf(connectionRecords(*compound), shell.hasOption("--json")));
+    const CompoundPtr compound = console.compoundAt(arguments);
+    return compound &&
+           console.print(textOf(connectionRecords(*compound), console.hasOption("--json")));
 }
 
-bool runTree(Shell& shell, const Arguments& arguments)
+bool runTree(Console& console, const Arguments& arguments)
 {
-    const NodePtr node = shell.nodeAt(arguments);
-    return node && shell.print(treeText(*node));
+    const NodePtr node = console.nodeAt(arguments);
+    return node && console.print(treeText(*node));
 }
 
-bool runStats(Shell& shell, const Arguments& arguments)
+bool runStats(Console& console, const Arguments& arguments)
 {
-    const CompoundPtr compound = shell.compoundAt(arguments);
-    return compound && shell.print(statisticsText(statisticsOf(*compound)) + "bytes " +
-                                   std::to_string(shell.document().fileSize()) + "\n");
+    const CompoundPtr compound = console.compoundAt(arguments);
+    return compound && console.print(statisticsText(statisticsOf(*compound)) + "bytes " +
+                                     std::to_string(console.document().fileSize()) + "\n");
 }
 
-bool runFind(Shell& shell, const Arguments& arguments)
+bool runFind(Console& console, const Arguments& arguments)
 {
-    return shell.print(findText(shell.document(), arguments.front()));
+    return console.print(findText(console.document(), arguments.front()));
 }
 
-bool runDump(Shell& shell, const Arguments& arguments)
+bool runDump(Console& console, const Arguments& arguments)
 {
-    const CompoundPtr compound = shell.compoundAt(arguments);
+    const CompoundPtr compound = console.compoundAt(arguments);
     if (!compound)
         return false;
     // The library prints with stdio.
-    shell.out().flush();
+    console.out().flush();
     compound->debugPrint();
     std::fflush(stdout);
     return true;

@@ -1,8 +1,8 @@
-#include "shell/shell.h"
+#include "console/console.h"
 
 #include "base/commandLine.h"
+#include "console/help.h"
 #include "document/names.h"
-#include "shell/help.h"
 
 #include <algorithm>
 #include <cctype>
@@ -14,7 +14,7 @@ namespace shading {
 const char* const kNested = "a graph inside a graph: the format has them, but its own library "
                             "follows no reference to one";
 
-Shell::Shell(Session& session, std::ostream& out, std::ostream& err)
+Console::Console(Session& session, std::ostream& out, std::ostream& err)
     : m_session(session),
       m_out(out),
       m_err(err)
@@ -23,7 +23,7 @@ Shell::Shell(Session& session, std::ostream& out, std::ostream& err)
         {
             {"help", "[COMMAND]",
              "What the commands do. Without an argument all of them, a line each.", 0, 1,
-             &Shell::help, "command", "help connect"},
+             &Console::help, "command", "help connect"},
             {"source", "FILE",
              "Runs the commands in a file, one a line. A line may be empty or a comment, which\n"
              "    begins with `#`. Stops at the first that fails and fails itself: the error has\n"
@@ -31,19 +31,22 @@ Shell::Shell(Session& session, std::ostream& out, std::ostream& err)
              "in\n"
              "    a script is looked up beside that script; `quit` ends the session.",
              1, 1,
-             [](Shell& shell, const Arguments& words) { return shell.runScript(words.front()); },
+             [](Console& console, const Arguments& words) {
+                 return console.runScript(words.front());
+             },
              "file", "source examples/scripts/tidy_wall.zelsh"},
             {"quit", "",
              "Ends the session; so does the end of the input. On a terminal, edits that were not\n"
              "    saved are told first, and the next `quit` or Control-D ends. Control-C drops "
              "the\n"
              "    line that is typed, or stops a script before its next line.",
-             0, 0, [](Shell& shell, const Arguments& /*words*/) { return shell.m_hasQuit = true; }},
+             0, 0,
+             [](Console& console, const Arguments& /*words*/) { return console.m_hasQuit = true; }},
         },
         "The session");
 }
 
-void Shell::add(const std::vector<Command>& commands, const char* title)
+void Console::add(const std::vector<Command>& commands, const char* title)
 {
     for (const Command& command : commands) {
         m_commands.push_back(command);
@@ -51,7 +54,7 @@ void Shell::add(const std::vector<Command>& commands, const char* title)
     }
 }
 
-bool Shell::run(const std::string& given)
+bool Console::run(const std::string& given)
 {
     // Lines of a file from another system end in a carriage return.
     const bool hasReturn = !given.empty() && given.back() == '\r';
@@ -80,7 +83,7 @@ bool Shell::run(const std::string& given)
     return command->run(*this, words);
 }
 
-bool Shell::runScript(const std::string& path)
+bool Console::runScript(const std::string& path)
 {
     std::string problem;
     if (!m_scripts.enter(path, problem))
@@ -106,7 +109,7 @@ bool Shell::runScript(const std::string& path)
     return true;
 }
 
-bool Shell::fail(const std::string& subject, const std::string& reason)
+bool Console::fail(const std::string& subject, const std::string& reason)
 {
     m_out.flush();
     m_hasReported = true;
@@ -115,7 +118,7 @@ bool Shell::fail(const std::string& subject, const std::string& reason)
     return false;
 }
 
-void Shell::noteIfNested(const NodePtr& node)
+void Console::noteIfNested(const NodePtr& node)
 {
     if (!node->isCompound() || m_hasNotedNested)
         return;
@@ -127,26 +130,26 @@ void Shell::noteIfNested(const NodePtr& node)
         m_err << "note: " << pathOf(*node) << ": " << kNested << "\n";
 }
 
-bool Shell::report(bool isDone)
+bool Console::report(bool isDone)
 {
     const Edits::Problem& problem = edits().problem();
     return isDone || fail(problem.subject, problem.reason);
 }
 
-bool Shell::report(bool isDone, const std::vector<SaveProblem>& problems)
+bool Console::report(bool isDone, const std::vector<SaveProblem>& problems)
 {
     for (const SaveProblem& problem : problems)
         fail(problem.path, problem.reason);
     return isDone;
 }
 
-bool Shell::print(const std::string& text)
+bool Console::print(const std::string& text)
 {
     m_out << text;
     return true;
 }
 
-NodePtr Shell::nodeAt(const Arguments& arguments, std::size_t index)
+NodePtr Console::nodeAt(const Arguments& arguments, std::size_t index)
 {
     if (index >= arguments.size())
         return document().getRootNode();
@@ -156,7 +159,7 @@ NodePtr Shell::nodeAt(const Arguments& arguments, std::size_t index)
     return node;
 }
 
-CompoundPtr Shell::compoundAt(const Arguments& arguments, std::size_t index)
+CompoundPtr Console::compoundAt(const Arguments& arguments, std::size_t index)
 {
     const NodePtr node = nodeAt(arguments, index);
     if (node && !node->isCompound())
@@ -164,13 +167,13 @@ CompoundPtr Shell::compoundAt(const Arguments& arguments, std::size_t index)
     return node ? node->getAsCompound() : nullptr;
 }
 
-std::string Shell::optionValue(const std::string& option) const
+std::string Console::optionValue(const std::string& option) const
 {
     const auto found = m_given.find(option);
     return found == m_given.end() ? "" : found->second;
 }
 
-const Command* Shell::findCommand(const std::string& name) const
+const Command* Console::findCommand(const std::string& name) const
 {
     for (const Command& command : m_commands) {
         if (name == command.name)
@@ -179,14 +182,14 @@ const Command* Shell::findCommand(const std::string& name) const
     return nullptr;
 }
 
-std::string Shell::noSuchCommand(const std::string& word) const
+std::string Console::noSuchCommand(const std::string& word) const
 {
     const std::string nearest = nearestCommand(m_commands, word);
     return nearest.empty() ? "no such command; help lists them"
                            : "no such command; did you mean \"" + nearest + "\"?";
 }
 
-bool Shell::takeOptions(const Command& command, Arguments& words)
+bool Console::takeOptions(const Command& command, Arguments& words)
 {
     const auto known = optionsOf(command);
     m_given.clear();
@@ -205,13 +208,13 @@ bool Shell::takeOptions(const Command& command, Arguments& words)
     return true;
 }
 
-bool Shell::help(Shell& shell, const Arguments& arguments)
+bool Console::help(Console& console, const Arguments& arguments)
 {
     const Command* const command =
-        arguments.empty() ? nullptr : shell.findCommand(arguments.front());
+        arguments.empty() ? nullptr : console.findCommand(arguments.front());
     if (!arguments.empty() && !command)
-        return shell.fail(arguments.front(), shell.noSuchCommand(arguments.front()));
-    return shell.print(command ? helpText(*command) : overviewText(shell.m_commands));
+        return console.fail(arguments.front(), console.noSuchCommand(arguments.front()));
+    return console.print(command ? helpText(*command) : overviewText(console.m_commands));
 }
 
 std::vector<std::pair<std::string, std::string>> optionsOf(const Command& command)

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "console/script.h"
 #include "session/session.h"
-#include "shell/script.h"
 
 #include <functional>
 #include <iosfwd>
@@ -11,20 +11,20 @@
 
 namespace shading {
 
-class Shell;
+class Console;
 using Arguments = std::vector<std::string>;
 
-/// One command of the shell. The texts live as long as the program.
+/// One command. The texts live as long as the program.
 struct Command {
     const char* name;
     const char* arguments; ///< As shown in the help: "[PATH]", "" for none.
     const char* help;      ///< One or more lines, without the last line end.
     int minArguments;
     int maxArguments;
-    /// False when it failed: it has reported why with Shell::fail.
-    bool (*run)(Shell& shell, const Arguments& arguments);
+    /// False when it failed: it has reported why with Console::fail.
+    bool (*run)(Console& console, const Arguments& arguments);
 
-    // What may be left out; see shell/completion.h for the kinds of the arguments.
+    // What may be left out; see console/completion.h for the kinds of the arguments.
     const char* kinds = "";
     const char* example = ""; ///< One line.
     /// Words that may stand anywhere among the arguments: "--all --depth=n". Behind one with "="
@@ -34,11 +34,11 @@ struct Command {
 };
 
 /// Runs commands, given as lines of text, on the document of one session.
-class Shell {
+class Console {
 public:
-    /// Nothing given is owned; all must outlive the shell. Knows `help`, `source` and
+    /// Nothing given is owned; all must outlive the console. Knows `help`, `source` and
     /// `quit`.
-    Shell(Session& session, std::ostream& out, std::ostream& err);
+    Console(Session& session, std::ostream& out, std::ostream& err);
 
     /// Adds commands to the table; a name is used once. The help shows them below the title.
     void add(const std::vector<Command>& commands, const char* title = "More");
@@ -89,7 +89,7 @@ private:
     /// What is wrong with a word that names no command.
     std::string noSuchCommand(const std::string& word) const;
     bool takeOptions(const Command& command, Arguments& words);
-    static bool help(Shell& shell, const Arguments& arguments);
+    static bool help(Console& console, const Arguments& arguments);
 
     Session& m_session;
     std::ostream& m_out;

@@ -1,9 +1,9 @@
 #include "base/commandLine.h"
 #include "base/file.h"
+#include "console/console.h"
 #include "document/names.h"
 #include "draw/zelPicture.h"
 #include "session/shown.h"
-#include "shell/shell.h"
 
 #include <strings.h>
 
@@ -19,26 +19,26 @@ bool isPictureName(const std::string& file)
            strcasecmp(file.c_str() + file.size() - ending.size(), ending.c_str()) == 0;
 }
 
-bool runDraw(Shell& shell, const Arguments& arguments)
+bool runDraw(Console& console, const Arguments& arguments)
 {
     const std::string& file = arguments.front();
-    const std::string depth = shell.optionValue("--depth");
+    const std::string depth = console.optionValue("--depth");
     zelDraw::PictureOptions options;
-    if (shell.hasOption("--depth") && !readNumber(depth, 0, options.depth))
-        return shell.fail("--depth " + depth, "needs a number of levels, from 0");
+    if (console.hasOption("--depth") && !readNumber(depth, 0, options.depth))
+        return console.fail("--depth " + depth, "needs a number of levels, from 0");
     if (!isPictureName(file))
-        return shell.fail(file, "the name of a picture ends in .svg");
-    const CompoundPtr compound = shell.compoundAt(arguments, 1);
+        return console.fail(file, "the name of a picture ends in .svg");
+    const CompoundPtr compound = console.compoundAt(arguments, 1);
     if (!compound)
         return false;
-    if (!shell.hasOption("--all"))
+    if (!console.hasOption("--all"))
         options.isShown = isTelling;
     options.hiddenSource = hiddenSourceOf;
     std::string svg;
     std::string problem;
     if (!zelDraw::drawCompound(*compound, options, svg, problem))
-        return shell.fail(file, problem);
-    return replaceFile(file, svg, problem) || shell.fail(file, "cannot be written: " + problem);
+        return console.fail(file, problem);
+    return replaceFile(file, svg, problem) || console.fail(file, "cannot be written: " + problem);
 }
 
 } // namespace

@@ -1,53 +1,54 @@
+#include "console/console.h"
 #include "document/names.h"
 #include "document/node.h"
-#include "shell/shell.h"
 #include "views/libraryReport.h"
 
 namespace shading {
 
 namespace {
 
-bool runTypes(Shell& shell, const Arguments& /*arguments*/)
+bool runTypes(Console& console, const Arguments& /*arguments*/)
 {
-    return shell.print(typesText(*shell.document().getRuntime()));
+    return console.print(typesText(*console.document().getRuntime()));
 }
 
-bool runLibrary(Shell& shell, const Arguments& arguments)
+bool runLibrary(Console& console, const Arguments& arguments)
 {
-    ZEL::Runtime& runtime = *shell.document().getRuntime();
+    ZEL::Runtime& runtime = *console.document().getRuntime();
     const ZEL::AddRefWrapper<ZEL::NodeLibrary> library =
         arguments.empty() ? runtime.getNodeLibrary() : runtime.findLibrary(arguments[0].c_str());
     if (!library)
-        return shell.fail(arguments.empty() ? "runtime" : arguments[0],
-                          arguments.empty() ? "it has no node library" : "no such library");
-    return shell.print(libraryText(*library, !arguments.empty()));
+        return console.fail(arguments.empty() ? "runtime" : arguments[0],
+                            arguments.empty() ? "it has no node library" : "no such library");
+    return console.print(libraryText(*library, !arguments.empty()));
 }
 
-bool runRuntimes(Shell& shell, const Arguments& /*arguments*/)
+bool runRuntimes(Console& console, const Arguments& /*arguments*/)
 {
     ZEL::Host host;
-    return shell.print(runtimesText(host, *shell.document().getRuntime()));
+    return console.print(runtimesText(host, *console.document().getRuntime()));
 }
 
-bool runCreate(Shell& shell, const Arguments& arguments)
+bool runCreate(Console& console, const Arguments& arguments)
 {
     const std::string path =
-        arguments.size() > 2 ? arguments[2] : shell.document().getRootNode()->getName();
-    const std::string dataType = shell.optionValue("--type");
-    if (shell.hasOption("--type") && dataType.empty())
-        return shell.fail("--type", "needs a data type");
+        arguments.size() > 2 ? arguments[2] : console.document().getRootNode()->getName();
+    const std::string dataType = console.optionValue("--type");
+    if (console.hasOption("--type") && dataType.empty())
+        return console.fail("--type", "needs a data type");
     HostNodePtr node;
-    if (!shell.report(shell.edits().createNode(path, arguments[0], arguments[1], node, dataType)))
+    if (!console.report(
+            console.edits().createNode(path, arguments[0], arguments[1], node, dataType)))
         return false;
-    shell.noteIfNested(node.get());
+    console.noteIfNested(node.get());
     const DefinitionPtr& definition = node->definition();
-    return shell.print(pathOf(*node) + " " +
-                       (definition ? definition->record().name : node->getNodeTypeName()) + "\n");
+    return console.print(pathOf(*node) + " " +
+                         (definition ? definition->record().name : node->getNodeTypeName()) + "\n");
 }
 
-bool runRebuild(Shell& shell, const Arguments& /*arguments*/)
+bool runRebuild(Console& console, const Arguments& /*arguments*/)
 {
-    return shell.report(shell.edits().rebuild());
+    return console.report(console.edits().rebuild());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "shell/shell.h"
+#include "console/console.h"
 
 #include "base/commandLine.h"
 #include "document/node.h"
@@ -68,7 +68,7 @@ const struct {
     {"help no", "error: help: no: no such command; help lists them\n"},
 };
 
-TEST(Shell, PrintsWhatACommandAsksFor)
+TEST(Console, PrintsWhatACommandAsksFor)
 {
     const TestDocument document(kElements);
     for (const auto& c : kCommands) {
@@ -77,7 +77,7 @@ TEST(Shell, PrintsWhatACommandAsksFor)
     }
 }
 
-TEST(Shell, ListsTheCommandsByGroup)
+TEST(Console, ListsTheCommandsByGroup)
 {
     const TestDocument document("");
     const std::string text = document.run("help");
@@ -96,12 +96,12 @@ TEST(Json, ReplacesWhatIsNoUtf8)
               document.run("ls --json"));
 }
 
-TEST(Shell, TellsFailureAndQuit)
+TEST(Console, TellsFailureAndQuit)
 {
     const TestDocument document(kElements);
     std::ostringstream out;
     shading::Session session = sessionOn(*document.opened);
-    shading::Shell shell(session, out, out);
+    shading::Console shell(session, out, out);
     EXPECT_FALSE(shell.run("ls")); // Not in the table yet.
     shell.add(shading::viewCommands());
     EXPECT_TRUE(shell.run("ls"));
@@ -113,7 +113,7 @@ TEST(Shell, TellsFailureAndQuit)
     EXPECT_TRUE(shell.hasQuit());
 }
 
-TEST(Shell, CheckTellsWhatASaveWouldRefuseAndWhatTheFormatLacks)
+TEST(Console, CheckTellsWhatASaveWouldRefuseAndWhatTheFormatLacks)
 {
     const TestDocument document("<m name='M' type='material'/><n name='a' type='t'/><look "
                                 "name='L'><materialassign name='x' "
@@ -132,7 +132,7 @@ TEST(Shell, CheckTellsWhatASaveWouldRefuseAndWhatTheFormatLacks)
     EXPECT_FALSE(std::filesystem::exists("F"));
 }
 
-TEST(Shell, NotesAGraphInsideAGraphOnce)
+TEST(Console, NotesAGraphInsideAGraphOnce)
 {
     const TestDocument document("<nodegraph name='g'><n name='a' type='t'/><n name='b' "
                                 "type='t'/></nodegraph>");

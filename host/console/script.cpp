@@ -1,4 +1,4 @@
-#include "shell/script.h"
+#include "console/script.h"
 
 #include "base/file.h"
 

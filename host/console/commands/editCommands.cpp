@@ -1,9 +1,9 @@
 #include "base/commandLine.h"
 #include "check/zelCheck.h"
+#include "console/console.h"
 #include "document/attributes.h"
 #include "document/names.h"
 #include "edits/positions.h"
-#include "shell/shell.h"
 #include "views/report.h"
 
 #include <ostream>
@@ -15,75 +15,75 @@ namespace {
 
 /// An edit that takes words and gives nothing back.
 template <bool (Edits::*edit)(const std::string&)>
-bool runEdit(Shell& shell, const Arguments& arguments)
+bool runEdit(Console& console, const Arguments& arguments)
 {
-    return shell.report((shell.edits().*edit)(arguments[0]));
+    return console.report((console.edits().*edit)(arguments[0]));
 }
 
 template <bool (Edits::*edit)(const std::string&, const std::string&)>
-bool runEdit(Shell& shell, const Arguments& arguments)
+bool runEdit(Console& console, const Arguments& arguments)
 {
-    return shell.report((shell.edits().*edit)(arguments[0], arguments[1]));
+    return console.report((console.edits().*edit)(arguments[0], arguments[1]));
 }
 
-bool runCollapse(Shell& shell, const Arguments& arguments)
+bool runCollapse(Console& console, const Arguments& arguments)
 {
     const Arguments nodes(arguments.begin() + 2, arguments.end());
     std::string path;
-    if (!shell.report(shell.edits().collapse(arguments[0], arguments[1], nodes, path)))
+    if (!console.report(console.edits().collapse(arguments[0], arguments[1], nodes, path)))
         return false;
-    const NodePtr graph = shell.document().findNodeFromPath(path.c_str());
-    shell.noteIfNested(graph);
-    return shell.print(path + "\n");
+    const NodePtr graph = console.document().findNodeFromPath(path.c_str());
+    console.noteIfNested(graph);
+    return console.print(path + "\n");
 }
 
-bool runExpand(Shell& shell, const Arguments& arguments)
+bool runExpand(Console& console, const Arguments& arguments)
 {
     std::vector<std::string> renamed;
-    if (!shell.report(shell.edits().expand(arguments[0], renamed)))
+    if (!console.report(console.edits().expand(arguments[0], renamed)))
         return false;
     for (const std::string& line : renamed)
-        shell.out() << line << "\n";
+        console.out() << line << "\n";
     return true;
 }
 
-bool runPort(Shell& shell, const Arguments& arguments)
+bool runPort(Console& console, const Arguments& arguments)
 {
-    Edits& edits = shell.edits();
+    Edits& edits = console.edits();
     const std::string& verb = arguments[0];
     if (verb == "add" && arguments.size() == 5) {
         if (arguments[2] != "input" && arguments[2] != "output")
-            return shell.fail(arguments[2], "neither input nor output");
+            return console.fail(arguments[2], "neither input nor output");
         const ZEL::PortIOType ioType = arguments[2] == "input" ? ZEL::PortInput : ZEL::PortOutput;
-        return shell.report(edits.addPort(arguments[1], ioType, arguments[3], arguments[4]));
+        return console.report(edits.addPort(arguments[1], ioType, arguments[3], arguments[4]));
     }
     if (verb == "delete" && arguments.size() == 3)
-        return shell.report(edits.deletePort(arguments[1], arguments[2]));
+        return console.report(edits.deletePort(arguments[1], arguments[2]));
     if (verb == "rename" && arguments.size() == 4)
-        return shell.report(edits.renamePort(arguments[1], arguments[2], arguments[3]));
+        return console.report(edits.renamePort(arguments[1], arguments[2], arguments[3]));
     if (verb == "move" && arguments.size() == 4) {
         int place = 0;
         return readNumber(arguments[3], 1, place)
-                   ? shell.report(edits.movePort(arguments[1], arguments[2], place))
-                   : shell.fail(arguments[3], "not a place, from 1");
+                   ? console.report(edits.movePort(arguments[1], arguments[2], place))
+                   : console.fail(arguments[3], "not a place, from 1");
     }
-    return shell.fail(verb, "usage: port add PATH input|output NAME TYPE, port delete PATH NAME, "
-                            "port rename PATH OLD NEW, port move PATH NAME PLACE");
+    return console.fail(verb, "usage: port add PATH input|output NAME TYPE, port delete PATH NAME, "
+                              "port rename PATH OLD NEW, port move PATH NAME PLACE");
 }
 
-bool runAttribute(Shell& shell, const Arguments& arguments)
+bool runAttribute(Console& console, const Arguments& arguments)
 {
     const std::string& path = arguments[0];
     if (arguments.size() == 3)
-        return shell.report(shell.edits().setAttribute(path, arguments[1], arguments[2]));
+        return console.report(console.edits().setAttribute(path, arguments[1], arguments[2]));
     AttributeOwner owner;
-    if (!shell.report(shell.edits().findOwner(path, owner)))
+    if (!console.report(console.edits().findOwner(path, owner)))
         return false;
-    const Attributes& attributes = shell.document().attributes();
+    const Attributes& attributes = console.document().attributes();
     if (arguments.size() == 1) {
         for (const auto& [name, value] : attributes.all(owner)) {
             if (owner.element || Edits::attributeProblem(owner, name).empty())
-                shell.print(name + " " + quoted(value) + "\n");
+                console.print(name + " " + quoted(value) + "\n");
         }
         return true;
     }
@@ -93,111 +93,111 @@ bool runAttribute(Shell& shell, const Arguments& arguments)
         problem = Edits::attributeProblem(owner, arguments[1]);
     if (problem.empty() && value.empty())
         problem = "it has no such attribute";
-    return problem.empty() ? shell.print(value + "\n")
-                           : shell.fail(path + ": " + arguments[1], problem);
+    return problem.empty() ? console.print(value + "\n")
+                           : console.fail(path + ": " + arguments[1], problem);
 }
 
-bool runMove(Shell& shell, const Arguments& arguments)
+bool runMove(Console& console, const Arguments& arguments)
 {
     Position position;
     for (double* const part : {&position.x, &position.y}) {
         const std::string& text = arguments[part == &position.x ? 1 : 2];
         if (!readFloat(text, *part))
-            return shell.fail(text, "not a number");
+            return console.fail(text, "not a number");
     }
-    return shell.report(shell.edits().moveNode(arguments[0], position));
+    return console.report(console.edits().moveNode(arguments[0], position));
 }
 
 /// False, and reported, when one of the paths names no node.
-bool readNodes(Shell& shell, const Arguments& arguments, std::vector<NodePtr>& nodes)
+bool readNodes(Console& console, const Arguments& arguments, std::vector<NodePtr>& nodes)
 {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        nodes.push_back(shell.nodeAt(arguments, i));
+        nodes.push_back(console.nodeAt(arguments, i));
         if (!nodes.back())
             return false;
     }
     return true;
 }
 
-bool printPaths(Shell& shell, const std::vector<NodePtr>& nodes)
+bool printPaths(Console& console, const std::vector<NodePtr>& nodes)
 {
     for (const NodePtr& node : nodes) {
-        shell.noteIfNested(node);
-        shell.print(pathOf(*node) + "\n");
+        console.noteIfNested(node);
+        console.print(pathOf(*node) + "\n");
     }
     return true;
 }
 
-bool runCopy(Shell& shell, const Arguments& arguments)
+bool runCopy(Console& console, const Arguments& arguments)
 {
     std::vector<NodePtr> nodes;
     std::vector<SaveProblem> problems;
-    return readNodes(shell, arguments, nodes) &&
-           shell.report(shell.session().copy(nodes, problems), problems) &&
-           shell.print(shell.session().copied() + "\n");
+    return readNodes(console, arguments, nodes) &&
+           console.report(console.session().copy(nodes, problems), problems) &&
+           console.print(console.session().copied() + "\n");
 }
 
-bool runPaste(Shell& shell, const Arguments& arguments)
+bool runPaste(Console& console, const Arguments& arguments)
 {
     Arguments path = arguments;
-    std::string text = shell.session().copied();
+    std::string text = console.session().copied();
     if (!path.empty() && (path.size() > 1 || path.back().compare(0, 1, "<") == 0)) {
         text = path.back();
         path.pop_back();
     }
     if (text.empty())
-        return shell.fail("text", "nothing was copied");
-    const CompoundPtr compound = shell.compoundAt(path);
+        return console.fail("text", "nothing was copied");
+    const CompoundPtr compound = console.compoundAt(path);
     std::vector<NodePtr> made;
-    return compound && shell.report(shell.edits().paste(compound, text, made)) &&
-           printPaths(shell, made);
+    return compound && console.report(console.edits().paste(compound, text, made)) &&
+           printPaths(console, made);
 }
 
-bool runDuplicate(Shell& shell, const Arguments& arguments)
+bool runDuplicate(Console& console, const Arguments& arguments)
 {
     std::vector<NodePtr> nodes;
     std::vector<NodePtr> made;
     std::vector<SaveProblem> problems;
-    return readNodes(shell, arguments, nodes) &&
-           shell.report(shell.session().duplicate(nodes, made, problems), problems) &&
-           printPaths(shell, made);
+    return readNodes(console, arguments, nodes) &&
+           console.report(console.session().duplicate(nodes, made, problems), problems) &&
+           printPaths(console, made);
 }
 
-bool runReparent(Shell& shell, const Arguments& arguments)
+bool runReparent(Console& console, const Arguments& arguments)
 {
-    const CompoundPtr compound = shell.compoundAt(arguments);
+    const CompoundPtr compound = console.compoundAt(arguments);
     std::vector<NodePtr> nodes;
-    return compound && readNodes(shell, {arguments.begin() + 1, arguments.end()}, nodes) &&
-           shell.report(shell.edits().reparent(compound, nodes)) && printPaths(shell, nodes);
+    return compound && readNodes(console, {arguments.begin() + 1, arguments.end()}, nodes) &&
+           console.report(console.edits().reparent(compound, nodes)) && printPaths(console, nodes);
 }
 
 /// Undoes or redoes as many edits as the argument says, one without it.
 template <bool isUndo>
-bool runReplay(Shell& shell, const Arguments& arguments)
+bool runReplay(Console& console, const Arguments& arguments)
 {
     int count = 1;
     if (!arguments.empty() && !readNumber(arguments[0], 1, count))
-        return shell.fail(arguments[0], "not a number of edits");
+        return console.fail(arguments[0], "not a number of edits");
     std::vector<std::string> titles;
     const bool isDone =
-        isUndo ? shell.edits().undo(count, titles) : shell.edits().redo(count, titles);
+        isUndo ? console.edits().undo(count, titles) : console.edits().redo(count, titles);
     for (const std::string& title : titles)
-        shell.out() << (isUndo ? "undo: " : "redo: ") << title << "\n";
-    return shell.report(isDone);
+        console.out() << (isUndo ? "undo: " : "redo: ") << title << "\n";
+    return console.report(isDone);
 }
 
-bool runShowHistory(Shell& shell, const Arguments& /*arguments*/)
+bool runShowHistory(Console& console, const Arguments& /*arguments*/)
 {
-    History& history = shell.edits().history();
+    History& history = console.edits().history();
     const int done = history.undoCount();
     int number = 0;
     for (const EditName& name : history.names()) {
         ++number;
-        if (!shell.hasOption("--commands"))
-            shell.out() << number << (number > done ? " undone: " : " ") << name.title << "\n";
+        if (!console.hasOption("--commands"))
+            console.out() << number << (number > done ? " undone: " : " ") << name.title << "\n";
         else if (number <= done)
             for (const std::string& line : name.lines)
-                shell.out() << line << "\n";
+                console.out() << line << "\n";
     }
     return true;
 }
@@ -214,22 +214,22 @@ void addNested(ZEL::Compound& compound, int depth, std::vector<FindingRecord>& r
     }
 }
 
-bool runCheck(Shell& shell, const Arguments& /*arguments*/)
+bool runCheck(Console& console, const Arguments& /*arguments*/)
 {
     std::vector<FindingRecord> records;
     std::set<std::string> told;
-    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(shell.document())) {
+    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(console.document())) {
         told.insert(finding.path);
         records.push_back({finding.path, finding.text});
     }
     // Of what is wrong in the network the file says nothing new.
-    for (const SaveProblem& problem : checkDocument(shell.document())) {
+    for (const SaveProblem& problem : checkDocument(console.document())) {
         if (told.count(problem.path) == 0)
             records.push_back({problem.path, problem.reason});
     }
     const bool isSound = records.empty();
-    addNested(*shell.document().getRootNode()->getAsCompound(), 0, records);
-    shell.print(textOf(records, shell.hasOption("--json")));
+    addNested(*console.document().getRootNode()->getAsCompound(), 0, records);
+    console.print(textOf(records, console.hasOption("--json")));
     return isSound;
 }
 

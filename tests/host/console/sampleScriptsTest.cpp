@@ -1,8 +1,8 @@
+#include "console/console.h"
 #include "definitions/pluginModule.h"
 #include "paths.h"
 #include "randomEdits.h"
 #include "reading/openDocument.h"
-#include "shell/shell.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -104,7 +104,7 @@ TEST(SampleScripts, DoTheirEditAndAreUndoneAsAWhole)
         const std::string before = networkText(*document);
         std::ostringstream out;
         shading::Session session = sessionOn(*document);
-        shading::Shell shell(session, out, out);
+        shading::Console shell(session, out, out);
         shell.add(shading::viewCommands());
         shell.add(shading::libraryCommands());
         shell.add(shading::editCommands());

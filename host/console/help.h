@@ -7,7 +7,7 @@ namespace shading {
 
 struct Command;
 
-// The texts of `help`. Commands that were added to the shell together stand together.
+// The texts of `help`. Commands that were added to the console together stand together.
 
 /// How the command is written: its name, options and arguments.
 std::string usageOf(const Command& command);

@@ -1,6 +1,6 @@
-#include "shell/help.h"
+#include "console/help.h"
 
-#include "shell/shell.h"
+#include "console/console.h"
 
 #include <algorithm>
 #include <cctype>

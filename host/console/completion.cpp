@@ -1,9 +1,9 @@
-#include "shell/completion.h"
+#include "console/completion.h"
 
 #include "base/commandLine.h"
+#include "console/console.h"
 #include "document/rules.h"
 #include "shadingDefinition.h"
-#include "shell/shell.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
-#include "shell/completion.h"
+#include "console/completion.h"
 
 #include "base/commandLine.h"
-#include "shell/shell.h"
+#include "console/console.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -70,7 +70,7 @@ TEST(Completion, KnowsWhatEachArgumentTakes)
     const TestDocument document(kCompletedNetwork);
     std::ostringstream out;
     shading::Session session = sessionOn(*document.opened);
-    shading::Shell shell(session, out, out);
+    shading::Console shell(session, out, out);
     shell.add(shading::viewCommands());
     shell.add(shading::editCommands());
     shell.add(shading::drawCommands());

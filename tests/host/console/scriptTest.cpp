@@ -1,4 +1,4 @@
-#include "shell/shell.h"
+#include "console/console.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ protected:
     TestDocument m_document{"<n name='a' type='t'/><n name='b' type='t'/>"};
     std::ostringstream m_out;
     shading::Session m_session = sessionOn(*m_document.opened);
-    shading::Shell m_shell{m_session, m_out, m_out};
+    shading::Console m_shell{m_session, m_out, m_out};
 };
 
 TEST_F(Scripts, StopAtTheFirstErrorWithItsPlace)

@@ -1,19 +1,19 @@
-#include "shell/shell.h"
+#include "console/console.h"
 
 namespace shading {
 
 namespace {
 
-bool runSave(Shell& shell, const std::vector<std::string>& arguments)
+bool runSave(Console& console, const std::vector<std::string>& arguments)
 {
     std::vector<SaveProblem> problems;
-    Session& session = shell.session();
+    Session& session = console.session();
     const std::string path = arguments.empty() ? session.path() : arguments[0];
     const ChangedFile changed =
-        shell.hasOption("--force") ? ChangedFile::Replace : ChangedFile::Keep;
-    const bool isGood = shell.hasOption("--dry-run") ? session.maySave(path, problems, changed)
-                                                     : session.save(path, problems, changed);
-    return shell.report(isGood, problems);
+        console.hasOption("--force") ? ChangedFile::Replace : ChangedFile::Keep;
+    const bool isGood = console.hasOption("--dry-run") ? session.maySave(path, problems, changed)
+                                                       : session.save(path, problems, changed);
+    return console.report(isGood, problems);
 }
 
 } // namespace
