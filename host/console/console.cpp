@@ -217,6 +217,15 @@ bool Console::help(Console& console, const Arguments& arguments)
     return console.print(command ? helpText(*command) : overviewText(console.m_commands));
 }
 
+void addAllCommands(Console& console)
+{
+    console.add(viewCommands(), "Looking");
+    console.add(drawCommands(), "Looking");
+    console.add(libraryCommands(), "Definitions");
+    console.add(editCommands(), "Editing");
+    console.add(fileCommands(), "Files");
+}
+
 std::vector<std::pair<std::string, std::string>> optionsOf(const Command& command)
 {
     std::vector<std::pair<std::string, std::string>> options;

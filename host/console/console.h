@@ -118,6 +118,9 @@ const std::vector<Command>& fileCommands();
 /// The command that writes a picture of a network and changes nothing.
 const std::vector<Command>& drawCommands();
 
+/// All of them, under their titles.
+void addAllCommands(Console& console);
+
 /// The options of a command, each without the kind of the word behind it, with that kind.
 std::vector<std::pair<std::string, std::string>> optionsOf(const Command& command);
 

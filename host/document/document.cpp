@@ -59,6 +59,18 @@ std::string makeUuid()
     return text.data();
 }
 
+/// Mostly the node is the first of its name.
+bool holds(ZEL::NodeList& list, const NodePtr& node)
+{
+    if (list[node->getName()] == node)
+        return true;
+    for (ZEL::Node* const other : list) {
+        if (other == node.get())
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 Document::Document(std::unique_ptr<XmlSource> xml, ZEL::Runtime* runtime)
@@ -80,6 +92,16 @@ Document::~Document()
     // Both tables hold plain pointers and are not told when a document dies.
     registerWithUUID(uuid().c_str(), nullptr);
     m_impl->runtime->unregisterContainer(this);
+}
+
+bool Document::has(const NodePtr& node)
+{
+    NodePtr top = node;
+    while (top && top != getRootNode()) {
+        const CompoundPtr around = top->getParentCompound();
+        top = around && holds(around->nodes(), top) ? around->getAsNode() : nullptr;
+    }
+    return top == getRootNode();
 }
 
 void Document::setRootNode(const ZEL::AddRefWrapper<ZEL::Node>& root)

@@ -33,6 +33,9 @@ public:
     Document(std::unique_ptr<XmlSource> xml, const Document& other);
     ~Document() override;
 
+    /// The node stands in the network: it is the root node, or in the list of a compound that does.
+    /// One that was taken out still knows where it was. False for none.
+    bool has(const ZEL::AddRefWrapper<ZEL::Node>& node);
     /// Gives the document its network, once, when all of it is there.
     void setRootNode(const ZEL::AddRefWrapper<ZEL::Node>& root);
     /// Makes the document known: to its runtime, which rebuilds its compounds from now on, and by a

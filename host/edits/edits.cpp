@@ -13,18 +13,6 @@ namespace {
 const char* const kNoNode = "no such node";
 const char* const kNoPort = "no such port";
 
-/// The list holds the node; mostly it is the first of its name.
-bool holds(ZEL::NodeList& list, const NodePtr& node)
-{
-    if (list[node->getName()] == node)
-        return true;
-    for (const NodePtr& other : list) {
-        if (other == node)
-            return true;
-    }
-    return false;
-}
-
 } // namespace
 
 Edits::Edits(Document& document) : m_document(document), m_history(document) {}
@@ -79,12 +67,7 @@ bool Edits::fail(const std::string& subject, const std::string& reason)
 
 bool Edits::has(const NodePtr& node)
 {
-    NodePtr top = node;
-    while (top && top != m_document.getRootNode()) {
-        const CompoundPtr around = top->getParentCompound();
-        top = around && holds(around->nodes(), top) ? around->getAsNode() : nullptr;
-    }
-    return top || fail(node ? node->getName() : "", kNoNode);
+    return m_document.has(node) || fail(node ? node->getName() : "", kNoNode);
 }
 
 bool Edits::has(const PortPtr& port)

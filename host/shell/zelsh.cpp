@@ -174,11 +174,7 @@ int main(int argc, char** argv)
         return kFailure;
 
     shading::Console console(*session, std::cout, std::cerr);
-    console.add(shading::viewCommands(), "Looking");
-    console.add(shading::drawCommands(), "Looking");
-    console.add(shading::libraryCommands(), "Definitions");
-    console.add(shading::editCommands(), "Editing");
-    console.add(shading::fileCommands(), "Files");
+    shading::addAllCommands(console);
     std::unique_ptr<shading::Watcher> watcher;
     if (arguments.isWatched)
         watcher = std::make_unique<shading::Watcher>(session->document().getRootNode(), std::cout);

@@ -1,0 +1,153 @@
+#include "window/mainWindow.h"
+
+#include "window/documentView.h"
+#include "window/workspace/panel.h"
+
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTabWidget>
+
+namespace shading {
+
+MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent)
+    : QMainWindow(parent),
+      m_environment(std::move(environment)),
+      m_actions(new Actions(this)),
+      m_tabs(new QTabWidget(this)),
+      m_message(new QLabel(this))
+{
+    setObjectName("window");
+    m_tabs->setObjectName("documents");
+    m_tabs->setDocumentMode(true);
+    m_tabs->setTabsClosable(true);
+    m_tabs->setMovable(true);
+    setCentralWidget(m_tabs);
+    m_message->setObjectName("status");
+    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    statusBar()->addWidget(m_message, 1);
+    setDockNestingEnabled(true);
+    addActions();
+    m_actions->fill(*menuBar());
+    connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::turnTo);
+    resize(1440, 900);
+    showTitle();
+}
+
+MainWindow::~MainWindow()
+{
+    // The documents go before the panels, which look at them, and before the environment.
+    for (DocumentView* const view : views())
+        removeDocument(view);
+}
+
+void MainWindow::addActions()
+{
+    const auto hasDocument = [this] { return workspace() != nullptr; };
+    m_actions
+        ->add("edit.undo", "&Edit", "&Undo", {QKeySequence("Ctrl+Z")},
+              [this] { workspace()->undo(); })
+        .when([=] { return hasDocument() && workspace()->history().undoCount() > 0; });
+    m_actions
+        ->add("edit.redo", "&Edit", "&Redo", {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")},
+              [this] { workspace()->redo(); })
+        .when([=] { return hasDocument() && workspace()->history().redoCount() > 0; });
+}
+
+DocumentView* MainWindow::addDocument(std::unique_ptr<Session> session,
+                                      std::vector<Message> messages)
+{
+    auto* const view = new DocumentView(
+        std::make_unique<Workspace>(std::move(session), std::move(messages)), *m_actions);
+    Workspace& workspace = view->workspace();
+    connect(&workspace, &Workspace::fileChanged, this, &MainWindow::showTitle);
+    connect(&workspace, &Workspace::said, m_message, &QLabel::setText);
+    connect(&workspace, &Workspace::refused, this,
+            [this](const QString& subject, const QString& reason) {
+                m_message->setText(subject + ": " + reason);
+            });
+    connect(&workspace, &Workspace::edited, m_actions, &Actions::update);
+    connect(&workspace, &Workspace::selectionChanged, m_actions, &Actions::update);
+    connect(&workspace, &Workspace::compoundChanged, m_actions, &Actions::update);
+    m_tabs->setCurrentIndex(m_tabs->addTab(view, QString()));
+    showTitle();
+    return view;
+}
+
+void MainWindow::removeDocument(DocumentView* view)
+{
+    m_tabs->removeTab(m_tabs->indexOf(view));
+    delete view;
+    showTitle();
+}
+
+void MainWindow::showDocument(DocumentView* view)
+{
+    m_tabs->setCurrentWidget(view);
+}
+
+DocumentView* MainWindow::view() const
+{
+    return qobject_cast<DocumentView*>(m_tabs->currentWidget());
+}
+
+Workspace* MainWindow::workspace() const
+{
+    return view() ? &view()->workspace() : nullptr;
+}
+
+std::vector<DocumentView*> MainWindow::views() const
+{
+    std::vector<DocumentView*> views;
+    for (int i = 0; i < m_tabs->count(); ++i)
+        views.push_back(qobject_cast<DocumentView*>(m_tabs->widget(i)));
+    return views;
+}
+
+void MainWindow::addPanel(Panel* panel,
+                          const QString& id,
+                          const QString& title,
+                          Qt::DockWidgetArea area)
+{
+    auto* const dock = new QDockWidget(title, this);
+    dock->setObjectName(id);
+    dock->setWidget(panel);
+    addDockWidget(area, dock);
+    panel->setWorkspace(m_front);
+    m_panels.push_back(panel);
+}
+
+void MainWindow::turnTo()
+{
+    Workspace* const front = workspace();
+    if (front == m_front)
+        return;
+    m_front = front;
+    for (Panel* const panel : m_panels)
+        panel->setWorkspace(front);
+    m_message->clear();
+    m_actions->update();
+    showTitle();
+    Q_EMIT workspaceChanged(front);
+}
+
+/// The file's name and [*] in the title and, for each document, in its tab.
+void MainWindow::showTitle()
+{
+    for (DocumentView* const view : views()) {
+        Session& session = view->workspace().session();
+        const QString path = QString::fromStdString(session.path());
+        const int index = m_tabs->indexOf(view);
+        m_tabs->setTabText(index, QFileInfo(path).fileName() + (session.isSaved() ? "" : " *"));
+        m_tabs->setTabToolTip(index, path);
+    }
+    Workspace* const front = workspace();
+    const QString file =
+        front ? QFileInfo(QString::fromStdString(front->session().path())).fileName() : QString();
+    setWindowTitle(front ? file + "[*] - zeledit" : QString("zeledit"));
+    setWindowModified(front && !front->session().isSaved());
+}
+
+} // namespace shading

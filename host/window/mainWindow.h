@@ -1,0 +1,62 @@
+#pragma once
+
+#include "session/environment.h"
+#include "window/workspace/actions.h"
+#include "window/workspace/workspace.h"
+
+#include <QMainWindow>
+#include <memory>
+#include <vector>
+
+class QLabel;
+class QTabWidget;
+
+namespace shading {
+
+class DocumentView;
+class Panel;
+
+/// The window: documents in tabs, panels in docks around them, and the actions.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// What documents are opened with is shared with them.
+    explicit MainWindow(std::shared_ptr<Environment> environment, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    const std::shared_ptr<Environment>& environment() const { return m_environment; }
+    Actions& actions() { return *m_actions; }
+
+    /// Puts a document into a tab, in front.
+    DocumentView* addDocument(std::unique_ptr<Session> session, std::vector<Message> messages);
+    /// Takes it out and destroys it; nobody is asked.
+    void removeDocument(DocumentView* view);
+    void showDocument(DocumentView* view);
+    /// That in front; null when there is none.
+    DocumentView* view() const;
+    Workspace* workspace() const;
+    std::vector<DocumentView*> views() const;
+
+    /// Puts a panel into a dock, with an action in the menu View that shows and hides it. The
+    /// window owns it.
+    void addPanel(Panel* panel, const QString& id, const QString& title, Qt::DockWidgetArea area);
+
+Q_SIGNALS:
+    /// Another document is in front, or none.
+    void workspaceChanged(shading::Workspace* workspace);
+
+private:
+    void addActions();
+    void showTitle();
+    void turnTo();
+
+    std::shared_ptr<Environment> m_environment;
+    Actions* m_actions; ///< All are owned by the window.
+    QTabWidget* m_tabs;
+    QLabel* m_message; ///< In the status bar.
+    std::vector<Panel*> m_panels;
+    Workspace* m_front = nullptr;
+};
+
+} // namespace shading
