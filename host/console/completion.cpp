@@ -216,12 +216,14 @@ Arguments wordsOf(const std::string& kind)
     return splitAt(kind.substr(0, 1) == "=" ? kind.substr(1) : "", ',');
 }
 
-/// The kind at the index; the last one where it repeats; empty behind the last.
+/// The kind at the index; that of the last ones where they repeat; empty behind the last.
 std::string kindAt(const Arguments& kinds, std::size_t index)
 {
     if (kinds.empty())
         return "";
     const std::string& last = kinds.back();
+    if (last == "..." && kinds.size() > 1)
+        return kinds[index % (kinds.size() - 1)];
     const bool repeats = last.size() > 3 && last.compare(last.size() - 3, 3, "...") == 0;
     if (repeats && index + 1 >= kinds.size())
         return last.substr(0, last.size() - 3);

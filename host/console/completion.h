@@ -18,8 +18,8 @@ struct Command;
 //   any       any of these paths        file      a file
 //   name      nothing that is known     =a,b      one of these words
 //
-// The kinds are separated by blanks; "..." behind the last repeats it. Where a command has several
-// forms they are separated by "|".
+// The kinds are separated by blanks; "..." behind the last repeats it, and as a word
+// of its own all of them. Where a command has several forms they are separated by "|".
 
 /// What the word at the cursor may become.
 struct Completion {

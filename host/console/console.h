@@ -113,6 +113,8 @@ const std::vector<Command>& viewCommands();
 const std::vector<Command>& libraryCommands();
 /// The commands that change a network: what they ask for, Edits does.
 const std::vector<Command>& editCommands();
+/// Those among them that are about nodes.
+const std::vector<Command>& nodeCommands();
 /// The commands that write the document into files.
 const std::vector<Command>& fileCommands();
 /// The command that writes a picture of a network and changes nothing.

@@ -21,6 +21,9 @@ struct EditName {
 struct Change {
     enum class Kind {
         Done,
+        /// More was done, as a part of the last edit, which has the name now: see
+        /// History::Repeating.
+        GoneOn,
         Undone,
         Redone,
         /// The document was changed past its history, which is empty now; nothing is named.

@@ -4,6 +4,7 @@
 #include "document/journal.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace shading {
@@ -82,17 +83,46 @@ bool History::Group::finish(bool isGood, std::string& problem)
 /// The outermost group has ended.
 void History::close(EditName name)
 {
-    const auto edit = std::make_shared<Edit>();
-    edit->steps = m_document.journal().takeSteps();
-    if (edit->steps.empty())
+    Steps steps = m_document.journal().takeSteps();
+    if (steps.empty())
         return;
     if (name.lines.empty())
         name.lines.push_back("# " + name.title);
-    edit->name = std::move(name);
     m_edits.resize(m_done);
-    m_edits.push_back(edit);
-    ++m_done;
-    tell(edit, Change::Kind::Done);
+    const bool goesOn = isRepeated();
+    if (!goesOn) {
+        m_edits.push_back(std::make_shared<Edit>());
+        ++m_done;
+    }
+    const EditPtr edit = lastDone();
+    const std::size_t firstStep = edit->steps.size();
+    std::move(steps.begin(), steps.end(), std::back_inserter(edit->steps));
+    edit->name = std::move(name);
+    m_repeat = {};
+    if (m_repeating)
+        m_repeat = {m_repeating->m_key, std::chrono::steady_clock::now() + m_repeating->m_within};
+    tell(edit, goesOn ? Change::Kind::GoneOn : Change::Kind::Done, firstStep);
+}
+
+/// The edit that ends goes on with the last one.
+bool History::isRepeated() const
+{
+    return m_repeating && !m_repeat.key.empty() && m_repeat.key == m_repeating->m_key &&
+           std::chrono::steady_clock::now() < m_repeat.until;
+}
+
+History::Repeating::Repeating(History& history, std::string key, std::chrono::milliseconds within)
+    : m_history(history),
+      m_outer(history.m_repeating),
+      m_key(std::move(key)),
+      m_within(within)
+{
+    m_history.m_repeating = this;
+}
+
+History::Repeating::~Repeating()
+{
+    m_history.m_repeating = m_outer;
 }
 
 bool History::undo(std::string& title, std::string& problem)
@@ -124,6 +154,7 @@ bool History::replay(bool isForward, std::string& title, std::string& problem)
         return false;
     }
     m_done = isForward ? m_done + 1 : m_done - 1;
+    m_repeat = {};
     tell(edit, isForward ? Change::Kind::Redone : Change::Kind::Undone);
     return true;
 }
@@ -160,6 +191,7 @@ void History::noteSaved()
 {
     dropStale();
     m_savedEdit = lastDone();
+    m_repeat = {};
     m_isChangedOutside = false;
 }
 
@@ -176,13 +208,14 @@ void History::dropStale()
         return;
     m_edits.clear();
     m_done = 0;
+    m_repeat = {};
     m_isChangedOutside = true;
     tell(nullptr, Change::Kind::Outside);
 }
 
-void History::tell(const EditPtr& edit, Change::Kind kind)
+void History::tell(const EditPtr& edit, Change::Kind kind, std::size_t firstStep)
 {
-    m_untold.push_back({edit, kind});
+    m_untold.push_back({edit, kind, firstStep, edit ? edit->steps.size() : 0});
     if (m_isTelling)
         return;
     // An observer may throw: what is untold then is told with the next edit.
@@ -204,11 +237,12 @@ void History::tellOne(const Untold& untold)
     Change change;
     change.kind = untold.kind;
     if (untold.edit) {
+        // It may go on while it is told.
         const Steps& steps = untold.edit->steps;
-        const std::size_t count = steps.size();
+        const std::size_t count = untold.endStep - untold.firstStep;
         ChangeCollector collector(change);
         for (std::size_t i = 0; i < count; ++i) {
-            const Step& step = *steps[isForward ? i : count - 1 - i];
+            const Step& step = *steps[isForward ? untold.firstStep + i : untold.endStep - 1 - i];
             step.notify(isForward);
             if (!m_observers.empty())
                 step.collect(collector, isForward);

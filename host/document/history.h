@@ -3,6 +3,7 @@
 #include "document/change.h"
 #include "document/step.h"
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -26,6 +27,7 @@ public:
     using Action = std::function<std::string()>;
     using Observer = std::function<void(const Change& change)>;
     class Group;
+    class Repeating;
 
     /// The document is not owned and must outlive the history. Throws std::logic_error when the
     /// document has one: the steps of two would not fit each other.
@@ -70,24 +72,35 @@ private:
     };
     using EditPtr = std::shared_ptr<Edit>;
 
+    /// What joins edits to the last one.
+    struct Repeat {
+        std::string key; ///< Empty: nothing does.
+        std::chrono::steady_clock::time_point until;
+    };
+
     struct Untold {
         EditPtr edit; ///< Null: a change past the history.
         Change::Kind kind;
+        std::size_t firstStep; ///< Those before it were told when the edit was shorter.
+        std::size_t endStep;
     };
 
     void dropStale();
     EditPtr lastDone() const { return m_done == 0 ? nullptr : m_edits[m_done - 1]; }
     bool replay(bool isForward, std::string& title, std::string& problem);
     void close(EditName name);
-    void tell(const EditPtr& edit, Change::Kind kind);
+    bool isRepeated() const;
+    void tell(const EditPtr& edit, Change::Kind kind, std::size_t firstStep = 0);
     void tellOne(const Untold& untold);
 
     Document& m_document;
     std::vector<EditPtr> m_edits;
-    std::size_t m_done = 0;          ///< How many of them are done; the others are undone.
-    EditPtr m_savedEdit;             ///< The last one done when it was saved; null: none was.
-    bool m_isChangedOutside = false; ///< Since it was saved.
-    std::vector<Group*> m_groups;    ///< Those that are open; each lies in the one before.
+    std::size_t m_done = 0;           ///< How many of them are done; the others are undone.
+    EditPtr m_savedEdit;              ///< The last one done when it was saved; null: none was.
+    bool m_isChangedOutside = false;  ///< Since it was saved.
+    std::vector<Group*> m_groups;     ///< Those that are open; each lies in the one before.
+    Repeating* m_repeating = nullptr; ///< The innermost one.
+    Repeat m_repeat;                  ///< Of the last edit, while it may go on.
     std::deque<Untold> m_untold;
     bool m_isTelling = false;
     std::vector<std::weak_ptr<Observer>> m_observers;
@@ -116,6 +129,29 @@ private:
     History* m_history; ///< Null: it is finished.
     EditName m_name;
     std::vector<std::string> m_innerLines;
+};
+
+/// While it lives, an edit that ends goes on with the last one, and is undone with it, when that
+/// was made under the same key, less than the time before, and nothing came between: no other edit,
+/// no undo, no saving. So nudges of a node, or the values that a slider passes, are one edit. Its
+/// title and lines are those of the last part, which must do by itself all that the parts do
+/// together: a key says of what the last one counts, `move Top.a`. Must go before the history does.
+class History::Repeating {
+public:
+    explicit Repeating(History& history,
+                       std::string key,
+                       std::chrono::milliseconds within = std::chrono::seconds(1));
+    Repeating(const Repeating&) = delete;
+    Repeating& operator=(const Repeating&) = delete;
+    ~Repeating();
+
+private:
+    friend class History;
+
+    History& m_history;
+    Repeating* m_outer; ///< Null: none was there.
+    std::string m_key;
+    std::chrono::milliseconds m_within;
 };
 
 } // namespace shading

@@ -1,4 +1,4 @@
-// The edits of attributes that the network does not show, and of positions, which are among them.
+// The edits of attributes that the network does not show.
 
 #include "base/utf8.h"
 #include "document/attributes.h"
@@ -10,7 +10,6 @@
 #include "document/rules.h"
 #include "edits/editName.h"
 #include "edits/edits.h"
-#include "edits/positions.h"
 #include "format/value.h"
 #include "format/xml.h"
 
@@ -185,29 +184,6 @@ bool Edits::setAttribute(const std::string& path, const std::string& name, const
         redefineNode(m_document, node);
         return former && !node.definition() ? "no definition that fits it has that version" : "";
     });
-}
-
-bool Edits::moveNode(const NodePtr& node, const Position& position)
-{
-    if (!hasInner(node))
-        return false;
-    const std::string path = pathOf(*node);
-    const std::string words[] = {numberText(position.x), numberText(position.y)};
-    const std::optional<Position> now = positionOf(m_document, node);
-    if (now && numberText(now->x) == words[0] && numberText(now->y) == words[1])
-        return fail(path, "it is there");
-    const EditName name =
-        named(std::string("Move ") + node->getName(), {"move", path, words[0], words[1]});
-    return run(name, path, [&] {
-        setPosition(m_document, node, position);
-        return "";
-    });
-}
-
-bool Edits::moveNode(const std::string& path, const Position& position)
-{
-    const NodePtr node = findNode(path);
-    return node && moveNode(node, position);
 }
 
 } // namespace shading

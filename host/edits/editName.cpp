@@ -1,6 +1,7 @@
 #include "edits/editName.h"
 
 #include "base/commandLine.h"
+#include "document/names.h"
 
 #include <algorithm>
 
@@ -28,9 +29,28 @@ std::string shortValue(const std::string& value)
     return "\"" + text + (size < value.size() ? "...\"" : "\"");
 }
 
+std::string countOf(const std::vector<NodePtr>& nodes)
+{
+    return nodes.size() == 1 ? nodes.front()->getName() : std::to_string(nodes.size()) + " nodes";
+}
+
 EditName named(std::string title, const std::vector<std::string>& words)
 {
     return {std::move(title), {lineOf(words)}};
+}
+
+EditName namedFor(ZEL::Container& document,
+                  const std::vector<NodePtr>& nodes,
+                  std::string title,
+                  const std::vector<std::string>& words)
+{
+    const auto isReached = [&](const NodePtr& node) {
+        return document.findNodeFromPath(pathOf(*node).c_str()) == node;
+    };
+    EditName name = {std::move(title), {}};
+    if (std::all_of(nodes.begin(), nodes.end(), isReached))
+        name.lines.push_back(lineOf(words));
+    return name;
 }
 
 } // namespace shading

@@ -5,12 +5,14 @@
 #include "document/node.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace shading {
 
 class Document;
 struct AttributeOwner;
+struct NodePlace;
 struct Position;
 
 /// The edits of a document, each undone and redone as one. An edit that answers false was refused:
@@ -109,7 +111,9 @@ public:
     /// What the path leads to: a node, an input, an output or another element. False, and noted as
     /// the problem, when it leads nowhere.
     bool findOwner(const std::string& path, AttributeOwner& owner);
-    /// Changes where a node is drawn.
+    /// Changes where nodes are drawn, each named once: those that are there already stay.
+    bool moveNodes(const std::vector<NodePlace>& places);
+    bool moveNodes(const std::vector<std::pair<std::string, Position>>& places);
     bool moveNode(const NodePtr& node, const Position& position);
     bool moveNode(const std::string& path, const Position& position);
 

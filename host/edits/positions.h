@@ -18,6 +18,15 @@ struct Position {
     double y = 0;
 };
 
+/// How much of a picture 1 is, in its pixels: about a node with the gap beside it.
+constexpr double kPositionWidth = 138;
+constexpr double kPositionHeight = 116;
+
+struct NodePlace {
+    NodePtr node;
+    Position position;
+};
+
 /// The whole text as a number of the format. False when it is none.
 bool readFloat(const std::string& text, double& number);
 /// A number as the format writes it, without an end that means nothing.

@@ -3,7 +3,6 @@
 #include "console/console.h"
 #include "document/attributes.h"
 #include "document/names.h"
-#include "edits/positions.h"
 #include "views/report.h"
 
 #include <ostream>
@@ -97,80 +96,6 @@ bool runAttribute(Console& console, const Arguments& arguments)
                            : console.fail(path + ": " + arguments[1], problem);
 }
 
-bool runMove(Console& console, const Arguments& arguments)
-{
-    Position position;
-    for (double* const part : {&position.x, &position.y}) {
-        const std::string& text = arguments[part == &position.x ? 1 : 2];
-        if (!readFloat(text, *part))
-            return console.fail(text, "not a number");
-    }
-    return console.report(console.edits().moveNode(arguments[0], position));
-}
-
-/// False, and reported, when one of the paths names no node.
-bool readNodes(Console& console, const Arguments& arguments, std::vector<NodePtr>& nodes)
-{
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        nodes.push_back(console.nodeAt(arguments, i));
-        if (!nodes.back())
-            return false;
-    }
-    return true;
-}
-
-bool printPaths(Console& console, const std::vector<NodePtr>& nodes)
-{
-    for (const NodePtr& node : nodes) {
-        console.noteIfNested(node);
-        console.print(pathOf(*node) + "\n");
-    }
-    return true;
-}
-
-bool runCopy(Console& console, const Arguments& arguments)
-{
-    std::vector<NodePtr> nodes;
-    std::vector<SaveProblem> problems;
-    return readNodes(console, arguments, nodes) &&
-           console.report(console.session().copy(nodes, problems), problems) &&
-           console.print(console.session().copied() + "\n");
-}
-
-bool runPaste(Console& console, const Arguments& arguments)
-{
-    Arguments path = arguments;
-    std::string text = console.session().copied();
-    if (!path.empty() && (path.size() > 1 || path.back().compare(0, 1, "<") == 0)) {
-        text = path.back();
-        path.pop_back();
-    }
-    if (text.empty())
-        return console.fail("text", "nothing was copied");
-    const CompoundPtr compound = console.compoundAt(path);
-    std::vector<NodePtr> made;
-    return compound && console.report(console.edits().paste(compound, text, made)) &&
-           printPaths(console, made);
-}
-
-bool runDuplicate(Console& console, const Arguments& arguments)
-{
-    std::vector<NodePtr> nodes;
-    std::vector<NodePtr> made;
-    std::vector<SaveProblem> problems;
-    return readNodes(console, arguments, nodes) &&
-           console.report(console.session().duplicate(nodes, made, problems), problems) &&
-           printPaths(console, made);
-}
-
-bool runReparent(Console& console, const Arguments& arguments)
-{
-    const CompoundPtr compound = console.compoundAt(arguments);
-    std::vector<NodePtr> nodes;
-    return compound && readNodes(console, {arguments.begin() + 1, arguments.end()}, nodes) &&
-           console.report(console.edits().reparent(compound, nodes)) && printPaths(console, nodes);
-}
-
 /// Undoes or redoes as many edits as the argument says, one without it.
 template <bool isUndo>
 bool runReplay(Console& console, const Arguments& arguments)
@@ -233,9 +158,8 @@ bool runCheck(Console& console, const Arguments& /*arguments*/)
     return isSound;
 }
 
-} // namespace
-
-const std::vector<Command>& editCommands()
+/// The edits of connections, compounds, ports and values.
+const std::vector<Command>& networkCommands()
 {
     static const int kAny = 1 << 20;
     static const std::vector<Command> commands = {
@@ -264,11 +188,6 @@ const std::vector<Command>& editCommands()
          "Moves the nodes of a compound up and removes it. Connections become direct. Prints the\n"
          "    nodes that got another name: OLD PATH -> NEW PATH.",
          1, 1, runExpand, "compound", "expand Top.NG_gate.paint"},
-        {"reparent", "PATH NODE...",
-         "Moves nodes into another compound. PATH is that compound, NODE are their paths, all in\n"
-         "    one compound. Their connections lead the same way, through ports of the compounds\n"
-         "    between. Prints their new paths.",
-         2, kAny, runReparent, "compound node...", "reparent Top.NG_wall Top.NG_gate.rust"},
         {"port",
          "add PATH input|output NAME TYPE | delete PATH NAME | rename PATH OLD NEW | move PATH "
          "NAME "
@@ -299,29 +218,13 @@ const std::vector<Command>& editCommands()
          "own.",
          1, 3, runAttribute, "any =colorspace,doc,uiname,unit,unittype,version,xpos,ypos",
          "attribute Top.NG_wall.grain colorspace lin_rec709"},
-        {"move", "PATH X Y",
-         "Changes where a node is drawn: its attributes xpos and ypos. To the right and down.", 3,
-         3, runMove, "node", "move Top.NG_wall.grain 2.5 -1"},
-        {"copy", "NODE...",
-         "Prints nodes as a document of the format, on one line. NODE are their paths, all in one\n"
-         "    compound. `paste` makes what was copied last.",
-         1, kAny, runCopy, "node...", "copy Top.NG_wall.grain Top.NG_wall.rows"},
-        {"paste", "[PATH] [TEXT]",
-         "Makes the nodes of a text of the format. PATH is the compound that they get into "
-         "(default:\n"
-         "    the root); TEXT is a document like those of `copy` (default: what was copied last).\n"
-         "    Names are made unique. What the text refers to and lacks is what is called so in "
-         "the\n"
-         "    compound. Prints the paths of the new nodes.",
-         0, 2, runPaste, "compound", "paste Top.NG_wall"},
-        {"duplicate", "NODE...",
-         "Copies nodes and pastes them beside themselves. What was copied before stays.", 1, kAny,
-         runDuplicate, "node...", "duplicate Top.NG_wall.grain"},
-        {"delete", "PATH", "Deletes a node with its connections.", 1, 1,
-         runEdit<&Edits::deleteNode>, "node", "delete Top.NG_wall.grain"},
-        {"rename", "PATH NAME",
-         "Gives a node another name. A name has letters, digits and _, and begins with no digit.",
-         2, 2, runEdit<&Edits::renameNode>, "node name", "rename Top.NG_wall.grain fine_grain"},
+    };
+    return commands;
+}
+
+const std::vector<Command>& historyCommands()
+{
+    static const std::vector<Command> commands = {
         {"undo", "[N]", "Takes the last edits back. N of them (default: 1); prints them.", 0, 1,
          runReplay<true>, "", "undo 3"},
         {"redo", "[N]", "Does undone edits again. N of them (default: 1); prints them.", 0, 1,
@@ -342,6 +245,19 @@ const std::vector<Command>& editCommands()
          "    prints instead [{\"path\", \"reason\"}], on one line, and fails likewise.",
          0, 0, runCheck, "", "check --json", "--json"},
     };
+    return commands;
+}
+
+} // namespace
+
+const std::vector<Command>& editCommands()
+{
+    static const std::vector<Command> commands = [] {
+        std::vector<Command> all = networkCommands();
+        for (const std::vector<Command>* const more : {&nodeCommands(), &historyCommands()})
+            all.insert(all.end(), more->begin(), more->end());
+        return all;
+    }();
     return commands;
 }
 

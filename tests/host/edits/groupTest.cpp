@@ -179,7 +179,7 @@ std::string namesOf(const std::vector<shading::NodePtr>& nodes)
 
 std::string textOf(const Change& change)
 {
-    static const char* const kinds[] = {"done", "undone", "redone", "outside"};
+    static const char* const kinds[] = {"done", "gone on", "undone", "redone", "outside"};
     std::string text = std::string(kinds[static_cast<int>(change.kind)]) + " " + change.name.title +
                        ": +" + namesOf(change.added) + " -" + namesOf(change.removed) + " ~" +
                        namesOf(change.changed) + " in";

@@ -1,0 +1,142 @@
+#include "console/console.h"
+#include "document/names.h"
+#include "edits/positions.h"
+
+namespace shading {
+
+namespace {
+
+/// False, and reported, when one of the two is no number.
+bool readPosition(Console& console, const std::string& x, const std::string& y, Position& position)
+{
+    if (!readFloat(x, position.x))
+        return console.fail(x, "not a number");
+    return readFloat(y, position.y) || console.fail(y, "not a number");
+}
+
+/// PATH X Y, one after the other.
+bool runMove(Console& console, const Arguments& arguments)
+{
+    if (arguments.size() % 3 != 0)
+        return console.fail(arguments.back(), "usage: move PATH X Y [PATH X Y]...");
+    std::vector<std::pair<std::string, Position>> places;
+    for (std::size_t i = 0; i < arguments.size(); i += 3) {
+        places.push_back({arguments[i], {}});
+        if (!readPosition(console, arguments[i + 1], arguments[i + 2], places.back().second))
+            return false;
+    }
+    return console.report(console.edits().moveNodes(places));
+}
+
+/// False, and reported, when one of the paths names no node.
+bool readNodes(Console& console, const Arguments& arguments, std::vector<NodePtr>& nodes)
+{
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        nodes.push_back(console.nodeAt(arguments, i));
+        if (!nodes.back())
+            return false;
+    }
+    return true;
+}
+
+bool printPaths(Console& console, const std::vector<NodePtr>& nodes)
+{
+    for (const NodePtr& node : nodes) {
+        console.noteIfNested(node);
+        console.print(pathOf(*node) + "\n");
+    }
+    return true;
+}
+
+bool runCopy(Console& console, const Arguments& arguments)
+{
+    std::vector<NodePtr> nodes;
+    std::vector<SaveProblem> problems;
+    return readNodes(console, arguments, nodes) &&
+           console.report(console.session().copy(nodes, problems), problems) &&
+           console.print(console.session().copied() + "\n");
+}
+
+bool runPaste(Console& console, const Arguments& arguments)
+{
+    Arguments path = arguments;
+    std::string text = console.session().copied();
+    if (!path.empty() && (path.size() > 1 || path.back().compare(0, 1, "<") == 0)) {
+        text = path.back();
+        path.pop_back();
+    }
+    if (text.empty())
+        return console.fail("text", "nothing was copied");
+    const CompoundPtr compound = console.compoundAt(path);
+    std::vector<NodePtr> made;
+    return compound && console.report(console.edits().paste(compound, text, made)) &&
+           printPaths(console, made);
+}
+
+bool runDuplicate(Console& console, const Arguments& arguments)
+{
+    std::vector<NodePtr> nodes;
+    std::vector<NodePtr> made;
+    std::vector<SaveProblem> problems;
+    return readNodes(console, arguments, nodes) &&
+           console.report(console.session().duplicate(nodes, made, problems), problems) &&
+           printPaths(console, made);
+}
+
+bool runReparent(Console& console, const Arguments& arguments)
+{
+    const CompoundPtr compound = console.compoundAt(arguments);
+    std::vector<NodePtr> nodes;
+    return compound && readNodes(console, {arguments.begin() + 1, arguments.end()}, nodes) &&
+           console.report(console.edits().reparent(compound, nodes)) && printPaths(console, nodes);
+}
+
+bool runDelete(Console& console, const Arguments& arguments)
+{
+    return console.report(console.edits().deleteNode(arguments[0]));
+}
+
+bool runRename(Console& console, const Arguments& arguments)
+{
+    return console.report(console.edits().renameNode(arguments[0], arguments[1]));
+}
+
+} // namespace
+
+const std::vector<Command>& nodeCommands()
+{
+    static const int kAny = 1 << 20;
+    static const std::vector<Command> commands = {
+        {"reparent", "PATH NODE...",
+         "Moves nodes into another compound. PATH is that compound, NODE are their paths, all in\n"
+         "    one compound. Their connections lead the same way, through ports of the compounds\n"
+         "    between. Prints their new paths.",
+         2, kAny, runReparent, "compound node...", "reparent Top.NG_wall Top.NG_gate.rust"},
+        {"move", "PATH X Y [PATH X Y]...",
+         "Changes where nodes are drawn: their attributes xpos and ypos. To the right and down.", 3,
+         kAny, runMove, "node name name ...", "move Top.NG_wall.grain 2.5 -1"},
+        {"copy", "NODE...",
+         "Prints nodes as a document of the format, on one line. NODE are their paths, all in one\n"
+         "    compound. `paste` makes what was copied last.",
+         1, kAny, runCopy, "node...", "copy Top.NG_wall.grain Top.NG_wall.rows"},
+        {"paste", "[PATH] [TEXT]",
+         "Makes the nodes of a text of the format. PATH is the compound that they get into "
+         "(default:\n"
+         "    the root); TEXT is a document like those of `copy` (default: what was copied last).\n"
+         "    Names are made unique. What the text refers to and lacks is what is called so in "
+         "the\n"
+         "    compound. Prints the paths of the new nodes.",
+         0, 2, runPaste, "compound", "paste Top.NG_wall"},
+        {"duplicate", "NODE...",
+         "Copies nodes and pastes them beside themselves. What was copied before stays.", 1, kAny,
+         runDuplicate, "node...", "duplicate Top.NG_wall.grain"},
+        {"delete", "PATH", "Deletes a node with its connections.", 1, 1, runDelete, "node",
+         "delete Top.NG_wall.grain"},
+        {"rename", "PATH NAME",
+         "Gives a node another name. A name has letters, digits and _, and begins with no digit.",
+         2, 2, runRename, "node name", "rename Top.NG_wall.grain fine_grain"},
+    };
+    return commands;
+}
+
+} // namespace shading
