@@ -1,8 +1,65 @@
 #include "shadingDefinition.h"
 
+#include <algorithm>
+#include <sstream>
 #include <utility>
 
 namespace shading {
+
+namespace {
+
+/// The parts between commas, without the blanks around them.
+std::vector<std::string> partsOf(const std::string& text)
+{
+    static const char* const blanks = " \t\r\n";
+    std::vector<std::string> parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, ',');) {
+        const std::size_t begin = std::min(part.find_first_not_of(blanks), part.size());
+        parts.push_back(part.substr(begin, part.find_last_not_of(blanks) + 1 - begin));
+    }
+    return parts;
+}
+
+/// Of several numbers each, the values of choices stand in one row.
+void pairUp(PortHints& hints)
+{
+    if (hints.values.empty())
+        hints.values = hints.labels;
+    const std::size_t count = hints.labels.size();
+    if (count == 0 || hints.values.size() % count != 0) {
+        hints.labels.clear();
+        hints.values.clear();
+        return;
+    }
+    const std::size_t size = hints.values.size() / count;
+    std::vector<std::string> values(count);
+    for (std::size_t i = 0; i < hints.values.size(); ++i)
+        values[i / size].append(i % size == 0 ? "" : ", ").append(hints.values[i]);
+    hints.values = std::move(values);
+}
+
+} // namespace
+
+PortHints readHints(const std::function<std::string(const char* attribute)>& attribute)
+{
+    PortHints hints;
+    hints.label = attribute("uiname");
+    hints.help = attribute("doc");
+    hints.folder = attribute("uifolder");
+    hints.isAdvanced = attribute("uiadvanced") == "true";
+    hints.min = attribute("uimin");
+    hints.max = attribute("uimax");
+    hints.softMin = attribute("uisoftmin");
+    hints.softMax = attribute("uisoftmax");
+    hints.step = attribute("uistep");
+    hints.unit = attribute("unit");
+    hints.unitType = attribute("unittype");
+    hints.labels = partsOf(attribute("enum"));
+    hints.values = partsOf(attribute("enumvalues"));
+    pairUp(hints);
+    return hints;
+}
 
 bool operator==(const PortDescription& a, const PortDescription& b)
 {

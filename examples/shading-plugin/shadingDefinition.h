@@ -2,6 +2,7 @@
 
 #include "zelNodeLibrary.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,13 +10,37 @@
 
 namespace shading {
 
+/// How an editor may show an input, as the attributes of the format say it. Limits and steps are
+/// values of the input's type: "0, 0, 0" for a colour. Empty is what nothing is said of.
+struct PortHints {
+    std::string label;               ///< `uiname`: for people, instead of the name.
+    std::string help;                ///< `doc`.
+    std::string folder;              ///< `uifolder`: "Base/Sheen".
+    bool isAdvanced = false;         ///< `uiadvanced`.
+    std::string min;                 ///< `uimin`: no value is below.
+    std::string max;                 ///< `uimax`.
+    std::string softMin;             ///< `uisoftmin`: a slider begins here; a value may be below.
+    std::string softMax;             ///< `uisoftmax`.
+    std::string step;                ///< `uistep`: of one click.
+    std::string unit;                ///< `unit`: that of the default value, "degree".
+    std::string unitType;            ///< `unittype`: what units there are, "angle".
+    std::vector<std::string> labels; ///< `enum`: the choices, for people.
+    std::vector<std::string> values; ///< `enumvalues`: those of the labels. As many of both.
+};
+
+/// Asks for each attribute that PortHints has and puts together what they say. Of a choice without
+/// values the labels are the values.
+SHADING_API PortHints readHints(const std::function<std::string(const char* attribute)>& attribute);
+
 /// One input or output of a node type.
 struct PortDescription {
     std::string name;
-    std::string type;  ///< The name of a port data type.
-    std::string value; ///< The default of an input. Empty: none.
+    std::string type;     ///< The name of a port data type.
+    std::string value;    ///< The default of an input. Empty: none.
+    PortHints hints = {}; ///< May be left out: an input can be edited without.
 };
 
+/// The same for nodes; hints do not count.
 SHADING_API bool operator==(const PortDescription& a, const PortDescription& b);
 
 /// One `nodedef` of the format: what nodes of a type have, for one combination of port types.

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
 namespace shading {
@@ -65,6 +66,31 @@ std::vector<PortDescription> portsOf(const char* text, const std::string& type)
     return ports;
 }
 
+/// The value of the attribute in a text such as "uiname=Gain; uimin=0"; empty when it is not there.
+std::string hintIn(const std::string& text, const std::string& attribute)
+{
+    const std::string start = "; " + attribute + "=";
+    const std::size_t found = ("; " + text).find(start);
+    if (found == std::string::npos)
+        return "";
+    const std::size_t begin = found + start.size() - 2; // The text itself has no "; " before it.
+    return text.substr(begin, text.find(';', begin) - begin);
+}
+
+void addHints(const char* nodeType, std::vector<PortDescription>& inputs)
+{
+    for (int i = 0; i < kHintsSize; ++i) {
+        const HintRow& row = kHints[i];
+        if (std::string_view(row.nodeType) != nodeType)
+            continue;
+        for (PortDescription& input : inputs) {
+            if (input.name == row.input && (*row.type == '\0' || input.type == row.type))
+                input.hints =
+                    readHints([&](const char* attribute) { return hintIn(row.hints, attribute); });
+        }
+    }
+}
+
 void addDefinition(ZEL::NodeLibrary& root, const TableRow& row, const std::string& type)
 {
     DefinitionRecord record;
@@ -72,6 +98,7 @@ void addDefinition(ZEL::NodeLibrary& root, const TableRow& row, const std::strin
     record.version = row.version;
     record.isDefaultVersion = row.isDefaultVersion;
     record.inputs = portsOf(row.inputs, type);
+    addHints(row.nodeType, record.inputs);
     record.outputs = portsOf(row.outputs, type);
     groupLibrary(root, row.group)->addNode(Definition::createNew(row.nodeType, std::move(record)));
 }

@@ -20,4 +20,16 @@ struct TableRow {
 extern const TableRow kTable[];
 extern const int kTableSize;
 
+/// How an input is shown, in all definitions of the node type.
+struct HintRow {
+    const char* nodeType;
+    const char* input;
+    const char* type; ///< "": whatever its type is.
+    /// "uiname=Gain; uimin=0": attributes of the format.
+    const char* hints;
+};
+
+extern const HintRow kHints[];
+extern const int kHintsSize;
+
 } // namespace shading

@@ -113,8 +113,10 @@ private:
         for (const Piece& child : ElementsIn(element)) {
             if (child.text != kind)
                 continue;
-            const PortDescription port = {attributeOf(child, "name"), attributeOf(child, "type"),
-                                          attributeOf(child, "value")};
+            PortDescription port = {attributeOf(child, "name"), attributeOf(child, "type"),
+                                    attributeOf(child, "value")};
+            port.hints =
+                readHints([&](const char* attribute) { return attributeOf(child, attribute); });
             if (port.name.empty() || port.type.empty()) {
                 problem = std::string(kind) + " \"" + port.name + "\" without a name or a type";
                 return false;
@@ -123,9 +125,9 @@ private:
                 std::find_if(ports.begin(), ports.end(),
                              [&](const PortDescription& other) { return other.name == port.name; });
             if (same == ports.end())
-                ports.push_back(port);
+                ports.push_back(std::move(port));
             else
-                *same = port;
+                *same = std::move(port);
         }
         return true;
     }
