@@ -8,49 +8,40 @@ namespace zelDraw {
 
 namespace {
 
-/// Half of a row, which may be odd, and all heights of dots are whole.
-int middleOf(int rowHeight, std::size_t row)
-{
-    return rowHeight * static_cast<int>(row) + rowHeight / 2;
-}
-
-double portWidth(const std::vector<PicturePort>& ports, std::size_t row)
-{
-    return row < ports.size() ? textWidth(shortened(ports[row].name, kLongestPortName), kPortSize)
-                              : 0;
-}
-
-double headerWidth(const PictureBox& box)
-{
-    const bool hasSign = box.kind == PictureBox::Kind::Compound;
-    return std::max(textWidth(shortened(box.name, kLongestName), kNameSize) +
-                        (hasSign ? kSignWidth : 0),
-                    textWidth(shortened(box.type, kLongestName), kTypeSize));
-}
-
 void setDots(std::vector<PicturePort>& ports, double x, int top, int rowHeight)
 {
     for (std::size_t i = 0; i < ports.size(); ++i)
-        ports[i].dot = {x, static_cast<double>(top + middleOf(rowHeight, i))};
+        ports[i].dot = {x, static_cast<double>(top + rowMiddle(rowHeight, i))};
+}
+
+std::vector<double> labelWidths(const std::vector<PicturePort>& ports)
+{
+    std::vector<double> widths;
+    widths.reserve(ports.size() + 1);
+    for (const PicturePort& port : ports)
+        widths.push_back(labelWidth(port.name));
+    return widths;
+}
+
+BoxSize sizeOf(const PictureBox& box)
+{
+    if (box.kind == PictureBox::Kind::Stub)
+        return {std::ceil(textWidth(shortened(box.name, kLongestName), kPortSize)) +
+                    2 * kTextMargin,
+                kStubHeight};
+    std::vector<double> left = labelWidths(box.inputs);
+    if (box.omittedInputs > 0)
+        left.push_back(textWidth(omittedText(box.omittedInputs), kPortSize));
+    return closedBoxSize(headerWidth(box.name, box.type, box.kind == PictureBox::Kind::Compound),
+                         left, labelWidths(box.outputs));
 }
 
 void sizeBox(PictureBox& box)
 {
     const bool isStub = box.kind == PictureBox::Kind::Stub;
-    const std::size_t left = box.inputs.size() + (box.omittedInputs > 0 ? 1 : 0);
-    const std::size_t rows = std::max(left, box.outputs.size());
-    double width = isStub ? textWidth(shortened(box.name, kLongestName), kPortSize)
-                          : std::max(headerWidth(box), 70.0);
-    for (std::size_t i = 0; i < rows && !isStub; ++i) {
-        const bool isOmitted = i == box.inputs.size() && box.omittedInputs > 0;
-        const double text = isOmitted ? textWidth(omittedText(box.omittedInputs), kPortSize)
-                                      : portWidth(box.inputs, i);
-        width = std::max(width, text + kTextMargin * 1.5 + portWidth(box.outputs, i));
-    }
-    box.place.width = std::ceil(width) + 2 * kTextMargin;
-    box.place.height =
-        isStub ? kStubHeight
-               : kBoxHeader + kRowHeight * static_cast<int>(rows) + (rows > 0 ? kBoxFooter : 0);
+    const BoxSize size = sizeOf(box);
+    box.place.width = size.width;
+    box.place.height = size.height;
     const int top = isStub ? 0 : kBoxHeader;
     const int rowHeight = isStub ? kStubHeight : kRowHeight;
     setDots(box.inputs, 0, top, rowHeight);
@@ -133,9 +124,9 @@ private:
         column.layer = layer;
         double width = 0;
         for (std::size_t i = 0; i < ports.size(); ++i) {
-            width = std::max(width, portWidth(ports, i));
+            width = std::max(width, labelWidth(ports[i].name));
             (layer == LayoutBox::Layer::First ? column.rightPorts : column.leftPorts)
-                .push_back(middleOf(kEdgeRowHeight, i));
+                .push_back(rowMiddle(kEdgeRowHeight, i));
         }
         column.width = std::max(8, static_cast<int>(width) + 2 * kTextMargin - kFramePadding);
         column.height = kEdgeRowHeight * static_cast<int>(ports.size());

@@ -92,6 +92,38 @@ std::string omittedText(int count)
     return "+ " + std::to_string(count) + " more";
 }
 
+double headerWidth(const std::string& name, const std::string& type, bool hasSign)
+{
+    return std::max(textWidth(shortened(name, kLongestName), kNameSize) +
+                        (hasSign ? kSignWidth : 0),
+                    textWidth(shortened(type, kLongestName), kTypeSize));
+}
+
+double labelWidth(const std::string& name)
+{
+    return textWidth(shortened(name, kLongestPortName), kPortSize);
+}
+
+BoxSize
+closedBoxSize(double headerWidth, const std::vector<double>& left, const std::vector<double>& right)
+{
+    const std::size_t rows = std::max(left.size(), right.size());
+    double width = std::max(headerWidth, 70.0);
+    for (std::size_t i = 0; i < rows; ++i) {
+        const double taken = (i < left.size() ? left[i] : 0) + (i < right.size() ? right[i] : 0);
+        width = std::max(width, taken + kTextMargin * 1.5);
+    }
+    return {std::ceil(width) + 2 * kTextMargin,
+            static_cast<double>(kBoxHeader + kRowHeight * static_cast<int>(rows) +
+                                (rows > 0 ? kBoxFooter : 0))};
+}
+
+int rowMiddle(int rowHeight, std::size_t row)
+{
+    // Half of a row, which may be odd.
+    return rowHeight * static_cast<int>(row) + rowHeight / 2;
+}
+
 std::string typeColour(const std::string& type)
 {
     for (const TypeColour& known : kTypeColours) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace zelDraw {
 
@@ -30,6 +31,24 @@ double textWidth(const std::string& text, int fontSize);
 std::string shortened(const std::string& text, std::size_t maxCharacters);
 /// What stands in a box with inputs that are not drawn.
 std::string omittedText(int count);
+
+/// The width of a box's header: its name above its type, and the sign of a compound.
+double headerWidth(const std::string& name, const std::string& type, bool hasSign);
+/// The width of a port's name in a row.
+double labelWidth(const std::string& name);
+
+struct BoxSize {
+    double width = 0;
+    double height = 0;
+};
+
+/// The size of a closed box with that header and those rows, of which each side has the widths of
+/// its labels. What is omitted is a row of the left side.
+BoxSize closedBoxSize(double headerWidth,
+                      const std::vector<double>& left,
+                      const std::vector<double>& right);
+/// The middle of a row among rows of one height, below the first one's top. All are whole.
+int rowMiddle(int rowHeight, std::size_t row);
 
 /// The colour of a data type, as "#rrggbb": chosen for the common types, otherwise made of the
 /// name.
