@@ -20,7 +20,12 @@ std::vector<ZEL::Port*> receiversBehind(ZEL::Port& sender)
     return receivers;
 }
 
-bool comesFrom(ZEL::Port& sender, ZEL::Port& receiver)
+namespace {
+
+/// Calls for each receiver that what the sender gives comes from, until one call says true. False
+/// when none does.
+template <class Function>
+bool walkBack(ZEL::Port& sender, const Function& isEnough)
 {
     std::unordered_set<ZEL::Port*> seen = {&sender};
     std::vector<ZEL::Port*> senders = {&sender};
@@ -28,7 +33,7 @@ bool comesFrom(ZEL::Port& sender, ZEL::Port& receiver)
         ZEL::Port* const next = senders.back();
         senders.pop_back();
         for (ZEL::Port* const behind : receiversBehind(*next)) {
-            if (behind == &receiver)
+            if (isEnough(behind))
                 return true;
             for (ZEL::Port* const source : behind->connectedTo()) {
                 if (seen.insert(source).second)
@@ -37,6 +42,56 @@ bool comesFrom(ZEL::Port& sender, ZEL::Port& receiver)
         }
     }
     return false;
+}
+
+/// The ports that give what becomes of what the receiver takes.
+std::vector<ZEL::Port*> sendersBehind(ZEL::Port& receiver)
+{
+    std::vector<ZEL::Port*> senders;
+    const ZEL::AddRefWrapper<ZEL::Node> node = receiver.getParentNode();
+    if (!node)
+        return senders;
+    if (!node->isCompound()) {
+        for (ZEL::Port* const output : node->outputs())
+            senders.push_back(output);
+    } else if (const auto mirror = node->getAsCompound()->getReversePort(&receiver)) {
+        senders.push_back(mirror.get()); // The compound holds it.
+    }
+    return senders;
+}
+
+} // namespace
+
+bool comesFrom(ZEL::Port& sender, ZEL::Port& receiver)
+{
+    return walkBack(sender, [&](ZEL::Port* port) { return port == &receiver; });
+}
+
+std::unordered_set<const ZEL::Port*> receiversBefore(ZEL::Port& sender)
+{
+    std::unordered_set<const ZEL::Port*> receivers;
+    walkBack(sender, [&](ZEL::Port* port) {
+        receivers.insert(port);
+        return false;
+    });
+    return receivers;
+}
+
+std::unordered_set<const ZEL::Port*> sendersAfter(ZEL::Port& receiver)
+{
+    std::unordered_set<const ZEL::Port*> senders;
+    std::vector<ZEL::Port*> receivers = {&receiver};
+    while (!receivers.empty()) {
+        ZEL::Port* const next = receivers.back();
+        receivers.pop_back();
+        for (ZEL::Port* const sender : sendersBehind(*next)) {
+            if (!senders.insert(sender).second)
+                continue;
+            for (ZEL::Port* const target : sender->connectedTo())
+                receivers.push_back(target);
+        }
+    }
+    return senders;
 }
 
 ZEL::Port* feedingItself(const std::vector<ZEL::Port*>& senders)
