@@ -77,15 +77,11 @@ bool mayLeadStraight(ZEL::Port& receiver)
     return element && says(*element, "interfacename");
 }
 
-std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyType)
+std::string fitProblem(ZEL::Port& sender, ZEL::Port& receiver)
 {
-    if (!anyType && !isInScope(sender, receiver))
+    if (!isInScope(sender, receiver))
         return pathOf(receiver) + " is not in the compound of " + pathOf(sender);
-    if (receiver.isConnected())
-        return pathOf(receiver) + " has a source: " + pathOf(*receiver.connectedTo()[0]);
     const std::string type = typeNameOf(sender);
-    if (anyType)
-        return "";
     const NodePtr graph = receiver.isCompoundInternalPort() ? nullptr : receiver.getParentNode();
     if (graph && graph->isCompound() && tieOf(*graph))
         return "a graph that implements a nodedef has no sources: nodes of its type have them";
@@ -100,6 +96,16 @@ std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyTy
     if (type == kNoType || type == kMultiOutput)
         return "the format connects no ports of type " + type;
     return "";
+}
+
+std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyType)
+{
+    const std::string problem = anyType || (receiver.isConnected() && isInScope(sender, receiver))
+                                    ? ""
+                                    : fitProblem(sender, receiver);
+    if (problem.empty() && receiver.isConnected())
+        return pathOf(receiver) + " has a source: " + pathOf(*receiver.connectedTo()[0]);
+    return problem;
 }
 
 std::string hiddenSourceProblem(ZEL::Port& port)

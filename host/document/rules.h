@@ -25,6 +25,9 @@ bool mayLeadStraight(ZEL::Port& receiver);
 /// receiver, and, unless anyType, both have one data type that the format connects.
 std::string connectionProblem(ZEL::Port& sender, ZEL::Port& receiver, bool anyType);
 
+/// Likewise, whatever source feeds the receiver now.
+std::string fitProblem(ZEL::Port& sender, ZEL::Port& receiver);
+
 /// A port of a compound's node hands on a source that the network does not show, so it has to stay.
 std::string hiddenSourceProblem(ZEL::Port& port);
 

@@ -77,10 +77,10 @@ const Piece* outsideChild(const Piece& parent, const std::string& name, bool isN
 }
 
 /// What an owner is called beside the network.
-std::string shortNameOf(const AttributeOwner& owner)
+std::string nameOf(const AttributeOwner& owner)
 {
     if (owner.port)
-        return shading::shortNameOf(*owner.port);
+        return shortNameOf(*owner.port);
     if (!owner.element)
         return owner.node->getName();
     const std::string name = attributeOf(*owner.element, "name");
@@ -172,7 +172,7 @@ bool Edits::setAttribute(const std::string& path, const std::string& name, const
         problem = value.empty() ? "it has no such attribute" : "it has that value";
     if (!problem.empty())
         return fail(subject, problem);
-    const std::string what = name + " of " + shortNameOf(owner);
+    const std::string what = name + " of " + nameOf(owner);
     const std::string title =
         value.empty() ? "Remove " + what : "Set " + what + " to " + shortValue(value);
     return run(named(title, {"attribute", path, name, value}), subject, [&]() -> std::string {

@@ -7,67 +7,11 @@
 #include "document/rules.h"
 #include "edits/editName.h"
 #include "edits/edits.h"
+#include "edits/pathPorts.h"
 
 #include <algorithm>
 
 namespace shading {
-
-namespace {
-
-/// What a path may mean. A compound node's port and its inner port bear one path.
-struct PathPorts {
-    PortPtr input;
-    PortPtr output;
-    PortPtr innerInput;
-    PortPtr innerOutput;
-
-    bool isEmpty() const { return !input && !output; }
-};
-
-PathPorts findPorts(ZEL::Container& container, const std::string& path)
-{
-    PathPorts ports;
-    const char* const text = path.c_str();
-    ports.input = container.findPortFromPath(text, ZEL::PortInput, ZEL::Container::eSearchNode);
-    ports.output = container.findPortFromPath(text, ZEL::PortOutput, ZEL::Container::eSearchNode);
-    ports.innerInput = container.reverseThisExternalPort(ports.input);
-    ports.innerOutput = container.reverseThisExternalPort(ports.output);
-    return ports;
-}
-
-/// True when the two are connected (isPresent) or may be, and both or not both lie in one compound.
-bool isMeant(const PortPtr& sender, const PortPtr& receiver, bool isInOneCompound, bool isPresent)
-{
-    if (!sender || !receiver || isInOneCompound != (levelOf(*sender) == levelOf(*receiver)))
-        return false;
-    return isPresent ? sender->connectedTo().findPort(receiver) >= 0
-                     : isInScope(*sender, *receiver);
-}
-
-/// The pair of ports that the paths mean: one that is connected, or else may be. Prefers ends in
-/// one compound to the connections between graphs that the format also knows. False without one.
-bool choosePair(
-    const PathPorts& a, const PathPorts& b, bool isPresent, PortPtr& sender, PortPtr& receiver)
-{
-    for (const bool isInOneCompound : {true, false}) {
-        for (const bool isTurned : {false, true}) {
-            const PathPorts& from = isTurned ? b : a;
-            const PathPorts& to = isTurned ? a : b;
-            for (const PortPtr* const source : {&from.output, &from.innerInput}) {
-                for (const PortPtr* const target : {&to.input, &to.innerOutput}) {
-                    if (isMeant(*source, *target, isInOneCompound, isPresent)) {
-                        sender = *source;
-                        receiver = *target;
-                        return true;
-                    }
-                }
-            }
-        }
-    }
-    return false;
-}
-
-} // namespace
 
 bool Edits::findConnection(
     const std::string& a, const std::string& b, bool isPresent, PortPtr& sender, PortPtr& receiver)
@@ -81,37 +25,38 @@ bool Edits::findConnection(
                              : "it and " + b + " are no source and target in one compound");
 }
 
-/// Empty when the two paths mean another pair, in either order.
-std::string Edits::connectionLine(const char* word, const PortPtr& sender, const PortPtr& receiver)
+std::string Edits::connectProblem(const PortPtr& source, const PortPtr& target) const
 {
-    const PortPtr* ends[] = {&sender, &receiver};
-    const bool isPresent = sender->connectedTo().findPort(receiver) >= 0;
-    for (int i = 0; i < 2; ++i, std::swap(ends[0], ends[1])) {
-        const std::string paths[] = {pathOf(**ends[0]), pathOf(**ends[1])};
-        PortPtr from;
-        PortPtr to;
-        if (choosePair(findPorts(m_document, paths[0]), findPorts(m_document, paths[1]), isPresent,
-                       from, to) &&
-            from == sender && to == receiver)
-            return lineOf({word, paths[0], paths[1]});
-    }
-    return "";
+    if (source->getPortIOType() != ZEL::PortOutput || target->getPortIOType() == ZEL::PortOutput)
+        return "it and " + pathOf(*target) + " are no source and target";
+    if (source->connectedTo().findPort(target) >= 0)
+        return "connected to " + pathOf(*target) + " already";
+    if (comesFrom(*source, *target))
+        return "what it gives comes from " + pathOf(*target);
+    return fitProblem(*source, *target);
+}
+
+/// Words with the paths of the two; none when those mean another pair, in either order.
+EditName Edits::connectionName(std::string title,
+                               std::vector<std::string> words,
+                               const PortPtr& sender,
+                               const PortPtr& receiver)
+{
+    const std::vector<std::string> paths = pairPaths(m_document, sender, receiver);
+    words.insert(words.end(), paths.begin(), paths.end());
+    return paths.empty() ? EditName{std::move(title), {}} : named(std::move(title), words);
 }
 
 bool Edits::connect(const PortPtr& source, const PortPtr& target)
 {
     if (!has(source) || !has(target))
         return false;
-    if (source->getPortIOType() != ZEL::PortOutput || target->getPortIOType() == ZEL::PortOutput)
-        return fail(pathOf(*source), "it and " + pathOf(*target) + " are no source and target");
-    if (source->connectedTo().findPort(target) >= 0)
-        return fail(pathOf(*source), "connected to " + pathOf(*target) + " already");
-    if (comesFrom(*source, *target))
-        return fail(pathOf(*source), "what it gives comes from " + pathOf(*target));
-    EditName name = {"Connect " + shortNameOf(*source) + " to " + shortNameOf(*target), {}};
-    const std::string line = connectionLine("connect", source, target);
-    if (!line.empty())
-        name.lines.push_back(line);
+    const std::string problem = connectProblem(source, target);
+    if (!problem.empty())
+        return fail(pathOf(*source), problem);
+    const EditName name =
+        connectionName("Connect " + shortNameOf(*source) + " to " + shortNameOf(*target),
+                       {"connect"}, source, target);
     return run(name, pathOf(*source), [&, out = source, in = target]() mutable {
         return ZEL::ConnectCommand().connect(&m_document, out, in) ? ""
                                                                    : "the connection was refused";
@@ -131,10 +76,9 @@ bool Edits::disconnect(const PortPtr& source, const PortPtr& target)
         return false;
     if (source->connectedTo().findPort(target) < 0)
         return fail(pathOf(*source), "not connected to " + pathOf(*target));
-    EditName name = {"Disconnect " + shortNameOf(*source) + " from " + shortNameOf(*target), {}};
-    const std::string line = connectionLine("disconnect", source, target);
-    if (!line.empty())
-        name.lines.push_back(line);
+    const EditName name =
+        connectionName("Disconnect " + shortNameOf(*source) + " from " + shortNameOf(*target),
+                       {"disconnect"}, source, target);
     return run(name, pathOf(*source), [&, out = source, in = target]() mutable {
         return ZEL::ConnectCommand().disconnect(&m_document, out, in) ? "" : "the connection stays";
     });

@@ -49,6 +49,31 @@ public:
     bool disconnect(const std::string& a, const std::string& b);
     /// All connections of the ports at the path, those inside a compound too.
     bool disconnectAll(const std::string& path);
+    /// Why connect refuses the two, listeners aside; empty when it does not. Both are in the
+    /// document.
+    std::string connectProblem(const PortPtr& source, const PortPtr& target) const;
+    /// Leads all that a source feeds to another source, or what feeds a target to another target,
+    /// where it replaces a source that is there. Both lie in one compound.
+    bool reroute(const PortPtr& from, const PortPtr& to);
+    /// The ports of nodes go before the inner ones, which alone are meant with isInside.
+    bool reroute(const std::string& from, const std::string& to, bool isInside = false);
+    /// Leads one connection from another source, or to another target, whichever is given anew.
+    bool reconnect(const PortPtr& source,
+                   const PortPtr& target,
+                   const PortPtr& newSource,
+                   const PortPtr& newTarget);
+
+    /// How a node may stand in a connection. With a problem it may not.
+    struct Insertion {
+        PortPtr input;  ///< The first free one that takes what the source gives.
+        PortPtr output; ///< The first one that the target takes.
+        std::string problem;
+    };
+    /// Of a node, an inner node of the document, and two ports of it. Changes nothing.
+    Insertion insertionFor(const NodePtr& node, const PortPtr& source, const PortPtr& target) const;
+    /// Puts a node into a connection: the source feeds the node and that the target.
+    bool insertNode(const NodePtr& node, const PortPtr& source, const PortPtr& target);
+    bool insertNode(const std::string& path, const std::string& a, const std::string& b);
 
     // Compounds.
     /// Moves the nodes of the compound into a new compound node there. Its name, and those of its
@@ -143,6 +168,11 @@ public:
     bool paste(const std::string& path, const std::string& text, std::vector<NodePtr>& made);
     bool deleteNode(const NodePtr& node);
     bool deleteNode(const std::string& path);
+    /// Deletes nodes with their connections; one inside of another goes with that. With isHealed,
+    /// where such a node has one input that is fed and one output that feeds something, the source
+    /// of the one feeds the targets of the other, if their types fit; also through several.
+    bool deleteNodes(const std::vector<NodePtr>& nodes, bool isHealed);
+    bool deleteNodes(const std::vector<std::string>& paths, bool isHealed);
     bool renameNode(const NodePtr& node, const std::string& name);
     bool renameNode(const std::string& path, const std::string& name);
     /// Brings all nodes of this document, and of no other, up to their definitions.
@@ -189,7 +219,12 @@ private:
                         bool isPresent,
                         PortPtr& sender,
                         PortPtr& receiver);
-    std::string connectionLine(const char* word, const PortPtr& sender, const PortPtr& receiver);
+    EditName connectionName(std::string title,
+                            std::vector<std::string> words,
+                            const PortPtr& sender,
+                            const PortPtr& receiver);
+    bool moveReceiver(const PortPtr& from, const PortPtr& to, const EditName& name);
+    bool moveSenders(const PortPtr& from, const PortPtr& to, const EditName& name);
 
     Document& m_document;
     History m_history;

@@ -1,4 +1,4 @@
-// The edits of nodes: here a node is made, deleted and renamed.
+// The edits of nodes: here one is made and renamed.
 
 #include "document/definedNode.h"
 #include "document/document.h"
@@ -7,49 +7,9 @@
 #include "edits/edits.h"
 #include "edits/positions.h"
 
-#include <unordered_set>
-
 namespace shading {
 
 namespace {
-
-void collectPorts(ZEL::PortList& list, std::vector<PortPtr>& ports)
-{
-    for (ZEL::Port* const port : list)
-        ports.emplace_back(port);
-}
-
-/// All ports of the node and of everything inside.
-void collectPorts(ZEL::Node& node, std::vector<PortPtr>& ports)
-{
-    collectPorts(node.inputs(), ports);
-    collectPorts(node.outputs(), ports);
-    const CompoundPtr compound = node.getAsCompound();
-    if (!compound)
-        return;
-    collectPorts(compound->innerInputs(), ports);
-    collectPorts(compound->innerOutputs(), ports);
-    for (const NodePtr& inner : compound->nodes())
-        collectPorts(*inner, ports);
-}
-
-/// Takes off all connections that lead out of the node, also those from deep inside: a graph may be
-/// fed straight by a graph of the document.
-void isolate(ZEL::Node& node)
-{
-    std::vector<PortPtr> ports;
-    collectPorts(node, ports);
-    std::unordered_set<ZEL::Port*> inside;
-    for (const PortPtr& port : ports)
-        inside.insert(port.get());
-    for (const PortPtr& port : ports) {
-        ZEL::PortList& others = port->connectedTo();
-        for (int i = others.size() - 1; i >= 0; --i) {
-            if (inside.count(others[i].get()) == 0)
-                port->removeConnection(others[i]);
-        }
-    }
-}
 
 bool makes(const DefinitionPtr& definition, const std::string& dataType)
 {
@@ -148,24 +108,6 @@ DefinitionPtr Edits::definitionFor(const std::string& type, const std::string& d
             chosen = definition;
     }
     return best ? best : old;
-}
-
-bool Edits::deleteNode(const NodePtr& node)
-{
-    if (!hasInner(node))
-        return false;
-    const std::string path = pathOf(*node);
-    const CompoundPtr around = node->getParentCompound();
-    return run(named(std::string("Delete ") + node->getName(), {"delete", path}), path, [&] {
-        isolate(*node);
-        return around->nodes().remove(node) ? "" : "it cannot be removed";
-    });
-}
-
-bool Edits::deleteNode(const std::string& path)
-{
-    const NodePtr node = findNode(path);
-    return node && deleteNode(node);
 }
 
 bool Edits::renameNode(const NodePtr& node, const std::string& name)

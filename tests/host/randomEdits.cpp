@@ -3,6 +3,7 @@
 #include "document/names.h"
 #include "document/node.h"
 #include "document/rules.h"
+#include "edits/positions.h"
 #include "saving/save.h"
 #include "views/report.h"
 
@@ -239,6 +240,57 @@ bool RandomEdits::paste(std::string& line)
     return m_edits.paste(to, text, made);
 }
 
+/// A node into a connection, or connections to another port.
+bool RandomEdits::editWires(std::string& line)
+{
+    const shading::CompoundPtr compound = anyCompound();
+    const shading::PortPtr from = anyPort(true, compound, nullptr);
+    if (!from)
+        return false;
+    if (number(2) == 0 || !from->isConnected()) {
+        const bool isSource = number(2) == 0;
+        const shading::PortPtr old = isSource ? from : anyPort(false, compound, from.get());
+        const shading::PortPtr next = anyPort(isSource, compound, from.get());
+        if (!old || !next)
+            return false;
+        line = "reroute " + pathOf(*old) + " " + pathOf(*next);
+        return number(2) == 0 ? m_edits.reroute(old, next)
+                              : m_edits.reroute(pathOf(*old), pathOf(*next), number(2) == 0);
+    }
+    const shading::NodePtr node = anyNode();
+    const shading::PortPtr to = from->connectedTo()[number(from->connectedTo().size())];
+    line = "insert " + pathOf(*node) + " " + pathOf(*from) + " " + pathOf(*to);
+    return m_edits.insertNode(node, from, to);
+}
+
+/// Some nodes, mostly healed; one may lie in another.
+bool RandomEdits::deleteNodes(std::string& line)
+{
+    std::vector<shading::NodePtr> nodes;
+    const bool isHealed = number(3) > 0;
+    line = isHealed ? "delete --heal" : "delete";
+    for (int i = number(4); i >= 0; --i) {
+        nodes.push_back(anyNode());
+        line += " " + pathOf(*nodes.back());
+    }
+    return m_edits.deleteNodes(nodes, isHealed);
+}
+
+/// Some nodes, now and then as nudges that go on.
+bool RandomEdits::placeNodes(std::string& line)
+{
+    std::vector<shading::NodePlace> places;
+    line = "move";
+    for (int i = number(4); i >= 0; --i) {
+        places.push_back({anyNode(), {number(100) / 4.0, number(100) / 4.0}});
+        line += " " + pathOf(*places.back().node);
+    }
+    if (number(2) == 0)
+        return m_edits.moveNodes(places);
+    const shading::History::Repeating repeating(m_edits.history(), "move");
+    return m_edits.moveNodes(places);
+}
+
 bool RandomEdits::edit(std::string& line)
 {
     m_nodes.clear();
@@ -257,7 +309,7 @@ bool RandomEdits::edit(std::string& line)
         line = "delete " + node;
         return m_edits.deleteNode(node);
     }
-    switch (number(22)) {
+    switch (number(26)) {
     case 0:
     case 1:
     case 2:
@@ -297,6 +349,12 @@ bool RandomEdits::edit(std::string& line)
         return moveNodes(line);
     case 17:
         return paste(line);
+    case 18:
+        return editWires(line);
+    case 19:
+        return deleteNodes(line);
+    case 20:
+        return placeNodes(line);
     default:
         return createNode(line);
     }

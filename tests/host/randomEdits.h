@@ -35,6 +35,9 @@ private:
     bool setAttribute(std::string& line);
     bool moveNodes(std::string& line);
     bool paste(std::string& line);
+    bool editWires(std::string& line);
+    bool deleteNodes(std::string& line);
+    bool placeNodes(std::string& line);
     void collect(const shading::NodePtr& node);
 
     shading::Document& m_document;

@@ -36,6 +36,17 @@ bool runCollapse(Console& console, const Arguments& arguments)
     return console.print(path + "\n");
 }
 
+bool runReroute(Console& console, const Arguments& arguments)
+{
+    return console.report(
+        console.edits().reroute(arguments[0], arguments[1], console.hasOption("--inside")));
+}
+
+bool runInsert(Console& console, const Arguments& arguments)
+{
+    return console.report(console.edits().insertNode(arguments[0], arguments[1], arguments[2]));
+}
+
 bool runExpand(Console& console, const Arguments& arguments)
 {
     std::vector<std::string> renamed;
@@ -172,6 +183,18 @@ const std::vector<Command>& networkCommands()
         {"disconnect-all", "PORT",
          "Takes off all connections of a port. Those inside a compound too.", 1, 1,
          runEdit<&Edits::disconnectAll>, "port", "disconnect-all Top.NG_wall.color"},
+        {"reroute", "FROM TO",
+         "Moves the connections of a port to another one. FROM and TO are two sources, and TO "
+         "feeds\n"
+         "    then all that FROM fed; or two targets, and the source of FROM feeds TO instead. "
+         "Both\n"
+         "    lie in one compound. With --inside, the inner port of a compound is meant.",
+         2, 2, runReroute, "port port", "reroute Top.noise.out Top.ramp.out", "--inside"},
+        {"insert", "NODE SOURCE TARGET",
+         "Puts a node into a connection. SOURCE then feeds the first free input of NODE that takes "
+         "it,\n"
+         "    and the first output of NODE that fits feeds TARGET.",
+         3, 3, runInsert, "node port port", "insert Top.tint Top.noise.out Top.SR_wall.specular"},
         {"collapse", "PATH NAME NODE...",
          "Moves nodes into a new compound. PATH is the compound that they are in, NODE are their\n"
          "    names. Prints the path of the new one; its name is made unique, and so are those of "

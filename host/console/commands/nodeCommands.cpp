@@ -93,7 +93,7 @@ bool runReparent(Console& console, const Arguments& arguments)
 
 bool runDelete(Console& console, const Arguments& arguments)
 {
-    return console.report(console.edits().deleteNode(arguments[0]));
+    return console.report(console.edits().deleteNodes(arguments, console.hasOption("--heal")));
 }
 
 bool runRename(Console& console, const Arguments& arguments)
@@ -130,8 +130,13 @@ const std::vector<Command>& nodeCommands()
         {"duplicate", "NODE...",
          "Copies nodes and pastes them beside themselves. What was copied before stays.", 1, kAny,
          runDuplicate, "node...", "duplicate Top.NG_wall.grain"},
-        {"delete", "PATH", "Deletes a node with its connections.", 1, 1, runDelete, "node",
-         "delete Top.NG_wall.grain"},
+        {"delete", "PATH...",
+         "Deletes nodes with their connections. With --heal, where one of them has one input fed "
+         "and\n"
+         "    one output feeding something, the source of the one feeds the targets of the other, "
+         "if\n"
+         "    the types fit.",
+         1, kAny, runDelete, "node...", "delete Top.NG_wall.grain", "--heal"},
         {"rename", "PATH NAME",
          "Gives a node another name. A name has letters, digits and _, and begins with no digit.",
          2, 2, runRename, "node name", "rename Top.NG_wall.grain fine_grain"},

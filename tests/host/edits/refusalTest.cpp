@@ -75,7 +75,8 @@ public:
 
 using shading::NodePtr;
 
-/// r with a and b, and the graph g with c; a.out > b.i, r.x > g.y > c.i, c.out > g.o > r.o.
+/// r with a, b and d, and the graph g with c; a.out > b.i, b.out > d.i, r.x > g.y > c.i,
+/// c.out > g.o > r.o.
 struct RefusingNetwork {
     RefusingNetwork() : document(""), edits(*document.opened)
     {
@@ -84,6 +85,7 @@ struct RefusingNetwork {
         const shading::CompoundPtr r = addCompound(*root->getAsCompound(), "r");
         const NodePtr a = addNode(*r, "a");
         const NodePtr b = addNode(*r, "b");
+        const NodePtr d = addNode(*r, "d");
         const shading::CompoundPtr g = addCompound(*r, "g");
         const NodePtr c = addNode(*g, "c");
         r->createCompoundPort(ZEL::PortInput, "x", type());
@@ -93,6 +95,7 @@ struct RefusingNetwork {
         g->createCompoundPort(ZEL::PortOutput, "o", type());
         g->getAsNode()->inputs()["z"]->setPortDefaultValue("5");
         a->outputs()["out"]->addConnection(b->inputs()["i"]);
+        b->outputs()["out"]->addConnection(d->inputs()["i"]);
         r->innerInputs()["x"]->addConnection(g->getAsNode()->inputs()["y"]);
         g->innerInputs()["y"]->addConnection(c->inputs()["i"]);
         g->innerInputs()["z"]->addConnection(c->inputs()["j"]);
@@ -152,6 +155,18 @@ const struct {
     {"connect", [](RefusingNetwork& n) { return n.edits.connect("Top.r.x", "Top.r.b.i"); }, 2},
     {"disconnect",
      [](RefusingNetwork& n) { return n.edits.disconnect("Top.r.a.out", "Top.r.b.i"); }, 1},
+    {"insert",
+     [](RefusingNetwork& n) { return n.edits.insertNode("Top.r.g", "Top.r.a.out", "Top.r.b.i"); },
+     3},
+    {"reroute a source",
+     [](RefusingNetwork& n) { return n.edits.reroute("Top.r.g.o", "Top.r.b.out"); }, 2},
+    {"reroute a target",
+     [](RefusingNetwork& n) { return n.edits.reroute("Top.r.d.i", "Top.r.g.z"); }, 2},
+    {"delete and heal",
+     [](RefusingNetwork& n) {
+         return n.edits.deleteNodes(std::vector<std::string>{"Top.r.g", "Top.r.b"}, true);
+     },
+     7},
     {"disconnect-all", [](RefusingNetwork& n) { return n.edits.disconnectAll("Top.r.g.o"); }, 2},
     {"collapse",
      [](RefusingNetwork& n) {
