@@ -1,9 +1,12 @@
 #include "draw/zelLayeredLayout.h"
 
+#include "draw/zelQuickLayout.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gvc.h>
 #include <memory>
+#include <mutex>
 
 // The name that the engine's library gives it.
 // NOLINTNEXTLINE(readability-identifier-naming)
@@ -15,8 +18,9 @@ namespace {
 
 constexpr int kLongestCell = 30000; ///< The engine counts the points of a cell with 16 bits.
 constexpr int kHighestBox = 65000;  ///< And the distance of two neighbours in a layer likewise.
-/// The engine follows edges by recursion: a chain of many more overruns the stack.
-constexpr std::size_t kMostBoxes = 10000;
+// The engine takes long for large graphs, and seconds for much more than this.
+constexpr std::size_t kMostBoxes = 300;
+constexpr std::size_t kMostEdges = 900;
 constexpr int kMargin = 6; ///< How far curves stay above and below a box.
 
 std::string& engineWords()
@@ -258,18 +262,15 @@ bool layOut(LayoutGraph& graph, std::string& problem)
 {
     if (graph.boxes.empty())
         return true;
-    if (graph.boxes.size() > kMostBoxes) {
-        problem = "cannot be laid out: " + std::to_string(graph.boxes.size()) +
-                  " boxes in one frame, the most that can be placed " + std::to_string(kMostBoxes);
-        return false;
+    const bool isHigh = std::any_of(graph.boxes.begin(), graph.boxes.end(),
+                                    [](const LayoutBox& box) { return box.height > kHighestBox; });
+    if (isHigh || graph.boxes.size() > kMostBoxes || graph.edges.size() > kMostEdges) {
+        layOutQuickly(graph);
+        return true;
     }
-    for (const LayoutBox& box : graph.boxes) {
-        if (box.height > kHighestBox) {
-            problem = "cannot be laid out: a box in it is " + std::to_string(box.height) +
-                      " pixels high, the highest that can be placed " + std::to_string(kHighestBox);
-            return false;
-        }
-    }
+    // The engine's errors go to one place, whoever it works for.
+    static std::mutex engineMutex;
+    const std::lock_guard<std::mutex> lock(engineMutex);
     // The engine is linked: nothing is looked for on the machine, and no font is loaded.
     const lt_symlist_t builtins[] = {
         {"gvplugin_dot_layout_LTX_library", &gvplugin_dot_layout_LTX_library},

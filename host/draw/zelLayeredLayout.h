@@ -58,7 +58,8 @@ std::vector<std::pair<std::size_t, std::size_t>> layerBounds(const LayoutGraph& 
 /// Places boxes in layers from left to right and leads the edges between them as curves around the
 /// boxes, with the `dot` engine of Graphviz, of which nothing else is used: neither its shapes nor
 /// its fonts nor its writers. The same graph gives the same places. False, with the reason, when
-/// there are more than 10000 boxes, one is higher than 65000 pixels, or the engine fails.
+/// the engine fails. Graphs of more than 300 boxes or 900 edges, and boxes of more than 65000
+/// pixels, are too much for it: then layOutQuickly places them. May be called by any thread.
 bool layOut(LayoutGraph& graph, std::string& problem);
 
 } // namespace zelDraw

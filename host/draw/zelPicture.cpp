@@ -15,7 +15,7 @@ std::string typeOf(ZEL::Port& port)
 
 PicturePort pictureOf(ZEL::Port& port)
 {
-    return {port.getName(), port.getFullPathName().getName(), typeOf(port), {}};
+    return {port.getName(), port.getFullPathName().getName(), typeOf(port), {}, port.isConnected()};
 }
 
 /// What one frame shows of the network's ports, by the roles that they have in its connections.
@@ -49,15 +49,23 @@ private:
         box.name = node.getName();
         box.path = node.getFullPathName().getName();
         box.type = node.getNodeTypeName();
+        box.isUnknown = !node.isCompound() && m_options.isUnknown && m_options.isUnknown(node);
         for (ZEL::Port* const port : node.inputs()) {
             if (isShown(node, *port))
-                box.inputs.push_back(pictureOf(*port));
+                box.inputs.push_back(inputOf(*port));
             else
                 ++box.omittedInputs;
         }
         for (ZEL::Port* const port : node.outputs())
             box.outputs.push_back(pictureOf(*port));
         return box;
+    }
+
+    PicturePort inputOf(ZEL::Port& port)
+    {
+        PicturePort input = pictureOf(port);
+        input.isConnected = input.isConnected || !hiddenSourceOf(port).empty();
+        return input;
     }
 
     /// Makes a frame of the box, and of those in it while depth is left.
@@ -90,12 +98,15 @@ private:
         for (ZEL::Port* const port : compound.innerInputs()) {
             if (index == frame.inputs.size())
                 frame.inputs.push_back(pictureOf(*port));
+            frame.inputs[index].isConnected |= port->isConnected();
             ports.sources.emplace_back(port, PictureEnd{PictureEnd::kEdge, index++});
         }
         index = 0;
         for (ZEL::Port* const port : compound.innerOutputs()) {
             if (index == frame.outputs.size())
                 frame.outputs.push_back(pictureOf(*port));
+            frame.outputs[index].isConnected |=
+                port->isConnected() || !hiddenSourceOf(*port).empty();
             ports.targets.emplace_back(port, PictureEnd{PictureEnd::kEdge, index++});
         }
     }
@@ -136,7 +147,7 @@ private:
             const std::string hidden = hiddenSourceOf(*target.first);
             if (!hidden.empty())
                 frame.connections.push_back(
-                    {addStub(frame, {hidden, hidden, typeOf(*target.first), {}}, true),
+                    {addStub(frame, {hidden, hidden, typeOf(*target.first), {}, true}, true),
                      target.second,
                      hidden,
                      target.first->getFullPathName().getName(),

@@ -19,8 +19,9 @@ struct Rect {
 struct PicturePort {
     std::string name;
     std::string path;
-    std::string type; ///< Empty: the port has none.
-    Point dot;        ///< Filled by the layout.
+    std::string type;         ///< Empty: the port has none.
+    Point dot;                ///< Filled by the layout.
+    bool isConnected = false; ///< Something feeds it, or it feeds something.
 };
 
 /// One end of a connection within a frame: a port of a box in it, or of the frame's own edge.
@@ -56,8 +57,9 @@ struct PictureBox {
     std::string type; ///< The name of the node's type.
     std::vector<PicturePort> inputs;
     std::vector<PicturePort> outputs;
-    int omittedInputs = 0; ///< How many ports are not among the inputs.
-    Rect place;            ///< Filled by the layout.
+    int omittedInputs = 0;  ///< How many ports are not among the inputs.
+    bool isUnknown = false; ///< Nobody knows what the node is: it is hatched.
+    Rect place;             ///< Filled by the layout.
 
     // Of a frame.
     std::vector<PictureBox> boxes;
@@ -71,6 +73,8 @@ struct PictureOptions {
     /// Names what feeds a port without a connection from outside the network: it is drawn as a
     /// stub. Empty, or an empty name: nothing does.
     std::function<std::string(ZEL::Port&)> hiddenSource;
+    /// True for a plain node that nobody knows. Empty: all are known.
+    std::function<bool(ZEL::Node&)> isUnknown;
 };
 
 /// What is drawn of the compound, without places. A connection that leads out of its frame ends in

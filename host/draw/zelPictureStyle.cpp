@@ -3,64 +3,9 @@
 #include "base/utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
 
 namespace zelDraw {
-
-namespace {
-
-struct TypeColour {
-    const char* type;
-    const char* colour;
-};
-
-// Dark enough for a line on white, light enough for one on a dark page.
-constexpr TypeColour kTypeColours[] = {
-    {"", "#8c95a3"},
-    {"none", "#8c95a3"},
-    {"float", "#3f7fc1"},
-    {"integer", "#17a2a2"},
-    {"boolean", "#c2504a"},
-    {"string", "#8f6a4e"},
-    {"filename", "#b08a3e"},
-    {"color3", "#e08a00"},
-    {"color4", "#c75d0e"},
-    {"vector2", "#a678d8"},
-    {"vector3", "#7e57c2"},
-    {"vector4", "#5a3ba6"},
-    {"matrix33", "#5f7a8c"},
-    {"matrix44", "#455a6b"},
-    {"BSDF", "#4d9a6a"},
-    {"EDF", "#7d9a2d"},
-    {"VDF", "#3f8f8a"},
-    {"surfaceshader", "#2e9e4f"},
-    {"displacementshader", "#6f8f1f"},
-    {"volumeshader", "#1f8f83"},
-    {"lightshader", "#b59a00"},
-    {"material", "#d1477a"},
-};
-
-/// The same on every machine.
-std::uint32_t hashOf(const std::string& text)
-{
-    std::uint32_t hash = 2166136261U;
-    for (const char c : text)
-        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-    return hash;
-}
-
-/// A part of a colour of that hue, in degrees, with the saturation and lightness of the others.
-int partOf(double hue, int shift)
-{
-    const double k = std::fmod(shift + hue / 30.0, 12.0);
-    const double rise = std::max(-1.0, std::min({k - 3.0, 9.0 - k, 1.0}));
-    return static_cast<int>(std::lround(255 * (0.48 - 0.25 * rise)));
-}
-
-} // namespace
 
 double textWidth(const std::string& text, int fontSize)
 {
@@ -122,19 +67,6 @@ int rowMiddle(int rowHeight, std::size_t row)
 {
     // Half of a row, which may be odd.
     return rowHeight * static_cast<int>(row) + rowHeight / 2;
-}
-
-std::string typeColour(const std::string& type)
-{
-    for (const TypeColour& known : kTypeColours) {
-        if (type == known.type)
-            return known.colour;
-    }
-    const double hue = hashOf(type) % 360;
-    std::array<char, 8> text;
-    std::snprintf(text.data(), text.size(), "#%02x%02x%02x", partOf(hue, 0) & 0xFF,
-                  partOf(hue, 8) & 0xFF, partOf(hue, 4) & 0xFF);
-    return text.data();
 }
 
 } // namespace zelDraw

@@ -50,8 +50,4 @@ BoxSize closedBoxSize(double headerWidth,
 /// The middle of a row among rows of one height, below the first one's top. All are whole.
 int rowMiddle(int rowHeight, std::size_t row);
 
-/// The colour of a data type, as "#rrggbb": chosen for the common types, otherwise made of the
-/// name.
-std::string typeColour(const std::string& type);
-
 } // namespace zelDraw

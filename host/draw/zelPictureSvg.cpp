@@ -1,6 +1,7 @@
 #include "base/utf8.h"
 #include "draw/zelPicture.h"
 #include "draw/zelPictureStyle.h"
+#include "draw/zelTheme.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,21 +11,40 @@ namespace zelDraw {
 
 namespace {
 
-const char* const kStyle =
-    "text{font-family:ui-monospace,SFMono-Regular,'DejaVu Sans Mono',Menlo,Consolas,monospace;"
-    "font-size:11px;fill:#3b4453}"
-    ".name{font-size:13px;font-weight:600;fill:#1c2430}"
-    ".type,.more{fill:#7b8595}"
-    ".page{fill:#f4f6f9}"
-    ".body{fill:#fff;stroke:#b6bfcc;stroke-width:1.2}"
-    ".compound>.body{stroke:#7d93b8}"
-    ".head{fill:#edf0f5}"
-    ".compound>.head{fill:#dde6f5}"
-    ".sign{fill:none;stroke:#7d93b8;stroke-width:1.3}"
-    ".frame>.body{fill:#2f5fb3;fill-opacity:.06;stroke:#9fb2d3}"
-    ".stub>.body{fill:#f9fafc;stroke-dasharray:4 3}"
-    ".connection{fill:none;stroke-width:2;stroke-linecap:round;opacity:.9}"
-    "circle{stroke:#fff;stroke-width:1.4}";
+/// The rules of the style, in the light colours.
+std::string styleText()
+{
+    const Theme& colours = theme(false);
+    const struct {
+        const char* text;
+        Colour colour; ///< Follows the text.
+    } parts[] = {
+        {"text{font-family:ui-monospace,SFMono-Regular,'DejaVu Sans Mono',Menlo,Consolas,monospace;"
+         "font-size:11px;fill:",
+         colours.text},
+        {"}.name{font-size:13px;font-weight:600;fill:", colours.name},
+        {"}.type,.more{fill:", colours.faint},
+        {"}.page{fill:", colours.page},
+        {"}.body{stroke-width:1.2;fill:", colours.body},
+        {";stroke:", colours.border},
+        {"}.compound>.body{stroke:", colours.compoundBorder},
+        {"}.unknown>.body{stroke:", colours.unknownBorder},
+        {"}.head{fill:", colours.head},
+        {"}.compound>.head{fill:", colours.compoundHead},
+        {"}.hatch{fill:url(#hatch)}.stripe{stroke-width:3;stroke:", colours.hatch},
+        {"}.sign{fill:none;stroke-width:1.3;stroke:", colours.compoundBorder},
+        {"}.frame>.body{fill-opacity:.06;fill:", colours.frame},
+        {";stroke:", colours.frameBorder},
+        {"}.stub>.body{stroke-dasharray:4 3;fill:", colours.stub},
+        {"}.connection{fill:none;stroke-width:2;stroke-linecap:round;opacity:.9}"
+         ".dot{stroke-width:1.6;stroke-linejoin:round}.free{fill:",
+         colours.body},
+    };
+    std::string style;
+    for (const auto& part : parts)
+        style += part.text + colourText(part.colour);
+    return style + "}";
+}
 
 /// The text for an XML attribute or element. What XML cannot hold becomes the sign U+FFFD.
 std::string escaped(const std::string& text)
@@ -80,10 +100,22 @@ std::string text(const char* kind, const Point& at, Anchor anchor, const std::st
            escaped(words) + "</text>\n";
 }
 
-std::string dotText(const Point& at, const std::string& type)
+std::string pointText(const Point& point)
 {
-    return "<circle" + attribute("cx", at.x) + attribute("cy", at.y) + attribute("r", 4.5) +
-           attribute("fill", typeColour(type)) + "/>";
+    return numberText(point.x) + "," + numberText(point.y);
+}
+
+/// The shape of the type, filled or hollow.
+std::string dotText(const Point& at, const std::string& type, bool isFilled)
+{
+    std::string shape = "M";
+    for (const Corner& corner : outlineOf(shapeOf(type)))
+        shape += (shape.size() > 1 ? "L" : "") + pointText({corner.x, corner.y});
+    const std::string colour = colourText(typeColour(type, false));
+    return "<path" + attribute("class", isFilled ? "dot" : "dot free") +
+           attribute("transform", "translate(" + pointText(at) + ")") +
+           attribute("d", shape + "z") + attribute("stroke", colour) +
+           (isFilled ? attribute("fill", colour) : "") + "/>";
 }
 
 std::string tooltip(const std::string& words)
@@ -91,18 +123,17 @@ std::string tooltip(const std::string& words)
     return "<title>" + escaped(words) + "</title>";
 }
 
-std::string pointText(const Point& point)
-{
-    return numberText(point.x) + "," + numberText(point.y);
-}
-
-std::string shapeOf(const Curve& curve)
+std::string curveText(const Curve& curve)
 {
     std::string result = "M" + pointText(curve.front()) + "C";
     for (std::size_t i = 1; i < curve.size(); ++i)
         result += (i > 1 ? " " : "") + pointText(curve[i]);
     return result;
 }
+
+const char* const kHatch =
+    "<pattern id=\"hatch\" width=\"9\" height=\"9\" patternUnits=\"userSpaceOnUse\" "
+    "patternTransform=\"rotate(45)\"><path class=\"stripe\" d=\"M0,0V9\"/></pattern>\n";
 
 class Writer {
 public:
@@ -118,17 +149,18 @@ public:
                attribute("height", page.height) +
                attribute("viewBox", pointText({page.left, page.top}) + "," +
                                         pointText({page.width, page.height})) +
-               ">\n<style>" + kStyle + "</style>\n" + rectText("page", page, 10) + m_text +
-               "</svg>\n";
+               ">\n<style>" + styleText() + "</style>\n" + kHatch + rectText("page", page, 10) +
+               m_text + "</svg>\n";
     }
 
 private:
     void writeBox(const PictureBox& box)
     {
         const char* const kinds[] = {"node", "compound", "frame", "stub"};
-        m_text += "<g" + attribute("class", kinds[static_cast<std::size_t>(box.kind)]) +
-                  attribute("data-path", escaped(box.path)) + ">" +
-                  tooltip(box.type.empty() ? box.path : box.path + ": " + box.type) + "\n";
+        const char* const kind =
+            box.isUnknown ? "unknown" : kinds[static_cast<std::size_t>(box.kind)];
+        m_text += "<g" + attribute("class", kind) + attribute("data-path", escaped(box.path)) +
+                  ">" + tooltip(box.type.empty() ? box.path : box.path + ": " + box.type) + "\n";
         if (box.kind == PictureBox::Kind::Frame) {
             writeFrame(box);
         } else if (box.kind == PictureBox::Kind::Stub) {
@@ -137,9 +169,11 @@ private:
             m_text += rectText("body", box.place, kStubHeight / 2);
             m_text += text("more", {box.place.left + kTextMargin, box.place.top + 15},
                            Anchor::Start, shortened(box.name, kLongestName));
-            m_text += dotText(port.dot, port.type) + "\n";
+            m_text += dotText(port.dot, port.type, true) + "\n";
         } else {
             m_text += rectText("body", box.place, 6);
+            if (box.isUnknown)
+                m_text += rectText("hatch", box.place, 6);
             writeHeader(box);
             writeOmitted(box);
         }
@@ -192,8 +226,8 @@ private:
         m_text += "<path class=\"connection\"" +
                   attribute("data-from", escaped(connection.sourcePath)) +
                   attribute("data-to", escaped(connection.targetPath)) +
-                  attribute("stroke", typeColour(connection.type)) +
-                  attribute("d", shapeOf(connection.curve)) + "/>\n";
+                  attribute("stroke", colourText(typeColour(connection.type, false))) +
+                  attribute("d", curveText(connection.curve)) + "/>\n";
     }
 
     void writePorts(const PictureBox& box, const std::vector<PicturePort>& ports, bool isInput)
@@ -206,7 +240,7 @@ private:
             m_text += "<g" + attribute("class", isInput ? "port input" : "port output") +
                       attribute("data-path", escaped(port.path)) + ">" +
                       tooltip(port.name + ": " + (port.type.empty() ? "no type" : port.type)) +
-                      dotText(port.dot, port.type);
+                      dotText(port.dot, port.type, port.isConnected);
             m_text += text("", {x, y}, isInput ? Anchor::Start : Anchor::End,
                            shortened(port.name, kLongestPortName));
             m_text.back() = '<';
@@ -237,7 +271,7 @@ private:
                 x = left;
                 y += kRowHeight;
             }
-            m_text += dotText({x + 6, y + 10}, type) +
+            m_text += dotText({x + 6, y + 10}, type, true) +
                       text("type", {x + 16, y + 14}, Anchor::Start, name);
             x += step;
         }

@@ -13,4 +13,10 @@ bool isTelling(ZEL::Node& node, ZEL::Port& port)
     return !description || description->value != port.getPortDefaultValue();
 }
 
+bool isUnknown(ZEL::Node& node)
+{
+    auto* const own = dynamic_cast<Node*>(&node);
+    return own && !own->isCompound() && !own->definition();
+}
+
 } // namespace shading

@@ -34,6 +34,7 @@ bool runDraw(Console& console, const Arguments& arguments)
     if (!console.hasOption("--all"))
         options.isShown = isTelling;
     options.hiddenSource = hiddenSourceOf;
+    options.isUnknown = isUnknown;
     std::string svg;
     std::string problem;
     if (!zelDraw::drawCompound(*compound, options, svg, problem))

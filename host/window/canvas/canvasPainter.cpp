@@ -1,6 +1,6 @@
 #include "window/canvas/canvasPainter.h"
 
-#include "draw/zelPictureStyle.h"
+#include "draw/zelTheme.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -11,7 +11,7 @@ namespace {
 
 QColor colourOf(const Scene& scene, int type)
 {
-    return QColor(QString::fromStdString(zelDraw::typeColour(scene.texts().type(type))));
+    return QColor(zelDraw::typeColour(scene.texts().type(type), false));
 }
 
 QPainterPath pathOf(const WireCurve& curve)

@@ -10,7 +10,7 @@ namespace shading {
 /// divide further.
 class CanvasView {
 public:
-    static constexpr double kLeastScale = 0.01;
+    static constexpr double kLeastScale = 0.001;
     static constexpr double kMostScale = 4;
 
     /// Pixels for one of the scene.

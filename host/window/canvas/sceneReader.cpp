@@ -2,7 +2,6 @@
 
 #include "document/document.h"
 #include "document/names.h"
-#include "document/node.h"
 #include "draw/zelPictureStyle.h"
 #include "session/shown.h"
 
@@ -19,8 +18,7 @@ SceneBox::Kind kindOf(ZEL::Node& node)
 {
     if (node.isCompound())
         return SceneBox::Kind::Compound;
-    auto* const own = dynamic_cast<Node*>(&node);
-    return own && !own->definition() ? SceneBox::Kind::Unknown : SceneBox::Kind::Node;
+    return isUnknown(node) ? SceneBox::Kind::Unknown : SceneBox::Kind::Node;
 }
 
 std::vector<double> labelWidths(const std::vector<ScenePort>& ports, bool takes)

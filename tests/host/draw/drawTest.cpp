@@ -246,6 +246,27 @@ TEST(Draw, CountsInputsThatAreNotAskedFor)
     expectSound(picture);
 }
 
+TEST(Draw, FillsConnectedPortsAndHatchesWhatNobodyKnows)
+{
+    DrawnNetwork network;
+    const NodePtr node = network.add("n");
+    network.add("m");
+    network.connect("m.x", "n.b");
+    zelDraw::PictureOptions options;
+    options.isUnknown = [&](ZEL::Node& asked) { return &asked == node.get(); };
+    const std::string svg = draw(*network.root->getAsCompound(), options);
+    const auto count = [&](const std::string& text) {
+        int found = 0;
+        for (std::size_t at = svg.find(text); at != std::string::npos; at = svg.find(text, at + 1))
+            ++found;
+        return found;
+    };
+    EXPECT_EQ(6, count("class=\"dot free\""));
+    EXPECT_EQ(3, count("class=\"dot\"")); // The two ends, and the legend.
+    EXPECT_EQ(1, count("class=\"unknown\" data-path=\"Top.n\""));
+    EXPECT_EQ(1, count("class=\"hatch\""));
+}
+
 TEST(Draw, LeavesOutWhatOnlyTheDefinitionSays)
 {
     const TestFile definitions("<materialx version=\"1.39\"><nodedef name=\"ND_n\" node=\"n\">"
@@ -355,28 +376,17 @@ TEST(Draw, EndsConnectionsAcrossFramesInStubs)
     expectSound(inLeft);
 }
 
-TEST(Draw, RefusesABoxThatCannotBePlaced)
+TEST(Draw, PlacesABoxThatIsTooHighForTheEngine)
 {
     DrawnNetwork network;
     const NodePtr node = network.add("n");
     for (int i = 0; i < 4000; ++i)
         node->inputs().addPort(("p" + std::to_string(i)).c_str(), nullptr);
-    std::string svg;
-    std::string problem;
-    EXPECT_FALSE(zelDraw::drawCompound(*network.root->getAsCompound(), {}, svg, problem));
-    EXPECT_EQ("cannot be laid out: a box in it is 76087 pixels high, the highest that can be "
-              "placed 65000",
-              problem);
-}
-
-TEST(Draw, RefusesMoreBoxesThanCanBePlaced)
-{
-    zelDraw::LayoutGraph graph;
-    graph.boxes.resize(10001);
-    std::string problem;
-    EXPECT_FALSE(zelDraw::layOut(graph, problem));
-    EXPECT_EQ("cannot be laid out: 10001 boxes in one frame, the most that can be placed 10000",
-              problem);
+    network.add("m");
+    network.connect("m.x", "n.p3999");
+    const ShownPicture picture(network.drawn());
+    EXPECT_EQ(76087, picture.boxes[1].bottom - picture.boxes[1].top);
+    expectSound(picture);
 }
 
 TEST(Draw, PlacesALongChainInAFrame)

@@ -54,10 +54,26 @@ ShownPicture::Text textOf(const pugi::xml_node& text)
             text.attribute("y").as_double()};
 }
 
+/// The first word of its class.
+bool isOfClass(const pugi::xml_node& node, const std::string& name)
+{
+    const std::string value = node.attribute("class").value();
+    return value.substr(0, value.find(' ')) == name;
+}
+
+/// "translate(X,Y)"
 Point dotOf(const pugi::xml_node& group)
 {
-    const pugi::xml_node circle = group.child("circle");
-    return {circle.attribute("cx").as_double(), circle.attribute("cy").as_double()};
+    const pugi::xml_node dot =
+        group.find_child([](const pugi::xml_node& child) { return isOfClass(child, "dot"); });
+    std::string place = dot.attribute("transform").value();
+    std::replace_if(
+        place.begin(), place.end(), [](char c) { return c == '(' || c == ',' || c == ')'; }, ' ');
+    std::istringstream words(place);
+    std::string word;
+    Point point{};
+    words >> word >> point.x >> point.y;
+    return point;
 }
 
 Box boxOf(const pugi::xml_node& group, std::size_t frame)
@@ -65,7 +81,8 @@ Box boxOf(const pugi::xml_node& group, std::size_t frame)
     const pugi::xml_node body = group.find_child_by_attribute("rect", "class", "body");
     const double left = body.attribute("x").as_double();
     const double top = body.attribute("y").as_double();
-    Box box{group.attribute("class").value(),
+    const std::string kind = group.attribute("class").value();
+    Box box{kind == "unknown" ? "node" : kind,
             group.attribute("data-path").value(),
             frame,
             left,
@@ -77,11 +94,11 @@ Box boxOf(const pugi::xml_node& group, std::size_t frame)
     for (const pugi::xml_node text : group.children("text"))
         box.texts.push_back(textOf(text));
     for (const pugi::xml_node inner : group.children("g")) {
-        const std::string kind = inner.attribute("class").value();
-        if (kind.rfind("port ", 0) != 0)
+        const std::string role = inner.attribute("class").value();
+        if (role.rfind("port ", 0) != 0)
             continue;
         box.ports.push_back(
-            {inner.attribute("data-path").value(), kind == "port input", dotOf(inner)});
+            {inner.attribute("data-path").value(), role == "port input", dotOf(inner)});
         box.texts.push_back(textOf(inner.child("text")));
     }
     std::stable_sort(box.ports.begin(), box.ports.end(), [](const auto& a, const auto& b) {
