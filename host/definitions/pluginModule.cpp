@@ -55,7 +55,12 @@ std::string defaultPluginPath()
 {
     std::error_code ignored;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-    return (program.parent_path() / "shadingPlugin.so").string();
+    const std::filesystem::path folder = program.parent_path();
+    const char* const file = "shadingPlugin.so";
+    const std::filesystem::path installed = folder.parent_path() / "libexec/zeledit" / file;
+    const bool isInstalled = !std::filesystem::exists(folder / file, ignored) &&
+                             std::filesystem::exists(installed, ignored);
+    return (isInstalled ? installed : folder / file).string();
 }
 
 } // namespace shading

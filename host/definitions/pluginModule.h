@@ -33,7 +33,8 @@ private:
     ZEL::Runtime* m_runtime = nullptr;
 };
 
-/// The path of the plugin that lies beside the running program.
+/// The path of the plugin that lies beside the running program, or, where that was installed, in
+/// libexec/zeledit.
 std::string defaultPluginPath();
 
 } // namespace shading

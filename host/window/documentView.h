@@ -1,5 +1,6 @@
 #pragma once
 
+#include "window/canvas/screenMemory.h"
 #include "window/workspace/workspace.h"
 
 #include <QWidget>
@@ -10,6 +11,7 @@ class QVBoxLayout;
 namespace shading {
 
 class Actions;
+class Canvas;
 
 /// A document in its tab: the canvas, and above it where the user is and what there is to say.
 class DocumentView : public QWidget {
@@ -20,13 +22,20 @@ public:
     ~DocumentView() override;
 
     Workspace& workspace() { return *m_workspace; }
+    Canvas& canvas() { return *m_canvas; }
     /// A bar above the canvas, which is owned here from then on: the changed file, a refused save.
     void addBar(QWidget* bar);
 
 private:
-    // Destroyed first: it looks at the workspace.
+    void showCompound();
+    void takeMarks(const Marks& marks);
+    void showSelection();
+
+    // The children of the widget go first, then the memory, which holds nodes, then the document.
     std::unique_ptr<Workspace> m_workspace;
-    QVBoxLayout* m_bars; ///< Owned by the widget.
+    ScreenMemory m_memory;
+    QVBoxLayout* m_bars; ///< Both are owned by the widget.
+    Canvas* m_canvas;
 };
 
 } // namespace shading
