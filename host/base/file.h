@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -31,10 +32,12 @@ bool readFile(const std::string& path,
 /// file that it names is replaced; one that names nothing is left alone. What is no regular file is
 /// not replaced. False when it failed, with the reason: the file is as it was, and nothing is left
 /// beside it. The stamp, unless it is null, is that of the file as it was written.
+/// While it is written it is asked now and then whether it goes on; when not, it fails.
 bool replaceFile(const std::string& path,
                  const std::string& bytes,
                  std::string& problem,
-                 FileStamp* stamp = nullptr);
+                 FileStamp* stamp = nullptr,
+                 const std::function<bool()>& goesOn = {});
 
 /// Of the file that the path leads to; empty when it leads to none.
 std::optional<FileStamp> stampOf(const std::string& path);

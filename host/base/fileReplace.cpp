@@ -31,6 +31,15 @@ std::string targetOf(const std::string& path)
 }
 
 constexpr int kAttempts = 100;
+constexpr std::size_t kWritten = 1 << 20; ///< At once, in bytes.
+
+bool isStopped(const std::function<bool()>& goesOn)
+{
+    const bool isStopped = goesOn && !goesOn();
+    if (isStopped)
+        errno = ECANCELED;
+    return isStopped;
+}
 
 /// A new file of that mode, less what the process takes away from all. Changes the path to its
 /// name; below 0: errno.
@@ -79,16 +88,19 @@ public:
             errno = 0;
         return fchmod(m_file, replaced->st_mode & 07777U) == 0;
     }
-    bool write(const std::string& bytes)
+    bool write(const std::string& bytes, const std::function<bool()>& goesOn)
     {
         std::size_t done = 0;
         while (done < bytes.size()) {
-            const ssize_t count = ::write(m_file, bytes.data() + done, bytes.size() - done);
+            if (isStopped(goesOn))
+                return false;
+            const ssize_t count =
+                ::write(m_file, bytes.data() + done, std::min(bytes.size() - done, kWritten));
             if (count < 0 && errno != EINTR)
                 return false;
             done += count > 0 ? static_cast<std::size_t>(count) : 0;
         }
-        return fsync(m_file) == 0;
+        return fsync(m_file) == 0 && !isStopped(goesOn);
     }
     FileStamp stamp() const { return stampOf(m_file); }
     bool putInPlaceOf(const std::string& target)
@@ -118,7 +130,8 @@ void syncFolder(const std::string& folder)
 bool replaceFile(const std::string& path,
                  const std::string& bytes,
                  std::string& problem,
-                 FileStamp* stamp)
+                 FileStamp* stamp,
+                 const std::function<bool()>& goesOn)
 {
     const std::string target = targetOf(path);
     struct stat status = {};
@@ -134,7 +147,7 @@ bool replaceFile(const std::string& path,
     if (isDone) {
         const struct stat* const replaced = isThere ? &status : nullptr;
         NewFile file(folderOf(target), replaced);
-        isDone = file.isOpen() && file.takeOver(replaced) && file.write(bytes) &&
+        isDone = file.isOpen() && file.takeOver(replaced) && file.write(bytes, goesOn) &&
                  file.putInPlaceOf(target);
         problem = isDone ? "" : std::strerror(errno);
         if (stamp)

@@ -1,12 +1,13 @@
 #include "document/document.h"
 
+#include "base/progress.h"
 #include "document/attributes.h"
 #include "document/definedNode.h"
 #include "document/history.h"
 #include "document/journal.h"
 #include "document/origins.h"
+#include "document/release.h"
 #include "document/reservedNames.h"
-#include "format/nodeDefs.h"
 #include "format/xml.h"
 
 #include <array>
@@ -21,7 +22,6 @@ struct Document::Impl {
     Impl(Document& document, std::unique_ptr<XmlSource> source, ZEL::Runtime* given)
         : runtime(given ? given : &ownRuntime),
           xml(std::move(source)),
-          nodeDefs(xml->documentElement()),
           attributes(document)
     {
     }
@@ -35,7 +35,6 @@ struct Document::Impl {
     Journal journal;
     History* history = nullptr; ///< Not owned.
     std::unique_ptr<XmlSource> xml;
-    NodeDefs nodeDefs;
     Origins origins;
     std::optional<ReservedNames> reservedNames; ///< Empty until somebody asks.
     Attributes attributes;
@@ -87,11 +86,31 @@ Document::Document(std::unique_ptr<XmlSource> xml, const Document& other)
 
 Document::~Document()
 {
+    makeUnknown();
+}
+
+void Document::makeUnknown()
+{
     if (uuid().empty())
         return;
     // Both tables hold plain pointers and are not told when a document dies.
     registerWithUUID(uuid().c_str(), nullptr);
     m_impl->runtime->unregisterContainer(this);
+    m_impl->uuid.clear();
+}
+
+void Document::takeApart(Progress& progress)
+{
+    makeUnknown();
+    Release release;
+    release.add(m_impl->root, progress);
+    m_impl->root = nullptr;
+    release.run(progress);
+    m_impl->origins.release(progress);
+    progress.awaitResult([this] {
+        m_impl->reservedNames.reset();
+        m_impl->xml.reset();
+    });
 }
 
 bool Document::has(const NodePtr& node)
@@ -187,7 +206,7 @@ const XmlSource& Document::xml() const
 
 const NodeDefs& Document::nodeDefs() const
 {
-    return m_impl->nodeDefs;
+    return m_impl->xml->nodeDefs();
 }
 
 Origins& Document::origins()

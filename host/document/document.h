@@ -16,6 +16,7 @@ class History;
 class Journal;
 class NodeDefs;
 class Origins;
+class Progress;
 class ReservedNames;
 class XmlSource;
 
@@ -42,6 +43,9 @@ public:
     /// text of its own. Needs the network. Called once, or never for a document that nobody else is
     /// to see.
     void makeKnown();
+    /// Lets go of all that the document has, piece by piece, which lasts where it has much; what is
+    /// left is to be destroyed. Nobody knows the document from now on, and it has no history.
+    void takeApart(Progress& progress);
 
     ZEL::AddRefWrapper<ZEL::Node> getRootNode() override;
     /// Reads the runtime's node library anew and brings every node of the document up to its
@@ -81,6 +85,8 @@ public:
     Attributes& attributes();
 
 private:
+    void makeUnknown();
+
     struct Impl;
     std::unique_ptr<Impl> m_impl; ///< Never empty.
 };

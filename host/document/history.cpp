@@ -1,7 +1,9 @@
 #include "document/history.h"
 
+#include "base/progress.h"
 #include "document/document.h"
 #include "document/journal.h"
+#include "document/release.h"
 
 #include <algorithm>
 #include <iterator>
@@ -31,8 +33,8 @@ History::~History()
 
 bool History::run(const EditName& name, bool keepsTypes, const Action& action, std::string& problem)
 {
-    if (m_document.journal().isReplaying()) {
-        problem = kIsReplaying;
+    if (m_document.journal().isReplaying() || !m_heldFor.empty()) {
+        problem = m_heldFor.empty() ? kIsReplaying : m_heldFor;
         return false;
     }
     Group group(*this, name, keepsTypes);
@@ -68,7 +70,10 @@ bool History::Group::finish(bool isGood, std::string& problem)
     History& history = *m_history;
     m_history = nullptr;
     history.m_groups.pop_back();
-    const bool isDone = history.m_document.journal().end(isGood, problem);
+    const bool isHeld = !history.m_heldFor.empty();
+    const bool isDone = history.m_document.journal().end(isGood && !isHeld, problem);
+    if (isHeld)
+        problem = history.m_heldFor;
     if (m_name.lines.empty())
         m_name.lines = std::move(m_innerLines);
     if (isDone && history.isOpen()) {
@@ -140,8 +145,9 @@ bool History::replay(bool isForward, std::string& title, std::string& problem)
     dropStale();
     Journal& journal = m_document.journal();
     const bool isAtEnd = m_done == (isForward ? m_edits.size() : 0);
-    if (isOpen() || journal.isReplaying() || isAtEnd) {
-        problem = isOpen()                ? "an edit is open"
+    if (!m_heldFor.empty() || isOpen() || journal.isReplaying() || isAtEnd) {
+        problem = !m_heldFor.empty()      ? m_heldFor
+                  : isOpen()              ? "an edit is open"
                   : journal.isReplaying() ? kIsReplaying
                   : isForward             ? "nothing to redo"
                                           : "nothing to undo";
@@ -185,6 +191,33 @@ std::shared_ptr<void> History::observe(Observer observer)
     const auto handle = std::make_shared<Observer>(std::move(observer));
     m_observers.push_back(handle);
     return handle;
+}
+
+History::Hold::Hold(History& history, std::string reason) : m_history(history)
+{
+    history.m_heldFor = std::move(reason);
+}
+
+void History::release(Progress& progress)
+{
+    Release removed;
+    for (std::size_t i = 0; i < m_edits.size(); ++i) {
+        Change change;
+        ChangeCollector collector(change);
+        for (const std::unique_ptr<Step>& step : m_edits[i]->steps)
+            step->collect(collector, i < m_done);
+        collector.finish();
+        for (const NodePtr& node : change.removed)
+            removed.add(node, progress);
+        progress.step();
+    }
+    m_done = 0;
+    m_savedEdit = nullptr;
+    for (; !m_edits.empty(); m_edits.pop_back()) {
+        for (Steps& steps = m_edits.back()->steps; !steps.empty(); steps.pop_back())
+            progress.step();
+    }
+    removed.run(progress);
 }
 
 void History::noteSaved()

@@ -13,6 +13,7 @@
 namespace shading {
 
 class Document;
+class Progress;
 
 /// The undo stack of one document. All edits run through it: here a refused edit is rolled back,
 /// and here editors and observers are told. It holds the objects that were deleted, so it goes
@@ -59,6 +60,24 @@ public:
     /// when the history is asked the next time.
     [[nodiscard]] std::shared_ptr<void> observe(Observer observer);
 
+    /// While one lives nothing is edited, undone or redone: that is refused for the reason. One at
+    /// a time, while no edit is open. The history must outlive it.
+    class Hold {
+    public:
+        Hold(History& history, std::string reason);
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+        ~Hold() { m_history.m_heldFor.clear(); }
+
+    private:
+        History& m_history;
+    };
+
+    bool isHeld() const { return !m_heldFor.empty(); }
+
+    /// Forgets all edits one by one, which lasts where they hold much; tells nobody.
+    void release(Progress& progress);
+
     /// The document was written into a file as it is now.
     void noteSaved();
     /// True when the document is as it was opened or last saved. A change that did not run through
@@ -103,6 +122,7 @@ private:
     Repeat m_repeat;                  ///< Of the last edit, while it may go on.
     std::deque<Untold> m_untold;
     bool m_isTelling = false;
+    std::string m_heldFor; ///< Empty: edits may run.
     std::vector<std::weak_ptr<Observer>> m_observers;
 };
 

@@ -1,5 +1,6 @@
 #include "document/origins.h"
 
+#include "base/progress.h"
 #include "format/piece.h"
 
 namespace shading {
@@ -65,6 +66,18 @@ void Origins::setConnected(const Piece& element)
 bool Origins::wasConnected(const Piece& element) const
 {
     return element.number < m_connected.size() && m_connected[element.number];
+}
+
+void Origins::release(Progress& progress)
+{
+    m_elements = {};
+    m_impliedNames.clear();
+    m_hiddenSources.clear();
+    for (ZEL::AddRefWrapper<ZEL::Port>& port : m_held) {
+        port = nullptr;
+        progress.step();
+    }
+    m_held.clear();
 }
 
 } // namespace shading

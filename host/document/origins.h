@@ -10,6 +10,7 @@
 namespace shading {
 
 struct Piece;
+class Progress;
 
 /// Which elements of a document its ports were made from, and which of them found a source when it
 /// was opened. A compound's port stands for its inner port too.
@@ -40,6 +41,9 @@ public:
     void setConnected(const Piece& element);
     /// False for a reference that named nothing when the document was opened.
     bool wasConnected(const Piece& element) const;
+
+    /// Lets go of the ports one by one. Nothing is known of any port then.
+    void release(Progress& progress);
 
 private:
     std::vector<ZEL::AddRefWrapper<ZEL::Port>> m_held;

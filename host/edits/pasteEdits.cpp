@@ -264,7 +264,7 @@ bool Edits::paste(const CompoundPtr& compound, const std::string& text, std::vec
         return false;
     const std::string path = pathOf(*owner);
     Message error;
-    const std::unique_ptr<Document> source = openText(text, m_document, error);
+    const PassingDocument source = openText(text, m_document, error);
     if (!source)
         return fail("text", error.text);
     const std::string problem = textProblem(source->xml().documentElement());

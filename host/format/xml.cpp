@@ -173,6 +173,8 @@ bool XmlSource::read(Message& error)
     }
     if (!fault.text.empty())
         error = messageAt(fault.offset, true, fault.text);
+    else
+        m_nodeDefs.emplace(documentElement());
     return fault.text.empty();
 }
 

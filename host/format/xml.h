@@ -3,9 +3,11 @@
 #include "base/encoding.h"
 #include "base/file.h"
 #include "base/message.h"
+#include "format/nodeDefs.h"
 #include "format/piece.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace shading {
@@ -26,6 +28,7 @@ public:
     /// The `materialx` element.
     const Piece& documentElement() const { return *ElementsIn(m_pieces.top()).begin(); }
     const PieceTree& pieces() const { return m_pieces; }
+    const NodeDefs& nodeDefs() const { return *m_nodeDefs; }
     /// The whole document in UTF-8, and how the file had it.
     const std::string& text() const { return m_text; }
     const Encoding& encoding() const { return m_encoding; }
@@ -51,6 +54,7 @@ private:
     Encoding m_encoding;
     FileStamp m_fileStamp;
     PieceTree m_pieces;
+    std::optional<NodeDefs> m_nodeDefs; ///< Empty until it is read.
     mutable Place m_counted; ///< The place of the last message: most of the next lie behind it.
 };
 

@@ -21,7 +21,7 @@ public:
           m_runtime(runtime),
           m_messages(messages),
           m_known(runtime),
-          m_nodeDefs(xml.documentElement()),
+          m_nodeDefs(xml.nodeDefs()),
           m_root(runtime.getNodeLibrary())
     {
         if (m_root)
@@ -163,7 +163,7 @@ private:
     ZEL::Runtime& m_runtime;
     std::vector<Message>& m_messages;
     const DefinitionIndex m_known; ///< What the runtime had before.
-    const NodeDefs m_nodeDefs;
+    const NodeDefs& m_nodeDefs;
     ZEL::AddRefWrapper<ZEL::NodeLibrary> m_root;
     std::set<ZEL::NodeLibrary*> m_changed; ///< To be sorted; m_root holds them.
 };

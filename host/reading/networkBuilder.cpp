@@ -29,6 +29,17 @@ public:
     std::string pathTo(const std::string& name) const { return m_path + "." + name; }
     /// True for a name the first time only.
     bool use(const std::string& name) { return m_used.insert(name).second; }
+    /// Forgets them one by one.
+    void release(Progress& progress)
+    {
+        for (std::unordered_set<std::string>* const names : {&m_used, &m_taken}) {
+            while (!names->empty()) {
+                names->erase(names->begin());
+                if (progress.isDue())
+                    progress.tell();
+            }
+        }
+    }
 
 private:
     std::string makeUp(const std::string& stem)
@@ -54,25 +65,28 @@ private:
 
 class NetworkBuilder {
 public:
-    NetworkBuilder(Document& document, std::vector<Message>& warnings, Progress& progress)
+    NetworkBuilder(Document& document,
+                   UnconnectedNetwork& network,
+                   std::vector<Message>& warnings,
+                   Progress& progress)
         : m_document(document),
           m_xml(document.xml()),
           m_warnings(warnings),
+          m_network(network),
           m_progress(progress)
     {
     }
 
-    UnconnectedNetwork build()
+    void build()
     {
         const Piece& element = m_xml.documentElement();
-        m_progress.begin(150, 550, m_xml.text().size());
+        m_progress.begin(250, 550, m_xml.text().size());
         m_network.root = Node::createNew(&m_document, "Top");
         m_network.root->setNodeTypeName(std::string(element.text).c_str());
         m_network.root->setElement(&element);
         Scope& scope = m_network.scopes.emplace_back();
         scope.compound = Compound::createNew(m_network.root);
         fillCompound(element, scope, nullptr);
-        return std::move(m_network);
     }
 
 private:
@@ -97,6 +111,7 @@ private:
                 break;
             }
         }
+        names.release(m_progress);
     }
 
     void
@@ -238,16 +253,18 @@ private:
     Document& m_document;
     const XmlSource& m_xml;
     std::vector<Message>& m_warnings;
-    UnconnectedNetwork m_network;
+    UnconnectedNetwork& m_network;
     Progress& m_progress;
 };
 
 } // namespace
 
-UnconnectedNetwork
-buildNetwork(Document& document, std::vector<Message>& warnings, Progress& progress)
+void buildNetwork(Document& document,
+                  UnconnectedNetwork& network,
+                  std::vector<Message>& warnings,
+                  Progress& progress)
 {
-    return NetworkBuilder(document, warnings, progress).build();
+    NetworkBuilder(document, network, warnings, progress).build();
 }
 
 } // namespace shading

@@ -38,8 +38,10 @@ struct UnconnectedNetwork {
 };
 
 /// The first pass over a document: makes the nodes, the compounds and their ports, and collects the
-/// references between them. Nothing given is owned.
-UnconnectedNetwork
-buildNetwork(Document& document, std::vector<Message>& warnings, Progress& progress);
+/// references between them. Nothing given is owned. Throws Cancelled: then there is a part of it.
+void buildNetwork(Document& document,
+                  UnconnectedNetwork& network,
+                  std::vector<Message>& warnings,
+                  Progress& progress);
 
 } // namespace shading

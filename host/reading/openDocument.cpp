@@ -2,10 +2,8 @@
 
 #include "base/progress.h"
 #include "document/definedNode.h"
-#include "document/names.h"
-#include "document/origins.h"
-#include "document/rules.h"
 #include "format/xml.h"
+#include "reading/connector.h"
 #include "reading/networkBuilder.h"
 
 #include <algorithm>
@@ -18,230 +16,12 @@ namespace {
 const char* const kNewText =
     "<?xml version=\"1.0\"?>\n<materialx version=\"1.38\">\n</materialx>\n";
 
-/// The second pass over a document: connects what its references name.
-///
-/// A `nodename` means a sibling. A `nodegraph` means a sibling, or else a graph of the document
-/// itself. An `interfacename` means an input of the graph around. An `output` without any of these
-/// means an output of the document, and so what feeds that. No other border is crossed.
-class Connector {
-public:
-    Connector(Document& document, std::vector<Message>& warnings, const Scope& outermost)
-        : m_xml(document.xml()),
-          m_origins(document.origins()),
-          m_warnings(warnings),
-          m_document(outermost)
-    {
-        for (const Piece& element : ElementsIn(m_xml.documentElement())) {
-            const std::string_view name = element.text.substr(element.text.find(':') + 1);
-            m_hasIncludes = m_hasIncludes || name == "include";
-        }
-    }
-
-    void connect(const Reference& reference)
-    {
-        std::string problem;
-        const PortPtr source = findSource(reference, problem);
-        if (source && !reference.target->addConnection(source))
-            problem = "refused a connection from " + pathOf(*source);
-        const std::string hidden = source ? "" : hiddenSource(reference);
-        if (!hidden.empty()) {
-            const std::string name = nameOf(*reference.element);
-            m_origins.setHiddenSource(reference.target, name);
-            problem = "the network does not show its source (" + name + "): " + hidden;
-        }
-        if (!problem.empty())
-            warn(reference, problem);
-        else if (source)
-            m_origins.setConnected(*reference.element);
-    }
-
-private:
-    /// Empty, with the problem, when the reference names nothing.
-    PortPtr findSource(const Reference& reference, std::string& problem)
-    {
-        const std::string interface = attributeOf(*reference.element, "interfacename");
-        const std::string graph = attributeOf(*reference.element, "nodegraph");
-        const std::string node = attributeOf(*reference.element, "nodename");
-        if (int(!interface.empty()) + int(!graph.empty()) + int(!node.empty()) > 1)
-            warn(reference, "several sources: interfacename is preferred to nodegraph, "
-                            "nodegraph to nodename");
-        if (!reference.scope) {
-            problem = "an input of the document cannot have a source";
-            return nullptr;
-        }
-        if (namesOutputOnly(*reference.element))
-            return documentOutput(reference, attributeOf(*reference.element, "output"), problem);
-        if (!interface.empty())
-            return interfacePort(reference, interface);
-        if (!graph.empty())
-            return graphOutput(reference, graph, problem);
-        return nodeOutput(reference, node, problem);
-    }
-
-    /// What the source is that the network does not show; empty for a reference to nothing.
-    std::string hiddenSource(const Reference& reference)
-    {
-        const Piece& element = *reference.element;
-        const std::string graph = attributeOf(element, "nodegraph");
-        const std::string name = graph.empty() ? attributeOf(element, "nodename") : graph;
-        const bool isFound =
-            !name.empty() && reference.scope &&
-            (graph.empty() ? reference.scope->nodes : reference.scope->graphs).count(name) > 0;
-        if (isFound || !reference.scope)
-            return "";
-        if (namesOutputOnly(*reference.element)) {
-            const std::string output = attributeOf(element, "output");
-            return m_document.compound->innerOutputs()[output.c_str()] ? "it is not seen from here"
-                                                                       : "";
-        }
-        for (const Scope* const scope : {reference.scope, &m_document}) {
-            for (const Piece& child : ElementsIn(elementOf(*scope))) {
-                if (isForeign(child.text) && attributeOf(child, "name") == name)
-                    return std::string(child.text);
-            }
-        }
-        if (isForeign(name))
-            return "a name of another name space";
-        return m_hasIncludes ? "it may be in an included file" : "";
-    }
-
-    static bool isForeign(std::string_view name)
-    {
-        return name.find(':') != std::string_view::npos;
-    }
-
-    static std::string nameOf(const Piece& reference)
-    {
-        std::string name;
-        for (const char* const attribute : {"nodegraph", "nodename", "output"}) {
-            const std::string part = attributeOf(reference, attribute);
-            name += (name.empty() || part.empty() ? "" : ".") + part;
-        }
-        return name;
-    }
-
-    static const Piece& elementOf(const Scope& scope)
-    {
-        // The nodes of a document are this host's and have elements when they are read.
-        return *static_cast<Node&>(*scope.compound->getAsNode()).element();
-    }
-
-    /// What feeds the output of the document.
-    PortPtr
-    documentOutput(const Reference& reference, const std::string& name, std::string& problem)
-    {
-        const PortPtr output = m_document.compound->innerOutputs()[name.c_str()];
-        PortPtr source = output ? output->connectedTo()[0] : nullptr;
-        const bool isSeen =
-            reference.scope == &m_document || (source && isInScope(*source, *reference.target));
-        if (!output)
-            problem = "no output \"" + name + "\" in " + pathTo(m_document);
-        else if (!source)
-            problem = pathOf(*output) + " has no source";
-        else if (!isSeen)
-            problem = "its source " + pathOf(*source) + " is in another compound";
-        return problem.empty() ? source : nullptr;
-    }
-
-    /// The inner input of that name, made when the graph does not declare it.
-    PortPtr interfacePort(const Reference& reference, const std::string& name)
-    {
-        ZEL::Compound& compound = *reference.scope->compound;
-        PortPtr present = compound.innerInputs()[name.c_str()];
-        if (present)
-            return present;
-        const int index = compound.createCompoundPort(ZEL::PortInput, name.c_str(),
-                                                      reference.target->getDataType());
-        m_origins.setImplied(compound.getAsNode()->inputs()[index]);
-        return compound.innerInputs()[index];
-    }
-
-    PortPtr graphOutput(const Reference& reference, const std::string& name, std::string& problem)
-    {
-        for (const Scope* const scope : {reference.scope, &m_document}) {
-            const auto found = scope->graphs.find(name);
-            if (found != scope->graphs.end())
-                return outputOf(reference, found->second, problem);
-        }
-        problem = "no nodegraph \"" + name + "\" in " + pathTo(*reference.scope);
-        if (reference.scope != &m_document)
-            problem += " or " + pathTo(m_document);
-        return nullptr;
-    }
-
-    static PortPtr
-    nodeOutput(const Reference& reference, const std::string& name, std::string& problem)
-    {
-        const auto found = reference.scope->nodes.find(name);
-        if (found != reference.scope->nodes.end())
-            return outputOf(reference, found->second, problem);
-        problem = "no node \"" + name + "\" in " + pathTo(*reference.scope);
-        return nullptr;
-    }
-
-    /// The output that the reference names, or means by naming none: the first of a graph or of a
-    /// list of outputs, else `out`. A plain node gets an output that it does not have.
-    static PortPtr
-    outputOf(const Reference& reference, const HostNodePtr& node, std::string& problem)
-    {
-        const Piece& element = *node->element();
-        const std::string path = pathOf(*node);
-        const bool isMultiOutput = attributeOf(element, "type") == kMultiOutput;
-        const Piece* const listed = isMultiOutput ? firstOutput(element) : nullptr;
-        std::string name = attributeOf(*reference.element, "output");
-        // The first that the document lists, also where the definition has another one before it.
-        if (name.empty() && isMultiOutput)
-            name = listed ? attributeOf(*listed, "name") : "";
-        if (name.empty() && (node->isCompound() || (isMultiOutput && listed))) {
-            PortPtr first = node->outputs()[0];
-            if (!first)
-                problem = path + " has no output";
-            return first;
-        }
-        if (name.empty() && isMultiOutput) {
-            problem = "does not say which output of " + path;
-            return nullptr;
-        }
-        if (name.empty())
-            name = kDefaultOutput;
-        PortPtr present = node->outputs()[name.c_str()];
-        if (present)
-            return present;
-        if (!node->isCompound())
-            return node->outputs().addPort(name.c_str(), reference.target->getDataType());
-        problem = path + " has no output \"" + name + "\"";
-        return nullptr;
-    }
-
-    static const Piece* firstOutput(const Piece& element)
-    {
-        for (const Piece& child : ElementsIn(element)) {
-            if (kindOf(child) == ElementKind::Output)
-                return &child;
-        }
-        return nullptr;
-    }
-
-    static std::string pathTo(const Scope& scope) { return pathOf(*scope.compound->getAsNode()); }
-
-    void warn(const Reference& reference, const std::string& text)
-    {
-        const std::string path = pathOf(*reference.target);
-        m_warnings.push_back(m_xml.warningAt(*reference.element, path + ": " + text));
-    }
-
-    const XmlSource& m_xml;
-    Origins& m_origins;
-    std::vector<Message>& m_warnings;
-    const Scope& m_document;
-    bool m_hasIncludes = false;
-};
-
 /// The outputs that references name, by the node that they mean.
-NamedOutputs namedOutputs(const UnconnectedNetwork& network)
+NamedOutputs namedOutputs(const UnconnectedNetwork& network, Progress& progress)
 {
     NamedOutputs result;
     for (const Reference& reference : network.references) {
+        progress.step();
         const std::string output = attributeOf(*reference.element, "output");
         if (!reference.scope || output.empty())
             continue;
@@ -252,86 +32,171 @@ NamedOutputs namedOutputs(const UnconnectedNetwork& network)
     return result;
 }
 
-/// Gives the document its network. What does not resolve is left out and is a warning.
-void readNetwork(Document& document, std::vector<Message>& warnings, const Progress::Tell& tell)
+/// What is read of a document. In the end, whole or not, it is the document's, and the tables go
+/// one by one.
+class ReadNetwork {
+public:
+    ReadNetwork(Document& document, Progress::Tell tell)
+        : m_document(document),
+          m_tell(std::move(tell))
+    {
+    }
+    ReadNetwork(const ReadNetwork&) = delete;
+    ReadNetwork& operator=(const ReadNetwork&) = delete;
+    ~ReadNetwork()
+    {
+        Progress progress(m_tell);
+        m_document.setRootNode(network.root);
+        for (Scope& scope : network.scopes) {
+            release(scope.nodes, progress);
+            release(scope.graphs, progress);
+        }
+        for (; !network.references.empty(); network.references.pop_back())
+            progress.step();
+    }
+
+    UnconnectedNetwork network;
+
+private:
+    static void release(std::unordered_map<std::string, HostNodePtr>& nodes, Progress& progress)
+    {
+        while (!nodes.empty()) {
+            nodes.erase(nodes.begin());
+            progress.step();
+        }
+    }
+
+    Document& m_document;
+    Progress::Tell m_tell;
+};
+
+/// Gives the document its network. What does not resolve is left out and is a warning. Throws
+/// Cancelled; then it has a part of it, and perhaps not its root.
+void readNetwork(Document& document, std::vector<Message>& warnings, Progress& progress)
 {
-    Progress progress(tell);
-    const UnconnectedNetwork network = buildNetwork(document, warnings, progress);
+    ReadNetwork read(document, withoutCancel(progress.within(980, 1000)));
+    UnconnectedNetwork& network = read.network;
+    buildNetwork(document, network, warnings, progress);
     std::size_t nodeCount = 0;
     for (const Scope& scope : network.scopes)
         nodeCount += scope.nodes.size();
-    progress.begin(550, 850, nodeCount);
-    defineNodes(document, *network.root->getAsCompound(), namedOutputs(network), &progress);
-    progress.begin(850, 1000, network.references.size());
-    Connector connector(document, warnings, network.scopes.front());
-    // What names an output of the document has the source of that, which is known then.
-    std::vector<const Reference*> byOutput;
-    for (const Reference& reference : network.references) {
-        if (namesOutputOnly(*reference.element)) {
-            byOutput.push_back(&reference);
-            continue;
-        }
-        connector.connect(reference);
-        progress.step();
-    }
-    for (const Reference* const reference : byOutput)
-        connector.connect(*reference);
-    document.setRootNode(network.root);
+    progress.begin(550, 600, network.references.size());
+    const NamedOutputs outputs = namedOutputs(network, progress);
+    progress.begin(600, 850, nodeCount);
+    defineNodes(document, *network.root->getAsCompound(), outputs, &progress);
+    progress.begin(850, 980, network.references.size());
+    connectNetwork(document, network, warnings, progress);
 }
 
 /// Of that text and that, a runtime or another document, which gives it its runtime; null and the
 /// error when it is none.
 template <class Source>
-std::unique_ptr<Document>
-readText(const std::string& path, const std::string& text, const Source& source, Message& error)
+PassingDocument readText(const std::string& path,
+                         const std::string& text,
+                         const Source& source,
+                         Message& error,
+                         const Progress::Tell& tell)
 {
+    Progress progress(tell);
     auto xml = std::make_unique<XmlSource>();
-    if (!xml->loadText(path, text, error))
-        return nullptr;
-    auto document = std::make_unique<Document>(std::move(xml), source);
+    bool isRead = false;
+    progress.await([&] { isRead = xml->loadText(path, text, error); });
+    if (!isRead)
+        return PassingDocument(nullptr, {tell});
+    PassingDocument document(new Document(std::move(xml), source), {tell});
     std::vector<Message> ignored;
-    readNetwork(*document, ignored, {});
+    readNetwork(*document, ignored, progress);
     return document;
 }
 
-} // namespace
+Message cancelMessage(const std::string& path)
+{
+    Message message;
+    message.file = path;
+    message.isError = true;
+    message.text = kCancelled;
+    return message;
+}
 
-std::unique_ptr<Document>
-openDocument(const std::string& path, const OpenOptions& options, std::vector<Message>& messages)
+/// In the order of lines.
+void sort(std::vector<Message>& messages)
+{
+    std::stable_sort(messages.begin(), messages.end(),
+                     [](const Message& a, const Message& b) { return a.line < b.line; });
+}
+
+/// The same as openDocument. Throws Cancelled.
+PassingDocument open(const std::string& path,
+                     const OpenOptions& options,
+                     std::vector<Message>& messages,
+                     Progress& progress)
 {
     auto xml = std::make_unique<XmlSource>();
     Message error;
-    if (!xml->load(path, error)) {
+    bool isRead = false;
+    progress.await([&] { isRead = xml->load(path, error); });
+    if (!isRead) {
         messages.push_back(error);
-        return nullptr;
+        return PassingDocument(nullptr, {options.progress});
     }
-    auto document = std::make_unique<Document>(std::move(xml), options.runtime);
+    PassingDocument document(new Document(std::move(xml), options.runtime), {options.progress});
     std::vector<Message> found;
-    readNetwork(*document, found, options.progress);
-    std::stable_sort(found.begin(), found.end(),
-                     [](const Message& a, const Message& b) { return a.line < b.line; });
+    readNetwork(*document, found, progress);
+    progress.await([&] { sort(found); });
+    // The first edit would make them.
+    if (options.progress)
+        progress.await([&] { document->reservedNames(); });
     for (Message& message : found) {
         message.isError = options.isStrict;
         messages.push_back(message);
     }
     if (options.isStrict && !found.empty())
-        return nullptr;
-    document->files()[canonicalPath(path)] = document->xml().fileStamp();
-    document->makeKnown();
+        document.reset();
     return document;
+}
+
+} // namespace
+
+void TakeApart::operator()(Document* document) const
+{
+    const std::unique_ptr<Document> owned(document);
+    if (!tell)
+        return;
+    Progress progress(withoutCancel(tell));
+    progress.begin(1000, 1000, 0);
+    document->takeApart(progress);
+}
+
+std::unique_ptr<Document>
+openDocument(const std::string& path, const OpenOptions& options, std::vector<Message>& messages)
+{
+    Progress progress(options.progress);
+    try {
+        std::unique_ptr<Document> document(open(path, options, messages, progress).release());
+        if (!document)
+            return nullptr;
+        document->files()[canonicalPath(path)] = document->xml().fileStamp();
+        document->makeKnown();
+        return document;
+    } catch (const Cancelled&) {
+        messages.push_back(cancelMessage(path));
+        return nullptr;
+    }
 }
 
 std::unique_ptr<Document> newDocument(const std::string& path, const OpenOptions& options)
 {
     Message none; // Nothing is wrong with it.
-    std::unique_ptr<Document> document = readText(path, kNewText, options.runtime, none);
+    std::unique_ptr<Document> document(
+        readText(path, kNewText, options.runtime, none, {}).release());
     document->makeKnown();
     return document;
 }
 
-std::unique_ptr<Document> openText(const std::string& text, const Document& other, Message& error)
+PassingDocument
+openText(const std::string& text, const Document& other, Message& error, const Progress::Tell& tell)
 {
-    return readText("the saved document", text, other, error);
+    return readText("the saved document", text, other, error, tell);
 }
 
 } // namespace shading

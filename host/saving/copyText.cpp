@@ -24,22 +24,13 @@ copyProblem(const NodePtr& node, const NodePtr& first, std::unordered_set<ZEL::N
     return seen.insert(node.get()).second ? "" : "it is named twice";
 }
 
-} // namespace
-
-bool copyToText(Document& document,
-                const std::vector<NodePtr>& nodes,
-                std::string& text,
-                std::vector<SaveProblem>& problems)
+std::string textOf(Document& document,
+                   const std::vector<NodePtr>& nodes,
+                   std::vector<SaveProblem>& problems,
+                   Progress& progress)
 {
-    std::unordered_set<ZEL::Node*> seen;
-    for (const NodePtr& node : nodes) {
-        const std::string problem = copyProblem(node, nodes.front(), seen);
-        if (!problem.empty())
-            problems.push_back({pathOf(*node), problem});
-    }
-    if (!problems.empty() || nodes.empty())
-        return false;
-    DraftNetwork network(document);
+    DraftNetwork network(document, progress);
+    progress.begin(0, 1000, 3 * document.xml().pieces().pieces().size());
     projectNodes(network);
     FactWriter(network).writeChanges();
     network.writeAttributes(problems);
@@ -56,8 +47,33 @@ bool copyToText(Document& document,
     std::string inside;
     for (const NodePtr& node : nodes)
         inside += elementText(*network.itemOf(*node));
-    text = elementText(whole);
+    std::string text = elementText(whole);
     text.replace(text.size() - 2, 2, ">" + inside + "</materialx>");
+    return text;
+}
+
+} // namespace
+
+bool copyToText(Document& document,
+                const std::vector<NodePtr>& nodes,
+                std::string& text,
+                std::vector<SaveProblem>& problems,
+                const Progress::Tell& tell)
+{
+    std::unordered_set<ZEL::Node*> seen;
+    for (const NodePtr& node : nodes) {
+        const std::string problem = copyProblem(node, nodes.front(), seen);
+        if (!problem.empty())
+            problems.push_back({pathOf(*node), problem});
+    }
+    if (!problems.empty() || nodes.empty())
+        return false;
+    Progress progress(tell);
+    try {
+        text = textOf(document, nodes, problems, progress);
+    } catch (const Cancelled&) {
+        problems = {{pathOf(*nodes.front()), kCancelled}};
+    }
     return problems.empty();
 }
 

@@ -141,6 +141,7 @@ void updateDeclarations(DraftNetwork& network, std::vector<SaveProblem>& problem
 {
     const Piece& root = network.document().xml().documentElement();
     for (const Piece& element : ElementsIn(root)) {
+        network.progress().step();
         const Tie* const tie = network.document().nodeDefs().tieOf(element);
         const Piece& item = network.draft().at(element);
         ZEL::Node* const graph = tie ? network.nodeOf(&item) : nullptr;

@@ -32,7 +32,17 @@ Piece* placeOf(const DraftNetwork& network, Piece& parent, ZEL::PortList& list, 
 
 } // namespace
 
-DraftNetwork::DraftNetwork(Document& document) : m_document(document), m_draft(document.xml()) {}
+DraftNetwork::DraftNetwork(Document& document, Progress& progress)
+    : m_document(document),
+      m_progress(progress)
+{
+    m_progress.await([this] { m_draft.emplace(m_document.xml()); });
+}
+
+DraftNetwork::~DraftNetwork()
+{
+    m_progress.awaitResult([this] { m_draft.reset(); });
+}
 
 void DraftNetwork::claim(Piece& item, ZEL::Node& node)
 {
@@ -50,7 +60,7 @@ void DraftNetwork::remove(ZEL::Port& port)
 {
     if (Piece* const item = itemOf(port)) {
         claimOf(*item).second = nullptr;
-        m_draft.remove(*item);
+        m_draft->remove(*item);
         m_portItems[&port] = nullptr;
     }
 }
@@ -80,19 +90,19 @@ ZEL::Port* DraftNetwork::portOf(const Piece* item) const
 Piece* DraftNetwork::readItemOf(const ZEL::Node& node)
 {
     const auto* const own = dynamic_cast<const Node*>(&node);
-    return own && own->element() ? &m_draft.at(*own->element()) : nullptr;
+    return own && own->element() ? &m_draft->at(*own->element()) : nullptr;
 }
 
 Piece* DraftNetwork::readItemOf(const ZEL::Port& port)
 {
     const Piece* const element = m_document.origins().elementOf(port);
-    return element ? &m_draft.at(*element) : nullptr;
+    return element ? &m_draft->at(*element) : nullptr;
 }
 
 std::pair<ZEL::Node*, ZEL::Port*>& DraftNetwork::claimOf(const Piece& item)
 {
     if (item.number >= m_claims.size())
-        m_claims.resize(m_draft.pieceCount());
+        m_claims.resize(m_draft->pieceCount());
     return m_claims[item.number];
 }
 
@@ -103,7 +113,7 @@ bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
     Piece* const own = itemOf(node);
     if (!own || (tie && !tie->nodeDef))
         return false;
-    Piece& parent = tie ? m_draft.at(*tie->nodeDef) : *own;
+    Piece& parent = tie ? m_draft->at(*tie->nodeDef) : *own;
     // Inputs that references make come behind those that have elements.
     ZEL::PortList& inputs = node.inputs();
     const int place = isInput && node.isCompound() ? inputs.findPort(&port) : 0;
@@ -112,14 +122,14 @@ bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
         --first;
     for (int i = first; i < place; ++i)
         declare(node, *inputs[i]);
-    Piece& item = m_draft.newElement(isInput ? "input" : "output");
-    m_draft.setAttribute(item, "name", port.getName());
-    m_draft.setAttribute(item, "type", typeNameOf(port));
+    Piece& item = m_draft->newElement(isInput ? "input" : "output");
+    m_draft->setAttribute(item, "name", port.getName());
+    m_draft->setAttribute(item, "type", typeNameOf(port));
     const bool hasValue = isInput ? !isFed(port) : node.isCompound();
     if (hasValue && *port.getPortDefaultValue() != '\0')
-        m_draft.setAttribute(item, "value", port.getPortDefaultValue());
-    m_draft.insert(item, parent,
-                   placeOf(*this, parent, isInput ? node.inputs() : node.outputs(), port));
+        m_draft->setAttribute(item, "value", port.getPortDefaultValue());
+    m_draft->insert(item, parent,
+                    placeOf(*this, parent, isInput ? node.inputs() : node.outputs(), port));
     claim(item, port);
     return true;
 }
@@ -128,7 +138,7 @@ bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
 Piece* DraftNetwork::itemOf(const AttributeOwner& owner)
 {
     if (owner.element)
-        return &m_draft.at(*owner.element);
+        return &m_draft->at(*owner.element);
     if (owner.node)
         return itemOf(*owner.node);
     const NodePtr node = owner.port->getParentNode();
@@ -156,6 +166,7 @@ bool DraftNetwork::sees(const Piece& item, ZEL::Node& node) const
 void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
 {
     for (const Attributes::Changed& changed : m_document.attributes().changed()) {
+        m_progress.step();
         const Piece* const read = m_document.attributes().elementOf(changed.owner);
         for (const auto& [name, value] : changed.values) {
             const std::string now = value.now();
@@ -164,12 +175,12 @@ void DraftNetwork::writeAttributes(std::vector<SaveProblem>& problems)
             Piece* const item = itemOf(changed.owner);
             const PortPtr& port = changed.owner.port;
             if (item && now.empty())
-                m_draft.removeAttribute(*item, name);
+                m_draft->removeAttribute(*item, name);
             if (item && now.empty() && port && isBare(*item) && !isFed(*port) &&
                 port->getPortIOType() == ZEL::PortInput && !port->getParentNode()->isCompound())
                 remove(*port);
             else if (item && !now.empty())
-                m_draft.setAttribute(*item, name, now);
+                m_draft->setAttribute(*item, name, now);
             if (item && item->parent && value.named && !sees(*item, *value.named))
                 problems.push_back({pathOf(*m_document.getRootNode()) + "." + now,
                                     "it is gone from there, and " + std::string(item->text) +

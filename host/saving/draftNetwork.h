@@ -1,10 +1,12 @@
 #pragma once
 
 #include "base/pointerMap.h"
+#include "base/progress.h"
 #include "document/names.h"
 #include "format/draft.h"
 #include "zel.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,13 +26,16 @@ struct SaveProblem {
 /// network and the document's XML are only looked at. Private to the host's library.
 class DraftNetwork {
 public:
-    /// The document must outlive it, and its network must not change meanwhile.
-    explicit DraftNetwork(Document& document);
+    /// Both must outlive it, and the document's network must not change meanwhile.
+    DraftNetwork(Document& document, Progress& progress);
     DraftNetwork(const DraftNetwork&) = delete;
     DraftNetwork& operator=(const DraftNetwork&) = delete;
+    ~DraftNetwork();
 
     Document& document() { return m_document; }
-    Draft& draft() { return m_draft; }
+    Draft& draft() { return *m_draft; }
+    /// For each node or element that is worked on, a step.
+    Progress& progress() { return m_progress; }
 
     /// Notes that the element stands for the node, or for the port (the compound node's own one).
     void claim(Piece& item, ZEL::Node& node);
@@ -63,7 +68,8 @@ private:
     bool sees(const Piece& item, ZEL::Node& node) const;
 
     Document& m_document;
-    Draft m_draft;
+    Progress& m_progress;
+    std::optional<Draft> m_draft; ///< Never empty.
     PointerMap<ZEL::Node, Piece*> m_nodeItems;
     PointerMap<ZEL::Port, Piece*> m_portItems;
     std::vector<std::pair<ZEL::Node*, ZEL::Port*>> m_claims; ///< By the numbers of the pieces.

@@ -35,6 +35,7 @@ void FactWriter::writeChanges()
 
 void FactWriter::writeNode(Node& node)
 {
+    m_network.progress().step();
     Piece& item = *m_network.itemOf(node);
     if (node.getParentCompound()) {
         writeName(item, node.getName());
@@ -78,6 +79,7 @@ bool FactWriter::isSaid(ZEL::Port& port) const
 
 void FactWriter::writeBindings(ZEL::Node& node)
 {
+    m_network.progress().step();
     const CompoundPtr compound = node.getAsCompound();
     for (ZEL::Port* const input : node.inputs())
         writeBinding(node, *input, *input);
@@ -131,6 +133,7 @@ void FactWriter::writeValue(ZEL::Node& node, ZEL::Port& port, Piece& item, bool 
 /// without any is read back, only the judge knows.
 void FactWriter::writeOutputs(ZEL::Node& node)
 {
+    m_network.progress().step();
     const CompoundPtr compound = node.getAsCompound();
     if (compound) {
         for (const NodePtr& inner : compound->nodes())
@@ -189,8 +192,10 @@ bool FactWriter::writeInFull(const std::vector<Difference>& differences)
             m_missing.insert(difference.port);
     }
     bool isWritten = false;
-    for (const Difference& difference : differences)
+    for (const Difference& difference : differences) {
+        m_network.progress().step();
         isWritten = writeInFull(difference) || isWritten;
+    }
     return isWritten;
 }
 

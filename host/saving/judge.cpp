@@ -44,6 +44,8 @@ Judge::Judge(DraftNetwork& network, Document& back, const std::vector<Piece*>& e
     const std::deque<Piece>& pieces = back.xml().pieces().pieces();
     m_written.resize(pieces.size());
     for (const Piece& piece : pieces) {
+        if (m_network.progress().isDue())
+            m_network.progress().tell();
         if (!piece.isElement() || &piece == &pieces.front())
             continue;
         m_isWhole = m_isWhole && element != elements.end() && (*element)->text == piece.text;
@@ -69,6 +71,7 @@ std::vector<Difference> Judge::differences()
 
 void Judge::compareNodes(Node& live, Node& back)
 {
+    m_network.progress().step();
     if (live.getParentCompound() && std::strcmp(live.getName(), back.getName()) != 0)
         differ(Fact::Name, live, "its name is read back as " + std::string(back.getName()));
     if (std::strcmp(live.getNodeTypeName(), back.getNodeTypeName()) != 0)
@@ -194,6 +197,7 @@ void Judge::comparePorts(Node& node, ZEL::Port& live, ZEL::Port& back)
 
 void Judge::compareSources(ZEL::Node& node)
 {
+    m_network.progress().step();
     for (ZEL::Port* const input : node.inputs())
         compareSource(node, *input, *input);
     const CompoundPtr compound = node.getAsCompound();

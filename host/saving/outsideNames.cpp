@@ -45,6 +45,7 @@ private:
     void visit(const Piece& parent, const Piece& graph, bool isNetwork)
     {
         for (const Piece& element : ElementsIn(parent)) {
+            m_network.progress().step();
             const ElementKind kind = isNetwork ? kindOf(element) : ElementKind::Other;
             if (kind == ElementKind::Graph && &parent == &graph) {
                 visit(element, element, true);
@@ -116,6 +117,7 @@ private:
         if (!isNew)
             return names;
         for (const Piece& child : ElementsIn(parent)) {
+            m_network.progress().step();
             const ElementKind kind = kindOf(child);
             const std::string name = attributeOf(child, "name");
             if (kind == ElementKind::Input)

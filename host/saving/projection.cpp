@@ -22,8 +22,10 @@ public:
         claimAll(*root);
         collectGone(*m_network.itemOf(*root));
         place(*root);
-        for (const Gone& gone : m_gone)
+        for (const Gone& gone : m_gone) {
+            m_network.progress().step();
             remove(gone);
+        }
         declareInputs(*root);
     }
 
@@ -35,6 +37,7 @@ private:
 
     void claimAll(ZEL::Node& node)
     {
+        m_network.progress().step();
         Piece* item = m_network.readItemOf(node);
         if (!item || m_network.nodeOf(item))
             item = &newElement(node);
@@ -88,6 +91,7 @@ private:
             parent.text == "materialx" || kindOf(parent.text) == ElementKind::Graph;
         bool hasNodes = false;
         for (Piece* item = parent.first; item; item = item->next) {
+            m_network.progress().step();
             const ElementKind kind = item->isElement() ? kindOf(item->text) : ElementKind::Other;
             const bool isNode =
                 isGraph && (kind == ElementKind::Node || kind == ElementKind::Graph);
@@ -112,6 +116,7 @@ private:
         Piece& parent = *m_network.itemOf(node);
         Piece* previous = nullptr;
         for (const ZEL::AddRefWrapper<ZEL::Node>& inner : compound->nodes()) {
+            m_network.progress().step();
             Piece& item = *m_network.itemOf(*inner);
             Piece* const place = previous ? previous : startOf(parent);
             if (!item.parent)
@@ -161,6 +166,7 @@ private:
     /// The reader makes an input that an `interfacename` means; the format wants it declared.
     void declareInputs(ZEL::Node& node)
     {
+        m_network.progress().step();
         const ZEL::AddRefWrapper<ZEL::Compound> compound = node.getAsCompound();
         if (!compound)
             return;

@@ -15,16 +15,27 @@ namespace shading {
 
 namespace {
 
-/// Writes the draft and opens that again. False, with the problems, when it does not open.
+/// Writes the draft and opens that again, which is the part of the progress from one permille to
+/// the other. False, with the problems, when it does not open.
 bool judge(DraftNetwork& network,
+           int from,
+           int to,
            std::string& text,
            std::vector<Difference>& differences,
            std::vector<SaveProblem>& problems)
 {
+    Progress& progress = network.progress();
+    const int length = to - from;
     std::vector<Piece*> elements;
-    text = network.draft().write(elements);
+    progress.begin(from, from, 0);
+    progress.await([&] { text = network.draft().write(elements); });
     Message error;
-    const std::unique_ptr<Document> back = openText(text, network.document(), error);
+    const int opened = from + length * 7 / 10;
+    const PassingDocument back(
+        openText(text, network.document(), error, progress.within(from + length / 10, opened))
+            .release(),
+        {progress.within(to, to)});
+    progress.begin(opened, to, elements.size());
     if (back)
         differences = Judge(network, *back, elements).differences();
     else
@@ -42,10 +53,10 @@ bool write(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& p
     if (!problems.empty())
         return false;
     std::vector<Difference> differences;
-    if (!judge(network, text, differences, problems))
+    if (!judge(network, 300, 600, text, differences, problems))
         return false;
     if (!differences.empty() && writer.writeInFull(differences) &&
-        !judge(network, text, differences, problems))
+        !judge(network, 600, 900, text, differences, problems))
         return false;
     for (const Difference& difference : differences)
         problems.push_back(difference.problem);
@@ -53,9 +64,13 @@ bool write(DraftNetwork& network, std::string& text, std::vector<SaveProblem>& p
 }
 
 /// The same as saveToBytes, in UTF-8.
-bool saveToText(Document& document, std::string& text, std::vector<SaveProblem>& problems)
+bool saveToText(Document& document,
+                std::string& text,
+                std::vector<SaveProblem>& problems,
+                Progress& progress)
 {
-    DraftNetwork network(document);
+    DraftNetwork network(document, progress);
+    progress.begin(50, 300, 7 * document.xml().pieces().pieces().size() / 2);
     projectNodes(network);
     problems = checkSavable(network);
     updateOutsideNames(network, problems);
@@ -63,14 +78,33 @@ bool saveToText(Document& document, std::string& text, std::vector<SaveProblem>&
     return problems.empty() && write(network, text, problems);
 }
 
+bool saveToBytes(Document& document,
+                 std::string& bytes,
+                 std::vector<SaveProblem>& problems,
+                 Progress& progress)
+{
+    std::string text;
+    if (!saveToText(document, text, problems, progress))
+        return false;
+    const Encoding& encoding = document.xml().encoding();
+    bool isDone = false;
+    progress.begin(900, 900, 0);
+    progress.await([&] { isDone = convertFromUtf8(text, encoding, bytes); });
+    if (!isDone)
+        problems.push_back({pathOf(*document.getRootNode()),
+                            "the encoding " + encoding.name + " lacks a character of it"});
+    return isDone;
+}
+
 /// The bytes that belong into the file. False when they do not.
 bool bytesFor(Document& document,
               const std::string& path,
               std::string& bytes,
               std::vector<SaveProblem>& problems,
-              ChangedFile changed)
+              ChangedFile changed,
+              Progress& progress)
 {
-    if (!saveToBytes(document, bytes, problems))
+    if (!saveToBytes(document, bytes, problems, progress))
         return false;
     const auto known = document.files().find(canonicalPath(path));
     const std::optional<FileStamp> stamp = stampOf(path);
@@ -81,62 +115,94 @@ bool bytesFor(Document& document,
     return false;
 }
 
+/// Does the work. False, with that as the only problem, when it is cancelled.
+template <class Work>
+bool runCancellable(const std::string& subject,
+                    std::vector<SaveProblem>& problems,
+                    const Progress::Tell& tell,
+                    const Work& work)
+{
+    Progress progress(tell);
+    try {
+        return work(progress);
+    } catch (const Cancelled&) {
+        problems = {{subject, kCancelled}};
+        return false;
+    }
+}
+
 } // namespace
 
-bool saveToBytes(Document& document, std::string& bytes, std::vector<SaveProblem>& problems)
+bool saveToBytes(Document& document,
+                 std::string& bytes,
+                 std::vector<SaveProblem>& problems,
+                 const Progress::Tell& tell)
 {
-    std::string text;
-    if (!saveToText(document, text, problems))
-        return false;
-    const Encoding& encoding = document.xml().encoding();
-    if (convertFromUtf8(text, encoding, bytes))
-        return true;
-    problems.push_back({pathOf(*document.getRootNode()),
-                        "the encoding " + encoding.name + " lacks a character of it"});
-    return false;
+    return runCancellable(pathOf(*document.getRootNode()), problems, tell, [&](Progress& progress) {
+        return saveToBytes(document, bytes, problems, progress);
+    });
 }
 
 bool maySaveToFile(Document& document,
                    const std::string& path,
                    std::vector<SaveProblem>& problems,
-                   ChangedFile changed)
+                   ChangedFile changed,
+                   const Progress::Tell& tell)
 {
-    std::string bytes;
-    return bytesFor(document, path, bytes, problems, changed);
+    return runCancellable(path, problems, tell, [&](Progress& progress) {
+        std::string bytes;
+        return bytesFor(document, path, bytes, problems, changed, progress);
+    });
 }
 
 bool saveToFile(Document& document,
                 const std::string& path,
                 std::vector<SaveProblem>& problems,
-                ChangedFile changed)
+                ChangedFile changed,
+                const Progress::Tell& tell)
 {
-    std::string bytes;
-    if (!bytesFor(document, path, bytes, problems, changed))
-        return false;
-    FileStamp written;
-    std::string problem;
-    if (!replaceFile(path, bytes, problem, &written)) {
-        problems.push_back({path, "cannot be written: " + problem});
-        return false;
-    }
-    document.files()[canonicalPath(path)] = written;
-    return true;
+    return runCancellable(path, problems, tell, [&](Progress& progress) {
+        std::string bytes;
+        if (!bytesFor(document, path, bytes, problems, changed, progress))
+            return false;
+        FileStamp written;
+        std::string problem;
+        bool isDone = false;
+        progress.begin(950, 950, 0);
+        // What has taken the place of the file is saved, whatever is wished then.
+        progress.awaitResult([&] {
+            isDone = replaceFile(path, bytes, problem, &written,
+                                 [&] { return !progress.isCancelled(); });
+        });
+        if (!isDone && progress.isCancelled())
+            throw Cancelled();
+        if (isDone)
+            document.files()[canonicalPath(path)] = written;
+        else
+            problems.push_back({path, "cannot be written: " + problem});
+        return isDone;
+    });
 }
 
-std::vector<SaveProblem> checkDocument(Document& document)
+std::vector<SaveProblem> checkDocument(Document& document, const Progress::Tell& tell)
 {
     std::vector<SaveProblem> problems;
-    std::string text;
-    if (!saveToText(document, text, problems))
-        return problems;
-    XmlSource written;
-    Message ignored; // It was opened by the judge.
-    if (written.loadText("", text, ignored)) {
-        for (const FormatFault& fault : formatFaults(written.documentElement())) {
-            if (fault.rule < FormatFault::Rule::Type)
-                problems.push_back({fault.path, fault.text});
-        }
-    }
+    runCancellable(pathOf(*document.getRootNode()), problems, tell, [&](Progress& progress) {
+        std::string text;
+        if (!saveToText(document, text, problems, progress))
+            return false;
+        progress.await([&] {
+            XmlSource written;
+            Message ignored; // It was opened by the judge.
+            if (!written.loadText("", text, ignored))
+                return;
+            for (const FormatFault& fault : formatFaults(written.documentElement())) {
+                if (fault.rule < FormatFault::Rule::Type)
+                    problems.push_back({fault.path, fault.text});
+            }
+        });
+        return true;
+    });
     return problems;
 }
 

@@ -55,6 +55,7 @@ private:
 
     void checkNode(ZEL::Node& node)
     {
+        m_network.progress().step();
         const std::string type = node.getNodeTypeName();
         const Piece* const element = elementOf(node);
         const std::string problem = savedNameProblem(node.getName());
@@ -82,10 +83,14 @@ private:
                 tieOf(node)) // These stand in the definition that it implements.
                 names.clear();
         }
+        names.reserve(static_cast<std::size_t>(compound->nodes().size()));
         for (const NodePtr& inner : compound->nodes()) {
+            m_network.progress().step();
             if (++names[inner->getName()] > 1 && !hasReadName(elementOf(*inner), inner->getName()))
                 add(pathOf(*inner), "a sibling has the same name");
         }
+        for (; !names.empty(); names.erase(names.begin()))
+            m_network.progress().step();
         for (ZEL::Port* const port : compound->innerOutputs())
             checkSource(*port);
         checkMirrors(*compound);

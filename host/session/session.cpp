@@ -9,6 +9,8 @@ namespace shading {
 
 namespace {
 
+const char* const kIsSaved = "the document is being saved";
+
 /// Also for a link that leads nowhere: saving would write there.
 bool isThere(const std::string& path)
 {
@@ -64,6 +66,8 @@ bool Session::isFree(const std::string& path, std::vector<SaveProblem>& problems
     };
     if (m_edits.history().isOpen())
         return refuse(pathOf(*m_document->getRootNode()), "an edit is open");
+    if (m_edits.history().isHeld())
+        return refuse(pathOf(*m_document->getRootNode()), kIsSaved);
     if (m_isNew && path == m_path && isThere(path))
         return refuse(path, "the file came up since this new document was begun");
     return true;
@@ -71,25 +75,44 @@ bool Session::isFree(const std::string& path, std::vector<SaveProblem>& problems
 
 bool Session::maySave(const std::string& path,
                       std::vector<SaveProblem>& problems,
-                      ChangedFile changed)
+                      ChangedFile changed,
+                      const Progress::Tell& tell)
 {
-    return isFree(path, problems) && maySaveToFile(*m_document, path, problems, changed);
+    if (!isFree(path, problems))
+        return false;
+    const History::Hold hold(m_edits.history(), kIsSaved);
+    return maySaveToFile(*m_document, path, problems, changed, tell);
 }
 
-bool Session::save(const std::string& path, std::vector<SaveProblem>& problems, ChangedFile changed)
+bool Session::save(const std::string& path,
+                   std::vector<SaveProblem>& problems,
+                   ChangedFile changed,
+                   const Progress::Tell& tell)
 {
-    if (!isFree(path, problems) || !saveToFile(*m_document, path, problems, changed))
+    if (!isFree(path, problems))
         return false;
+    {
+        const History::Hold hold(m_edits.history(), kIsSaved);
+        if (!saveToFile(*m_document, path, problems, changed, tell))
+            return false;
+    }
     m_edits.history().noteSaved();
     m_path = path;
     m_isNew = false;
     return true;
 }
 
-bool Session::copy(const std::vector<NodePtr>& nodes, std::vector<SaveProblem>& problems)
+bool Session::copy(const std::vector<NodePtr>& nodes,
+                   std::vector<SaveProblem>& problems,
+                   const Progress::Tell& tell)
 {
+    if (m_edits.history().isHeld() && !nodes.empty()) {
+        problems.push_back({pathOf(*nodes.front()), kIsSaved});
+        return false;
+    }
     std::string text;
-    if (!copyToText(*m_document, nodes, text, problems))
+    const History::Hold hold(m_edits.history(), "it is being copied");
+    if (!copyToText(*m_document, nodes, text, problems, tell))
         return false;
     m_copied = text;
     return true;
@@ -113,6 +136,25 @@ bool Session::duplicate(const std::vector<NodePtr>& nodes,
         return true;
     problems.push_back({m_edits.problem().subject, m_edits.problem().reason});
     return false;
+}
+
+Session::FileState Session::fileState()
+{
+    const std::optional<FileStamp> stamp = stampOf(m_path);
+    if (!stamp)
+        return m_isNew ? FileState::Same : FileState::Gone;
+    const auto known = m_document->files().find(canonicalPath(m_path));
+    const bool isSame = known != m_document->files().end() && known->second == *stamp;
+    return isSame ? FileState::Same : FileState::Changed;
+}
+
+void Session::close(std::unique_ptr<Session> session, const Progress::Tell& tell)
+{
+    Progress progress(withoutCancel(tell));
+    progress.begin(0, 1000, 0);
+    session->m_edits.history().release(progress);
+    if (session->m_document.use_count() == 1)
+        session->m_document->takeApart(progress);
 }
 
 } // namespace shading

@@ -45,15 +45,22 @@ public:
     /// what is wrong: the file is as it was. A new document does not replace a file that came up
     /// since it was begun, nor, unless it is told to, one that somebody changed since it was read
     /// or saved. Not while an edit is open.
+    ///
+    /// Who is told how far it is may cancel it. Meanwhile, as in maySave and copy, edits are
+    /// refused, and nothing else is saved.
     bool save(const std::string& path,
               std::vector<SaveProblem>& problems,
-              ChangedFile changed = ChangedFile::Keep);
+              ChangedFile changed = ChangedFile::Keep,
+              const Progress::Tell& tell = {});
     /// Says what save would, and writes nothing.
     bool maySave(const std::string& path,
                  std::vector<SaveProblem>& problems,
-                 ChangedFile changed = ChangedFile::Keep);
+                 ChangedFile changed = ChangedFile::Keep,
+                 const Progress::Tell& tell = {});
     /// Keeps the nodes, all of one compound, as a text of the format. False with the reason.
-    bool copy(const std::vector<NodePtr>& nodes, std::vector<SaveProblem>& problems);
+    bool copy(const std::vector<NodePtr>& nodes,
+              std::vector<SaveProblem>& problems,
+              const Progress::Tell& tell = {});
     /// What was copied last; empty: nothing.
     const std::string& copied() const { return m_copied; }
     /// Makes them once more beside themselves, as one edit. What was copied stays.
@@ -62,6 +69,18 @@ public:
                    std::vector<SaveProblem>& problems);
     /// True when leaving loses nothing: the document is as it was opened, made or last saved.
     bool isSaved() { return m_edits.history().isSaved(); }
+
+    /// What became of the session's file since the document was read from it or saved into it.
+    enum class FileState {
+        Same, ///< Also a new document that has no file yet.
+        Changed,
+        Gone,
+    };
+    FileState fileState();
+
+    /// Destroys a session and its document piece by piece, and tells meanwhile: that lasts for a
+    /// large one. Cancelling does not stop it. Must not be null.
+    static void close(std::unique_ptr<Session> session, const Progress::Tell& tell);
 
 private:
     /// The document may be written there, whatever it says.

@@ -139,7 +139,10 @@ std::unique_ptr<shading::Session> begin(const Arguments& arguments)
         shading::ProgressLine line(std::cerr, terminalColumns(), "opening " + arguments.document,
                                    std::chrono::steady_clock::now);
         shading::OpenOptions options = arguments.options;
-        options.progress = [&](int permille) { line.update(permille); };
+        options.progress = [&](int permille) {
+            line.update(permille);
+            return true;
+        };
         session = shading::Session::open(environment, arguments.document, options, messages);
     }
     for (const shading::Message& message : messages)

@@ -167,7 +167,10 @@ TEST(Document, IsRebuiltOnlyWhenItIsWhole)
     ZEL::Runtime runtime;
     shading::OpenOptions options;
     options.runtime = &runtime;
-    options.progress = [&](int) { runtime.forceRebuildCompounds(); };
+    options.progress = [&](int) {
+        runtime.forceRebuildCompounds();
+        return true;
+    };
     std::vector<shading::Message> messages;
     const auto document = shading::openDocument(file.path(), options, messages);
     ASSERT_TRUE(document);

@@ -84,4 +84,27 @@ TEST(Session, ANewDocumentIsMadeForANewFileOnly)
     EXPECT_TRUE(shading::Session::open(bareEnvironment(), path, {}, messages));
 }
 
+TEST(Session, KnowsWhatBecameOfItsFile)
+{
+    using State = shading::Session::FileState;
+    const TestFile file("<materialx/>");
+    std::vector<shading::Message> messages;
+    auto session = shading::Session::open(bareEnvironment(), file.path(), {}, messages);
+    ASSERT_TRUE(session);
+    EXPECT_EQ(State::Same, session->fileState());
+    std::ofstream(file.path()) << "<materialx></materialx>";
+    EXPECT_EQ(State::Changed, session->fileState());
+    std::vector<shading::SaveProblem> problems;
+    EXPECT_TRUE(session->save(file.path(), problems, shading::ChangedFile::Replace));
+    EXPECT_EQ(State::Same, session->fileState());
+    std::filesystem::remove(file.path());
+    EXPECT_EQ(State::Gone, session->fileState());
+
+    const std::string path = file.path() + ".new";
+    session = shading::Session::createNew(bareEnvironment(), path, messages);
+    EXPECT_EQ(State::Same, session->fileState()); // It has none yet.
+    std::ofstream(path) << "meanwhile";
+    EXPECT_EQ(State::Changed, session->fileState());
+}
+
 } // namespace

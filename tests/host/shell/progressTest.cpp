@@ -1,6 +1,4 @@
-#include "reading/openDocument.h"
 #include "shell/progressLine.h"
-#include "testDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -41,24 +39,6 @@ TEST(ProgressLine, AppearsAfterASecond)
         }
         EXPECT_EQ(c.text, out.str());
     }
-}
-
-TEST(Document, TellsHowFarItsOpeningIs)
-{
-    std::string text = "<materialx>";
-    for (int i = 0; i < 5000; ++i)
-        text += "<n type='t'><input name='i' type='t' nodename='n'/></n>";
-    const TestFile file(text + "</materialx>");
-    std::vector<int> told;
-    shading::OpenOptions options;
-    options.progress = [&](int permille) { told.push_back(permille); };
-    std::vector<shading::Message> messages;
-    ASSERT_TRUE(shading::openDocument(file.path(), options, messages));
-    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
-    EXPECT_EQ(17U, told.size()); // Three parts, and each 1024th of their 15000 units.
-    EXPECT_EQ(150, told.front());
-    EXPECT_LT(950, told.back());
-    EXPECT_GE(1000, told.back());
 }
 
 } // namespace
