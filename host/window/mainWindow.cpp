@@ -1,5 +1,6 @@
 #include "window/mainWindow.h"
 
+#include "window/appearance.h"
 #include "window/documentView.h"
 #include "window/workspace/panel.h"
 
@@ -30,7 +31,7 @@ MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent
     statusBar()->addWidget(m_message, 1);
     setDockNestingEnabled(true);
     addActions();
-    m_actions->fill(*menuBar());
+    m_actions->fill(*menuBar(), {"&File", "&Edit", "&View", "&Node", "&Connection", "&Help"});
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::turnTo);
     resize(1440, 900);
     showTitle();
@@ -54,6 +55,14 @@ void MainWindow::addActions()
         ->add("edit.redo", "&Edit", "&Redo", {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")},
               [this] { workspace()->redo(); })
         .when([=] { return hasDocument() && workspace()->history().redoCount() > 0; });
+    const std::pair<ThemeChoice, const char*> themes[] = {{ThemeChoice::System, "&System"},
+                                                          {ThemeChoice::Light, "&Light"},
+                                                          {ThemeChoice::Dark, "&Dark"}};
+    for (const auto& [choice, text] : themes) {
+        const QString id = "view.theme" + QString(text).remove('&');
+        m_actions->add(id, "&View/&Theme", text, {}, [c = choice] { chooseTheme(c); })
+            .checkedWhen([c = choice] { return chosenTheme() == c; });
+    }
 }
 
 DocumentView* MainWindow::addDocument(std::unique_ptr<Session> session,

@@ -26,6 +26,7 @@ void describe(QCommandLineParser& parser)
         {"compound", "what the picture shows", "PATH"},
         {"script", "run these lines as real input, and leave", "FILE"},
         {"verbose", "print each edit as a command of zelsh"},
+        {"keys", "print the table of keys"},
         {"help", "show this text"},
     });
 }
@@ -110,6 +111,7 @@ bool readProgramOptions(const QStringList& words, ProgramOptions& options, QStri
     options.script = parser.value("script");
     options.isVerbose = parser.isSet("verbose");
     options.wantsHelp = parser.isSet("help");
+    options.wantsKeys = parser.isSet("keys");
     if (!options.theme.isEmpty() && options.theme != "light" && options.theme != "dark")
         problem = options.theme + ": neither light nor dark";
     else if (parser.isSet("size") && !readSize(parser.value("size"), options.size))
@@ -132,6 +134,7 @@ QString programUsage()
            "  --compound PATH        what the picture shows (default: the root)\n"
            "  --script FILE          run these lines as real input; leave with 0 when all held\n"
            "  --verbose              print each edit as the command of zelsh that does the same\n"
+           "  --keys                 print the keys as they are without settings\n"
            "  --help                 show this text\n"
            "F1 in the window shows the keys.\n";
 }
@@ -144,6 +147,10 @@ int runProgram(const ProgramOptions& options)
     if (!environment)
         return 1;
     MainWindow window(environment);
+    if (options.wantsKeys) {
+        std::cout << window.actions().keysTable().toStdString();
+        return 0;
+    }
     window.resize(options.size);
     window.show();
     bool isGood = true;

@@ -18,6 +18,7 @@ struct ProgramOptions {
     QString script;
     bool isVerbose = false;
     bool wantsHelp = false;
+    bool wantsKeys = false;
 };
 
 /// Reads the words behind the program's name. False, with the problem, when the usage is wrong.

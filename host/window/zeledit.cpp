@@ -47,7 +47,9 @@ int main(int argc, char** argv)
         std::cout << shading::programUsage().toStdString();
         return kSuccess;
     }
-    if (!choosePlatform(options.screenshot.isEmpty() && options.script.isEmpty())) {
+    const bool needsPerson =
+        options.screenshot.isEmpty() && options.script.isEmpty() && !options.wantsKeys;
+    if (!choosePlatform(needsPerson)) {
         std::cerr << "zeledit: there is no display to open a window on; --screenshot FILE.png "
                      "writes a picture without one\n";
         return kFailure;

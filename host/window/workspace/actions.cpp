@@ -7,6 +7,7 @@
 #include <QSettings>
 #include <QStringList>
 #include <QWidget>
+#include <algorithm>
 
 namespace shading {
 
@@ -104,15 +105,24 @@ void Actions::useIn(QWidget& canvas) const
     }
 }
 
-void Actions::fill(QMenuBar& bar) const
+void Actions::fill(QMenuBar& bar, const QStringList& order) const
 {
     QMap<QString, QMenu*> menus;
+    const auto rank = [&order](const Entry* entry) {
+        const qsizetype place = order.indexOf(entry->menu.split('/').first());
+        return place < 0 ? order.size() : place;
+    };
+    std::vector<const Entry*> entries;
     for (const Entry& entry : m_entries) {
-        if (entry.menu.isEmpty())
-            continue;
+        if (!entry.menu.isEmpty())
+            entries.push_back(&entry);
+    }
+    std::stable_sort(entries.begin(), entries.end(),
+                     [&rank](const Entry* a, const Entry* b) { return rank(a) < rank(b); });
+    for (const Entry* const entry : entries) {
         QString path;
         QMenu* menu = nullptr;
-        for (const QString& name : entry.menu.split('/')) {
+        for (const QString& name : entry->menu.split('/')) {
             path += '/' + name;
             QMenu*& known = menus[path];
             if (!known) {
@@ -122,9 +132,9 @@ void Actions::fill(QMenuBar& bar) const
             }
             menu = known;
         }
-        if (entry.startsGroup)
+        if (entry->startsGroup)
             menu->addSeparator();
-        menu->addAction(entry.action);
+        menu->addAction(entry->action);
     }
 }
 
@@ -174,6 +184,20 @@ const Actions::Entry* Actions::clash(const QString& id, const QKeySequence& key)
             return &entry;
     }
     return nullptr;
+}
+
+QString Actions::keysTable() const
+{
+    QString table = "| menu | action | keys |\n|---|---|---|\n";
+    for (const Entry& entry : m_entries) {
+        QStringList keys;
+        for (const QKeySequence& key : entry.keys)
+            keys.append('`' + key.toString(QKeySequence::PortableText) + '`');
+        QString text = entry.menu + "| " + entry.action->text();
+        if (!keys.isEmpty())
+            table += "| " + text.remove('&').replace("|", " |") + " | " + keys.join(", ") + " |\n";
+    }
+    return table;
 }
 
 QString Actions::keysText(const QList<QKeySequence>& keys)

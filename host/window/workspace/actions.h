@@ -68,8 +68,9 @@ public:
     /// Those of the canvas work in this widget from now on.
     void useIn(QWidget& canvas) const;
 
-    /// Builds the menus, in the order in which they were first named.
-    void fill(QMenuBar& bar) const;
+    /// Builds the menus in that order, and others behind them in the order in which they were first
+    /// named. One without actions is left out.
+    void fill(QMenuBar& bar, const QStringList& order = {}) const;
     /// The actions with these ids in a menu of their own; an empty id is a line.
     void fill(QMenu& menu, const QList<QString>& ids) const;
     /// Asks all what is enabled and checked. Called before a menu shows; and when the selection,
@@ -81,6 +82,8 @@ public:
     void resetKeys(const QString& id);
     /// The action that has the key where that of the id would count too; null when it is free.
     const Entry* clash(const QString& id, const QKeySequence& key) const;
+    /// Menu, action and the keys without settings, of all that have keys: a table in Markdown.
+    QString keysTable() const;
     /// "Ctrl+Shift+Z, Ctrl+Y"
     static QString keysText(const QList<QKeySequence>& keys);
 
