@@ -23,10 +23,14 @@ std::shared_ptr<shading::Environment> Window::environment()
     return environment;
 }
 
+std::string Window::exampleFolder()
+{
+    return std::string(SHADING_EXAMPLES) + "/documents";
+}
+
 shading::Workspace& Window::open(const std::string& name)
 {
-    const std::string path =
-        name.front() == '/' ? name : std::string(SHADING_EXAMPLES) + "/documents/" + name;
+    const std::string path = name.front() == '/' ? name : exampleFolder() + "/" + name;
     std::vector<shading::Message> messages;
     auto session = shading::Session::open(window.environment(), path, {}, messages);
     EXPECT_TRUE(session) << path;

@@ -30,6 +30,7 @@ protected:
     shading::PortPtr output(const std::string& path);
 
     static std::shared_ptr<shading::Environment> environment();
+    static std::string exampleFolder();
 
     QTemporaryDir folder;
     shading::MainWindow window;
