@@ -1,6 +1,7 @@
 #include "window/mainWindow.h"
 
 #include "window/appearance.h"
+#include "window/docks/docks.h"
 #include "window/documentView.h"
 #include "window/workspace/panel.h"
 
@@ -8,10 +9,17 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSettings>
 #include <QStatusBar>
 #include <QTabWidget>
 
 namespace shading {
+
+namespace {
+
+const char* const kLayoutKey = "window/layout";
+
+} // namespace
 
 MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent)
     : QMainWindow(parent),
@@ -31,14 +39,17 @@ MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent
     statusBar()->addWidget(m_message, 1);
     setDockNestingEnabled(true);
     addActions();
+    addPanels(*this);
     m_actions->fill(*menuBar(), {"&File", "&Edit", "&View", "&Node", "&Connection", "&Help"});
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::turnTo);
     resize(1440, 900);
+    readLayout();
     showTitle();
 }
 
 MainWindow::~MainWindow()
 {
+    QSettings().setValue(kLayoutKey, saveState());
     // The documents go before the panels, which look at them, and before the environment.
     for (DocumentView* const view : views())
         removeDocument(view);
@@ -120,12 +131,54 @@ void MainWindow::addPanel(Panel* panel,
                           const QString& title,
                           Qt::DockWidgetArea area)
 {
+    QDockWidget* last = nullptr;
+    int count = 0;
+    for (QDockWidget* const other :
+         findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (dockWidgetArea(other) == area) {
+            last = other;
+            ++count;
+        }
+    }
     auto* const dock = new QDockWidget(title, this);
     dock->setObjectName(id);
     dock->setWidget(panel);
     addDockWidget(area, dock);
+    if (count > 1 || (last && area == Qt::BottomDockWidgetArea))
+        tabifyDockWidget(last, dock);
+    addPanelAction(dock);
     panel->setWorkspace(m_front);
     m_panels.push_back(panel);
+}
+
+void MainWindow::addPanelAction(QDockWidget* dock)
+{
+    const auto isShut = [dock] { return !dock->toggleViewAction()->isChecked(); };
+    m_actions
+        ->add("view." + dock->objectName(), "&View/&Panels", dock->windowTitle(), {},
+              [this, dock, isShut] {
+                  // One that lies behind another is looked for, not shut.
+                  const bool isSeen = !isShut() && !dock->visibleRegion().isEmpty();
+                  isSeen ? dock->hide() : showPanel(dock->objectName());
+              })
+        .checkedWhen([isShut] { return !isShut(); });
+}
+
+void MainWindow::showPanel(const QString& id)
+{
+    auto* const dock = findChild<QDockWidget*>(id, Qt::FindDirectChildrenOnly);
+    if (!dock)
+        return;
+    dock->show();
+    dock->raise();
+}
+
+/// As the window was left the last time.
+void MainWindow::readLayout()
+{
+    const QByteArray layout = QSettings().value(kLayoutKey).toByteArray();
+    if (!layout.isEmpty())
+        restoreState(layout);
 }
 
 void MainWindow::turnTo()

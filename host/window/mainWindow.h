@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+class QDockWidget;
 class QLabel;
 class QTabWidget;
 
@@ -38,9 +39,12 @@ public:
     Workspace* workspace() const;
     std::vector<DocumentView*> views() const;
 
-    /// Puts a panel into a dock, with an action in the menu View that shows and hides it. The
-    /// window owns it.
+    /// Puts a panel into a dock, with an action `view.ID` in the menu View that shows and hides it.
+    /// The window owns it. A second one of an area stands below the first, further ones behind the
+    /// last.
     void addPanel(Panel* panel, const QString& id, const QString& title, Qt::DockWidgetArea area);
+    /// Shows the panel of that id in front of others.
+    void showPanel(const QString& id);
 
 Q_SIGNALS:
     /// Another document is in front, or none.
@@ -48,6 +52,8 @@ Q_SIGNALS:
 
 private:
     void addActions();
+    void addPanelAction(QDockWidget* dock);
+    void readLayout();
     void showTitle();
     void turnTo();
 

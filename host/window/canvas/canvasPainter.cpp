@@ -14,7 +14,7 @@ QColor colourOf(const Scene& scene, int type)
     return QColor(zelDraw::typeColour(scene.texts().type(type), false));
 }
 
-QPainterPath pathOf(const WireCurve& curve)
+QPainterPath painterPathOf(const WireCurve& curve)
 {
     QPainterPath path(curve.control[0]);
     path.cubicTo(curve.control[1], curve.control[2], curve.control[3]);
@@ -39,7 +39,7 @@ void CanvasPainter::paint(QPainter& painter, const CanvasState& state, const QRe
         const SceneWire& shown = scene.wires()[static_cast<std::size_t>(wire)];
         painter.setPen(
             QPen(colourOf(scene, shown.type), state.selectedWires.count(wire) > 0 ? 4 : 2));
-        painter.drawPath(pathOf(shown.curve()));
+        painter.drawPath(painterPathOf(shown.curve()));
     });
     scene.forBoxes(area.adjusted(-10, -10, 10, 10), [&](int index) {
         const SceneBox& box = scene.boxes()[static_cast<std::size_t>(index)];

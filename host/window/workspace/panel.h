@@ -12,6 +12,7 @@ class Panel : public QWidget {
 
 public:
     using QWidget::QWidget;
+    ~Panel() override;
     /// Shows this document from now on; null: none. What the panel knew of the one before, nodes
     /// and connections of signals, it lets go: that one may be about to close.
     virtual void setWorkspace(Workspace* workspace) = 0;

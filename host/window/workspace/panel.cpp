@@ -1,0 +1,7 @@
+#include "window/workspace/panel.h"
+
+namespace shading {
+
+Panel::~Panel() = default;
+
+} // namespace shading
