@@ -7,6 +7,7 @@
 #include "window/drive/expectations.h"
 #include "window/mainWindow.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMenu>
