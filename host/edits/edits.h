@@ -13,6 +13,7 @@ namespace shading {
 class Document;
 struct AttributeOwner;
 struct NodePlace;
+struct PasteOptions;
 struct Position;
 
 /// The edits of a document, each undone and redone as one. An edit that answers false was refused:
@@ -162,8 +163,12 @@ public:
     /// Empty when there is none.
     DefinitionPtr definitionFor(const std::string& type, const std::string& dataType = "") const;
     /// Makes the nodes of a document of the format in the compound; their names are made unique.
-    /// What they refer to and the text lacks is what is called so beside them. Gives the new ones.
-    /// Refused when the text has what is no part of a network.
+    /// What they refer to and the text lacks is what is called so beside them, unless the options
+    /// say otherwise. Gives the new ones. Refused when the text has what is no part of a network.
+    bool paste(const CompoundPtr& compound,
+               const std::string& text,
+               const PasteOptions& options,
+               std::vector<NodePtr>& made);
     bool paste(const CompoundPtr& compound, const std::string& text, std::vector<NodePtr>& made);
     bool paste(const std::string& path, const std::string& text, std::vector<NodePtr>& made);
     bool deleteNode(const NodePtr& node);

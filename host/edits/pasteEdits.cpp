@@ -1,6 +1,5 @@
 // The edit that brings nodes from a text of the format into a document.
 
-#include "base/commandLine.h"
 #include "document/attributes.h"
 #include "document/compound.h"
 #include "document/document.h"
@@ -11,12 +10,13 @@
 #include "edits/editName.h"
 #include "edits/edits.h"
 #include "edits/inheritance.h"
-#include "edits/positions.h"
+#include "edits/pasteOptions.h"
 #include "format/value.h"
 #include "format/xml.h"
 #include "reading/openDocument.h"
 
-#include <cstring>
+#include <algorithm>
+#include <cmath>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -59,10 +59,14 @@ std::string textProblem(const Piece& parent)
 /// Makes the network of one document anew in a compound of another one.
 class Paste {
 public:
-    Paste(Document& document, Document& source, ZEL::Compound& compound)
+    Paste(Document& document,
+          Document& source,
+          ZEL::Compound& compound,
+          const PasteOptions& options)
         : m_document(document),
           m_source(source),
-          m_compound(compound)
+          m_compound(compound),
+          m_options(options)
     {
     }
 
@@ -85,9 +89,10 @@ public:
             connect(*receiver, source);
         for (const NodePtr& node : m_made)
             keepInherited(node);
-        placeBeside();
         if (m_problem.empty())
             checkFlow();
+        if (m_problem.empty())
+            place();
         return m_problem;
     }
 
@@ -170,7 +175,7 @@ private:
                 m_acrossGraphs.emplace_back(input, source);
             else if (source && m_copies.count(source.get()) > 0)
                 connect(*input, source);
-            else if (element && levelOf(*made).get() == &m_compound)
+            else if (element && !m_options.isInner && levelOf(*made).get() == &m_compound)
                 connectOutside(*made, *element);
         }
     }
@@ -224,17 +229,62 @@ private:
         }
     }
 
-    /// Beside what it was copied from: each further copy has a greater number in its name.
-    void placeBeside()
+    /// Far enough beside what they were copied from, and beside the copies before them, that none
+    /// hides another one.
+    Position stepBeside() const
     {
         ZEL::NodeList& from = m_source.getRootNode()->getAsCompound()->nodes();
-        const std::string number =
-            std::string(m_made.front()->getName()).substr(std::strlen(from[0]->getName()));
-        int copies = 0;
-        if (readNumber(number, 2, copies))
-            shift(m_document, m_made, {}, {kBeside * (copies - 1), kBeside * (copies - 1)});
-        for (const NodePtr& node : m_made)
-            placeNew(m_document, node);
+        std::vector<NodePtr> others = lastNodes(m_compound, static_cast<int>(m_made.size()));
+        for (const NodePtr& node : from) {
+            const NodePtr copied = m_compound.nodes()[node->getName()];
+            if (copied && m_isMade.count(copied.get()) == 0)
+                others.push_back(copied);
+        }
+        std::set<std::pair<std::string, std::string>> taken;
+        for (const NodePtr& node : others) {
+            if (const std::optional<Position> place = positionOf(m_document, node))
+                taken.emplace(numberText(place->x), numberText(place->y));
+        }
+        const auto isHidden = [&](const NodePtr& node, double by) {
+            const std::optional<Position> place = positionOf(m_document, node);
+            return place && taken.count({numberText(place->x + by), numberText(place->y + by)}) > 0;
+        };
+        double by = 0;
+        // Each turn passes a place that is taken; far away the next one may look the same.
+        for (std::size_t turn = 0; turn < taken.size(); ++turn) {
+            if (std::none_of(m_made.begin(), m_made.end(),
+                             [&](const NodePtr& node) { return isHidden(node, by); }))
+                break;
+            by += kBeside;
+        }
+        return {by, by};
+    }
+
+    /// Those that the text gives no place come below the others, or below what is there.
+    void place()
+    {
+        std::vector<NodePtr> unplaced;
+        for (const NodePtr& node : m_made) {
+            if (!positionOf(m_document, node))
+                unplaced.push_back(node);
+        }
+        std::optional<PlaceBox> box = boxOf(m_document, m_made);
+        if (!m_options.at && box)
+            shift(m_document, m_made, {}, stepBeside());
+        std::optional<Position> below =
+            placeBelow(m_document, m_compound, static_cast<int>(m_made.size()));
+        if (box)
+            below = Position{box->first.x, box->last.y + 1};
+        else if (m_options.at)
+            below = Position{};
+        if (below && !unplaced.empty())
+            placeInColumns(m_document, unplaced, *below);
+        box = boxOf(m_document, m_made);
+        if (!m_options.at || !box)
+            return;
+        const Position middle = {(box->first.x + box->last.x) / 2,
+                                 (box->first.y + box->last.y) / 2};
+        shift(m_document, m_made, m_options.isMiddleAt ? middle : box->first, *m_options.at);
     }
 
     /// What the text connects in a circle.
@@ -247,6 +297,7 @@ private:
     Document& m_document;
     Document& m_source;
     ZEL::Compound& m_compound;
+    const PasteOptions& m_options;
     std::string m_problem;
     std::vector<NodePtr> m_made; ///< In the compound itself.
     std::unordered_set<const ZEL::Node*> m_isMade;
@@ -257,12 +308,26 @@ private:
 
 } // namespace
 
-bool Edits::paste(const CompoundPtr& compound, const std::string& text, std::vector<NodePtr>& made)
+void addWords(const PasteOptions& options, std::vector<std::string>& words)
+{
+    if (options.at)
+        words.insert(words.end(), {options.isMiddleAt ? "--middle" : "--at",
+                                   numberText(options.at->x) + "," + numberText(options.at->y)});
+    if (options.isInner)
+        words.emplace_back("--inner");
+}
+
+bool Edits::paste(const CompoundPtr& compound,
+                  const std::string& text,
+                  const PasteOptions& options,
+                  std::vector<NodePtr>& made)
 {
     const NodePtr owner = compound ? compound->getAsNode() : nullptr;
     if (!has(owner))
         return false;
     const std::string path = pathOf(*owner);
+    if (options.at && (!std::isfinite(options.at->x) || !std::isfinite(options.at->y)))
+        return fail(path, "its place is no number");
     Message error;
     const PassingDocument source = openText(text, m_document, error);
     if (!source)
@@ -275,13 +340,19 @@ bool Edits::paste(const CompoundPtr& compound, const std::string& text, std::vec
         return fail("text", "no node is in it");
     const std::string what =
         nodes.size() == 1 ? nodes[0]->getName() : std::to_string(nodes.size()) + " nodes";
-    const std::string line = elementText(source->xml().documentElement());
-    return run(named("Paste " + what, {"paste", path, line}), path, [&] {
-        Paste paste(m_document, *source, *compound);
+    std::vector<std::string> words = {"paste", path, elementText(source->xml().documentElement())};
+    addWords(options, words);
+    return run(named("Paste " + what, words), path, [&] {
+        Paste paste(m_document, *source, *compound, options);
         std::string refusal = paste.run();
         made = paste.made();
         return refusal;
     });
+}
+
+bool Edits::paste(const CompoundPtr& compound, const std::string& text, std::vector<NodePtr>& made)
+{
+    return paste(compound, text, {}, made);
 }
 
 bool Edits::paste(const std::string& path, const std::string& text, std::vector<NodePtr>& made)

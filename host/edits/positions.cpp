@@ -6,9 +6,41 @@
 #include <algorithm>
 #include <cmath>
 #include <locale>
+#include <map>
 #include <sstream>
+#include <unordered_map>
 
 namespace shading {
+
+namespace {
+
+/// How many of the nodes each of them has before it, on the longest way.
+std::vector<int> columnsOf(const std::vector<NodePtr>& nodes)
+{
+    std::unordered_map<const ZEL::Node*, std::size_t> places;
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        places[nodes[i].get()] = i;
+    std::vector<int> columns(nodes.size());
+    bool isChanged = true;
+    // No way is longer than there are nodes, unless it is a circle.
+    for (std::size_t turn = 0; isChanged && turn < nodes.size(); ++turn) {
+        isChanged = false;
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            for (ZEL::Port* const input : nodes[i]->inputs()) {
+                const PortPtr source = input->connectedTo()[0];
+                const auto before =
+                    source ? places.find(source->getParentNode().get()) : places.end();
+                if (before == places.end() || columns[before->second] < columns[i])
+                    continue;
+                columns[i] = columns[before->second] + 1;
+                isChanged = true;
+            }
+        }
+    }
+    return columns;
+}
+
+} // namespace
 
 bool readFloat(const std::string& text, double& number)
 {
@@ -69,19 +101,50 @@ void shift(Document& document,
     }
 }
 
-void placeNew(Document& document, const NodePtr& node)
+std::optional<PlaceBox> boxOf(Document& document, const std::vector<NodePtr>& nodes)
+{
+    std::optional<PlaceBox> box;
+    for (const NodePtr& node : nodes) {
+        const std::optional<Position> place = positionOf(document, node);
+        if (!place)
+            continue;
+        if (!box)
+            box = PlaceBox{*place, *place};
+        box->first = {std::min(box->first.x, place->x), std::min(box->first.y, place->y)};
+        box->last = {std::max(box->last.x, place->x), std::max(box->last.y, place->y)};
+    }
+    return box;
+}
+
+void placeInColumns(Document& document, const std::vector<NodePtr>& nodes, const Position& from)
+{
+    const std::vector<int> columns = columnsOf(nodes);
+    std::map<int, int> heights; // How many there are in each column.
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        setPosition(document, nodes[i], {from.x + columns[i], from.y + heights[columns[i]]++});
+}
+
+std::vector<NodePtr> lastNodes(ZEL::Compound& compound, int newCount)
 {
     constexpr int kLookedAt = 100; // An edit costs no more in a large document.
-    ZEL::NodeList& nodes = node->getParentCompound()->nodes();
-    std::optional<Position> place;
-    for (int i = std::max(0, nodes.size() - kLookedAt); i < nodes.size(); ++i) {
-        const std::optional<Position> taken = positionOf(document, nodes[i]);
-        if (taken && nodes[i] != node)
-            place = place ? Position{std::min(place->x, taken->x), std::max(place->y, taken->y)}
-                          : *taken;
-    }
+    const int end = compound.nodes().size() - newCount;
+    std::vector<NodePtr> nodes;
+    for (int i = std::max(0, end - kLookedAt); i < end; ++i)
+        nodes.push_back(compound.nodes()[i]);
+    return nodes;
+}
+
+std::optional<Position> placeBelow(Document& document, ZEL::Compound& compound, int newCount)
+{
+    const std::optional<PlaceBox> box = boxOf(document, lastNodes(compound, newCount));
+    return box ? std::optional<Position>({box->first.x, box->last.y + 1}) : std::nullopt;
+}
+
+void placeNew(Document& document, const NodePtr& node)
+{
+    const std::optional<Position> place = placeBelow(document, *node->getParentCompound(), 1);
     if (place && !positionOf(document, node))
-        setPosition(document, node, {place->x, place->y + 1});
+        setPosition(document, node, *place);
 }
 
 } // namespace shading

@@ -37,6 +37,13 @@ std::optional<Position> positionOf(Document& document, const NodePtr& node);
 /// A part of the edit that runs.
 void setPosition(Document& document, const NodePtr& node, const Position& position);
 
+/// The upper left and the lower right corner of the places of those nodes that have one; empty when
+/// none has.
+struct PlaceBox {
+    Position first;
+    Position last;
+};
+std::optional<PlaceBox> boxOf(Document& document, const std::vector<NodePtr>& nodes);
 /// In the middle of those nodes that have a position; empty when none has.
 std::optional<Position> middleOf(Document& document, const std::vector<NodePtr>& nodes);
 /// Moves those of the nodes that have a position by the way from one place to the other. A part of
@@ -45,6 +52,13 @@ void shift(Document& document,
            const std::vector<NodePtr>& nodes,
            const Position& from,
            const Position& to);
+/// Gives the nodes places from that one on, in columns along the connections among them. A part of
+/// the edit that runs.
+void placeInColumns(Document& document, const std::vector<NodePtr>& nodes, const Position& from);
+/// The last nodes of a compound, as many as people look at, but for so many new ones behind them.
+std::vector<NodePtr> lastNodes(ZEL::Compound& compound, int newCount);
+/// Below those; empty when none has a place.
+std::optional<Position> placeBelow(Document& document, ZEL::Compound& compound, int newCount);
 /// Gives a new node, the last of its compound, a place below those that came before it, as many as
 /// people look at, unless they have none either. A part of the edit that runs.
 void placeNew(Document& document, const NodePtr& node);

@@ -119,6 +119,7 @@ bool Session::copy(const std::vector<NodePtr>& nodes,
 }
 
 bool Session::duplicate(const std::vector<NodePtr>& nodes,
+                        const PasteOptions& options,
                         std::vector<NodePtr>& made,
                         std::vector<SaveProblem>& problems)
 {
@@ -128,11 +129,13 @@ bool Session::duplicate(const std::vector<NodePtr>& nodes,
     std::vector<std::string> words = {"duplicate"};
     for (const NodePtr& node : nodes)
         words.push_back(pathOf(*node));
+    addWords(options, words);
     const std::string what =
         nodes.size() == 1 ? nodes[0]->getName() : std::to_string(nodes.size()) + " nodes";
     History::Group group(m_edits.history(), {"Duplicate " + what, {lineOf(words)}});
     std::string problem;
-    if (group.finish(m_edits.paste(nodes.front()->getParentCompound(), text, made), problem))
+    const CompoundPtr compound = nodes.front()->getParentCompound();
+    if (group.finish(m_edits.paste(compound, text, options, made), problem))
         return true;
     problems.push_back({m_edits.problem().subject, m_edits.problem().reason});
     return false;

@@ -2,6 +2,7 @@
 
 #include "document/document.h"
 #include "edits/edits.h"
+#include "edits/pasteOptions.h"
 #include "reading/openDocument.h"
 #include "saving/save.h"
 #include "session/environment.h"
@@ -65,6 +66,7 @@ public:
     const std::string& copied() const { return m_copied; }
     /// Makes them once more beside themselves, as one edit. What was copied stays.
     bool duplicate(const std::vector<NodePtr>& nodes,
+                   const PasteOptions& options,
                    std::vector<NodePtr>& made,
                    std::vector<SaveProblem>& problems);
     /// True when leaving loses nothing: the document is as it was opened, made or last saved.

@@ -1,6 +1,8 @@
 #include "console/console.h"
 #include "document/names.h"
-#include "edits/positions.h"
+#include "edits/pasteOptions.h"
+
+#include <algorithm>
 
 namespace shading {
 
@@ -57,6 +59,23 @@ bool runCopy(Console& console, const Arguments& arguments)
            console.print(console.session().copied() + "\n");
 }
 
+/// The options of pasting that were given. False, and reported, when one is wrong.
+bool readOptions(Console& console, PasteOptions& options)
+{
+    options.isInner = console.hasOption("--inner");
+    options.isMiddleAt = console.hasOption("--middle");
+    if (options.isMiddleAt && console.hasOption("--at"))
+        return console.fail("--middle", "--at says where already");
+    if (!options.isMiddleAt && !console.hasOption("--at"))
+        return true;
+    const std::string text = console.optionValue(options.isMiddleAt ? "--middle" : "--at");
+    const std::size_t comma = std::min(text.find(','), text.size());
+    options.at.emplace();
+    return (comma < text.size() && readFloat(text.substr(0, comma), options.at->x) &&
+            readFloat(text.substr(comma + 1), options.at->y)) ||
+           console.fail(text, "not a place: X,Y");
+}
+
 bool runPaste(Console& console, const Arguments& arguments)
 {
     Arguments path = arguments;
@@ -68,18 +87,21 @@ bool runPaste(Console& console, const Arguments& arguments)
     if (text.empty())
         return console.fail("text", "nothing was copied");
     const CompoundPtr compound = console.compoundAt(path);
+    PasteOptions options;
     std::vector<NodePtr> made;
-    return compound && console.report(console.edits().paste(compound, text, made)) &&
+    return compound && readOptions(console, options) &&
+           console.report(console.edits().paste(compound, text, options, made)) &&
            printPaths(console, made);
 }
 
 bool runDuplicate(Console& console, const Arguments& arguments)
 {
     std::vector<NodePtr> nodes;
+    PasteOptions options;
     std::vector<NodePtr> made;
     std::vector<SaveProblem> problems;
-    return readNodes(console, arguments, nodes) &&
-           console.report(console.session().duplicate(nodes, made, problems), problems) &&
+    return readNodes(console, arguments, nodes) && readOptions(console, options) &&
+           console.report(console.session().duplicate(nodes, options, made, problems), problems) &&
            printPaths(console, made);
 }
 
@@ -100,6 +122,8 @@ bool runRename(Console& console, const Arguments& arguments)
 {
     return console.report(console.edits().renameNode(arguments[0], arguments[1]));
 }
+
+const char* const kPasteOptions = "--inner --at=x,y --middle=x,y";
 
 } // namespace
 
@@ -125,11 +149,17 @@ const std::vector<Command>& nodeCommands()
          "    the root); TEXT is a document like those of `copy` (default: what was copied last).\n"
          "    Names are made unique. What the text refers to and lacks is what is called so in "
          "the\n"
-         "    compound. Prints the paths of the new nodes.",
-         0, 2, runPaste, "compound", "paste Top.NG_wall"},
+         "    compound; with --inner the nodes are connected among themselves only. Their upper "
+         "left\n"
+         "    corner comes to --at X,Y, or their middle to --middle X,Y. Prints the paths of the "
+         "new\n"
+         "    nodes.",
+         0, 2, runPaste, "compound", "paste Top.NG_wall --at 2,1.5", kPasteOptions},
         {"duplicate", "NODE...",
-         "Copies nodes and pastes them beside themselves. What was copied before stays.", 1, kAny,
-         runDuplicate, "node...", "duplicate Top.NG_wall.grain"},
+         "Copies nodes and pastes them beside themselves. The options are those of `paste`; what "
+         "was\n"
+         "    copied before stays.",
+         1, kAny, runDuplicate, "node...", "duplicate Top.NG_wall.grain", kPasteOptions},
         {"delete", "PATH...",
          "Deletes nodes with their connections. With --heal, where one of them has one input fed "
          "and\n"

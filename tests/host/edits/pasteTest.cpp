@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+
 namespace {
 
 const char* const kSource = "  <n name=\"s\" type=\"float\"/>\n";
@@ -165,6 +169,104 @@ TEST(Paste, IsRefusedWithItsReasonAndChangesNothing)
         EXPECT_TRUE(desk.session->isSaved());
         EXPECT_EQ(before, desk.saved());
     }
+}
+
+/// A chain of nodes: with places in a row to the right, or without any.
+std::string chainText(int count, bool hasPlaces)
+{
+    std::string elements;
+    for (int i = 0; i < count; ++i) {
+        const std::string number = std::to_string(i);
+        elements += "  <n name=\"c" + number + "\" type=\"float\"" +
+                    (hasPlaces ? " xpos=\"" + number + ".5\" ypos=\"-1\"" : "") + ">\n";
+        if (i > 0)
+            elements += "    <input name=\"i\" type=\"float\" nodename=\"c" +
+                        std::to_string(i - 1) + "\"/>\n";
+        elements += "  </n>\n";
+    }
+    return elements;
+}
+
+std::string placeOf(Desk& desk, const std::string& path)
+{
+    std::string place = desk.run("attribute " + path + " xpos\nattribute " + path + " ypos");
+    std::replace(place.begin(), place.end(), '\n', ' ');
+    return place;
+}
+
+/// The paths that the command prints.
+std::vector<std::string> pathsOf(Desk& desk, const std::string& command)
+{
+    std::istringstream out(desk.run(command));
+    return {std::istream_iterator<std::string>(out), {}};
+}
+
+TEST(PasteOptions, GiveAPlaceAndKeepTheArrangement)
+{
+    const std::string before = "  <nodegraph name=\"g\"/>\n" + chainText(45, true);
+    Desk desk(before);
+    std::string all = "copy";
+    for (int i = 0; i < 45; ++i)
+        all += " Top.c" + std::to_string(i);
+    desk.run(all);
+    std::vector<std::string> made = pathsOf(desk, "paste Top --at 10,2");
+    ASSERT_EQ(45U, made.size());
+    EXPECT_EQ("10 2 ", placeOf(desk, made.front()));
+    EXPECT_EQ("54 2 ", placeOf(desk, made.back()));
+    desk.run("paste Top.g --middle 0,0.25");
+    EXPECT_EQ("-22 0.25 ", placeOf(desk, "Top.g.c0"));
+    EXPECT_EQ("22 0.25 ", placeOf(desk, "Top.g.c44"));
+    const std::string after = desk.saved();
+    const std::string lines = desk.run("history --commands");
+    desk.run("undo 2");
+    EXPECT_EQ(before, desk.saved());
+    desk.run(lines);
+    EXPECT_EQ(after, desk.saved());
+    // Beside what has one of the places, again and again.
+    desk.run("undo 2\nmove Top.c0 -9 -9");
+    made = pathsOf(desk, "paste");
+    EXPECT_EQ("1 -0.5 ", placeOf(desk, made.front()));
+    EXPECT_EQ("45 -0.5 ", placeOf(desk, made.back()));
+    EXPECT_EQ("1.5 0 ", placeOf(desk, pathsOf(desk, "paste").front()));
+}
+
+TEST(PasteOptions, LayOutWhatHasNoPlaces)
+{
+    std::string text = "paste Top '<materialx>" + chainText(3, false) +
+                       "<n name=\"s\" type=\"float\"/></materialx>'";
+    text.erase(std::remove(text.begin(), text.end(), '\n'), text.end());
+    Desk desk("");
+    desk.run(text);
+    EXPECT_EQ("", desk.run("attribute Top.c0"));
+    desk.run("undo\n" + text + " --at 2,3");
+    EXPECT_EQ("2 3 ", placeOf(desk, "Top.c0"));
+    EXPECT_EQ("4 3 ", placeOf(desk, "Top.c2"));
+    EXPECT_EQ("2 4 ", placeOf(desk, "Top.s"));
+    // Below what is there.
+    const std::vector<std::string> made = pathsOf(desk, text);
+    ASSERT_EQ(4U, made.size());
+    EXPECT_EQ("2 5 ", placeOf(desk, made[0]));
+    EXPECT_EQ("4 5 ", placeOf(desk, made[2]));
+    EXPECT_EQ("2 6 ", placeOf(desk, made[3]));
+}
+
+TEST(PasteOptions, KeepInnerConnectionsOnly)
+{
+    const std::string before = std::string(kSource) + kCopied;
+    Desk desk(before);
+    desk.run("duplicate Top.a Top.g --inner");
+    EXPECT_EQ("input x float \"\" <- Top.a2.out -> Top.g2.h.x\n",
+              desk.run("ports Top.g2").substr(0, 45));
+    EXPECT_EQ("input i float \"\"\n", desk.run("ports Top.a2").substr(0, 17));
+    EXPECT_EQ("duplicate Top.a Top.g --inner\n", desk.run("history --commands"));
+    const std::string after = desk.saved();
+    desk.run("undo");
+    EXPECT_EQ(before, desk.saved());
+    desk.run("copy Top.a Top.g\npaste --inner");
+    EXPECT_EQ(networkOf(after), networkOf(desk.saved()));
+    EXPECT_EQ("error: paste: 1: not a place: X,Y\nerror: paste: 1,x: not a place: X,Y\n"
+              "error: paste: --middle: --at says where already\n",
+              desk.run("paste --at 1\npaste --middle 1,x\npaste --at 1,1 --middle 1,1"));
 }
 
 } // namespace
