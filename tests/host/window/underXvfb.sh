@@ -4,7 +4,7 @@
 # Selects a node by the keyboard, renames it, saves by Ctrl+S, undoes that, and is asked before it ends.
 set -euo pipefail
 zeledit=$1 document=$2
-for program in Xvfb openbox xdotool xwininfo; do
+for program in Xvfb openbox xdotool xprop; do
     command -v "$program" >/dev/null || {
         echo "there is no $program here"
         exit 77
@@ -45,6 +45,11 @@ wait_for "the display" test -s "$home/display"
 DISPLAY=:$(tr -d '\n' <"$home/display")
 export DISPLAY
 openbox >/dev/null 2>&1 &
+managed()
+{
+    xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'
+}
+wait_for "the window manager" managed
 "$zeledit" "$home/gate.mtlx" >"$home/out" 2>"$home/err" &
 program=$!
 
