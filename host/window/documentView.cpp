@@ -2,6 +2,8 @@
 
 #include "document/document.h"
 #include "window/canvas/canvas.h"
+#include "window/gestures/breadcrumb.h"
+#include "window/gestures/gestures.h"
 #include "window/workspace/actions.h"
 
 #include <QVBoxLayout>
@@ -12,13 +14,15 @@ DocumentView::DocumentView(std::unique_ptr<Workspace> workspace, Actions& action
     : QWidget(parent),
       m_workspace(std::move(workspace)),
       m_bars(new QVBoxLayout),
-      m_canvas(new Canvas(this))
+      m_canvas(new Canvas(this)),
+      m_gestures(std::make_unique<Gestures>(*m_canvas, *m_workspace, m_memory, actions))
 {
     m_canvas->setObjectName("canvas");
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addLayout(m_bars);
+    layout->addWidget(new Breadcrumb(*m_workspace, this));
     layout->addWidget(m_canvas, 1);
     actions.useIn(*m_canvas);
     setFocusProxy(m_canvas);
@@ -34,6 +38,7 @@ DocumentView::DocumentView(std::unique_ptr<Workspace> workspace, Actions& action
 
 DocumentView::~DocumentView()
 {
+    m_gestures.reset();
     qDeleteAll(findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
 }
 

@@ -12,6 +12,7 @@ namespace shading {
 
 class Actions;
 class Canvas;
+class Gestures;
 
 /// A document in its tab: the canvas, and above it where the user is and what there is to say.
 class DocumentView : public QWidget {
@@ -23,6 +24,7 @@ public:
 
     Workspace& workspace() { return *m_workspace; }
     Canvas& canvas() { return *m_canvas; }
+    Gestures& gestures() { return *m_gestures; }
     /// A bar above the canvas, which is owned here from then on: the changed file, a refused save.
     void addBar(QWidget* bar);
 
@@ -36,6 +38,7 @@ private:
     ScreenMemory m_memory;
     QVBoxLayout* m_bars; ///< Both are owned by the widget.
     Canvas* m_canvas;
+    std::unique_ptr<Gestures> m_gestures; ///< Goes before what it works on.
 };
 
 } // namespace shading

@@ -3,6 +3,7 @@
 #include "window/appearance.h"
 #include "window/docks/docks.h"
 #include "window/documentView.h"
+#include "window/gestures/canvasActions.h"
 #include "window/workspace/panel.h"
 
 #include <QDockWidget>
@@ -39,6 +40,7 @@ MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent
     statusBar()->addWidget(m_message, 1);
     setDockNestingEnabled(true);
     addActions();
+    addCanvasActions(*m_actions, [this] { return view() ? &view()->gestures() : nullptr; });
     addPanels(*this);
     m_actions->fill(*menuBar(), {"&File", "&Edit", "&View", "&Node", "&Connection", "&Help"});
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::turnTo);

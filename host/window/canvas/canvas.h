@@ -13,6 +13,7 @@ namespace shading {
 struct CanvasSelection {
     std::vector<NodePtr> nodes;
     std::vector<std::pair<PortPtr, PortPtr>> wires; ///< Source and target.
+    std::vector<PortPtr> ports;                     ///< Inner ports, on the bars.
     NodePtr focus;                                  ///< The node that keys act on; empty: none.
 };
 

@@ -38,7 +38,13 @@ SideRoom roomForStubs(const SceneData& data, const SceneBox& box)
     return room;
 }
 
-/// The heights of the ports at one side, no two the same.
+QPointF asPoint(const zelDraw::Point& point)
+{
+    return {point.x, point.y};
+}
+
+} // namespace
+
 std::vector<int> heightsOf(const SceneBox& box, bool takes)
 {
     std::vector<int> heights;
@@ -51,13 +57,6 @@ std::vector<int> heightsOf(const SceneBox& box, bool takes)
     }
     return heights;
 }
-
-QPointF asPoint(const zelDraw::Point& point)
-{
-    return {point.x, point.y};
-}
-
-} // namespace
 
 QRectF contentBounds(const SceneData& data)
 {

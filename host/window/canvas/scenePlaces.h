@@ -68,6 +68,8 @@ private:
     std::vector<std::size_t> m_unplaced; ///< In m_found, as the boxes of the graph.
 };
 
+/// The heights of the ports at one side of a box, as a layout takes them: no two the same.
+std::vector<int> heightsOf(const SceneBox& box, bool takes);
 /// Around the boxes that have a place, bars aside; null when there are none.
 QRectF contentBounds(const SceneData& data);
 
