@@ -80,6 +80,8 @@ public:
 
     /// The document was written into a file as it is now.
     void noteSaved();
+    /// The document is not as its file is until it is saved, whatever is undone.
+    void noteUnsaved() { m_isChangedOutside = true; }
     /// True when the document is as it was opened or last saved. A change that did not run through
     /// here counts until the next saving.
     bool isSaved();

@@ -31,6 +31,25 @@ std::unique_ptr<Session> Session::open(const EnvironmentPtr& environment,
     return document ? std::make_unique<Session>(std::move(document), path, environment) : nullptr;
 }
 
+std::unique_ptr<Session> Session::openCopy(const EnvironmentPtr& environment,
+                                           const std::string& copy,
+                                           const std::string& path,
+                                           const std::optional<FileStamp>& stamp,
+                                           const OpenOptions& options,
+                                           std::vector<Message>& messages)
+{
+    std::unique_ptr<Session> session = open(environment, copy, options, messages);
+    if (!session)
+        return nullptr;
+    session->m_document->files().clear();
+    if (stamp)
+        session->m_document->files()[canonicalPath(path)] = *stamp;
+    session->m_path = path;
+    session->m_isNew = !stamp;
+    session->m_edits.history().noteUnsaved();
+    return session;
+}
+
 std::unique_ptr<Session> Session::createNew(const EnvironmentPtr& environment,
                                             const std::string& path,
                                             std::vector<Message>& messages)
@@ -149,6 +168,12 @@ Session::FileState Session::fileState()
     const auto known = m_document->files().find(canonicalPath(m_path));
     const bool isSame = known != m_document->files().end() && known->second == *stamp;
     return isSame ? FileState::Same : FileState::Changed;
+}
+
+std::optional<FileStamp> Session::fileStamp()
+{
+    const auto known = m_document->files().find(canonicalPath(m_path));
+    return known == m_document->files().end() ? std::nullopt : std::optional(known->second);
 }
 
 void Session::close(std::unique_ptr<Session> session, const Progress::Tell& tell)

@@ -8,6 +8,7 @@
 #include "session/environment.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,14 @@ public:
     static std::unique_ptr<Session> createNew(const EnvironmentPtr& environment,
                                               const std::string& path,
                                               std::vector<Message>& messages);
+    /// Opens that copy as if it were the file at the path, as it was when it had the stamp; without
+    /// one there was no such file. The session is not saved.
+    static std::unique_ptr<Session> openCopy(const EnvironmentPtr& environment,
+                                             const std::string& copy,
+                                             const std::string& path,
+                                             const std::optional<FileStamp>& stamp,
+                                             const OpenOptions& options,
+                                             std::vector<Message>& messages);
     /// For a document that is open. What it was opened with must outlive it, or be the environment.
     /// Throws std::logic_error when the document has a session already.
     Session(std::shared_ptr<Document> document,
@@ -79,6 +88,10 @@ public:
         Gone,
     };
     FileState fileState();
+    /// Of the file as it was then; empty when there was none.
+    std::optional<FileStamp> fileStamp();
+    /// There was no such file, and none was saved.
+    bool isNew() const { return m_isNew; }
 
     /// Destroys a session and its document piece by piece, and tells meanwhile: that lasts for a
     /// large one. Cancelling does not stop it. Must not be null.

@@ -44,10 +44,20 @@ std::string networkText(shading::Document& document)
 
 RandomEdits::RandomEdits(shading::Document& document, unsigned seed)
     : m_document(document),
-      m_edits(document),
+      m_own(std::make_unique<shading::Edits>(document)),
+      m_edits(*m_own),
       m_random(seed)
 {
     collect(document.getRootNode());
+    m_mostNodes = m_nodes.size() + 60;
+}
+
+RandomEdits::RandomEdits(shading::Session& session, unsigned seed)
+    : m_document(session.document()),
+      m_edits(session.edits()),
+      m_random(seed)
+{
+    collect(m_document.getRootNode());
     m_mostNodes = m_nodes.size() + 60;
 }
 
@@ -107,7 +117,7 @@ bool RandomEdits::createNode(std::string& line)
     const std::string name = anyName();
     const std::string type = anyNode()->getNodeTypeName();
     shading::HostNodePtr created;
-    if (number(4) > 0 && m_edits.definitionFor(type)) {
+    if (!m_own || (number(4) > 0 && m_edits.definitionFor(type))) {
         line = "create " + type + " " + name + " " + path;
         return m_edits.createNode(path, type, name, created);
     }

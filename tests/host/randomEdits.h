@@ -2,7 +2,9 @@
 
 #include "document/document.h"
 #include "edits/edits.h"
+#include "session/session.h"
 
+#include <memory>
 #include <random>
 #include <string>
 
@@ -14,6 +16,8 @@ std::string networkText(shading::Document& document);
 class RandomEdits {
 public:
     RandomEdits(shading::Document& document, unsigned seed);
+    /// With the edits of the session, and only with those that commands do too.
+    RandomEdits(shading::Session& session, unsigned seed);
 
     /// Makes one edit, good or refused, or takes some back, or does them again. Returns the command
     /// line that would do it, "refused" behind it.
@@ -41,7 +45,8 @@ private:
     void collect(const shading::NodePtr& node);
 
     shading::Document& m_document;
-    shading::Edits m_edits;
+    std::unique_ptr<shading::Edits> m_own; ///< Null: they are a session's.
+    shading::Edits& m_edits;
     std::mt19937 m_random;
     std::size_t m_mostNodes = 0;           ///< With more, one is deleted.
     std::vector<shading::NodePtr> m_nodes; ///< All but the root; collected anew for each edit.
