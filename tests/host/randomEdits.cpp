@@ -297,7 +297,11 @@ bool RandomEdits::placeNodes(std::string& line)
     }
     if (number(2) == 0)
         return m_edits.moveNodes(places);
-    const shading::History::Repeating repeating(m_edits.history(), "move");
+    const shading::History::Repeating repeating(m_edits.history(), line);
+    if (!m_edits.moveNodes(places))
+        return false;
+    for (shading::NodePlace& place : places)
+        place.position.x += 0.25;
     return m_edits.moveNodes(places);
 }
 
