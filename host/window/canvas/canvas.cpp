@@ -83,7 +83,7 @@ void Canvas::buildOn()
     if (!m_isFramed)
         startView();
     findSelection();
-    QWidget::update();
+    redrawAll();
     if (m_input)
         m_input->sceneChanged();
     Q_EMIT built();
@@ -92,8 +92,9 @@ void Canvas::buildOn()
 
 void Canvas::startView()
 {
-    m_isFramed = true;
     m_state.view.setSize(size());
+    m_isFramed = true;
+    m_isFresh = !m_memory->view(m_scene->compound());
     if (const auto seen = m_memory->view(m_scene->compound()))
         m_state.view.set(seen->scale, seen->centre);
     else
@@ -103,7 +104,7 @@ void Canvas::startView()
 
 void Canvas::rememberView()
 {
-    if (m_memory && m_isFramed)
+    if (m_memory && m_isFramed && !m_isFresh)
         m_memory->setView(m_scene->compound(), {m_state.view.scale(), m_state.view.centre()});
 }
 
@@ -130,7 +131,7 @@ void Canvas::setSelection(CanvasSelection selection)
 {
     m_selection = std::move(selection);
     findSelection();
-    QWidget::update();
+    redrawAll();
 }
 
 /// The places of what is selected in the scene as it is now.
@@ -138,12 +139,14 @@ void Canvas::findSelection()
 {
     const Scene* const shown = scene();
     m_state.isSelected.assign(shown ? shown->boxes().size() : 0, 0);
+    m_state.selected.clear();
     m_state.selectedWires.clear();
     m_state.flashing.clear();
     m_state.focus = -1;
     if (!shown)
         return;
-    for (const int box : selectedBoxes())
+    m_state.selected = selectedBoxes();
+    for (const int box : m_state.selected)
         m_state.isSelected[static_cast<std::size_t>(box)] = 1;
     for (const auto& [source, target] : m_selection.wires) {
         const int wire = shown->wireOf(*source, *target);
@@ -251,6 +254,7 @@ void Canvas::reveal(const QRectF& area)
 
 void Canvas::showView()
 {
+    m_isFresh = false;
     rememberView();
     QWidget::update();
     Q_EMIT viewChanged();
@@ -261,8 +265,15 @@ Hit Canvas::hitAt(const QPointF& pixel) const
     return scene() ? scene()->hitAt(toScene(pixel), m_state.view.scale()) : Hit{};
 }
 
-void Canvas::redraw(const QRectF& /*area*/)
+void Canvas::redraw(const QRectF& area)
 {
+    m_painter->forget(m_state, area);
+    QWidget::update();
+}
+
+void Canvas::redrawAll()
+{
+    m_painter->forget();
     QWidget::update();
 }
 
@@ -281,7 +292,7 @@ void Canvas::setHover(const Hit& hit)
 void Canvas::setDimming(std::function<bool(const SceneEnd&)> isDimmed)
 {
     m_state.isDimmed = std::move(isDimmed);
-    QWidget::update();
+    redrawAll();
 }
 
 void Canvas::setOffset(const std::vector<int>& boxes, const QPointF& offset)

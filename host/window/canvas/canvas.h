@@ -115,6 +115,7 @@ private:
     void rememberView();
     void showView();
     void redraw(const QRectF& area);
+    void redrawAll();
     void findSelection();
     void stepFlash();
     void chooseTheme();
@@ -129,6 +130,7 @@ private:
     Theme m_theme = Theme::System;
     CanvasInput* m_input = nullptr; ///< Not owned.
     bool m_isFramed = false;        ///< The view of the compound was set.
+    bool m_isFresh = false;         ///< And shows all of it, as nobody moved it.
     QTimer m_buildTimer;
     QTimer m_flashTimer;
 };

@@ -13,14 +13,14 @@ namespace shading {
 
 CanvasInput::~CanvasInput() = default;
 
-void Canvas::paintEvent(QPaintEvent* event)
+void Canvas::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    m_painter->paint(painter, m_state, event->rect());
+    painter.drawImage(QPointF(), m_painter->picture(m_state, devicePixelRatioF()));
     if (m_state.scene) {
         m_painter->paintOverlay(painter, m_state, m_overlay);
     } else if (m_scene) {
-        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.setPen(QColor::fromRgb(zelDraw::theme(m_state.isDark).faint));
         painter.drawText(rect(), Qt::AlignCenter,
                          tr("Drawing %1, %2 %")
                              .arg(QString::fromUtf8(m_scene->compound()->getName()))
@@ -31,6 +31,8 @@ void Canvas::paintEvent(QPaintEvent* event)
 void Canvas::resizeEvent(QResizeEvent* /*event*/)
 {
     m_state.view.setSize(size());
+    if (m_isFresh && scene())
+        m_state.view.frame(scene()->bounds());
     Q_EMIT viewChanged();
 }
 

@@ -11,7 +11,6 @@ namespace {
 constexpr double kSnap = 20;         ///< Ports are caught from there, in pixels of the screen.
 constexpr double kWireReach = 7;     ///< And wires.
 constexpr double kEdgeReach = 5;     ///< And the edges of backdrops.
-constexpr double kPortsFrom = 0.35;  ///< The least scale at which ports are seen.
 constexpr double kNearEnd = 1.0 / 3; ///< The part of a wire that is near an end.
 
 } // namespace

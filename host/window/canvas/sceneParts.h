@@ -14,6 +14,17 @@ namespace shading {
 // measures of the pictures that `draw` makes. Indexes count from 0; -1 is none. They stay what they
 // are until the next update or rebuild of the scene.
 
+/// The distances of the drawn grid, to which things snap: a sixth and a fifth of a position.
+constexpr double kGridWidth = 23;
+constexpr double kGridHeight = 23.2;
+
+/// The least scales at which things are seen.
+constexpr double kBarsFrom = 0.15; ///< A bar in the colour of what a node makes.
+constexpr double kTitlesFrom = 0.35;
+constexpr double kPortsFrom = 0.35; ///< Their dots.
+constexpr double kLabelsFrom = 0.6;
+constexpr double kLeastText = 8; ///< No text is smaller, in pixels.
+
 /// How much of a node is shown.
 enum class Fold {
     Header, ///< The ports of Brief lie in the middle of the header's sides and are not shown.

@@ -1,6 +1,6 @@
 #include "window/canvas/scenePlaces.h"
 
-#include "draw/zelPictureStyle.h"
+#include "draw/zelQuickLayout.h"
 
 #include <algorithm>
 #include <cmath>
@@ -105,14 +105,20 @@ void ScenePlaces::judge()
     for (std::size_t i = 0; i < m_found.size(); ++i) {
         if (isAbsurd && !m_found[i].isRemembered)
             m_found[i].isPlaced = false;
-        if (!m_found[i].isPlaced)
-            m_unplaced.push_back(i);
     }
+}
+
+bool ScenePlaces::hasUnplaced() const
+{
+    return std::any_of(m_found.begin(), m_found.end(),
+                       [](const Found& found) { return !found.isPlaced; });
 }
 
 zelDraw::LayoutGraph ScenePlaces::graph() const
 {
     zelDraw::LayoutGraph graph;
+    if (!hasUnplaced())
+        return graph;
     std::unordered_map<int, std::size_t> places; // Of boxes in the graph.
     const auto add = [&](int index, zelDraw::LayoutBox::Layer layer) {
         const SceneBox& box = m_data.box(index);
@@ -126,14 +132,13 @@ zelDraw::LayoutGraph ScenePlaces::graph() const
         places[index] = graph.boxes.size();
         graph.boxes.push_back(std::move(added));
     };
-    for (const std::size_t unplaced : m_unplaced)
-        add(m_found[unplaced].box, zelDraw::LayoutBox::Layer::Any);
-    if (m_unplaced.size() == m_found.size() && !m_found.empty()) {
-        if (m_data.inputBar >= 0)
-            add(m_data.inputBar, zelDraw::LayoutBox::Layer::First);
-        if (m_data.outputBar >= 0)
-            add(m_data.outputBar, zelDraw::LayoutBox::Layer::Last);
-    }
+    // Those that have a place, too: the others find theirs by them.
+    for (const Found& found : m_found)
+        add(found.box, zelDraw::LayoutBox::Layer::Any);
+    if (m_data.inputBar >= 0)
+        add(m_data.inputBar, zelDraw::LayoutBox::Layer::First);
+    if (m_data.outputBar >= 0)
+        add(m_data.outputBar, zelDraw::LayoutBox::Layer::Last);
     for (const SceneWire& wire : m_data.wires) {
         const auto source = wire.isAlive ? places.find(wire.source.box) : places.end();
         const auto target = wire.isAlive ? places.find(wire.target.box) : places.end();
@@ -150,37 +155,76 @@ zelDraw::LayoutGraph ScenePlaces::graph() const
     return graph;
 }
 
+/// One more than the index of what has a place, by its box; 0: it has none.
+std::vector<std::size_t> ScenePlaces::placedByBox() const
+{
+    std::vector<std::size_t> placed(m_data.boxes.size());
+    for (std::size_t i = 0; i < m_found.size(); ++i) {
+        if (m_found[i].isPlaced)
+            placed[static_cast<std::size_t>(m_found[i].box)] = i + 1;
+    }
+    return placed;
+}
+
+/// To the right of its sources that have a place, else to the left of its targets.
+QPointF ScenePlaces::clearOf(const Found& found,
+                             QPointF place,
+                             const std::vector<std::size_t>& placed) const
+{
+    const SceneBox& box = m_data.box(found.box);
+    for (const bool isBefore : {false, true}) {
+        for (const int index : box.wires) {
+            const SceneWire& wire = m_data.wire(index);
+            const int far = isBefore ? wire.source.box : wire.target.box;
+            const std::size_t at = placed[static_cast<std::size_t>(far)];
+            if (at == 0 || far == found.box)
+                continue;
+            const double left = m_found[at - 1].place.x();
+            if (isBefore)
+                place.setX(std::max(place.x(), left + m_data.box(far).size.width() + kNextGap));
+            else
+                place.setX(std::min(place.x(), left - box.size.width() - kNextGap));
+        }
+    }
+    return place;
+}
+
 void ScenePlaces::take(const zelDraw::LayoutGraph& graph)
 {
-    QRectF placed;
-    for (const Found& found : m_found) {
-        if (found.isPlaced)
-            placed |= QRectF(found.place, m_data.box(found.box).size);
+    QPointF sum; // From where the layout has those with a place to where they are.
+    int count = 0;
+    for (std::size_t i = 0; i < m_found.size(); ++i) {
+        Found& found = m_found[i];
+        const double room = roomForStubs(m_data, m_data.box(found.box)).left;
+        const QPointF laidOut = asPoint(graph.boxes[i].place) + QPointF(room, 0);
+        if (found.isPlaced) {
+            sum += found.place - laidOut;
+            ++count;
+        } else {
+            found.place = laidOut;
+        }
     }
-    const QPointF origin =
-        placed.isNull() ? QPointF() : placed.bottomLeft() + QPointF(0, kBlockGap);
-    for (std::size_t i = 0; i < m_unplaced.size(); ++i) {
-        Found& found = m_found[m_unplaced[i]];
-        const SideRoom room = roomForStubs(m_data, m_data.box(found.box));
-        found.place = origin + asPoint(graph.boxes[i].place) + QPointF(room.left, 0);
-        found.isPlaced = true;
-        m_memory.setPlace(m_data.box(found.box).node, found.place, found.position);
+    m_keepsClear = count > 0;
+    const QPointF way = count == 0 ? QPointF() : sum / count;
+    const std::vector<std::size_t> placed = placedByBox();
+    for (Found& found : m_found) {
+        if (!found.isPlaced)
+            found.place = QPointF(clearOf(found, found.place + way, placed).toPoint());
     }
-    m_unplaced.clear();
+    std::stable_partition(m_found.begin(), m_found.end(),
+                          [](const Found& found) { return found.isPlaced; });
 }
 
 void ScenePlaces::put(int index)
 {
     const Found& found = m_found[static_cast<std::size_t>(index)];
-    m_data.setRect(found.box, QRectF(found.place, m_data.box(found.box).size));
-}
-
-void ScenePlaces::layOutAndTake()
-{
-    zelDraw::LayoutGraph laidOut = graph();
-    std::string problem;
-    if (zelDraw::layOut(laidOut, problem))
-        take(laidOut);
+    QRectF rect(found.place, m_data.box(found.box).size);
+    if (!found.isPlaced) {
+        if (m_keepsClear)
+            rect = freePlace(m_data, rect);
+        m_memory.setPlace(m_data.box(found.box).node, rect.topLeft(), found.position);
+    }
+    m_data.setRect(found.box, rect);
 }
 
 QPointF ScenePlaces::besideWires(int index, const QRectF& content) const
@@ -205,45 +249,34 @@ QPointF ScenePlaces::besideWires(int index, const QRectF& content) const
 
 void ScenePlaces::place(const std::vector<int>& boxes)
 {
-    m_found.clear();
-    m_unplaced.clear();
-    for (const int box : boxes) {
-        m_found.push_back(look(box));
-        if (!m_found.back().isPlaced)
-            m_unplaced.push_back(m_found.size() - 1);
-    }
-    for (std::size_t i = 0; i < m_found.size(); ++i) {
-        if (m_found[i].isPlaced)
-            put(static_cast<int>(i));
-    }
-    if (m_unplaced.empty())
-        return;
     const QRectF content = contentBounds(m_data);
-    if (m_unplaced.size() > kMostSingly) {
-        const std::vector<std::size_t> placed = m_unplaced;
-        layOutAndTake();
-        // Below all that there is, not only what is new.
-        const QPointF origin = content.bottomLeft() + QPointF(0, kBlockGap);
-        QPointF corner;
-        for (const std::size_t i : placed) {
-            const QPointF low = m_found[i].place;
-            corner = i == placed.front()
-                         ? low
-                         : QPointF(std::min(corner.x(), low.x()), std::min(corner.y(), low.y()));
-        }
-        for (const std::size_t i : placed) {
-            m_found[i].place += origin - corner;
-            m_memory.setPlace(m_data.box(m_found[i].box).node, m_found[i].place,
-                              m_found[i].position);
+    m_found.clear();
+    for (const int box : boxes)
+        m_found.push_back(look(box));
+    const auto firstNew = std::stable_partition(m_found.begin(), m_found.end(),
+                                                [](const Found& found) { return found.isPlaced; });
+    const auto known = static_cast<std::size_t>(firstNew - m_found.begin());
+    for (std::size_t i = 0; i < known; ++i)
+        put(static_cast<int>(i));
+    m_found.erase(m_found.begin(), firstNew);
+    m_keepsClear = true;
+    if (m_found.size() <= kMostSingly) {
+        for (std::size_t i = 0; i < m_found.size(); ++i) {
+            m_found[i].place = besideWires(m_found[i].box, content);
             put(static_cast<int>(i));
         }
         return;
     }
-    for (const std::size_t i : m_unplaced) {
-        Found& found = m_found[i];
-        const QRectF wanted(besideWires(found.box, content), m_data.box(found.box).size);
-        found.place = freePlace(m_data, wanted).topLeft();
-        m_memory.setPlace(m_data.box(found.box).node, found.place, found.position);
+    zelDraw::LayoutGraph laidOut = graph();
+    zelDraw::layOutQuickly(laidOut);
+    take(laidOut);
+    // Below all that there is.
+    QRectF block;
+    for (const Found& found : m_found)
+        block |= QRectF(found.place, m_data.box(found.box).size);
+    const QPointF way = content.bottomLeft() + QPointF(0, kBlockGap) - block.topLeft();
+    for (std::size_t i = 0; i < m_found.size(); ++i) {
+        m_found[i].place += way;
         put(static_cast<int>(i));
     }
 }

@@ -28,12 +28,13 @@ public:
     /// After all are found: when the positions of the document make no picture, none of them counts
     /// but those that nodes got since.
     void judge();
-    /// The boxes without a place, to be laid out; no boxes when there are none.
+    /// All boxes, to be laid out; none when each has a place.
     zelDraw::LayoutGraph graph() const;
-    /// Takes the places over from the laid out graph, beside those that have one.
+    /// Takes over from the laid out graph where those without a place are, from those that have
+    /// one.
     void take(const zelDraw::LayoutGraph& graph);
-    /// Puts the found box into its place.
-    void put(int box);
+    /// Puts a found box into its place, from the first to the last.
+    void put(int found);
 
     // After a change.
     /// Places these boxes of nodes, new ones where there is room.
@@ -56,7 +57,10 @@ private:
     };
 
     Found look(int box) const;
-    void layOutAndTake();
+    bool hasUnplaced() const;
+    std::vector<std::size_t> placedByBox() const;
+    QPointF
+    clearOf(const Found& found, QPointF place, const std::vector<std::size_t>& placed) const;
     QPointF besideWires(int box, const QRectF& content) const;
     double barTop(int bar, bool isInput, const QRectF& content);
 
@@ -65,7 +69,7 @@ private:
     ScreenMemory& m_memory;
     SceneData& m_data;
     std::vector<Found> m_found;
-    std::vector<std::size_t> m_unplaced; ///< In m_found, as the boxes of the graph.
+    bool m_keepsClear = false; ///< Those that get a place cover no other.
 };
 
 /// The heights of the ports at one side of a box, as a layout takes them: no two the same.
