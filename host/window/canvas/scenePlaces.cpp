@@ -93,7 +93,9 @@ void ScenePlaces::judge()
 {
     QRectF around;
     int count = 0;
+    std::size_t known = 0;
     for (const Found& found : m_found) {
+        known += found.isPlaced ? 1 : 0;
         if (!found.isPlaced || found.isRemembered)
             continue;
         const QRectF place(QPointF(found.position->x, found.position->y), QSizeF(1, 1));
@@ -101,7 +103,9 @@ void ScenePlaces::judge()
     }
     const double most = 100 + 10.0 * count;
     const bool isHeap = count > 2 && around.width() < 1.05 && around.height() < 1.05;
-    const bool isAbsurd = isHeap || around.width() > most || around.height() > most;
+    // A few among many: they were placed for another picture than that of the rest.
+    const bool isSparse = 2 * known < m_found.size();
+    const bool isAbsurd = isSparse || isHeap || around.width() > most || around.height() > most;
     for (std::size_t i = 0; i < m_found.size(); ++i) {
         if (isAbsurd && !m_found[i].isRemembered)
             m_found[i].isPlaced = false;

@@ -11,6 +11,8 @@ namespace shading {
 
 namespace {
 
+constexpr double kOnDot = 8; ///< From a dot, in pixels of the screen.
+
 using Verdict = CanvasOverlay::Verdict;
 
 QString pathText(ZEL::Port& port)
@@ -96,12 +98,20 @@ WireGesture::Aim WireGesture::aimAt(const Pointer& pointer) const
 {
     const Canvas& canvas = desk().canvas;
     const Scene* const scene = canvas.scene();
-    // A port that fits is caught before one beside it that does not.
-    const SceneEnd near =
-        scene->portAt(pointer.place, canvas.view().scale(), [&](const SceneEnd& end) {
-            const PortPtr& port = scene->port(end).port;
-            return port && m_judge.fits(*port);
-        });
+    // A port that fits is caught before one beside it that does not, unless that one is meant: the
+    // pointer is in its row, or on its dot.
+    const double scale = canvas.view().scale();
+    const SceneEnd meant = scene->portAt(pointer.place, scale, {});
+    if (meant.isValid()) {
+        const QRectF& rect = scene->boxes()[static_cast<std::size_t>(meant.box)].rect;
+        const QPointF way = scene->dotOf(meant) - pointer.place;
+        if (rect.contains(pointer.place) || way.manhattanLength() * scale < kOnDot)
+            return aimAtPort(meant);
+    }
+    const SceneEnd near = scene->portAt(pointer.place, scale, [&](const SceneEnd& end) {
+        const PortPtr& port = scene->port(end).port;
+        return port && m_judge.fits(*port);
+    });
     if (near.isValid())
         return aimAtPort(near);
     const Hit hit = canvas.hitAt(pointer.pixel);
