@@ -25,6 +25,7 @@ public:
     Workspace& workspace() { return *m_workspace; }
     Canvas& canvas() { return *m_canvas; }
     Gestures& gestures() { return *m_gestures; }
+    const ScreenMemory& memory() const { return m_memory; }
     /// A bar above the canvas, which is owned here from then on: the changed file, a refused save.
     void addBar(QWidget* bar);
 

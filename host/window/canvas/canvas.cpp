@@ -132,6 +132,7 @@ void Canvas::setSelection(CanvasSelection selection)
     m_selection = std::move(selection);
     findSelection();
     redrawAll();
+    Q_EMIT selectionChanged();
 }
 
 /// The places of what is selected in the scene as it is now.

@@ -91,6 +91,8 @@ Q_SIGNALS:
     /// Something in the scene changed.
     void sceneChanged();
     void themeChanged();
+    /// Also when it was the same.
+    void selectionChanged();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

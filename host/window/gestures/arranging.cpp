@@ -137,10 +137,17 @@ bool distribute(Desk& desk, Qt::Orientation orientation)
         begin(placed.back().rect) + length(placed.back().rect) - begin(placed.front().rect);
     for (const Placed& one : placed)
         room -= length(one.rect);
-    const double gap = room / static_cast<double>(placed.size() - 1);
+    const double count = static_cast<double>(placed.size() - 1);
+    const double gap = room / count;
+    const auto middle = [&](const QRectF& rect) { return begin(rect) + length(rect) / 2; };
+    const double step = (middle(placed.back().rect) - middle(placed.front().rect)) / count;
     double next = begin(placed.front().rect);
+    double nextMiddle = middle(placed.front().rect);
     NodePoints points;
     for (const Placed& one : placed) {
+        if (gap < 0) // There is no room for gaps: then their middles are apart.
+            next = nextMiddle - length(one.rect) / 2;
+        nextMiddle += step;
         points.emplace_back(one.node, isFlat ? QPointF(next, one.rect.top())
                                              : QPointF(one.rect.left(), next));
         next += length(one.rect) + gap;

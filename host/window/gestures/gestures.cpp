@@ -8,6 +8,7 @@
 #include "window/gestures/pickPopup.h"
 #include "window/gestures/viewGestures.h"
 #include "window/gestures/wireGesture.h"
+#include "window/workspace/actions.h"
 #include "window/workspace/workspace.h"
 
 #include <QApplication>
@@ -40,6 +41,7 @@ Gestures::Gestures(Canvas& canvas, Workspace& workspace, ScreenMemory& memory, A
         if (!m_desk.workspace.selection().empty())
             m_commands.selectNoWires();
     });
+    connect(&canvas, &Canvas::selectionChanged, &actions, &Actions::update);
     connect(&canvas, &Canvas::viewChanged, this, [this] { m_commands.follow(); });
 }
 
