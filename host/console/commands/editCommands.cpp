@@ -1,12 +1,11 @@
 #include "base/commandLine.h"
-#include "check/zelCheck.h"
 #include "console/console.h"
+#include "console/findings.h"
 #include "document/attributes.h"
 #include "document/names.h"
 #include "views/report.h"
 
 #include <ostream>
-#include <set>
 
 namespace shading {
 
@@ -138,35 +137,11 @@ bool runShowHistory(Console& console, const Arguments& /*arguments*/)
     return true;
 }
 
-/// The graphs inside graphs; the depth counts those around the compound.
-void addNested(ZEL::Compound& compound, int depth, std::vector<FindingRecord>& records)
-{
-    for (const NodePtr& node : compound.nodes()) {
-        if (!node->isCompound())
-            continue;
-        if (depth > 0)
-            records.push_back({pathOf(*node), std::string("note: ") + kNested});
-        addNested(*node->getAsCompound(), depth + 1, records);
-    }
-}
-
 bool runCheck(Console& console, const Arguments& /*arguments*/)
 {
-    std::vector<FindingRecord> records;
-    std::set<std::string> told;
-    for (const zelCheck::Finding& finding : zelCheck::checkNetwork(console.document())) {
-        told.insert(finding.path);
-        records.push_back({finding.path, finding.text});
-    }
-    // Of what is wrong in the network the file says nothing new.
-    for (const SaveProblem& problem : checkDocument(console.document())) {
-        if (told.count(problem.path) == 0)
-            records.push_back({problem.path, problem.reason});
-    }
-    const bool isSound = records.empty();
-    addNested(*console.document().getRootNode()->getAsCompound(), 0, records);
-    console.print(textOf(records, console.hasOption("--json")));
-    return isSound;
+    const Findings findings = findingsOf(console.document());
+    console.print(textOf(findings.records, console.hasOption("--json")));
+    return findings.isSound;
 }
 
 /// The edits of connections, compounds, ports and values.

@@ -10,6 +10,7 @@
 
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -204,6 +205,9 @@ void PropertiesPanel::showRows(const std::vector<Property>& properties)
         delete row;
     showFolds();
     filter();
+    // All of a row is to be seen.
+    m_scroll->setMinimumWidth(m_scroll->widget()->minimumSizeHint().width() +
+                              m_scroll->verticalScrollBar()->sizeHint().width());
 }
 
 /// Puts rows and headers in their order; those that are there already stay.

@@ -56,12 +56,13 @@ void PropertyRow::addParts()
     m_name = new QLabel(shown);
     m_name->setFixedWidth(kNameWidth);
     m_name->setTextFormat(Qt::PlainText);
-    line->addWidget(m_name, 0, Qt::AlignTop);
+    line->addWidget(m_name);
     const QString id = "property." + m_property.name;
     m_editor = makeValueEditor(style, *this, id, shown, folder(), nullptr);
     m_source = new QPushButton;
     m_source->setObjectName(id + ".source");
     m_source->setFlat(true);
+    m_source->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // A long one is cut.
     m_source->setStyleSheet(QStringLiteral("text-align: left"));
     connect(m_source, &QPushButton::clicked, this, [this] {
         if (const NodePtr node = m_state.sourceNode)
@@ -80,7 +81,7 @@ void PropertyRow::addParts()
     m_reset->setToolTip(m_property.inputs.empty() ? tr("Take the attribute off")
                                                   : tr("Back to the definition's value"));
     m_reset->setAccessibleName(m_reset->toolTip() + ": " + shown);
-    line->addWidget(m_reset, 0, Qt::AlignTop);
+    line->addWidget(m_reset);
     connect(m_reset, &QToolButton::clicked, this, [this] {
         m_editor->discard();
         takeValue(QString());
