@@ -2,6 +2,7 @@
 
 #include "base/commandLine.h"
 #include "console/console.h"
+#include "document/backdrops.h"
 #include "document/rules.h"
 #include "shadingDefinition.h"
 
@@ -77,6 +78,8 @@ public:
         ZEL::Runtime& runtime = *m_document.getRuntime();
         if (kind == "child" || kind == "inner")
             addNames(compound, kind == "inner");
+        else if (kind == "backdrop")
+            addBackdrops(compound);
         else if (kind == "type")
             addTypes(runtime);
         else if ((kind == "nodetype" || kind == "library") && runtime.getNodeLibrary())
@@ -154,6 +157,15 @@ private:
         }
         for (const NodePtr& inner : node->getAsCompound()->nodes())
             add(inner->getName());
+    }
+
+    void addBackdrops(const std::string& path)
+    {
+        const NodePtr node = m_document.findNodeFromPath(path.c_str());
+        if (!node || !node->isCompound())
+            return;
+        for (const BackdropPtr& backdrop : m_document.backdrops().in(*node->getAsCompound()))
+            add(backdrop->name());
     }
 
     /// The names of the library and of those below, or of the node types and definitions in them.

@@ -16,7 +16,8 @@ struct Command;
 //   port      the path of a port        nodetype  a node type or a definition
 //   input     the path of an input      library   a node library
 //   any       any of these paths        file      a file
-//   name      nothing that is known     =a,b      one of these words
+//   name      nothing that is known     backdrop  a frame of an earlier compound
+//   =a,b      one of these words
 //
 // The kinds are separated by blanks; "..." behind the last repeats it, and as a word
 // of its own all of them. Where a command has several forms they are separated by "|".

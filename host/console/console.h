@@ -113,8 +113,9 @@ const std::vector<Command>& viewCommands();
 const std::vector<Command>& libraryCommands();
 /// The commands that change a network: what they ask for, Edits does.
 const std::vector<Command>& editCommands();
-/// Those among them that are about nodes.
+/// Those among them that are about nodes, and about the frames around them.
 const std::vector<Command>& nodeCommands();
+const std::vector<Command>& backdropCommands();
 /// The commands that write the document into files.
 const std::vector<Command>& fileCommands();
 /// The command that writes a picture of a network and changes nothing.

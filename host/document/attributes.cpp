@@ -1,5 +1,6 @@
 #include "document/attributes.h"
 
+#include "document/backdrops.h"
 #include "document/document.h"
 #include "document/journal.h"
 #include "document/node.h"
@@ -32,6 +33,13 @@ NodePtr Attributes::nodeOf(const AttributeOwner& owner) const
     if (owner.element)
         return m_document.getRootNode();
     return owner.port ? owner.port->getParentNode() : owner.node;
+}
+
+NodePtr Attributes::frameOwner(const AttributeOwner& owner) const
+{
+    const BackdropPtr backdrop =
+        owner.element ? m_document.backdrops().of(*owner.element) : nullptr;
+    return backdrop ? backdrop->owner() : nullptr;
 }
 
 const AttributeValue* Attributes::changedValue(const AttributeOwner& owner,

@@ -19,7 +19,7 @@ struct Piece;
 struct AttributeOwner {
     NodePtr node;
     PortPtr port;
-    const Piece* element = nullptr; ///< Of the document as it was read.
+    const Piece* element = nullptr; ///< Of the document as it was read, or of a backdrop.
 };
 
 /// The text of an attribute. One that names a node follows it when that is renamed.
@@ -65,6 +65,8 @@ public:
     const Piece* elementOf(const AttributeOwner& owner) const;
     /// The node that the attributes show at: the owner, that of the port, or the root node.
     NodePtr nodeOf(const AttributeOwner& owner) const;
+    /// The node of the compound that has the backdrop; empty for what is none.
+    NodePtr frameOwner(const AttributeOwner& owner) const;
 
 private:
     Document& m_document;

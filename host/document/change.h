@@ -49,6 +49,8 @@ public:
     void changeNode(const NodePtr& node);
     /// The port's node, around it and, for that of a compound, inside.
     void changePort(ZEL::Port& port);
+    /// Something in the node's compound that no node in it has.
+    void changeInside(const NodePtr& owner) { show(owner->getAsCompound()); }
     /// Where the end of a connection shows.
     void changeEnd(ZEL::Port& port);
     /// Called last.

@@ -81,10 +81,18 @@ struct OneAttribute {
     {
         attributes->set(owner, name, value);
     }
-    void notify() const { notifyNode(attributes->nodeOf(owner), ZEL::eNodeChanged); }
+    void notify() const
+    {
+        if (const NodePtr around = attributes->frameOwner(owner))
+            notifyInside(around);
+        else
+            notifyNode(attributes->nodeOf(owner), ZEL::eNodeChanged);
+    }
     void collect(ChangeCollector& changes) const
     {
-        if (const NodePtr node = attributes->nodeOf(owner))
+        if (const NodePtr around = attributes->frameOwner(owner))
+            changes.changeInside(around);
+        else if (const NodePtr node = attributes->nodeOf(owner))
             changes.changeNode(node);
     }
 };
@@ -153,6 +161,11 @@ void notifyNode(const NodePtr& node, ZEL::ENodeChangeType change)
     const CompoundPtr around = node ? node->getParentCompound() : nullptr;
     if (around && around->getAsNode())
         around->getAsNode()->notifyNodeChange(change, around, node);
+}
+
+void notifyInside(const NodePtr& owner)
+{
+    owner->notifyNodeChange(ZEL::eNodeChanged, owner->getAsCompound(), owner);
 }
 
 void notifyPort(const PortPtr& port, ZEL::ECompoundPortChangeType change)

@@ -2,6 +2,7 @@
 
 #include "base/progress.h"
 #include "document/attributes.h"
+#include "document/backdrops.h"
 #include "document/definedNode.h"
 #include "document/history.h"
 #include "document/journal.h"
@@ -22,7 +23,8 @@ struct Document::Impl {
     Impl(Document& document, std::unique_ptr<XmlSource> source, ZEL::Runtime* given)
         : runtime(given ? given : &ownRuntime),
           xml(std::move(source)),
-          attributes(document)
+          attributes(document),
+          backdrops(document)
     {
     }
 
@@ -38,6 +40,7 @@ struct Document::Impl {
     Origins origins;
     std::optional<ReservedNames> reservedNames; ///< Empty until somebody asks.
     Attributes attributes;
+    Backdrops backdrops;
     Files files;
     ZEL::AddRefWrapper<ZEL::Node> root; ///< Empty until the document was read.
 };
@@ -102,6 +105,7 @@ void Document::makeUnknown()
 void Document::takeApart(Progress& progress)
 {
     makeUnknown();
+    m_impl->backdrops.clear();
     Release release;
     release.add(m_impl->root, progress);
     m_impl->root = nullptr;
@@ -126,6 +130,7 @@ bool Document::has(const NodePtr& node)
 void Document::setRootNode(const ZEL::AddRefWrapper<ZEL::Node>& root)
 {
     m_impl->root = root;
+    m_impl->backdrops.read();
 }
 
 void Document::makeKnown()
@@ -182,6 +187,11 @@ const std::string& Document::uuid() const
 ZEL::AddRefWrapper<ZEL::PortDataType> Document::dataType(const std::string& name)
 {
     return m_impl->runtime->createPortDataType(name.c_str());
+}
+
+Backdrops& Document::backdrops()
+{
+    return m_impl->backdrops;
 }
 
 Journal& Document::journal()

@@ -12,6 +12,7 @@
 namespace shading {
 
 class Attributes;
+class Backdrops;
 class History;
 class Journal;
 class NodeDefs;
@@ -83,6 +84,8 @@ public:
     ReservedNames& reservedNames();
     /// Those that the network does not show.
     Attributes& attributes();
+    /// The frames around its nodes.
+    Backdrops& backdrops();
 
 private:
     void makeUnknown();

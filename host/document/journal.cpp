@@ -273,4 +273,12 @@ void Journal::setsAttribute(Attributes& attributes,
         write(makeAttributeStep(attributes, owner, name, value));
 }
 
+void Journal::setsBackdrop(Backdrops& backdrops,
+                           const BackdropPtr& backdrop,
+                           const Backdrop::State& state)
+{
+    if (isWanted(state.owner ? state.owner : backdrop->owner()))
+        write(makeBackdropStep(backdrops, backdrop, state));
+}
+
 } // namespace shading

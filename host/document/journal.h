@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/attributes.h"
+#include "document/backdrops.h"
 #include "document/step.h"
 
 #include <string>
@@ -61,6 +62,9 @@ public:
                        const AttributeOwner& owner,
                        const std::string& name,
                        const std::optional<AttributeValue>& value);
+    /// Likewise.
+    void
+    setsBackdrop(Backdrops& backdrops, const BackdropPtr& backdrop, const Backdrop::State& state);
 
 private:
     enum class Mode {

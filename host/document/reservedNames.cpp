@@ -39,9 +39,9 @@ void ReservedNames::collect(const Piece& graph,
     };
     for (const Piece& child : ElementsIn(graph)) {
         const ElementKind kind = kindOf(child);
-        if (kind == ElementKind::Other)
+        if (kind == ElementKind::Other && child.text != "backdrop")
             reserve(graph, attributeOf(child, "name"), titleOf(child) + " has it");
-        else
+        else if (kind != ElementKind::Other)
             reserveReference(child);
         if (kind == ElementKind::Graph)
             collect(child, documentElement, origins);

@@ -9,8 +9,9 @@ class Origins;
 struct Piece;
 
 /// The names in a document that no node or port of the network has and that a new one must not get:
-/// looks, tokens, backdrops and the like are siblings of the nodes beside them, and a reference
-/// that names nothing would suddenly mean a node of that name.
+/// looks, tokens and the like are siblings of the nodes beside them, and a reference that names
+/// nothing would suddenly mean a node of that name. Backdrops, which edits change, tell theirs
+/// themselves.
 class ReservedNames {
 public:
     /// Looks through the document below its element, once; both are not needed later.

@@ -1,5 +1,6 @@
 #include "document/rules.h"
 
+#include "document/backdrops.h"
 #include "document/document.h"
 #include "document/graphInterface.h"
 #include "document/names.h"
@@ -145,6 +146,8 @@ std::string takenProblem(ZEL::Compound& compound, const std::string& name)
         return kNameIsTaken;
     const auto* const node = dynamic_cast<const Node*>(owner.get());
     auto* const document = dynamic_cast<Document*>(owner->getContainer());
+    if (document && document->backdrops().named(compound, name))
+        return "the name is taken: backdrop \"" + name + "\" has it";
     if (!node || !node->element() || !document)
         return "";
     const std::string holder = document->reservedNames().holderOf(*node->element(), name);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/attributes.h"
+#include "document/backdrops.h"
 #include "document/pointers.h"
 
 #include <memory>
@@ -64,9 +65,15 @@ std::unique_ptr<Step> makeAttributeStep(Attributes& attributes,
                                         const std::string& name,
                                         const std::optional<AttributeValue>& value);
 
+std::unique_ptr<Step>
+makeBackdropStep(Backdrops& backdrops, const BackdropPtr& backdrop, const Backdrop::State& state);
+
 // How steps tell the editors.
 /// Those of the compound around the node.
 void notifyNode(const NodePtr& node, ZEL::ENodeChangeType change);
+/// Those of a compound that something in it changed which no node or port of it has: they hear that
+/// the compound's own node changed, in that compound.
+void notifyInside(const NodePtr& owner);
 /// Of a compound's two ports, which change together, the inner one is told for both: first to the
 /// editors of the inside, where it is the port at the edge, then to those of the compound around,
 /// where the node looks different.

@@ -2,6 +2,7 @@
 
 #include "base/utf8.h"
 #include "document/attributes.h"
+#include "document/backdrops.h"
 #include "document/definedNode.h"
 #include "document/document.h"
 #include "document/graphInterface.h"
@@ -57,13 +58,19 @@ bool isNodeName(const Piece& element, const std::string& name)
 
 /// The child that the network does not show, of that name. One without a name is called like its
 /// element, with a number from 2 where several are.
-const Piece* outsideChild(const Piece& parent, const std::string& name, bool isNetwork)
+const Piece* outsideChild(const Backdrops& backdrops,
+                          const Piece& parent,
+                          const std::string& name,
+                          bool isNetwork)
 {
     std::unordered_map<std::string_view, int> unnamed;
     const Piece* found = nullptr;
     for (const Piece& child : ElementsIn(parent)) {
         if (isNetwork && kindOf(child) != ElementKind::Other)
             continue;
+        const BackdropPtr backdrop = backdrops.of(child);
+        if (backdrop && !backdrop->name().empty())
+            continue; // Found by the name that it has now.
         const std::string own = attributeOf(child, "name");
         if (own == name)
             return &child;
@@ -92,6 +99,9 @@ std::string nameOf(const AttributeOwner& owner)
 std::string Edits::attributeProblem(const AttributeOwner& owner, const std::string& name)
 {
     if (owner.element) {
+        const bool isBackdrop = owner.element->text == "backdrop";
+        if (isBackdrop && (name == "name" || name == "contains"))
+            return "backdrop changes it";
         if (name == "name")
             return "no edit renames what the network does not show";
         return isOfDefinition(*owner.element, name) ? "no edit changes what a definition is" : "";
@@ -113,13 +123,16 @@ bool Edits::findOwner(const std::string& path, AttributeOwner& owner)
             owner.port =
                 m_document.findPortFromPath(path.c_str(), ioType, ZEL::Container::eSearchNode);
     }
+    if (const BackdropPtr backdrop = backdropAt(path); !owner.node && !owner.port && backdrop)
+        owner.element = &backdrop->element();
     const std::size_t dot = path.rfind('.');
     AttributeOwner around;
-    if (!owner.node && !owner.port && dot != std::string::npos &&
+    if (!owner.node && !owner.port && !owner.element && dot != std::string::npos &&
         findOwner(path.substr(0, dot), around)) {
         const Piece* const parent = m_document.attributes().elementOf(around);
-        owner.element =
-            parent ? outsideChild(*parent, path.substr(dot + 1), !around.element) : nullptr;
+        owner.element = parent ? outsideChild(m_document.backdrops(), *parent, path.substr(dot + 1),
+                                              !around.element)
+                               : nullptr;
     }
     return owner.node || owner.port || owner.element || fail(path, "no such element");
 }
@@ -151,7 +164,9 @@ bool Edits::setAttribute(const std::string& path, const std::string& name, const
     std::string problem = attributeProblem(owner, name);
     if (problem.empty() && !isXmlText(value))
         problem = "its value has characters that XML cannot hold";
-    if (problem.empty() && (name == "xpos" || name == "ypos"))
+    const bool isBackdrop = owner.element && owner.element->text == "backdrop";
+    const bool isSize = isBackdrop && (name == "width" || name == "height");
+    if (problem.empty() && (name == "xpos" || name == "ypos" || isSize))
         problem = valueProblem("float", value);
     if (problem.empty() && owner.port && !attributes.elementOf(owner)) {
         const NodePtr node = owner.port->getParentNode();

@@ -124,7 +124,8 @@ std::string leftBehindProblem(ZEL::Node& graph)
     ZEL::Compound& around = *graph.getParentCompound();
     for (const Piece& child : ElementsIn(*element)) {
         const std::string name = attributeOf(child, "name");
-        if (kindOf(child) != ElementKind::Other || name.empty() || name == graph.getName())
+        const bool isOther = kindOf(child) == ElementKind::Other && child.text != "backdrop";
+        if (!isOther || name.empty() || name == graph.getName())
             continue;
         const std::string problem = takenProblem(around, name);
         if (!problem.empty())
@@ -140,6 +141,18 @@ bool isInside(CompoundPtr compound, const NodePtr& node)
     while (compound && compound->getAsNode() != node)
         compound = compound->getAsNode()->getParentCompound();
     return static_cast<bool>(compound);
+}
+
+/// Backdrops of a compound that is gone, into the one around it.
+void moveUp(Document& document, const std::vector<BackdropPtr>& backdrops, ZEL::Compound& around)
+{
+    for (const BackdropPtr& backdrop : backdrops) {
+        Backdrop::State state = backdrop->state();
+        state.owner = around.getAsNode();
+        if (!state.name.empty())
+            state.name = uniqueName(around, state.name);
+        document.backdrops().set(backdrop, state);
+    }
 }
 
 } // namespace
@@ -229,14 +242,21 @@ bool Edits::expand(const NodePtr& graph, std::vector<std::string>& renamed)
         Nodes inside;
         for (const NodePtr& node : graph->getAsCompound()->nodes())
             inside.push_back(node);
+        const CompoundPtr above = graph->getParentCompound();
+        const std::vector<BackdropPtr> backdrops =
+            m_document.backdrops().in(*graph->getAsCompound());
         const Inheritance inheritance(m_document, inside);
         std::string problem = expansion.run();
         if (problem.empty())
             inheritance.keep();
+        if (problem.empty())
+            moveUp(m_document, backdrops, *above);
         const std::optional<Position> to = positionOf(m_document, graph);
         const std::optional<Position> from = middleOf(m_document, inside);
-        if (problem.empty() && from && to)
+        if (problem.empty() && from && to) {
             shift(m_document, inside, *from, *to);
+            shift(m_document, backdrops, *from, *to);
+        }
         renamed = expansion.renamed();
         return problem;
     });

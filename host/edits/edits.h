@@ -1,9 +1,11 @@
 #pragma once
 
 #include "definitions/definitionIndex.h"
+#include "document/backdrops.h"
 #include "document/history.h"
 #include "document/node.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,6 +14,7 @@ namespace shading {
 
 class Document;
 struct AttributeOwner;
+struct Frame;
 struct NodePlace;
 struct PasteOptions;
 struct Position;
@@ -143,6 +146,27 @@ public:
     bool moveNode(const NodePtr& node, const Position& position);
     bool moveNode(const std::string& path, const Position& position);
 
+    // Backdrops: frames around nodes, which are drawn and nothing else.
+    /// Makes one around nodes of the compound. Without a frame it gets one around their places, if
+    /// they have any. The text is what it says to people, and may be empty.
+    bool createBackdrop(const CompoundPtr& compound,
+                        const std::string& name,
+                        const std::vector<NodePtr>& nodes,
+                        const std::optional<Frame>& frame,
+                        const std::string& text,
+                        BackdropPtr& created);
+    bool deleteBackdrop(const BackdropPtr& backdrop);
+    bool renameBackdrop(const BackdropPtr& backdrop, const std::string& name);
+    /// Gives it other nodes: those that it contains from then on.
+    bool setBackdropNodes(const BackdropPtr& backdrop, const std::vector<NodePtr>& nodes);
+    /// Moves and resizes it alone.
+    bool setBackdropFrame(const BackdropPtr& backdrop, const Frame& frame);
+    /// Moves it with the nodes that it contains, as far as these have places.
+    bool moveBackdrop(const BackdropPtr& backdrop, const Position& position);
+    bool setBackdropText(const BackdropPtr& backdrop, const std::string& text);
+    /// The backdrop at the path; null when there is none.
+    BackdropPtr backdropAt(const std::string& path);
+
     // Nodes.
     /// Makes a node of that definition inside the compound and gives it.
     bool createNode(const CompoundPtr& compound,
@@ -209,6 +233,13 @@ private:
     bool mayName(ZEL::Compound& compound, const std::string& name, const std::string& subject);
     /// A compound that its path leads to.
     bool reaches(const CompoundPtr& compound);
+    bool has(const BackdropPtr& backdrop);
+    /// Nodes of the compound, each once.
+    bool areIn(const CompoundPtr& compound, const std::vector<NodePtr>& nodes);
+    EditName backdropName(const BackdropPtr& backdrop,
+                          std::string title,
+                          const char* verb,
+                          const std::vector<std::string>& words);
     /// The compound's inner port that the port is or mirrors, which its name leads to.
     PortPtr compoundPort(const PortPtr& port);
 

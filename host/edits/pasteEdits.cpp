@@ -1,6 +1,7 @@
 // The edit that brings nodes from a text of the format into a document.
 
 #include "document/attributes.h"
+#include "document/backdrops.h"
 #include "document/compound.h"
 #include "document/document.h"
 #include "document/flow.h"
@@ -37,7 +38,7 @@ std::string textProblem(const Piece& parent)
         const std::string name = attributeOf(element, "name");
         const bool isPort = kind == ElementKind::Input || kind == ElementKind::Output;
         std::string problem;
-        if (kind == ElementKind::Other)
+        if (kind == ElementKind::Other && element.text != "backdrop")
             problem = "it is no part of a network";
         else if (kind == ElementKind::Graph && element.attribute("nodedef"))
             problem = "it implements a nodedef, which only one graph does";
@@ -89,6 +90,8 @@ public:
             connect(*receiver, source);
         for (const NodePtr& node : m_made)
             keepInherited(node);
+        for (const BackdropPtr& backdrop : m_source.backdrops().all())
+            copyBackdrop(*backdrop);
         if (m_problem.empty())
             checkFlow();
         if (m_problem.empty())
@@ -102,6 +105,7 @@ private:
     NodePtr copyOf(Node& node, const std::string& name)
     {
         HostNodePtr made = Node::createNew(&m_document, name.c_str());
+        m_nodes[&node] = made.get();
         made->setNodeTypeName(node.getNodeTypeName());
         const CompoundPtr from = node.getAsCompound();
         const CompoundPtr to = from ? CompoundPtr(Compound::createNew(made.get())) : nullptr;
@@ -150,6 +154,23 @@ private:
                 Edits::attributeProblem(to, name).empty())
                 m_document.attributes().set(to, name, AttributeValue{value, nullptr});
         }
+    }
+
+    void copyBackdrop(const Backdrop& backdrop)
+    {
+        const bool isOuter = backdrop.owner() == m_source.getRootNode();
+        Backdrop::State state;
+        state.owner = isOuter ? m_compound.getAsNode() : m_nodes[backdrop.owner().get()];
+        if (!backdrop.name().empty())
+            state.name = uniqueName(*state.owner->getAsCompound(), backdrop.name());
+        for (const NodePtr& node : backdrop.nodes())
+            state.nodes.push_back(m_nodes[node.get()]);
+        const BackdropPtr made = m_document.backdrops().add();
+        m_document.backdrops().set(made, state);
+        copyAttributes({nullptr, nullptr, &backdrop.element()},
+                       {nullptr, nullptr, &made->element()});
+        if (isOuter)
+            m_backdrops.push_back(made);
     }
 
     void connectInside(ZEL::Node& node)
@@ -270,7 +291,7 @@ private:
         }
         std::optional<PlaceBox> box = boxOf(m_document, m_made);
         if (!m_options.at && box)
-            shift(m_document, m_made, {}, stepBeside());
+            shiftAll({}, stepBeside());
         std::optional<Position> below =
             placeBelow(m_document, m_compound, static_cast<int>(m_made.size()));
         if (box)
@@ -284,7 +305,13 @@ private:
             return;
         const Position middle = {(box->first.x + box->last.x) / 2,
                                  (box->first.y + box->last.y) / 2};
-        shift(m_document, m_made, m_options.isMiddleAt ? middle : box->first, *m_options.at);
+        shiftAll(m_options.isMiddleAt ? middle : box->first, *m_options.at);
+    }
+
+    void shiftAll(const Position& from, const Position& to)
+    {
+        shift(m_document, m_made, from, to);
+        shift(m_document, m_backdrops, from, to);
     }
 
     /// What the text connects in a circle.
@@ -301,6 +328,8 @@ private:
     std::string m_problem;
     std::vector<NodePtr> m_made; ///< In the compound itself.
     std::unordered_set<const ZEL::Node*> m_isMade;
+    std::unordered_map<const ZEL::Node*, NodePtr> m_nodes; ///< Those made, by what they are of.
+    std::vector<BackdropPtr> m_backdrops;                  ///< Made in the compound itself.
     std::unordered_map<ZEL::Port*, PortPtr> m_copies;
     std::vector<ZEL::Port*> m_senders;                       ///< The copied outputs.
     std::vector<std::pair<PortPtr, PortPtr>> m_acrossGraphs; ///< Receivers and their sources.

@@ -73,6 +73,44 @@ void setPosition(Document& document, const NodePtr& node, const Position& positi
     document.attributes().set({node, nullptr}, "ypos", AttributeValue{numberText(position.y), {}});
 }
 
+std::optional<Frame> frameOf(Document& document, const Backdrop& backdrop)
+{
+    const AttributeOwner owner = {nullptr, nullptr, &backdrop.element()};
+    const auto read = [&](const char* name, double& number) {
+        return readFloat(document.attributes().get(owner, name), number);
+    };
+    Frame frame;
+    return read("xpos", frame.first.x) && read("ypos", frame.first.y) &&
+                   read("width", frame.width) && read("height", frame.height)
+               ? std::optional(frame)
+               : std::nullopt;
+}
+
+void setFrame(Document& document, const Backdrop& backdrop, const Frame& frame)
+{
+    const AttributeOwner owner = {nullptr, nullptr, &backdrop.element()};
+    const auto write = [&](const char* name, double number) {
+        document.attributes().set(owner, name, AttributeValue{numberText(number), {}});
+    };
+    write("xpos", frame.first.x);
+    write("ypos", frame.first.y);
+    write("width", frame.width);
+    write("height", frame.height);
+}
+
+std::optional<Frame> frameAround(Document& document, const std::vector<NodePtr>& nodes)
+{
+    constexpr double kMargin = 0.25;
+    constexpr double kHead = 0.25; // Above the margin.
+    const std::optional<PlaceBox> box = boxOf(document, nodes);
+    if (!box)
+        return std::nullopt;
+    // A node is about 1 wide and high.
+    return Frame{{box->first.x - kMargin, box->first.y - kMargin - kHead},
+                 box->last.x - box->first.x + 1 + 2 * kMargin,
+                 box->last.y - box->first.y + 1 + 2 * kMargin + kHead};
+}
+
 std::optional<Position> middleOf(Document& document, const std::vector<NodePtr>& nodes)
 {
     Position sum;
@@ -98,6 +136,19 @@ void shift(Document& document,
     for (const NodePtr& node : nodes) {
         if (const std::optional<Position> position = positionOf(document, node))
             setPosition(document, node, {position->x + by.x, position->y + by.y});
+    }
+}
+
+void shift(Document& document,
+           const std::vector<BackdropPtr>& backdrops,
+           const Position& from,
+           const Position& to)
+{
+    for (const BackdropPtr& backdrop : backdrops) {
+        if (std::optional<Frame> frame = frameOf(document, *backdrop)) {
+            frame->first = {frame->first.x + to.x - from.x, frame->first.y + to.y - from.y};
+            setFrame(document, *backdrop, *frame);
+        }
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/backdrops.h"
 #include "document/pointers.h"
 
 #include <optional>
@@ -21,6 +22,14 @@ struct Position {
 /// How much of a picture 1 is, in its pixels: about a node with the gap beside it.
 constexpr double kPositionWidth = 138;
 constexpr double kPositionHeight = 116;
+
+/// Where a backdrop is drawn: its attributes `xpos`, `ypos`, `width` and `height`, of which it has
+/// all or none. In the same units.
+struct Frame {
+    Position first; ///< The upper left corner.
+    double width = 0;
+    double height = 0;
+};
 
 struct NodePlace {
     NodePtr node;
@@ -52,6 +61,17 @@ void shift(Document& document,
            const std::vector<NodePtr>& nodes,
            const Position& from,
            const Position& to);
+/// Empty when the backdrop has none.
+std::optional<Frame> frameOf(Document& document, const Backdrop& backdrop);
+/// A part of the edit that runs.
+void setFrame(Document& document, const Backdrop& backdrop, const Frame& frame);
+/// Moves those that have a place likewise.
+void shift(Document& document,
+           const std::vector<BackdropPtr>& backdrops,
+           const Position& from,
+           const Position& to);
+/// A frame around nodes, with a head for the title; empty when none of them has a place.
+std::optional<Frame> frameAround(Document& document, const std::vector<NodePtr>& nodes);
 /// Gives the nodes places from that one on, in columns along the connections among them. A part of
 /// the edit that runs.
 void placeInColumns(Document& document, const std::vector<NodePtr>& nodes, const Position& from);

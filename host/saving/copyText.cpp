@@ -1,10 +1,13 @@
+#include "document/backdrops.h"
 #include "document/document.h"
 #include "document/graphInterface.h"
 #include "format/xml.h"
+#include "saving/backdropWriter.h"
 #include "saving/factWriter.h"
 #include "saving/projection.h"
 #include "saving/save.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 namespace shading {
@@ -24,6 +27,32 @@ copyProblem(const NodePtr& node, const NodePtr& first, std::unordered_set<ZEL::N
     return seen.insert(node.get()).second ? "" : "it is named twice";
 }
 
+/// Those around some of the nodes and no other.
+std::vector<BackdropPtr> backdropsOf(Document& document, const std::vector<NodePtr>& nodes)
+{
+    std::unordered_set<const ZEL::Node*> copied;
+    for (const NodePtr& node : nodes)
+        copied.insert(node.get());
+    std::vector<BackdropPtr> found;
+    for (const BackdropPtr& backdrop :
+         document.backdrops().in(*nodes.front()->getParentCompound())) {
+        const std::vector<NodePtr> inside = backdrop->nodes();
+        const bool isWhole = std::all_of(inside.begin(), inside.end(), [&](const NodePtr& node) {
+            return copied.count(node.get()) > 0;
+        });
+        if (isWhole && !inside.empty())
+            found.push_back(backdrop);
+    }
+    return found;
+}
+
+/// The element of a backdrop of the document.
+const Piece& itemOf(DraftNetwork& network, const Backdrop& backdrop)
+{
+    const Piece* const read = backdrop.readElement();
+    return read ? network.draft().at(*read) : *network.itemOf(backdrop.element());
+}
+
 std::string textOf(Document& document,
                    const std::vector<NodePtr>& nodes,
                    std::vector<SaveProblem>& problems,
@@ -32,6 +61,7 @@ std::string textOf(Document& document,
     DraftNetwork network(document, progress);
     progress.begin(0, 1000, 3 * document.xml().pieces().pieces().size());
     projectNodes(network);
+    writeBackdrops(network);
     FactWriter(network).writeChanges();
     network.writeAttributes(problems);
     Draft& draft = network.draft();
@@ -47,6 +77,8 @@ std::string textOf(Document& document,
     std::string inside;
     for (const NodePtr& node : nodes)
         inside += elementText(*network.itemOf(*node));
+    for (const BackdropPtr& backdrop : backdropsOf(document, nodes))
+        inside += elementText(itemOf(network, *backdrop));
     std::string text = elementText(whole);
     text.replace(text.size() - 2, 2, ">" + inside + "</materialx>");
     return text;

@@ -1,6 +1,7 @@
 #include "saving/draftNetwork.h"
 
 #include "document/attributes.h"
+#include "document/backdrops.h"
 #include "document/document.h"
 #include "document/graphInterface.h"
 #include "document/node.h"
@@ -77,6 +78,12 @@ Piece* DraftNetwork::itemOf(const ZEL::Port& port) const
     return found ? *found : nullptr;
 }
 
+Piece* DraftNetwork::itemOf(const Piece& made) const
+{
+    const auto found = m_madeItems.find(&made);
+    return found == m_madeItems.end() ? nullptr : found->second;
+}
+
 ZEL::Node* DraftNetwork::nodeOf(const Piece* item) const
 {
     return item && item->number < m_claims.size() ? m_claims[item->number].first : nullptr;
@@ -137,6 +144,10 @@ bool DraftNetwork::declare(ZEL::Node& node, ZEL::Port& port)
 /// Made when it must be; null for what is not in the network.
 Piece* DraftNetwork::itemOf(const AttributeOwner& owner)
 {
+    const BackdropPtr backdrop =
+        owner.element ? m_document.backdrops().of(*owner.element) : nullptr;
+    if (backdrop && !backdrop->readElement())
+        return itemOf(*owner.element);
     if (owner.element)
         return &m_draft->at(*owner.element);
     if (owner.node)

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -40,6 +41,10 @@ public:
     /// Notes that the element stands for the node, or for the port (the compound node's own one).
     void claim(Piece& item, ZEL::Node& node);
     void claim(Piece& item, ZEL::Port& port);
+    /// Notes that the element stands for that one, which is none of the document.
+    void claim(Piece& item, const Piece& made) { m_madeItems[&made] = &item; }
+    /// That element; null when there is none.
+    Piece* itemOf(const Piece& made) const;
     /// The port is an input with a source: then its value is not written, for an input has one
     /// binding. It counts again when the source goes.
     bool isFed(ZEL::Port& port) const;
@@ -72,6 +77,7 @@ private:
     std::optional<Draft> m_draft; ///< Never empty.
     PointerMap<ZEL::Node, Piece*> m_nodeItems;
     PointerMap<ZEL::Port, Piece*> m_portItems;
+    std::unordered_map<const Piece*, Piece*> m_madeItems;
     std::vector<std::pair<ZEL::Node*, ZEL::Port*>> m_claims; ///< By the numbers of the pieces.
 };
 

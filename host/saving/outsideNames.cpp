@@ -6,16 +6,12 @@
 #include "format/nodeDefs.h"
 #include "format/xml.h"
 
-#include <algorithm>
 #include <cstring>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace shading {
 
 namespace {
-
-const char* const kBetweenNames = ", \t\r\n";
 
 class OutsideNames {
 public:
@@ -65,8 +61,6 @@ private:
         const bool hasNameSpace = element.text.find(':') != std::string_view::npos;
         if (element.attributes.empty() || hasNameSpace || !isThere(item))
             return;
-        if (element.text == "backdrop")
-            updateContents(item, element);
         if (isGiven(element, "interfacename"))
             updateInput(item, element, graph);
         bool hasNode = false;
@@ -227,58 +221,6 @@ private:
     {
         const std::string name = attributeOf(element, "name");
         return std::string(element.text) + (name.empty() ? "" : " \"" + name + "\"");
-    }
-
-    /// What the sibling is called now, or the graph that was made around it; empty when it is none
-    /// any more. A name that no sibling had stays.
-    std::string siblingName(const Piece& element, const std::string& name)
-    {
-        const Names& names = namesOf(*element.parent);
-        const Piece* meant = nullptr;
-        for (const Elements* const elements : {&names.nodes, &names.inputs, &names.outputs}) {
-            if (!meant)
-                meant = find(*elements, name);
-        }
-        if (!meant)
-            return name;
-        const Piece* item = &itemOf(*meant);
-        const Piece* const around = itemOf(element).parent;
-        while (item->parent && item->parent != around) {
-            item = item->parent;
-            if (m_network.draft().isRead(*item))
-                return ""; // A graph that was there before, or the document.
-        }
-        const ZEL::Node* const node = m_network.nodeOf(item);
-        const ZEL::Port* const port = m_network.portOf(item);
-        if (!item->parent || (!node && !port))
-            return "";
-        return node ? node->getName() : port->getName();
-    }
-
-    /// Names of siblings, with commas or blanks between them; a new one once. One that left takes
-    /// those before it along.
-    void updateContents(Piece& item, const Piece& element)
-    {
-        const std::string contents = attributeOf(element, "contains");
-        std::string after;
-        std::unordered_set<std::string> given;
-        std::size_t begin = 0;
-        while (begin < contents.size()) {
-            const std::size_t name = contents.find_first_not_of(kBetweenNames, begin);
-            const std::size_t end =
-                std::min(contents.find_first_of(kBetweenNames, name), contents.size());
-            if (name >= end)
-                break;
-            const std::string read = contents.substr(name, end - name);
-            const std::string now = siblingName(element, read);
-            if (!now.empty() && (given.insert(now).second || now == read))
-                after +=
-                    (after.empty() && begin > 0 ? "" : contents.substr(begin, name - begin)) + now;
-            begin = end;
-        }
-        after += begin < contents.size() ? contents.substr(begin) : "";
-        if (after != contents)
-            m_network.draft().setAttribute(item, "contains", after);
     }
 
     DraftNetwork& m_network;

@@ -5,6 +5,7 @@
 #include "format/validator.h"
 #include "format/xml.h"
 #include "reading/openDocument.h"
+#include "saving/backdropWriter.h"
 #include "saving/declarations.h"
 #include "saving/factWriter.h"
 #include "saving/outsideNames.h"
@@ -75,6 +76,7 @@ bool saveToText(Document& document,
     problems = checkSavable(network);
     updateOutsideNames(network, problems);
     updateDeclarations(network, problems);
+    writeBackdrops(network);
     return problems.empty() && write(network, text, problems);
 }
 

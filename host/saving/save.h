@@ -26,7 +26,8 @@ bool saveToBytes(Document& document,
                  const Progress::Tell& tell = {});
 
 /// The nodes, all of one compound, as a document of the format that has nothing else, on one line.
-/// What holds for them from around them holds for the whole. False when the format cannot say it.
+/// A backdrop around some of them and no other node goes along. What holds for them from around
+/// them holds for the whole. False when the format cannot say it.
 bool copyToText(Document& document,
                 const std::vector<NodePtr>& nodes,
                 std::string& text,

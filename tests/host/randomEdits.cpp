@@ -1,5 +1,6 @@
 #include "randomEdits.h"
 
+#include "document/backdrops.h"
 #include "document/names.h"
 #include "document/node.h"
 #include "document/rules.h"
@@ -8,6 +9,9 @@
 #include "views/report.h"
 
 #include <gtest/gtest.h>
+
+#include <numeric>
+#include <set>
 
 using shading::pathOf;
 
@@ -39,7 +43,24 @@ std::string networkText(shading::Document& document)
 {
     std::string text = shading::networkText(*document.getRootNode());
     addTargets(*document.getRootNode(), text);
-    return text;
+    return text + backdropsText(document);
+}
+
+std::string backdropsText(shading::Document& document)
+{
+    std::set<std::string> lines;
+    for (const shading::BackdropPtr& backdrop : document.backdrops().all()) {
+        if (!backdrop->owner() || !document.has(backdrop->owner()))
+            continue;
+        std::set<std::string> names;
+        for (const shading::NodePtr& node : backdrop->nodes())
+            names.insert(node->getName());
+        std::string line = "backdrop " + pathOf(*backdrop->owner()) + " " + backdrop->name();
+        for (const std::string& name : names)
+            line += " " + name;
+        lines.insert(line + "\n");
+    }
+    return std::accumulate(lines.begin(), lines.end(), std::string());
 }
 
 RandomEdits::RandomEdits(shading::Document& document, unsigned seed)
@@ -305,6 +326,40 @@ bool RandomEdits::placeNodes(std::string& line)
     return m_edits.moveNodes(places);
 }
 
+/// A new one, or another name, place, content or text for one that is there.
+bool RandomEdits::editBackdrop(std::string& line)
+{
+    const shading::CompoundPtr compound = anyCompound();
+    const shading::Backdrops& backdrops = m_document.backdrops();
+    std::vector<shading::NodePtr> nodes;
+    for (int i = number(4); i > 0 && compound->nodes().size() > 0; --i)
+        nodes.push_back(compound->nodes()[number(compound->nodes().size())]);
+    const std::vector<shading::BackdropPtr> present = backdrops.in(*compound);
+    line = "backdrop in " + pathOf(*compound->getAsNode());
+    if (present.empty() || number(3) == 0) {
+        shading::BackdropPtr made;
+        return m_edits.createBackdrop(compound, anyName(), nodes, std::nullopt, "a <text>", made);
+    }
+    const shading::BackdropPtr one =
+        present[static_cast<std::size_t>(number(static_cast<int>(present.size())))];
+    line += " " + one->name();
+    const double place = number(20) / 4.0;
+    switch (number(6)) {
+    case 0:
+        return m_edits.deleteBackdrop(one);
+    case 1:
+        return m_edits.renameBackdrop(one, anyName());
+    case 2:
+        return m_edits.setBackdropNodes(one, nodes);
+    case 3:
+        return m_edits.setBackdropFrame(one, {{place, place}, 2, 3});
+    case 4:
+        return m_edits.moveBackdrop(one, {place, 1});
+    default:
+        return m_edits.setBackdropText(one, number(2) == 0 ? "" : "other");
+    }
+}
+
 bool RandomEdits::edit(std::string& line)
 {
     m_nodes.clear();
@@ -323,7 +378,7 @@ bool RandomEdits::edit(std::string& line)
         line = "delete " + node;
         return m_edits.deleteNode(node);
     }
-    switch (number(26)) {
+    switch (number(28)) {
     case 0:
     case 1:
     case 2:
@@ -369,6 +424,9 @@ bool RandomEdits::edit(std::string& line)
         return deleteNodes(line);
     case 20:
         return placeNodes(line);
+    case 21:
+    case 22:
+        return editBackdrop(line);
     default:
         return createNode(line);
     }

@@ -9,8 +9,10 @@
 #include <string>
 
 /// Everything that edits may change, as text: nodes and ports in order with types and values, and
-/// the connections of each port in their order, inner ports too.
+/// the connections of each port in their order, inner ports too, and the backdrops.
 std::string networkText(shading::Document& document);
+/// The backdrops with what they contain, a line each, sorted.
+std::string backdropsText(shading::Document& document);
 
 /// Makes random edits on a document, by the paths of what is there now.
 class RandomEdits {
@@ -42,6 +44,7 @@ private:
     bool editWires(std::string& line);
     bool deleteNodes(std::string& line);
     bool placeNodes(std::string& line);
+    bool editBackdrop(std::string& line);
     void collect(const shading::NodePtr& node);
 
     shading::Document& m_document;

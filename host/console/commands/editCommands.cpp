@@ -252,7 +252,8 @@ const std::vector<Command>& editCommands()
 {
     static const std::vector<Command> commands = [] {
         std::vector<Command> all = networkCommands();
-        for (const std::vector<Command>* const more : {&nodeCommands(), &historyCommands()})
+        for (const std::vector<Command>* const more :
+             {&nodeCommands(), &backdropCommands(), &historyCommands()})
             all.insert(all.end(), more->begin(), more->end());
         return all;
     }();

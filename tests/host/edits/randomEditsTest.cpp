@@ -101,6 +101,7 @@ void saveAndOpen(shading::Document& document, Outcomes& outcomes)
     const auto saved = shading::openDocument(file.path(), options, messages);
     ASSERT_TRUE(saved) << bytes;
     ASSERT_EQ(savedText(document), savedText(*saved)) << bytes;
+    ASSERT_EQ(backdropsText(document), backdropsText(*saved)) << bytes;
     ASSERT_EQ(before, networkText(document));
 }
 
