@@ -65,9 +65,9 @@ xdotool windowsize --sync "$window" 1400 900
 # The middle of the window belongs to the canvas.
 xdotool mousemove --window "$window" 700 450 click 1
 sleep 0.3
-xdotool key --clearmodifiers ctrl+a
+xdotool key Escape # Nothing is selected.
 sleep 0.3
-xdotool key Right # From all nodes to one.
+xdotool key Right # The nearest node is.
 sleep 0.3
 xdotool key F2
 sleep 0.5
