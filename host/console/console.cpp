@@ -167,6 +167,19 @@ CompoundPtr Console::compoundAt(const Arguments& arguments, std::size_t index)
     return node ? node->getAsCompound() : nullptr;
 }
 
+bool Console::childrenOf(ZEL::Compound& compound,
+                         const Arguments& arguments,
+                         std::size_t first,
+                         std::vector<NodePtr>& nodes)
+{
+    for (std::size_t i = first; i < arguments.size(); ++i) {
+        nodes.push_back(compound.nodes()[arguments[i].c_str()]);
+        if (!nodes.back())
+            return fail(pathOf(*compound.getAsNode()) + "." + arguments[i], "no such node");
+    }
+    return true;
+}
+
 std::string Console::optionValue(const std::string& option) const
 {
     const auto found = m_given.find(option);

@@ -83,6 +83,12 @@ public:
     NodePtr nodeAt(const Arguments& arguments, std::size_t index = 0);
     /// Its compound likewise.
     CompoundPtr compoundAt(const Arguments& arguments, std::size_t index = 0);
+    /// Adds the nodes of the compound that are called as the arguments from that one on. False, and
+    /// reported, when there is none of a name.
+    bool childrenOf(ZEL::Compound& compound,
+                    const Arguments& arguments,
+                    std::size_t first,
+                    std::vector<NodePtr>& nodes);
 
 private:
     const Command* findCommand(const std::string& name) const;
@@ -116,6 +122,7 @@ const std::vector<Command>& editCommands();
 /// Those among them that are about nodes, and about the frames around them.
 const std::vector<Command>& nodeCommands();
 const std::vector<Command>& backdropCommands();
+const std::vector<Command>& arrangeCommands();
 /// The commands that write the document into files.
 const std::vector<Command>& fileCommands();
 /// The command that writes a picture of a network and changes nothing.

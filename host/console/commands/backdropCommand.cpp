@@ -30,22 +30,6 @@ bool readFrame(Console& console, const std::string& text, Frame& frame)
            console.fail(text, "not a frame: X,Y,WIDTH,HEIGHT");
 }
 
-/// The nodes of the compound that the words from that one on name. False, and reported, when one
-/// names none.
-bool readChildren(Console& console,
-                  ZEL::Compound& compound,
-                  const Arguments& arguments,
-                  std::size_t first,
-                  std::vector<NodePtr>& nodes)
-{
-    for (std::size_t i = first; i < arguments.size(); ++i) {
-        nodes.push_back(compound.nodes()[arguments[i].c_str()]);
-        if (!nodes.back())
-            return console.fail(arguments[1] + "." + arguments[i], "no such node");
-    }
-    return true;
-}
-
 /// From here on the words are: verb, compound, and mostly the name of the backdrop.
 BackdropPtr backdropNamed(Console& console, const Arguments& arguments)
 {
@@ -79,7 +63,7 @@ bool add(Console& console, const Arguments& arguments)
     const CompoundPtr compound = console.compoundAt(arguments, 1);
     std::vector<NodePtr> nodes;
     std::optional<Frame> frame;
-    if (!compound || !readChildren(console, *compound, arguments, 3, nodes))
+    if (!compound || !console.childrenOf(*compound, arguments, 3, nodes))
         return false;
     if (console.hasOption("--frame") &&
         !readFrame(console, console.optionValue("--frame"), frame.emplace()))
@@ -94,7 +78,7 @@ bool setNodes(Console& console, const Arguments& arguments)
     const BackdropPtr backdrop = backdropNamed(console, arguments);
     std::vector<NodePtr> nodes;
     return backdrop &&
-           readChildren(console, *backdrop->owner()->getAsCompound(), arguments, 3, nodes) &&
+           console.childrenOf(*backdrop->owner()->getAsCompound(), arguments, 3, nodes) &&
            console.report(console.edits().setBackdropNodes(backdrop, nodes));
 }
 

@@ -253,7 +253,7 @@ const std::vector<Command>& editCommands()
     static const std::vector<Command> commands = [] {
         std::vector<Command> all = networkCommands();
         for (const std::vector<Command>* const more :
-             {&nodeCommands(), &backdropCommands(), &historyCommands()})
+             {&nodeCommands(), &arrangeCommands(), &backdropCommands(), &historyCommands()})
             all.insert(all.end(), more->begin(), more->end());
         return all;
     }();
