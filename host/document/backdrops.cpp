@@ -147,17 +147,4 @@ void Backdrops::set(const BackdropPtr& backdrop, const Backdrop::State& state)
     backdrop->m_state = state;
 }
 
-std::vector<std::string> namesIn(const std::string& contents)
-{
-    static const char* const between = ", \t\r\n";
-    std::vector<std::string> names;
-    std::size_t begin = contents.find_first_not_of(between);
-    while (begin != std::string::npos) {
-        const std::size_t end = std::min(contents.find_first_of(between, begin), contents.size());
-        names.push_back(contents.substr(begin, end - begin));
-        begin = contents.find_first_not_of(between, end);
-    }
-    return names;
-}
-
 } // namespace shading

@@ -98,7 +98,4 @@ private:
     std::unordered_map<const Piece*, BackdropPtr> m_byElement;
 };
 
-/// The names that `contains` lists, with commas or blanks between them.
-std::vector<std::string> namesIn(const std::string& contents);
-
 } // namespace shading

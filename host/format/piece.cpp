@@ -188,4 +188,17 @@ const Piece* childNamed(const Piece& parent, std::string_view kind, std::string_
     return nullptr;
 }
 
+std::vector<std::string> namesIn(const std::string& contents)
+{
+    static const char* const between = ", \t\r\n";
+    std::vector<std::string> names;
+    std::size_t begin = contents.find_first_not_of(between);
+    while (begin != std::string::npos) {
+        const std::size_t end = std::min(contents.find_first_of(between, begin), contents.size());
+        names.push_back(contents.substr(begin, end - begin));
+        begin = contents.find_first_not_of(between, end);
+    }
+    return names;
+}
+
 } // namespace shading

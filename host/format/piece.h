@@ -127,4 +127,7 @@ bool namesOutputOnly(const Piece& element);
 /// The first child element of that kind ("output") and name; null when there is none.
 const Piece* childNamed(const Piece& parent, std::string_view kind, std::string_view name);
 
+/// The names that the `contains` of a backdrop lists, with commas or blanks between them.
+std::vector<std::string> namesIn(const std::string& contents);
+
 } // namespace shading

@@ -137,6 +137,8 @@ private:
                 checkNode(child, graph, childPath);
                 break;
             case ElementKind::Other:
+                if (child.text == "backdrop")
+                    checkContents(child, graph, childPath);
                 checkOther(child, childPath);
                 break;
             }
@@ -172,6 +174,20 @@ private:
                             "\""));
             }
             checkOther(child, childPath);
+        }
+    }
+
+    /// A backdrop contains what is beside it.
+    void checkContents(const Piece& backdrop, const Piece& graph, const std::string& path)
+    {
+        const Scope& scope = scopeOf(graph);
+        for (const std::string& name : namesIn(attributeOf(backdrop, "contains"))) {
+            const bool isBeside =
+                find(scope.nodes, name) || find(scope.inputs, name) || find(scope.outputs, name);
+            const bool isFree = m_hasInclude || name.find(':') != std::string::npos ||
+                                m_nodeDefs.tieOf(graph); // Its inputs are elsewhere.
+            if (!isBeside && !isFree)
+                add(Rule::Reference, path, "nothing beside it is called \"" + name + "\"");
         }
     }
 

@@ -55,6 +55,12 @@ const FormatCase kFormatCases[] = {
      "<implementation name='I' nodedef='D' nodegraph='k'/>",
      "interface Top.g.i: its graph has the inputs of its nodedef\n"
      "interface Top.k.i: its graph has the inputs of its nodedef\n"},
+    {"Reference",
+     "<n name='a' type='t'/><backdrop name='b' contains='a, c x:d'/><nodegraph name='g'><input "
+     "name='x' type='t'/><output name='o' type='t'/><backdrop contains='x o,a'/></nodegraph>"
+     "<nodegraph name='h' nodedef='D'><backdrop name='e' contains='i'/></nodegraph>",
+     "reference Top.b: nothing beside it is called \"c\"\n"
+     "reference Top.g.backdrop: nothing beside it is called \"a\"\n"},
     {"Empty",
      "<n name='a' type='t'><input name='i' type='t'/><input name='j' type='t' colorspace='c'/></n>"
      "<nodegraph name='g'><input name='x' type='t'/></nodegraph>",
