@@ -98,11 +98,14 @@ WireGesture::Aim WireGesture::aimAt(const Pointer& pointer) const
 {
     const Canvas& canvas = desk().canvas;
     const Scene* const scene = canvas.scene();
+    const auto isOfSide = [&](const SceneEnd& end) {
+        return scene->port(end).takes == m_judge.seeksTarget();
+    };
     // A port that fits is caught before one beside it that does not, unless that one is meant: the
     // pointer is in its row, or on its dot.
     const double scale = canvas.view().scale();
     const SceneEnd meant = scene->portAt(pointer.place, scale, {});
-    if (meant.isValid()) {
+    if (meant.isValid() && isOfSide(meant)) {
         const QRectF& rect = scene->boxes()[static_cast<std::size_t>(meant.box)].rect;
         const QPointF way = scene->dotOf(meant) - pointer.place;
         if (rect.contains(pointer.place) || way.manhattanLength() * scale < kOnDot)
@@ -115,7 +118,9 @@ WireGesture::Aim WireGesture::aimAt(const Pointer& pointer) const
     if (near.isValid())
         return aimAtPort(near);
     const Hit hit = canvas.hitAt(pointer.pixel);
-    if (hit.box >= 0 && hit.port >= 0)
+    const bool isOnNode =
+        hit.box >= 0 && scene->boxes()[static_cast<std::size_t>(hit.box)].isNode();
+    if (hit.box >= 0 && hit.port >= 0 && (!isOnNode || isOfSide(hit.end())))
         return aimAtPort(hit.end());
     Aim aim;
     if (hit.box < 0)
