@@ -144,6 +144,8 @@ void Canvas::findSelection()
     m_state.selectedWires.clear();
     m_state.flashing.clear();
     m_state.focus = -1;
+    m_state.selectedRows.clear();
+    m_state.selectedBackdrop = -1;
     if (!shown)
         return;
     m_state.selected = selectedBoxes();
@@ -153,6 +155,12 @@ void Canvas::findSelection()
         const int wire = shown->wireOf(*source, *target);
         if (wire >= 0)
             m_state.selectedWires.insert(wire);
+    }
+    for (const PortPtr& port : m_selection.ports)
+        m_state.selectedRows.push_back(shown->endOf(*port));
+    for (std::size_t i = 0; i < shown->backdrops().size(); ++i) {
+        if (shown->backdrops()[i].backdrop == m_selection.backdrop)
+            m_state.selectedBackdrop = static_cast<int>(i);
     }
     m_state.focus = shown->boxOf(m_selection.focus.get());
     for (const NodePtr& node : m_flashing) {

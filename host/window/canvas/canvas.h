@@ -14,6 +14,7 @@ struct CanvasSelection {
     std::vector<NodePtr> nodes;
     std::vector<std::pair<PortPtr, PortPtr>> wires; ///< Source and target.
     std::vector<PortPtr> ports;                     ///< Inner ports, on the bars.
+    std::shared_ptr<Backdrop> backdrop;             ///< Null: none is.
     NodePtr focus;                                  ///< The node that keys act on; empty: none.
 };
 

@@ -16,6 +16,8 @@ struct CanvasState {
     std::vector<char> isSelected; ///< By the boxes of the scene.
     std::vector<int> selected;    ///< The boxes.
     std::unordered_set<int> selectedWires;
+    std::vector<SceneEnd> selectedRows; ///< Of bars.
+    int selectedBackdrop = -1;
     int focus = -1; ///< A box.
     Hit hover;
     std::vector<int> flashing;                     ///< Boxes.

@@ -97,14 +97,16 @@ void LayerPainter::paintPage()
 
 void LayerPainter::paintBackdrops()
 {
-    for (const SceneBackdrop& backdrop : m_scene.backdrops()) {
+    for (int i = 0; i < static_cast<int>(m_scene.backdrops().size()); ++i) {
+        const SceneBackdrop& backdrop = m_scene.backdrops()[static_cast<std::size_t>(i)];
+        const bool isMarked = i == m_state.selectedBackdrop;
         const QRect rect = m_place.of(backdrop.rect);
         if (!rect.intersects(m_part))
             continue;
         m_raster.blend(rect, m_theme.backdrop, 36);
         const int header = static_cast<int>(zelDraw::kFrameHeader * m_place.scale);
         m_raster.blend({rect.topLeft(), QSize(rect.width(), header)}, m_theme.backdrop, 50);
-        paintRing(rect, m_theme.backdropBorder, 1);
+        paintRing(rect, isMarked ? m_theme.selection : m_theme.backdropBorder, isMarked ? 2 : 1);
         if (m_view >= kBarsFrom)
             paintLabel({backdrop.rect.topLeft() + QPointF(zelDraw::kTextMargin, 22),
                         m_scene.texts().text(backdrop.title), atLeast(zelDraw::kNameSize + 2),
@@ -356,6 +358,13 @@ void LayerPainter::paintLabels(int index, const SceneBox& box)
 void LayerPainter::paintBar(int index, const SceneBox& box, const QRect& rect)
 {
     m_raster.plate(rect, plateOf(Ground::Bar));
+    for (const SceneEnd& row : m_state.selectedRows) {
+        if (row.isValid() && row.box == index)
+            m_raster.blend(m_place.of(QRectF(box.rect.left(),
+                                             box.rect.top() + row.port * zelDraw::kEdgeRowHeight,
+                                             box.rect.width(), zelDraw::kEdgeRowHeight)),
+                           m_theme.selection, 70);
+    }
     paintPorts(index, box);
     if (m_view < kLabelsFrom)
         return;

@@ -2,6 +2,7 @@
 
 #include "document/document.h"
 #include "draw/zelPictureStyle.h"
+#include "window/canvas/sceneBackdrops.h"
 #include "window/canvas/sceneBuilder.h"
 
 #include <algorithm>
@@ -45,6 +46,7 @@ bool Scene::build(int milliseconds)
     if (m_builder && m_builder->step(milliseconds)) {
         m_builder.reset();
         m_bounds.reset();
+        readBackdrops(m_document, *m_compound, m_data);
     }
     return !m_builder;
 }
@@ -68,7 +70,8 @@ QRectF Scene::update(const SceneMarks& marks)
         begin();
         return {};
     }
-    const QRectF area = change(marks);
+    QRectF area = change(marks);
+    area |= readBackdrops(m_document, *m_compound, m_data);
     m_bounds.reset();
     return area;
 }

@@ -5,10 +5,13 @@
 #include <QPointF>
 #include <QRectF>
 #include <array>
+#include <memory>
 #include <optional>
 #include <vector>
 
 namespace shading {
+
+class Backdrop;
 
 // What a scene consists of. All places are in pixels of the scene, to the right and down, at the
 // measures of the pictures that `draw` makes. Indexes count from 0; -1 is none. They stay what they
@@ -109,7 +112,7 @@ struct SceneWire {
 
 /// A frame with a title behind nodes.
 struct SceneBackdrop {
-    NodePtr node; ///< Empty when the host keeps it elsewhere.
+    std::shared_ptr<Backdrop> backdrop; ///< Never null.
     QRectF rect;
     int title = 0;
 };

@@ -165,7 +165,7 @@ bool nudge(Desk& desk, int right, int down)
     NodePoints points;
     for (const Placed& one : placed) {
         points.emplace_back(one.node,
-                            one.rect.topLeft() + QPointF(right * kGridStep, down * kGridStep));
+                            one.rect.topLeft() + QPointF(right * kGridWidth, down * kGridHeight));
         key += ' ' + pathOf(*one.node);
     }
     const History::Repeating repeating(desk.workspace.history(), key);

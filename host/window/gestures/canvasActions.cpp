@@ -133,6 +133,9 @@ void addNodes(Actions& actions, const Front& front)
                 g.desk().workspace.compound()->getAsNode()->getParentCompound());
         });
     node.add(
+        "canvas.backdrop", "&Backdrop around It", "C", [](Gestures& g) { g.commands().wrap(); },
+        hasNodes);
+    node.add(
             "canvas.fold", "&Fold", "H", [](Gestures& g) { g.commands().fold(); }, hasNodes)
         .group()
         .help("Shows all ports, those that are connected, or none");

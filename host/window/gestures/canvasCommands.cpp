@@ -1,10 +1,12 @@
 #include "window/gestures/canvasCommands.h"
 
+#include "document/backdrops.h"
 #include "document/document.h"
 #include "document/names.h"
 #include "document/rules.h"
 #include "draw/zelPictureStyle.h"
 #include "window/canvas/canvas.h"
+#include "window/canvas/sceneBackdrops.h"
 #include "window/gestures/connecting.h"
 #include "window/gestures/nameEditor.h"
 #include "window/workspace/workspace.h"
@@ -44,6 +46,7 @@ void CanvasCommands::selectWire(const PortPtr& source,
     const std::pair<PortPtr, PortPtr> wire(source, target);
     CanvasSelection selection = m_desk.canvas.selection();
     selection.ports.clear();
+    selection.backdrop.reset();
     const auto place = std::find(selection.wires.begin(), selection.wires.end(), wire);
     const bool isToggle = (modifiers & Qt::ControlModifier) != 0;
     if (!isToggle && (modifiers & Qt::ShiftModifier) == 0)
@@ -60,17 +63,29 @@ void CanvasCommands::selectPort(const PortPtr& port)
     m_desk.workspace.select({});
     CanvasSelection selection = m_desk.canvas.selection();
     selection.wires.clear();
+    selection.backdrop.reset();
     selection.ports = {port};
+    m_desk.canvas.setSelection(std::move(selection));
+}
+
+void CanvasCommands::selectBackdrop(const BackdropPtr& backdrop)
+{
+    m_desk.workspace.select({});
+    CanvasSelection selection = m_desk.canvas.selection();
+    selection.wires.clear();
+    selection.ports.clear();
+    selection.backdrop = backdrop;
     m_desk.canvas.setSelection(std::move(selection));
 }
 
 void CanvasCommands::selectNoWires()
 {
     CanvasSelection selection = m_desk.canvas.selection();
-    if (selection.wires.empty() && selection.ports.empty())
+    if (selection.wires.empty() && selection.ports.empty() && !selection.backdrop)
         return;
     selection.wires.clear();
     selection.ports.clear();
+    selection.backdrop.reset();
     m_desk.canvas.setSelection(std::move(selection));
 }
 
@@ -87,6 +102,14 @@ PortPtr CanvasCommands::selectedPort() const
     return isHere ? ports.front() : PortPtr();
 }
 
+BackdropPtr CanvasCommands::selectedBackdrop() const
+{
+    const BackdropPtr& backdrop = m_desk.canvas.selection().backdrop;
+    const bool isHere = backdrop && backdrop->owner() &&
+                        backdrop->owner()->getAsCompound() == m_desk.workspace.compound();
+    return isHere ? backdrop : nullptr;
+}
+
 std::vector<PortPtr> CanvasCommands::ports() const
 {
     if (const PortPtr port = selectedPort())
@@ -96,7 +119,8 @@ std::vector<PortPtr> CanvasCommands::ports() const
 
 bool CanvasCommands::hasSelection() const
 {
-    return !m_desk.workspace.selection().empty() || hasWires() || selectedPort();
+    return !m_desk.workspace.selection().empty() || hasWires() || selectedPort() ||
+           selectedBackdrop();
 }
 
 void CanvasCommands::add()
@@ -164,6 +188,9 @@ void CanvasCommands::remove(bool isHealed)
     if (const PortPtr port = selectedPort()) {
         if (workspace.edit([&](Edits& edits) { return edits.deletePort(port); }))
             selectNoWires();
+    } else if (const BackdropPtr backdrop = selectedBackdrop()) {
+        if (workspace.edit([&](Edits& edits) { return edits.deleteBackdrop(backdrop); }))
+            selectNoWires();
     } else if (!wires.empty()) {
         const bool isDone =
             wires.size() == 1
@@ -208,13 +235,15 @@ void CanvasCommands::enter()
 
 bool CanvasCommands::canRename() const
 {
-    return selectedPort() || m_desk.workspace.selection().size() == 1;
+    return selectedPort() || selectedBackdrop() || m_desk.workspace.selection().size() == 1;
 }
 
 void CanvasCommands::rename()
 {
     if (const PortPtr port = selectedPort())
         renamePort(port);
+    else if (const BackdropPtr backdrop = selectedBackdrop())
+        renameBackdrop(backdrop);
     else if (m_desk.workspace.selection().size() == 1)
         renameNode(m_desk.workspace.selection().front());
 }
@@ -268,6 +297,47 @@ void CanvasCommands::renamePort(const PortPtr& port)
     };
     editName(QString::fromUtf8(port->getName()), place,
              [=](Edits& edits, const std::string& name) { return edits.renamePort(port, name); });
+}
+
+void CanvasCommands::renameBackdrop(const BackdropPtr& backdrop)
+{
+    const Canvas* const canvas = &m_desk.canvas;
+    const auto place = [=] {
+        if (!canvas->scene())
+            return QRectF();
+        for (const SceneBackdrop& shown : canvas->scene()->backdrops()) {
+            if (shown.backdrop == backdrop)
+                return QRectF(shown.rect.topLeft(),
+                              QSizeF(shown.rect.width(), zelDraw::kFrameHeader));
+        }
+        return QRectF();
+    };
+    editName(QString::fromStdString(backdrop->name()), place,
+             [=](Edits& edits, const std::string& name) {
+                 return edits.renameBackdrop(backdrop, name);
+             });
+}
+
+void CanvasCommands::wrap()
+{
+    Workspace& workspace = m_desk.workspace;
+    const CompoundPtr compound = workspace.compound();
+    const std::vector<NodePtr> nodes = workspace.selection();
+    QRectF around;
+    for (const int box : boxesOf(m_desk.canvas, nodes))
+        around |= m_desk.canvas.scene()->boxes()[static_cast<std::size_t>(box)].rect;
+    if (around.isNull())
+        return;
+    BackdropPtr created;
+    const bool isDone = workspace.edit([&](Edits& edits) {
+        return edits.createBackdrop(compound, uniqueName(*compound, "backdrop"), nodes,
+                                    frameFor(aroundBoxes(around)), "", created);
+    });
+    if (!isDone)
+        return;
+    workspace.flush();
+    selectBackdrop(created);
+    rename();
 }
 
 void CanvasCommands::connect()

@@ -4,9 +4,11 @@
 
 #include <QPointer>
 #include <Qt>
+#include <memory>
 
 namespace shading {
 
+class Backdrop;
 class Edits;
 class NameEditor;
 
@@ -16,13 +18,17 @@ public:
     /// The desk is not owned and must outlive this.
     explicit CanvasCommands(Desk& desk) : m_desk(desk) {}
 
-    // Selected besides nodes: either wires, or an inner port.
+    // Selected besides nodes: either wires, an inner port or a backdrop.
     void selectWire(const PortPtr& source, const PortPtr& target, Qt::KeyboardModifiers modifiers);
     void selectPort(const PortPtr& port);
+    void selectBackdrop(const std::shared_ptr<Backdrop>& backdrop);
+    /// None of these.
     void selectNoWires();
     bool hasWires() const;
     /// Empty: none is.
     PortPtr selectedPort() const;
+    /// Null: none is.
+    std::shared_ptr<Backdrop> selectedBackdrop() const;
     /// That port, or all of the selected nodes.
     std::vector<PortPtr> ports() const;
     bool hasSelection() const;
@@ -43,6 +49,9 @@ public:
     bool canRename() const;
     void rename();
 
+    /// Makes a backdrop around the selected nodes.
+    void wrap();
+
     // Connections.
     void connect();
     void disconnect();
@@ -59,6 +68,7 @@ private:
                   std::function<bool(Edits& edits, const std::string& name)> rename);
     void renameNode(const NodePtr& node);
     void renamePort(const PortPtr& port);
+    void renameBackdrop(const std::shared_ptr<Backdrop>& backdrop);
 
     Desk& m_desk;
     QPointer<NameEditor> m_editor; ///< Null: no name is being edited.

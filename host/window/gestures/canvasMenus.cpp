@@ -1,5 +1,6 @@
 #include "window/gestures/canvasMenus.h"
 
+#include "document/backdrops.h"
 #include "window/canvas/canvas.h"
 #include "window/gestures/connecting.h"
 #include "window/gestures/gestures.h"
@@ -148,6 +149,24 @@ void fillForPort(QMenu& menu, const MenuPlace& place)
     fillForNode(*menu.addMenu(QString::fromUtf8(box.node->getName())), place);
 }
 
+void fillForBackdrop(QMenu& menu, const MenuPlace& place)
+{
+    Desk* const desk = &deskOf(place);
+    const BackdropPtr backdrop =
+        desk->canvas.scene()->backdrops()[static_cast<std::size_t>(place.hit.backdrop)].backdrop;
+    place.actions.fill(menu, {"edit.rename", "edit.delete", kLine});
+    menu.addAction(QObject::tr("&Select What It Contains"), &desk->canvas,
+                   [desk, backdrop] { desk->workspace.select(backdrop->nodes()); });
+    const std::vector<NodePtr> selection = desk->workspace.selection();
+    QAction* const take = menu.addAction(QObject::tr("&Contain the Selected Nodes"), &desk->canvas,
+                                         [desk, backdrop, selection] {
+                                             desk->workspace.edit([&](Edits& edits) {
+                                                 return edits.setBackdropNodes(backdrop, selection);
+                                             });
+                                         });
+    take->setEnabled(!selection.empty());
+}
+
 } // namespace
 
 void fillCanvasMenu(QMenu& menu, const MenuPlace& place)
@@ -166,6 +185,8 @@ void fillCanvasMenu(QMenu& menu, const MenuPlace& place)
                        [owner, isInput] { pickNewPort(*owner, isInput); });
     } else if (hit.box >= 0) {
         fillForNode(menu, place);
+    } else if (hit.kind == Hit::Kind::BackdropTitle || hit.kind == Hit::Kind::BackdropEdge) {
+        fillForBackdrop(menu, place);
     } else {
         fillForEmpty(menu, place);
     }

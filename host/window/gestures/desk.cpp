@@ -31,8 +31,14 @@ void setSnapping(bool isSnapping)
 
 QPointF snapped(const QPointF& place)
 {
-    return {std::round(place.x() / kGridStep) * kGridStep,
-            std::round(place.y() / kGridStep) * kGridStep};
+    return {std::round(place.x() / kGridWidth) * kGridWidth,
+            std::round(place.y() / kGridHeight) * kGridHeight};
+}
+
+Frame frameFor(const QRectF& rect)
+{
+    return {positionAt(rect.topLeft()), rect.width() / kPositionWidth,
+            rect.height() / kPositionHeight};
 }
 
 std::vector<int> boxesOf(const Canvas& canvas, const std::vector<NodePtr>& nodes)

@@ -12,6 +12,7 @@ namespace shading {
 
 class Canvas;
 class ScreenMemory;
+struct Frame;
 class Workspace;
 
 /// A wire whose other end is still to be found.
@@ -39,15 +40,14 @@ struct Desk {
 /// The place in the scene that the mouse is at, or else the middle of what is seen.
 QPointF placeOfMouse(const Desk& desk);
 
-/// The drawn grid is what nodes snap to. In pixels of the scene.
-constexpr double kGridStep = 20;
-
 /// Kept in the settings; true at first.
 bool isSnapping();
 void setSnapping(bool isSnapping);
-/// The nearest point of the grid.
+/// The nearest point of the grid that is drawn.
 QPointF snapped(const QPointF& place);
 
+/// The frame of a backdrop that is shown as that rectangle.
+Frame frameFor(const QRectF& rect);
 /// The boxes of the nodes that are shown.
 std::vector<int> boxesOf(const Canvas& canvas, const std::vector<NodePtr>& nodes);
 

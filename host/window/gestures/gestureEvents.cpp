@@ -138,6 +138,8 @@ void Gestures::click(const Press& press)
         pickNewPort(m_desk, boxOf(press.hit).kind == SceneBox::Kind::InputBar);
     } else if (isNodePart(press.hit.kind) && boxOf(press.hit).isNode()) {
         clickNode(press);
+    } else if (press.hit.backdrop >= 0 && !isGround(press.hit.kind)) {
+        m_commands.selectBackdrop(backdropOf(press.hit));
     } else if (isGround(press.hit.kind) && press.pointer.modifiers == Qt::NoModifier) {
         m_desk.workspace.select({});
         m_commands.selectNoWires();
@@ -196,6 +198,9 @@ void Gestures::mouseDoubleClick(QMouseEvent* event)
         return;
     if (isGround(hit.kind)) {
         openSearch({pointer.place, {}});
+    } else if (hit.backdrop >= 0) {
+        m_commands.selectBackdrop(backdropOf(hit));
+        m_commands.rename();
     } else if (hit.kind == Hit::Kind::BarRow) {
         m_commands.selectPort(boxOf(hit).ports[static_cast<std::size_t>(hit.port)].port);
         m_commands.rename();
@@ -284,6 +289,10 @@ void Gestures::showCursor(const Hit& hit)
         shape = Qt::CrossCursor;
     else if (hit.kind == Hit::Kind::BarPlus)
         shape = Qt::PointingHandCursor;
+    else if (hit.kind == Hit::Kind::BackdropEdge)
+        shape = hit.isRight && hit.isBottom ? Qt::SizeFDiagCursor
+                : hit.isRight               ? Qt::SizeHorCursor
+                                            : Qt::SizeVerCursor;
     m_desk.canvas.setCursor(shape);
 }
 
@@ -317,6 +326,8 @@ void Gestures::showMenuAt(const Hit& hit, const QPoint& pixel)
     menu->setObjectName(QStringLiteral("canvasMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     fillCanvasMenu(*menu, {*this, m_actions, hit, m_desk.canvas.toScene(QPointF(pixel))});
+    if (hit.backdrop >= 0 && !isGround(hit.kind)) // After the menu saw what nodes are selected.
+        m_commands.selectBackdrop(backdropOf(hit));
     menu->popup(m_desk.canvas.mapToGlobal(pixel));
 }
 

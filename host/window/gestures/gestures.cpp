@@ -1,6 +1,7 @@
 #include "window/gestures/gestures.h"
 
 #include "window/canvas/canvas.h"
+#include "window/gestures/backdropGesture.h"
 #include "window/gestures/barGesture.h"
 #include "window/gestures/cutGesture.h"
 #include "window/gestures/moveGesture.h"
@@ -55,6 +56,11 @@ const SceneBox& Gestures::boxOf(const Hit& hit) const
     return m_desk.canvas.scene()->boxes()[static_cast<std::size_t>(hit.box)];
 }
 
+const std::shared_ptr<Backdrop>& Gestures::backdropOf(const Hit& hit) const
+{
+    return m_desk.canvas.scene()->backdrops()[static_cast<std::size_t>(hit.backdrop)].backdrop;
+}
+
 // Beginning and ending.
 
 void Gestures::begin(const Press& press, const Pointer& pointer)
@@ -83,6 +89,8 @@ std::unique_ptr<Gesture> Gestures::gestureFor(const Press& press)
         return gestureForWire(press);
     if (hit.box >= 0)
         return gestureForBox(press);
+    if (hit.kind == Hit::Kind::BackdropTitle || hit.kind == Hit::Kind::BackdropEdge)
+        return std::make_unique<BackdropGesture>(m_desk, hit, press.pointer);
     return std::make_unique<BandGesture>(m_desk, press.pointer);
 }
 

@@ -85,6 +85,7 @@ private:
     void noteRefusal(const QString& reason);
     void showRest();
     const SceneBox& boxOf(const Hit& hit) const;
+    const std::shared_ptr<Backdrop>& backdropOf(const Hit& hit) const;
 
     Desk m_desk;
     CanvasCommands m_commands;

@@ -227,4 +227,39 @@ TEST_F(Commands, MenusHaveWhatTheMouseNeeds)
     expectUndone(4);
 }
 
+TEST_F(Commands, ABackdropWrapsMovesAndIsRenamed)
+{
+    click(header("Top.G.red"));
+    click(header("Top.G.grey"), Qt::ShiftModifier);
+    key("C");
+    ASSERT_EQ(canvas.scene()->backdrops().size(), 1U);
+    ASSERT_NE(editor(), nullptr) << "its name is asked for";
+    type("sources");
+    key("Return");
+    settle();
+    const auto rect = [&] { return canvas.scene()->backdrops().front().rect; };
+    const auto node = [&](const char* path) { return *canvas.scene()->nodeRect(path); };
+    EXPECT_TRUE(rect().contains(node("Top.G.red") | node("Top.G.grey")));
+    canvas.frameAll();
+    const QRectF before = rect();
+    const QPointF apart = node("Top.G.grey").topLeft() - before.topLeft();
+    const QPointF blend = node("Top.G.blend").topLeft();
+    const QPoint title = canvas.toPixel(before.topLeft() + QPointF(60, 8)).toPoint();
+    drag(title, title + QPoint(-70, 50));
+    EXPECT_NE(rect().topLeft(), before.topLeft());
+    const QPointF kept = node("Top.G.grey").topLeft() - rect().topLeft();
+    EXPECT_LT((kept - apart).manhattanLength(), 0.1) << "what it contains goes with it";
+    EXPECT_EQ(node("Top.G.blend").topLeft(), blend);
+    const QPoint corner = canvas.toPixel(rect().bottomRight()).toPoint() - QPoint(1, 1);
+    const QSizeF size = rect().size();
+    drag(corner, corner + QPoint(60, 70));
+    EXPECT_GT(rect().width(), size.width());
+    EXPECT_GT(rect().height(), size.height());
+    EXPECT_EQ(undoCount(), 4);
+    click(canvas.toPixel(rect().topLeft() + QPointF(60, 8)).toPoint());
+    key("Del");
+    EXPECT_TRUE(canvas.scene()->backdrops().empty());
+    expectUndone(5);
+}
+
 } // namespace shadingTest

@@ -142,8 +142,8 @@ TEST_F(Nodes, NudgesWithinASecondAreOneEdit)
     key("Ctrl+Right");
     key("Ctrl+Down");
     const QPointF way = rect("Top.G.spare").topLeft() - before;
-    EXPECT_NEAR(way.x(), 2 * shading::kGridStep, 0.01);
-    EXPECT_NEAR(way.y(), shading::kGridStep, 0.01);
+    EXPECT_NEAR(way.x(), 2 * shading::kGridWidth, 0.01);
+    EXPECT_NEAR(way.y(), shading::kGridHeight, 0.01);
     expectUndone(1);
 }
 
