@@ -114,6 +114,10 @@ public:
     /// Gives the port a place, from 1, among the inputs or outputs of its compound.
     bool movePort(const PortPtr& port, int place);
     bool movePort(const std::string& path, const std::string& name, int place);
+    /// Gives the port another data type. Refused while what it is connected to has another one; a
+    /// value that the type does not have goes.
+    bool setPortType(const PortPtr& port, const std::string& type);
+    bool setPortType(const std::string& path, const std::string& name, const std::string& type);
     bool addPort(const std::string& path,
                  ZEL::PortIOType ioType,
                  const std::string& name,

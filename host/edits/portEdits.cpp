@@ -28,6 +28,21 @@ std::string valueHandedOn(ZEL::Port& inner)
     return isGiving ? outer->getPortDefaultValue() : "";
 }
 
+/// What feeds the port of a compound from either side, or is fed by it, and has another type.
+std::string otherTypeProblem(ZEL::Port& outer, ZEL::Port& inner, const std::string& type)
+{
+    for (ZEL::Port* const side : {&outer, &inner}) {
+        for (ZEL::Port* const other : side->connectedTo()) {
+            if (typeNameOf(*other) != type)
+                return pathOf(*other) + " is connected, and is a " + typeNameOf(*other);
+        }
+        const std::string hidden = hiddenSourceOf(*side);
+        if (!hidden.empty())
+            return hidden + " feeds it, which the network does not show";
+    }
+    return "";
+}
+
 } // namespace
 
 bool Edits::addPort(const CompoundPtr& compound,
@@ -168,6 +183,42 @@ bool Edits::movePort(const std::string& path, const std::string& name, int place
 {
     const PortPtr port = findCompoundPort(path, name);
     return port && movePort(port, place);
+}
+
+bool Edits::setPortType(const PortPtr& port, const std::string& type)
+{
+    const PortPtr inner = compoundPort(port);
+    if (!inner)
+        return false;
+    const NodePtr node = inner->getParentNode();
+    const PortPtr outer = node->getAsCompound()->getReversePort(inner);
+    const std::string name = inner->getName();
+    const std::string path = pathOf(*node) + "." + name;
+    const TypePtr wanted = m_document.getRuntime()->getPortDataType(type.c_str());
+    if (!wanted || !outer)
+        return fail(path, "there is no data type \"" + type + "\"");
+    if (typeNameOf(*outer) == type && typeNameOf(*inner) == type)
+        return true; // No edit.
+    const std::string problem = otherTypeProblem(*outer, *inner, type);
+    if (!problem.empty())
+        return fail(path, problem);
+    const EditName edit = named(std::string("Make ") + directionOf(*inner) + " " + name + " of " +
+                                    node->getName() + " a " + type,
+                                {"port", "type", pathOf(*node), name, type});
+    return run(edit, path, [&] {
+        // A value that the new type does not have goes.
+        if (!valueProblem(type, outer->getPortDefaultValue()).empty())
+            outer->setPortDefaultValue("");
+        inner->setDataType(wanted);
+        outer->setDataType(wanted);
+        return "";
+    });
+}
+
+bool Edits::setPortType(const std::string& path, const std::string& name, const std::string& type)
+{
+    const PortPtr port = findCompoundPort(path, name);
+    return port && setPortType(port, type);
 }
 
 bool Edits::setValue(const PortPtr& port, const std::string& value)

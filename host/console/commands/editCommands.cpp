@@ -70,14 +70,17 @@ bool runPort(Console& console, const Arguments& arguments)
         return console.report(edits.deletePort(arguments[1], arguments[2]));
     if (verb == "rename" && arguments.size() == 4)
         return console.report(edits.renamePort(arguments[1], arguments[2], arguments[3]));
+    if (verb == "type" && arguments.size() == 4)
+        return console.report(edits.setPortType(arguments[1], arguments[2], arguments[3]));
     if (verb == "move" && arguments.size() == 4) {
         int place = 0;
         return readNumber(arguments[3], 1, place)
                    ? console.report(edits.movePort(arguments[1], arguments[2], place))
                    : console.fail(arguments[3], "not a place, from 1");
     }
-    return console.fail(verb, "usage: port add PATH input|output NAME TYPE, port delete PATH NAME, "
-                              "port rename PATH OLD NEW, port move PATH NAME PLACE");
+    return console.fail(
+        verb, "usage: port add PATH input|output NAME TYPE, port delete PATH NAME, "
+              "port rename PATH OLD NEW, port move PATH NAME PLACE, port type PATH NAME TYPE");
 }
 
 bool runAttribute(Console& console, const Arguments& arguments)
@@ -189,14 +192,14 @@ const std::vector<Command>& networkCommands()
         {"port",
          "add PATH input|output NAME TYPE | delete PATH NAME | rename PATH OLD NEW | move PATH "
          "NAME "
-         "PLACE",
+         "PLACE | type PATH NAME TYPE",
          "Changes the ports of a compound. PATH is the compound; PLACE counts from 1 among the\n"
-         "    inputs, or among the outputs. What a deleted input fed gets its value. The ports of "
-         "a\n"
+         "    inputs, or among the outputs. What a deleted input fed gets its value. A port gets\n"
+         "    another type when what it is connected to has that. The ports of a\n"
          "    graph that implements a nodedef change with that, when nothing else uses it.",
          3, 5, runPort,
          "=add compound =input,output name type | =delete compound inner | =rename compound inner "
-         "name | =move compound inner name",
+         "name | =move compound inner name | =type compound inner type",
          "port add Top.NG_wall input wetness float"},
         {"set", "PATH VALUE",
          "Gives an input a value. PATH is an input of a node or a compound; VALUE is written as "

@@ -174,7 +174,7 @@ const struct {
     {"port rename Top.g x o", "port: Top.g.o: the name is taken"},
     {"port delete Top.g x y",
      "port: delete: usage: port add PATH input|output NAME TYPE, port delete PATH NAME, port "
-     "rename PATH OLD NEW, port move PATH NAME PLACE"},
+     "rename PATH OLD NEW, port move PATH NAME PLACE, port type PATH NAME TYPE"},
     {"delete Top", "delete: Top: the document itself stays as it is"},
     {"delete Top.no", "delete: Top.no: no such node"},
     {"rename Top.a b", "rename: Top.b: the name is taken"},
