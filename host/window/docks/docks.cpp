@@ -1,12 +1,17 @@
 #include "window/docks/docks.h"
 
+#include "window/docks/connectionsPanel.h"
 #include "window/docks/consolePanel.h"
 #include "window/docks/historyPanel.h"
+#include "window/docks/keySheet.h"
+#include "window/docks/libraryPanel.h"
 #include "window/docks/outlinePanel.h"
+#include "window/docks/portsPanel.h"
 #include "window/docks/problemsPanel.h"
 #include "window/docks/propertiesPanel.h"
 #include "window/mainWindow.h"
 
+#include <QAction>
 #include <QDockWidget>
 
 namespace shading {
@@ -40,6 +45,24 @@ void addSearchActions(MainWindow& window, OutlinePanel& outline)
         .when(hasDocument);
 }
 
+void addKeySheet(MainWindow& window)
+{
+    Actions& actions = window.actions();
+    actions
+        .add("help.keys", "&Help", "&Keys and Mouse...", {QKeySequence("F1")},
+             [&window] {
+                 auto* sheet = window.findChild<KeySheet*>();
+                 if (!sheet)
+                     sheet = new KeySheet(window.actions(), &window);
+                 sheet->show();
+                 sheet->raise();
+                 sheet->activateWindow();
+             })
+        .help("All keys, to be looked up and changed, and what the mouse does");
+    // In dialogs too.
+    actions.find("help.keys")->setShortcutContext(Qt::ApplicationShortcut);
+}
+
 void setSizes(MainWindow& window)
 {
     window.setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
@@ -47,7 +70,7 @@ void setSizes(MainWindow& window)
     const auto dock = [&](const char* id) { return window.findChild<QDockWidget*>(id); };
     window.resizeDocks({dock("outline"), dock("properties")}, {250, 320}, Qt::Horizontal);
     window.resizeDocks({dock("console")}, {170}, Qt::Vertical);
-    window.resizeDocks({dock("properties"), dock("history")}, {600, 250}, Qt::Vertical);
+    window.resizeDocks({dock("properties"), dock("ports")}, {480, 300}, Qt::Vertical);
 }
 
 } // namespace
@@ -56,12 +79,17 @@ void addPanels(MainWindow& window)
 {
     auto* const outline = new OutlinePanel;
     window.addPanel(outline, "outline", "Outline", Qt::LeftDockWidgetArea);
+    window.addPanel(new LibraryPanel(window), "library", "Node Library", Qt::LeftDockWidgetArea);
     window.addPanel(new PropertiesPanel, "properties", "Properties", Qt::RightDockWidgetArea);
+    window.addPanel(new PortsPanel, "ports", "Ports", Qt::RightDockWidgetArea);
     window.addPanel(new HistoryPanel, "history", "History", Qt::RightDockWidgetArea);
     window.addPanel(new ConsolePanel, "console", "Console", Qt::BottomDockWidgetArea);
     window.addPanel(new ProblemsPanel, "problems", "Problems", Qt::BottomDockWidgetArea);
+    window.addPanel(new ConnectionsPanel, "connections", "Connections", Qt::BottomDockWidgetArea);
     window.showPanel("console");
+    window.showPanel("ports");
     addSearchActions(window, *outline);
+    addKeySheet(window);
     setSizes(window);
 }
 
