@@ -76,6 +76,8 @@ bool History::Group::finish(bool isGood, std::string& problem)
         problem = history.m_heldFor;
     if (m_name.lines.empty())
         m_name.lines = std::move(m_innerLines);
+    if (m_name.lines.empty())
+        m_name.lines.push_back("# " + m_name.title);
     if (isDone && history.isOpen()) {
         std::vector<std::string>& lines = history.m_groups.back()->m_innerLines;
         lines.insert(lines.end(), m_name.lines.begin(), m_name.lines.end());
@@ -91,8 +93,6 @@ void History::close(EditName name)
     Steps steps = m_document.journal().takeSteps();
     if (steps.empty())
         return;
-    if (name.lines.empty())
-        name.lines.push_back("# " + name.title);
     m_edits.resize(m_done);
     const bool goesOn = isRepeated();
     if (!goesOn) {

@@ -133,7 +133,8 @@ private:
 /// groups: then the inner one becomes a part of the outer, whether it stays or not.
 class History::Group {
 public:
-    /// Without lines, those of the edits inside are its own. Throws std::logic_error while an edit
+    /// Without lines, those of the edits inside are its own, and without those its title as a
+    /// comment. Throws std::logic_error while an edit
     /// is being taken back or done again.
     Group(History& history, EditName name, bool keepsTypes = false);
     Group(const Group&) = delete;

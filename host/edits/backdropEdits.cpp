@@ -36,6 +36,14 @@ std::vector<std::string> wordsOf(const Frame& frame)
             numberText(frame.height)};
 }
 
+/// As words behind the name of the backdrop: what begins like an option is the word of one.
+std::vector<std::string> wordsOf(const std::string& text)
+{
+    if (text.compare(0, 2, "--") == 0)
+        return {"--text", text};
+    return {text};
+}
+
 std::vector<std::string> namesOf(const std::vector<NodePtr>& nodes)
 {
     std::vector<std::string> names;
@@ -241,7 +249,7 @@ bool Edits::setBackdropText(const BackdropPtr& backdrop, const std::string& text
     if (!problem.empty())
         return fail(backdropPath(*backdrop), problem);
     const std::string title = "Change the text of " + std::string(titleOf(*backdrop));
-    return run(backdropName(backdrop, title, "text", {text}), backdropPath(*backdrop), [&] {
+    return run(backdropName(backdrop, title, "text", wordsOf(text)), backdropPath(*backdrop), [&] {
         m_document.attributes().set(owner, "doc", AttributeValue{text, {}});
         return "";
     });

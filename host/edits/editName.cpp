@@ -47,10 +47,9 @@ EditName namedFor(ZEL::Container& document,
     const auto isReached = [&](const NodePtr& node) {
         return document.findNodeFromPath(pathOf(*node).c_str()) == node;
     };
-    EditName name = {std::move(title), {}};
     if (std::all_of(nodes.begin(), nodes.end(), isReached))
-        name.lines.push_back(lineOf(words));
-    return name;
+        return named(std::move(title), words);
+    return {std::move(title), {}};
 }
 
 } // namespace shading

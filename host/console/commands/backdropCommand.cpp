@@ -119,7 +119,8 @@ bool runBackdrop(Console& console, const Arguments& arguments)
     if (verb == "move" && count == 5)
         return move(console, arguments);
     const bool isDeletion = verb == "delete" && count == 3;
-    if (!isDeletion && ((verb != "rename" && verb != "text") || count != 4))
+    const bool hasText = verb == "text" && count == 3 && console.hasOption("--text");
+    if (!isDeletion && !hasText && ((verb != "rename" && verb != "text") || count != 4))
         return console.fail(verb, "usage: backdrop add PATH NAME [NODE...], backdrop nodes PATH "
                                   "NAME [NODE...], backdrop frame PATH NAME X Y WIDTH HEIGHT, "
                                   "backdrop move PATH NAME X Y, backdrop text PATH NAME TEXT, "
@@ -130,7 +131,8 @@ bool runBackdrop(Console& console, const Arguments& arguments)
         return false;
     return console.report(isDeletion         ? edits.deleteBackdrop(backdrop)
                           : verb == "rename" ? edits.renameBackdrop(backdrop, arguments[3])
-                                             : edits.setBackdropText(backdrop, arguments[3]));
+                          : hasText ? edits.setBackdropText(backdrop, console.optionValue("--text"))
+                                    : edits.setBackdropText(backdrop, arguments[3]));
 }
 
 } // namespace

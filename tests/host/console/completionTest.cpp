@@ -14,7 +14,7 @@ namespace {
 const char* const kCompletedNetwork =
     "<nodegraph name='graph'><input name='x' type='t'/><n name='inner' type='t'>"
     "<input name='i' type='t'/></n><n name='a.b' type='t'/><output name='o' type='t'/>"
-    "</nodegraph><nodegraph name='empty'/><n name='two words' type='t'/>"
+    "<backdrop name='frame'/></nodegraph><nodegraph name='empty'/><n name='two words' type='t'/>"
     "<n name='two wheels' type='t'/><n name='n\xC3\xA9' type='t'/><n name='n\xC3\xA8' type='t'/>";
 
 const struct {
@@ -51,6 +51,14 @@ const struct {
     // Other kinds.
     {"collapse Top.graph q inner ", "collapse Top.graph q inner ", "[a.b][inner]"},
     {"collapse Top.graph q inner i", "collapse Top.graph q inner inner ", "[inner]"},
+    {"move Top.graph.inner 1 2 Top.graph.i", "move Top.graph.inner 1 2 Top.graph.inner ",
+     "[Top.graph.inner]"},
+    {"move Top.graph.inner 1 ", "move Top.graph.inner 1 ", ""},
+    {"arrange Top.graph i", "arrange Top.graph inner ", "[inner]"},
+    {"backdrop rename Top.graph ", "backdrop rename Top.graph frame ", "[frame]"},
+    {"backdrop nodes Top.graph frame i", "backdrop nodes Top.graph frame inner ", "[inner]"},
+    {"reroute Top.graph.x Top.graph.x --", "reroute Top.graph.x Top.graph.x --inside ",
+     "[--inside]"},
     {"port ", "port ", "[add][delete][move][rename]"},
     {"port add Top.graph ", "port add Top.graph ", "[input][output]"},
     {"port add Top.graph input new ", "port add Top.graph input new t ", "[t]"},

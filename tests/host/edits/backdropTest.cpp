@@ -43,6 +43,8 @@ const struct {
      "xpos=\"1\" ypos=\"2\" width=\"3\" height=\"4.5\""},
     {"backdrop text Top one 'a \"new\" text'", "Change the text of one", "doc=\"1 &lt; 2\"",
      "doc=\"a &quot;new&quot; text\""},
+    {"backdrop text Top one --text --loud", "Change the text of one", "doc=\"1 &lt; 2\"",
+     "doc=\"--loud\""},
     {"backdrop text Top one ''", "Change the text of one", " height=\"3.5\"   doc=\"1 &lt; 2\"",
      " height=\"3.5\""},
     {"backdrop rename Top one two", "Rename one to two", "name='one'", "name='two'"},
@@ -114,6 +116,20 @@ TEST(Backdrop, FollowsItsNodes)
     desk.run("delete Top.g\nundo");
     EXPECT_EQ("one -1,-1,2,2: d\n", desk.run("backdrop list Top.g"));
     EXPECT_EQ(kFramed, desk.saved());
+}
+
+TEST(Backdrop, SaysATextOfSeveralLines)
+{
+    Desk desk(kFramed);
+    shading::Edits& edits = desk.session->edits();
+    EXPECT_TRUE(edits.setBackdropText(edits.backdropAt("Top.one"), "two\n'lines'"));
+    EXPECT_NE(std::string::npos, desk.saved().find("doc=\"two&#10;'lines'\"")) << desk.saved();
+    const std::string after = desk.saved();
+    const std::string line = edits.history().names().back().lines.front();
+    desk.run("undo");
+    EXPECT_EQ(kFramed, desk.saved());
+    EXPECT_TRUE(desk.shell->run(line));
+    EXPECT_EQ(after, desk.saved());
 }
 
 TEST(Backdrop, TakesItsNodesAlong)

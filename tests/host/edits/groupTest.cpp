@@ -71,6 +71,22 @@ TEST(Group, IsOneEditWithTheNamesOfAll)
     EXPECT_EQ(after, net.text());
 }
 
+TEST(Group, SaysInACommentWhatNoLineOfItDoes)
+{
+    Edited net;
+    {
+        Group group(net.edits.history(), {"Both", {}});
+        const auto rename = [&] {
+            net.document.opened->findNodeFromPath("Top.a")->setName("e");
+            return "";
+        };
+        EXPECT_TRUE(net.edits.run({"By hand", {}}, "Top.a", rename));
+        EXPECT_TRUE(net.edits.renameNode("Top.b", "f"));
+        EXPECT_TRUE(group.finish(true, net.problem));
+    }
+    EXPECT_EQ("Both: [# By hand] [rename Top.b f]\n", net.history());
+}
+
 TEST(Group, WhatIsGivenUpInsideComesBackToItsPlace)
 {
     Edited net;
