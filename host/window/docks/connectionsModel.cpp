@@ -1,7 +1,7 @@
 #include "window/docks/connectionsModel.h"
 
 #include "document/names.h"
-#include "document/rules.h"
+#include "window/docks/property.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -13,13 +13,10 @@ namespace {
 constexpr int kTurnMs = 15;
 constexpr int kNodesATime = 64;
 
-QString endText(ZEL::Port& port)
+QString targetText(ZEL::Port& target)
 {
-    if (port.isCompoundInternalPort())
-        return QString(port.getPortIOType() == ZEL::PortOutput ? "input %1" : "output %1")
-            .arg(port.getName());
-    const NodePtr node = port.getParentNode();
-    return QString("%1.%2").arg(node ? node->getName() : "", port.getName());
+    return target.isCompoundInternalPort() ? QString("output %1").arg(target.getName())
+                                           : sourceText(target);
 }
 
 } // namespace
@@ -94,9 +91,9 @@ QVariant ConnectionsModel::data(const QModelIndex& index, int role) const
     const Row& shown = row(index.row());
     switch (index.column()) {
     case 0:
-        return endText(*shown.source);
+        return sourceText(*shown.source);
     case 1:
-        return endText(*shown.target);
+        return targetText(*shown.target);
     default:
         return QString::fromStdString(typeNameOf(*shown.source));
     }

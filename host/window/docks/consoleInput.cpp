@@ -52,6 +52,14 @@ bool ConsoleInput::event(QEvent* event)
             return true;
         }
     }
+    // With nothing typed they are the document's.
+    if (event->type() == QEvent::ShortcutOverride && text().isEmpty()) {
+        auto* const key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+            event->ignore();
+            return false;
+        }
+    }
     return QLineEdit::event(event);
 }
 

@@ -10,6 +10,7 @@
 #include <QPlainTextEdit>
 #include <QSaveFile>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -18,8 +19,12 @@ namespace shading {
 ConsolePanel::ConsolePanel(QWidget* parent)
     : Panel(parent),
       m_output(new QPlainTextEdit),
-      m_input(new ConsoleInput(*this))
+      m_input(new ConsoleInput(*this)),
+      m_show(new QTimer(this))
 {
+    m_show->setSingleShot(true);
+    m_show->setInterval(0);
+    connect(m_show, &QTimer::timeout, this, &ConsolePanel::showEnd);
     m_output->setObjectName("console.output");
     m_output->setAccessibleName(tr("Commands and answers"));
     m_output->setReadOnly(true);
@@ -65,7 +70,7 @@ QToolButton* ConsolePanel::addButton(const QString& id, const QString& text, con
 void ConsolePanel::setWorkspace(Workspace* workspace)
 {
     if (m_log)
-        disconnect(m_log, nullptr, this, nullptr);
+        disconnect(m_log, nullptr, m_show, nullptr);
     m_workspace = workspace;
     m_log = workspace ? &ConsoleLog::of(*workspace) : nullptr;
     // Without a document it makes an empty one of its own.
@@ -74,7 +79,7 @@ void ConsolePanel::setWorkspace(Workspace* workspace)
     m_input->setWorkspace(workspace);
     setEnabled(workspace != nullptr);
     if (m_log)
-        connect(m_log, &ConsoleLog::said, this, &ConsolePanel::showEnd);
+        connect(m_log, &ConsoleLog::said, m_show, qOverload<>(&QTimer::start));
     showEnd();
 }
 

@@ -4,6 +4,7 @@
 
 class QFileDialog;
 class QPlainTextEdit;
+class QTimer;
 class QToolButton;
 
 namespace shading {
@@ -39,6 +40,7 @@ private:
     ConsoleInput* m_input;
     QToolButton* m_save;
     QToolButton* m_run;
+    QTimer* m_show; ///< Shows the end of the text when the event loop turns.
 };
 
 } // namespace shading

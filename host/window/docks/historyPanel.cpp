@@ -4,12 +4,19 @@
 #include "window/workspace/workspace.h"
 
 #include <QListView>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace shading {
 
-HistoryPanel::HistoryPanel(QWidget* parent) : Panel(parent), m_list(new QListView)
+HistoryPanel::HistoryPanel(QWidget* parent)
+    : Panel(parent),
+      m_list(new QListView),
+      m_show(new QTimer(this))
 {
+    m_show->setSingleShot(true);
+    m_show->setInterval(0);
+    connect(m_show, &QTimer::timeout, this, &HistoryPanel::showCurrent);
     m_list->setObjectName("history.list");
     m_list->setAccessibleName(tr("History"));
     m_list->setUniformItemSizes(true);
@@ -29,19 +36,22 @@ HistoryPanel::HistoryPanel(QWidget* parent) : Panel(parent), m_list(new QListVie
 void HistoryPanel::setWorkspace(Workspace* workspace)
 {
     if (m_model)
-        disconnect(m_model, nullptr, this, nullptr);
+        disconnect(m_model, nullptr, m_show, nullptr);
+    m_show->stop();
     m_workspace = workspace;
     m_model = workspace ? &HistoryModel::of(*workspace) : nullptr;
     m_list->setModel(m_model);
     if (m_model) {
-        connect(m_model, &HistoryModel::currentChanged, this, &HistoryPanel::showCurrent);
+        // A click goes back by thousands of edits, and each of them is told.
+        connect(m_model, &HistoryModel::currentChanged, m_show, qOverload<>(&QTimer::start));
         showCurrent();
     }
 }
 
 void HistoryPanel::showCurrent()
 {
-    m_list->setCurrentIndex(m_model->index(m_model->current()));
+    if (m_model)
+        m_list->setCurrentIndex(m_model->index(m_model->current()));
 }
 
 } // namespace shading

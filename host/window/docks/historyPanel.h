@@ -3,6 +3,7 @@
 #include "window/workspace/panel.h"
 
 class QListView;
+class QTimer;
 
 namespace shading {
 
@@ -23,6 +24,7 @@ private:
     Workspace* m_workspace = nullptr; ///< Not owned. Null: no document.
     HistoryModel* m_model = nullptr;  ///< Of the workspace.
     QListView* m_list;
+    QTimer* m_show; ///< Shows where the document is when the event loop turns.
 };
 
 } // namespace shading

@@ -1,6 +1,7 @@
 #include "window/docks/portsModel.h"
 
 #include "document/names.h"
+#include "window/docks/property.h"
 #include "window/docks/tryEdit.h"
 #include "window/workspace/workspace.h"
 
@@ -46,9 +47,8 @@ std::vector<PortsModel::Row> PortsModel::read() const
         row.type = QString::fromStdString(typeNameOf(*port));
         if (m_ioType == ZEL::PortInput) {
             row.value = port->getPortDefaultValue();
-            row.source = port->isConnected()
-                             ? QString::fromStdString(pathOf(*port->connectedTo()[0]))
-                             : QString::fromStdString(hiddenSourceOf(*port));
+            row.source = port->isConnected() ? sourceText(*port->connectedTo()[0])
+                                             : QString::fromStdString(hiddenSourceOf(*port));
         }
         rows.push_back(std::move(row));
     }

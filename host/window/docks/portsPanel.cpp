@@ -108,6 +108,8 @@ PortsPanel::addTable(ZEL::PortIOType ioType, const QString& id, const QString& t
     view.setTabKeyNavigation(false);
     view.setToolTip(tr("Double click or F2 edits; drag a row to move the port"));
     view.horizontalHeader()->setStretchLastSection(true);
+    view.horizontalHeader()->resizeSection(PortsModel::NameColumn, 110);
+    view.horizontalHeader()->resizeSection(PortsModel::TypeColumn, 80);
     view.verticalHeader()->setDefaultSectionSize(22);
     view.setItemDelegateForColumn(PortsModel::TypeColumn,
                                   new TypeDelegate([this] { return typeNames(); }, &view));

@@ -20,6 +20,8 @@ namespace shading {
 
 namespace {
 
+/// More nodes are not edited together: to ask all of them would take too long.
+constexpr std::size_t kMostNodes = 2000;
 constexpr int kManyRows = 8; ///< More than these are worth a line to search them.
 
 /// The folders in the order of their first input; what lies in none comes first, attributes last.
@@ -164,7 +166,10 @@ void PropertiesPanel::refresh()
     }
     m_nodes = std::move(nodes);
     showHeader();
-    showRows(inFolders(propertiesOf(*m_workspace, m_nodes)));
+    if (m_nodes.size() > kMostNodes)
+        showRows({});
+    else
+        showRows(inFolders(propertiesOf(*m_workspace, m_nodes)));
 }
 
 void PropertiesPanel::showHeader()

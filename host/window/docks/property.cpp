@@ -52,16 +52,6 @@ PortPtr inputLike(ZEL::Node& node, ZEL::Port& port)
     return found && typeNameOf(*found) == typeNameOf(port) ? found : nullptr;
 }
 
-/// In a few words: the document's reader knows where the node lies.
-QString sourceText(ZEL::Port& source)
-{
-    const NodePtr node = source.getParentNode();
-    // An inner port is an input of the graph around.
-    if (source.isCompoundInternalPort())
-        return QString("input %1").arg(source.getName());
-    return QString("%1.%2").arg(node ? node->getName() : "", source.getName());
-}
-
 std::string definedValue(ZEL::Port& input)
 {
     const PortDescription* const description = descriptionOf(input);
@@ -103,6 +93,15 @@ QString setAttribute(Workspace& workspace, const Property& property, const QStri
 }
 
 } // namespace
+
+QString sourceText(ZEL::Port& source)
+{
+    const NodePtr node = source.getParentNode();
+    // An inner port is an input of the graph around.
+    if (source.isCompoundInternalPort())
+        return QString("input %1").arg(source.getName());
+    return QString("%1.%2").arg(node ? node->getName() : "", source.getName());
+}
 
 std::vector<Property> propertiesOf(Workspace& workspace, const std::vector<NodePtr>& nodes)
 {

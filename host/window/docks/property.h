@@ -37,6 +37,8 @@ struct PropertyState {
     NodePtr sourceNode; ///< Empty: the network does not show it.
 };
 
+/// What a port that sends is called beside those that it feeds: "noise.out", "input scale".
+QString sourceText(ZEL::Port& source);
 /// Those of the nodes: their inputs, and for one node its attributes.
 std::vector<Property> propertiesOf(Workspace& workspace, const std::vector<NodePtr>& nodes);
 PropertyState stateOf(Workspace& workspace, const Property& property);

@@ -16,7 +16,7 @@ namespace shading {
 
 namespace {
 
-constexpr int kNameWidth = 118;
+constexpr int kNameWidth = 126;
 constexpr std::chrono::hours kGestureTime(24); // However long the button is held.
 
 int newGesture()

@@ -25,6 +25,18 @@ void TextField::discard()
     setCursorPosition(0);
 }
 
+bool TextField::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && !isModified()) {
+        auto* const key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+            event->ignore();
+            return false;
+        }
+    }
+    return QLineEdit::event(event);
+}
+
 void TextField::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {

@@ -23,6 +23,8 @@ public:
     void discard();
 
 protected:
+    /// Undo and redo are the document's while nothing is being typed.
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     /// Gives the text away as if it had been typed.
