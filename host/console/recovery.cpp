@@ -101,9 +101,15 @@ void Recovery::note(const Change& change)
         return end();
     if (m_file < 0)
         return begin();
-    if (change.kind == Change::Kind::Undone || change.kind == Change::Kind::GoneOn)
+    const bool isTaken = change.kind == Change::Kind::Undone || change.kind == Change::Kind::GoneOn;
+    const bool isAdded = change.kind != Change::Kind::Undone;
+    const std::size_t count = m_ends.size() - (isTaken ? 1 : 0) + (isAdded ? 1 : 0);
+    // Who was told before may have edited, or asked for an update.
+    if (count != static_cast<std::size_t>(m_session.edits().history().undoCount()))
+        return appendAll();
+    if (isTaken)
         dropLast();
-    if (change.kind != Change::Kind::Undone)
+    if (isAdded)
         append(change.name);
 }
 
@@ -122,9 +128,16 @@ void Recovery::begin()
     if (m_file < 0)
         return fail(std::strerror(errno));
     write(header());
-    m_ends.clear();
     m_start = lseek(m_file, 0, SEEK_END);
     keepBase();
+    appendAll();
+}
+
+/// In the place of those that are there.
+void Recovery::appendAll()
+{
+    m_ends.clear();
+    cutAt(m_start);
     History& history = m_session.edits().history();
     const std::vector<EditName> names = history.names();
     for (int i = 0; i < history.undoCount(); ++i)
@@ -172,7 +185,11 @@ void Recovery::dropLast()
     if (m_file < 0 || m_ends.empty())
         return;
     m_ends.pop_back();
-    const off_t end = m_ends.empty() ? m_start : m_ends.back();
+    cutAt(m_ends.empty() ? m_start : m_ends.back());
+}
+
+void Recovery::cutAt(off_t end)
+{
     if (ftruncate(m_file, end) != 0 || lseek(m_file, end, SEEK_SET) != end)
         fail(std::strerror(errno));
 }

@@ -43,7 +43,9 @@ private:
     void begin();
     void end();
     void append(const EditName& name);
+    void appendAll();
     void dropLast();
+    void cutAt(off_t end);
     void keepBase();
     void fail(const std::string& reason);
     std::string header() const;

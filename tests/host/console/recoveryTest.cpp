@@ -149,6 +149,30 @@ TEST_F(RecoveryTest, FollowsUndoAndSaving)
     EXPECT_TRUE(recovered->save(file.path(), problems));
 }
 
+/// Who is told before it edits too, or asks it to look.
+TEST_F(RecoveryTest, WritesEachEditOnceWhoeverIsToldFirst)
+{
+    const auto session = open(file.path());
+    Recovery* kept = nullptr;
+    int count = 0;
+    const auto meddle = session->edits().history().observe([&](const shading::Change&) {
+        kept->update();
+        std::vector<std::string> titles;
+        if (++count == 1) {
+            session->edits().renameNode("Top.b", "c");
+            session->edits().undo(1, titles);
+            session->edits().renameNode("Top.b", "d");
+        }
+    });
+    Recovery recovery(*session, folder.string());
+    kept = &recovery;
+    ASSERT_TRUE(session->edits().renameNode("Top.a", "b"));
+    const std::vector<Orphan> orphans = kill();
+    EXPECT_EQ(2, orphans.front().edits);
+    EXPECT_EQ(bytesOf(*session), bytesOf(*recover(orphans)));
+    EXPECT_EQ("", said);
+}
+
 TEST_F(RecoveryTest, LeavesNothingBehindWhenTheDocumentIsClosed)
 {
     const auto session = open(file.path());
