@@ -19,6 +19,16 @@ namespace shading {
 
 namespace {
 
+/// As a window manager does when a dialog has closed: without one no window has the keys then.
+void activate(QWidget& window)
+{
+    if (QApplication::activeWindow())
+        return;
+    QWidget* const modal = QApplication::activeModalWidget();
+    (modal ? *modal : window).activateWindow();
+    settle();
+}
+
 /// As a person reads it: without the sign of the key and what follows the name.
 QString plainText(QString text)
 {
@@ -91,6 +101,7 @@ bool Driver::run(const QString& path)
 QString Driver::runLine(const QString& line)
 {
     waitUntilShown(m_window);
+    activate(m_window);
     QString problem;
     QStringList words;
     // What is typed is taken as it stands.
