@@ -38,8 +38,22 @@ DocumentView::DocumentView(std::unique_ptr<Workspace> workspace, Actions& action
 
 DocumentView::~DocumentView()
 {
+    takeWorkspace();
+}
+
+std::unique_ptr<Workspace> DocumentView::takeWorkspace()
+{
     m_gestures.reset();
     qDeleteAll(findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
+    m_memory.clear();
+    return std::move(m_workspace);
+}
+
+void DocumentView::showAgain(const CanvasView& seen)
+{
+    m_memory.setView(m_workspace->compound(), {seen.scale(), seen.centre()});
+    if (m_canvas->scene())
+        m_canvas->setView(seen.scale(), seen.centre());
 }
 
 void DocumentView::addBar(QWidget* bar)

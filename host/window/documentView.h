@@ -1,5 +1,6 @@
 #pragma once
 
+#include "window/canvas/canvasView.h"
 #include "window/canvas/screenMemory.h"
 #include "window/workspace/workspace.h"
 
@@ -26,6 +27,10 @@ public:
     Canvas& canvas() { return *m_canvas; }
     Gestures& gestures() { return *m_gestures; }
     const ScreenMemory& memory() const { return m_memory; }
+    /// Lets go of the document, and of all that shows it: the view is only to be deleted then.
+    std::unique_ptr<Workspace> takeWorkspace();
+    /// Shows what was seen of the compound, also when it is still being built.
+    void showAgain(const CanvasView& seen);
     /// A bar above the canvas, which is owned here from then on: the changed file, a refused save.
     void addBar(QWidget* bar);
 

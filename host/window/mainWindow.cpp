@@ -1,11 +1,18 @@
 #include "window/mainWindow.h"
 
+#include "console/recovery.h"
+#include "document/names.h"
 #include "window/appearance.h"
+#include "window/canvas/canvas.h"
 #include "window/docks/docks.h"
 #include "window/documentView.h"
+#include "window/files/documentFiles.h"
+#include "window/files/fileActions.h"
+#include "window/files/progressBox.h"
 #include "window/gestures/canvasActions.h"
 #include "window/workspace/panel.h"
 
+#include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QLabel>
@@ -13,6 +20,7 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTimer>
 
 namespace shading {
 
@@ -26,6 +34,7 @@ MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent
     : QMainWindow(parent),
       m_environment(std::move(environment)),
       m_actions(new Actions(this)),
+      m_files(new DocumentFiles(*this, Recovery::defaultFolder())),
       m_tabs(new QTabWidget(this)),
       m_message(new QLabel(this))
 {
@@ -39,11 +48,14 @@ MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent
     m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
     statusBar()->addWidget(m_message, 1);
     setDockNestingEnabled(true);
+    addFileActions(*this, *m_files);
     addActions();
     addCanvasActions(*m_actions, [this] { return view() ? &view()->gestures() : nullptr; });
     addPanels(*this);
     m_actions->fill(*menuBar(), {"&File", "&Edit", "&View", "&Node", "&Connection", "&Help"});
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::turnTo);
+    connect(m_tabs, &QTabWidget::tabCloseRequested, this,
+            [this](int index) { m_files->close(views()[static_cast<std::size_t>(index)]); });
     resize(1440, 900);
     readLayout();
     showTitle();
@@ -54,7 +66,7 @@ MainWindow::~MainWindow()
     QSettings().setValue(kLayoutKey, saveState());
     // The documents go before the panels, which look at them, and before the environment.
     for (DocumentView* const view : views())
-        removeDocument(view);
+        takeOut(view);
 }
 
 void MainWindow::addActions()
@@ -78,8 +90,8 @@ void MainWindow::addActions()
     }
 }
 
-DocumentView* MainWindow::addDocument(std::unique_ptr<Session> session,
-                                      std::vector<Message> messages)
+DocumentView*
+MainWindow::addDocument(std::unique_ptr<Session> session, std::vector<Message> messages, int place)
 {
     auto* const view = new DocumentView(
         std::make_unique<Workspace>(std::move(session), std::move(messages)), *m_actions);
@@ -93,16 +105,67 @@ DocumentView* MainWindow::addDocument(std::unique_ptr<Session> session,
     connect(&workspace, &Workspace::edited, m_actions, &Actions::update);
     connect(&workspace, &Workspace::selectionChanged, m_actions, &Actions::update);
     connect(&workspace, &Workspace::compoundChanged, m_actions, &Actions::update);
-    m_tabs->setCurrentIndex(m_tabs->addTab(view, QString()));
+    m_tabs->setCurrentIndex(m_tabs->insertTab(place, view, QString()));
     showTitle();
+    Q_EMIT documentAdded(view);
     return view;
 }
 
 void MainWindow::removeDocument(DocumentView* view)
 {
-    m_tabs->removeTab(m_tabs->indexOf(view));
-    delete view;
+    std::unique_ptr<Session> session = takeOut(view);
     showTitle();
+    ProgressBox box(*this, tr("Closing %1").arg(QString::fromStdString(session->path())),
+                    ProgressBox::Kind::Certain);
+    Session::close(std::move(session), box.tell());
+}
+
+/// What is left of the document when all that shows it is gone.
+std::unique_ptr<Session> MainWindow::takeOut(DocumentView* view)
+{
+    Q_EMIT documentClosing(view);
+    m_tabs->removeTab(m_tabs->indexOf(view));
+    const std::unique_ptr<Workspace> workspace = view->takeWorkspace();
+    delete view;
+    return workspace->takeSession();
+}
+
+void MainWindow::replaceDocument(DocumentView* view,
+                                 std::unique_ptr<Session> session,
+                                 std::vector<Message> messages)
+{
+    Workspace& before = view->workspace();
+    const std::string path = pathOf(*before.compound()->getAsNode());
+    const CanvasView seen = view->canvas().view();
+    std::vector<std::string> selected;
+    for (const NodePtr& node : before.selection())
+        selected.push_back(pathOf(*node));
+    DocumentView* const after =
+        addDocument(std::move(session), std::move(messages), m_tabs->indexOf(view));
+    removeDocument(view);
+    Workspace& workspace = after->workspace();
+    const NodePtr node = workspace.document().findNodeFromPath(path.c_str());
+    if (!node || !node->isCompound())
+        return;
+    workspace.enter(node->getAsCompound());
+    std::vector<NodePtr> nodes;
+    for (const std::string& name : selected)
+        nodes.push_back(workspace.document().findNodeFromPath(name.c_str()));
+    workspace.select(nodes);
+    after->showAgain(seen);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (ProgressBox::isBusy())
+        return event->ignore();
+    if (views().empty())
+        return event->accept();
+    event->ignore();
+    m_files->closeAll([this](bool isClosed) {
+        if (isClosed)
+            QTimer::singleShot(0, this, &QWidget::close);
+    });
 }
 
 void MainWindow::showDocument(DocumentView* view)

@@ -14,6 +14,7 @@ class QTabWidget;
 
 namespace shading {
 
+class DocumentFiles;
 class DocumentView;
 class Panel;
 
@@ -29,10 +30,17 @@ public:
     const std::shared_ptr<Environment>& environment() const { return m_environment; }
     Actions& actions() { return *m_actions; }
 
-    /// Puts a document into a tab, in front.
-    DocumentView* addDocument(std::unique_ptr<Session> session, std::vector<Message> messages);
+    DocumentFiles& files() { return *m_files; }
+
+    /// Puts a document into a tab, in front: a new one, or that place.
+    DocumentView*
+    addDocument(std::unique_ptr<Session> session, std::vector<Message> messages, int place = -1);
     /// Takes it out and destroys it; nobody is asked.
     void removeDocument(DocumentView* view);
+    /// The same document, read anew, takes its place; what of it is seen stays.
+    void replaceDocument(DocumentView* view,
+                         std::unique_ptr<Session> session,
+                         std::vector<Message> messages);
     void showDocument(DocumentView* view);
     /// That in front; null when there is none.
     DocumentView* view() const;
@@ -49,9 +57,17 @@ public:
 Q_SIGNALS:
     /// Another document is in front, or none.
     void workspaceChanged(shading::Workspace* workspace);
+    void documentAdded(shading::DocumentView* view);
+    /// It is whole until this was told.
+    void documentClosing(shading::DocumentView* view);
+
+protected:
+    /// Asks what becomes of what is not saved.
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void addActions();
+    std::unique_ptr<Session> takeOut(DocumentView* view);
     void addPanelAction(QDockWidget* dock);
     void readLayout();
     void showTitle();
@@ -59,6 +75,7 @@ private:
 
     std::shared_ptr<Environment> m_environment;
     Actions* m_actions; ///< All are owned by the window.
+    DocumentFiles* m_files;
     QTabWidget* m_tabs;
     QLabel* m_message; ///< In the status bar.
     std::vector<Panel*> m_panels;

@@ -4,10 +4,15 @@
 #include "window/appearance.h"
 #include "window/documentView.h"
 #include "window/drive/driver.h"
+#include "window/files/documentFiles.h"
+#include "window/files/progressBox.h"
+#include "window/files/recentFiles.h"
+#include "window/files/recoveryKeeper.h"
 #include "window/mainWindow.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <iostream>
 
 namespace shading {
@@ -64,12 +69,19 @@ std::shared_ptr<Environment> makeEnvironment(const ProgramOptions& options)
 bool openDocumentIn(MainWindow& window, const QString& path)
 {
     std::vector<Message> messages;
-    auto session = Session::open(window.environment(), path.toStdString(), {}, messages);
+    std::unique_ptr<Session> session;
+    {
+        ProgressBox box(window, QObject::tr("Opening %1").arg(QFileInfo(path).fileName()));
+        OpenOptions open;
+        open.progress = box.tell();
+        session = Session::open(window.environment(), path.toStdString(), open, messages);
+    }
     for (const Message& message : messages)
         std::cerr << messageText(message) << "\n";
     if (!session)
         return false;
     window.addDocument(std::move(session), std::move(messages));
+    RecentFiles::add(path);
     return true;
 }
 
@@ -156,8 +168,12 @@ int runProgram(const ProgramOptions& options)
     bool isGood = true;
     for (const QString& document : options.documents)
         isGood = openDocumentIn(window, document) && isGood;
-    if (!isAlone)
-        return isGood || window.workspace() ? QApplication::exec() : 1;
+    if (!isAlone && !isGood && !window.workspace())
+        return 1;
+    if (!isAlone) {
+        window.files().recovery().offer();
+        return QApplication::exec();
+    }
     Driver driver(window, std::cout, std::cerr, options.isVerbose);
     isGood = isGood && (options.script.isEmpty() || driver.run(options.script));
     return isGood && (options.screenshot.isEmpty() || takePicture(window, options)) ? 0 : 1;

@@ -23,6 +23,18 @@ Workspace::Workspace(std::unique_ptr<Session> session,
 
 Workspace::~Workspace() = default;
 
+std::unique_ptr<Session> Workspace::takeSession()
+{
+    m_kept.clear();
+    m_visits.clear();
+    m_isSelected.clear();
+    m_selection.clear();
+    m_compound = nullptr;
+    m_observer.reset();
+    m_marks.reset();
+    return std::move(m_session);
+}
+
 void Workspace::enter(const CompoundPtr& compound)
 {
     if (!compound || compound == m_compound)

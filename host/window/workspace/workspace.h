@@ -28,6 +28,9 @@ public:
                        QObject* parent = nullptr);
     ~Workspace() override;
 
+    /// Lets go of the document: the workspace is only to be destroyed then.
+    std::unique_ptr<Session> takeSession();
+
     Session& session() { return *m_session; }
     Document& document() { return m_session->document(); }
     Edits& edits() { return m_session->edits(); }
