@@ -164,8 +164,10 @@ bool nudge(Desk& desk, int right, int down)
     std::string key = "nudge";
     NodePoints points;
     for (const Placed& one : placed) {
-        points.emplace_back(one.node,
-                            one.rect.topLeft() + QPointF(right * kGridWidth, down * kGridHeight));
+        const QPointF corner = one.rect.topLeft() + QPointF(right * kGridWidth, down * kGridHeight);
+        // What stands on the grid stays on it, however often its place was written and read.
+        const QPointF near = snapped(corner);
+        points.emplace_back(one.node, (near - corner).manhattanLength() < 0.01 ? near : corner);
         key += ' ' + pathOf(*one.node);
     }
     const History::Repeating repeating(desk.workspace.history(), key);

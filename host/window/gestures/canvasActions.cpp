@@ -180,15 +180,21 @@ void addSteps(Actions& actions, const Front& front)
     addNudge("nudge.up", "&Up", "Ctrl+Up", 0, -1);
     addNudge("nudge.down", "&Down", "Ctrl+Down", 0, 1);
     Adder focus(actions, front, "&Node/&Select the Nearest");
-    const auto addFocus = [&](const char* id, const char* text, const char* key, Direction way) {
-        focus.add(id, text, key, [way](Gestures& g) {
-            selectNeighbour(g.desk().canvas, g.desk().workspace, way);
-        });
+    const auto addFocus = [&](const QString& id, const QString& text, const QString& key,
+                              Direction way) {
+        for (const bool isAdded : {false, true}) {
+            const QString name = isAdded ? text + QObject::tr(" Too") : text;
+            focus.add((isAdded ? "extend." + id : "focus." + id).toUtf8().constData(), name,
+                      (isAdded ? "Shift+" + key : key).toUtf8().constData(),
+                      [way, isAdded](Gestures& g) {
+                          selectNeighbour(g.desk().canvas, g.desk().workspace, way, isAdded);
+                      });
+        }
     };
-    addFocus("focus.left", "To the &Left", "Left", Direction::Left);
-    addFocus("focus.right", "To the &Right", "Right", Direction::Right);
-    addFocus("focus.up", "&Above", "Up", Direction::Up);
-    addFocus("focus.down", "&Below", "Down", Direction::Down);
+    addFocus("left", "To the &Left", "Left", Direction::Left);
+    addFocus("right", "To the &Right", "Right", Direction::Right);
+    addFocus("up", "&Above", "Up", Direction::Up);
+    addFocus("down", "&Below", "Down", Direction::Down);
 }
 
 void addConnections(Actions& actions, const Front& front)
@@ -204,6 +210,10 @@ void addConnections(Actions& actions, const Front& front)
     menu.add(
         "canvas.reroute", "&Move All to Another Output...", "Ctrl+Shift+W",
         [](Gestures& g) { g.commands().reroute(); }, hasPorts);
+    menu.add(
+        "canvas.insert", "&Insert the Node into One...", "I",
+        [](Gestures& g) { g.commands().insert(); },
+        [](Gestures& g) { return g.desk().workspace.selection().size() == 1; });
     menu.add(
             "canvas.cut", "Cu&t Wires", "X", [](Gestures& g) { g.prepareToCut(); }, nullptr)
         .help("Cuts the wires that the next drag strikes");

@@ -362,6 +362,11 @@ void CanvasCommands::reroute()
                             QObject::tr("no output with connections is selected"));
 }
 
+void CanvasCommands::insert()
+{
+    pickInsertion(m_desk, m_desk.workspace.selection().front());
+}
+
 void CanvasCommands::goToEnd(bool isSource)
 {
     if (!hasWires())

@@ -56,6 +56,8 @@ public:
     void connect();
     void disconnect();
     void reroute();
+    /// The selected node into a connection.
+    void insert();
     /// From the selected wire to one of its ends.
     void goToEnd(bool isSource);
 

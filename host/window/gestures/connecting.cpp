@@ -204,6 +204,25 @@ PickPopup* pickReroute(Desk& desk, const PortPtr& output)
                 std::move(choices));
 }
 
+PickPopup* pickInsertion(Desk& desk, const NodePtr& node)
+{
+    Choices choices;
+    forPorts(desk.workspace.compound(), true, [&](ZEL::Port& target) {
+        if (!target.isConnected())
+            return;
+        const PortPtr source = target.connectedTo()[0];
+        const PortPtr to(&target);
+        if (!desk.workspace.edits().insertionFor(node, source, to).problem.empty())
+            return;
+        choices.push_back(
+            {{QObject::tr("%1 to %2").arg(labelOf(*source), labelOf(target)),
+              text(typeNameOf(target))},
+             [=](Edits& edits) { return edits.insertNode(node, source, to); },
+             node->inputs().size() == 0 ? 0 : distanceBetween(desk, *node->inputs()[0], target)});
+    });
+    return pick(desk, QStringLiteral("insert"), QObject::tr("Insert into"), std::move(choices));
+}
+
 PickPopup* pickNewPort(Desk& desk, bool isInput)
 {
     Choices choices;

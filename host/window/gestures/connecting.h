@@ -25,6 +25,8 @@ PickPopup* pickConnection(Desk& desk, const std::vector<PortPtr>& ports);
 PickPopup* pickDisconnection(Desk& desk, const std::vector<PortPtr>& ports);
 /// Lists the outputs that all connections of the port can be moved to.
 PickPopup* pickReroute(Desk& desk, const PortPtr& output);
+/// Lists the connections that the node can be inserted into, the nearest first.
+PickPopup* pickInsertion(Desk& desk, const NodePtr& node);
 /// Lists the data types, to make a port of the compound.
 PickPopup* pickNewPort(Desk& desk, bool isInput);
 

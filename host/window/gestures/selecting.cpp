@@ -104,14 +104,17 @@ NodePtr neighbour(const Canvas& canvas, const NodePtr& node, Direction direction
     return best < 0 ? NodePtr() : scene->boxes()[static_cast<std::size_t>(best)].node;
 }
 
-void selectNeighbour(Canvas& canvas, Workspace& workspace, Direction direction)
+void selectNeighbour(Canvas& canvas, Workspace& workspace, Direction direction, bool isAdded)
 {
     const std::vector<NodePtr>& selection = workspace.selection();
     const NodePtr from = selection.empty() ? NodePtr() : selection.back();
     const NodePtr next = neighbour(canvas, from, direction);
     if (!next)
         return;
-    workspace.select({next});
+    std::vector<NodePtr> nodes = isAdded ? selection : std::vector<NodePtr>();
+    nodes.erase(std::remove(nodes.begin(), nodes.end(), next), nodes.end());
+    nodes.push_back(next);
+    workspace.select(nodes);
     const int box = canvas.scene()->boxOf(next.get());
     canvas.reveal(canvas.scene()->boxes()[static_cast<std::size_t>(box)].rect);
 }

@@ -27,7 +27,8 @@ enum class Direction { Left, Right, Up, Down };
 /// The node that is nearest to that one in the direction; without a node that nearest to the middle
 /// of what is seen. Empty when there is none.
 NodePtr neighbour(const Canvas& canvas, const NodePtr& node, Direction direction);
-/// Selects the neighbour of the node that was selected last, and shows it.
-void selectNeighbour(Canvas& canvas, Workspace& workspace, Direction direction);
+/// Selects the neighbour of the node that was selected last, and shows it; besides what is selected
+/// when it is added.
+void selectNeighbour(Canvas& canvas, Workspace& workspace, Direction direction, bool isAdded);
 
 } // namespace shading

@@ -75,6 +75,32 @@ private:
     std::set<std::string> m_names;
 };
 
+QString typeOfInput(const NodeCatalogue::Entry& entry, const std::string& name)
+{
+    for (const PortDescription& port : entry.definition->record().inputs) {
+        if (port.name == name)
+            return QString::fromStdString(port.type);
+    }
+    return {};
+}
+
+/// Says of each of those entries, which make the same, what inputs the others have not.
+void tellApart(NodeCatalogue::Entry* begin, NodeCatalogue::Entry* end)
+{
+    for (NodeCatalogue::Entry* entry = begin; entry != end && end - begin > 1; ++entry) {
+        QStringList own;
+        for (const PortDescription& port : entry->definition->record().inputs) {
+            const QString type = QString::fromStdString(port.type);
+            const bool isShared = std::all_of(begin, end, [&](const auto& other) {
+                return typeOfInput(other, port.name) == type;
+            });
+            if (!isShared)
+                own.append(QString::fromStdString(port.name) + ' ' + type);
+        }
+        entry->inputs = own.join(QStringLiteral(", "));
+    }
+}
+
 bool isWordStart(const QString& name, int place)
 {
     if (place == 0)
@@ -131,6 +157,12 @@ NodeCatalogue::NodeCatalogue(Document& document)
     };
     std::sort(m_entries.begin(), m_entries.end(),
               [&](const Entry& a, const Entry& b) { return key(a) < key(b); });
+    for (std::size_t i = 0, next = 0; i < m_entries.size(); i = next) {
+        while (next < m_entries.size() && m_entries[next].type == m_entries[i].type &&
+               m_entries[next].output == m_entries[i].output)
+            ++next;
+        tellApart(m_entries.data() + i, m_entries.data() + next);
+    }
     m_entries.push_back({nullptr, "nodegraph", QString(), "graph"});
 }
 

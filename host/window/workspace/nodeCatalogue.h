@@ -19,6 +19,8 @@ public:
         QString type;             ///< The node type: "mix".
         QString output;           ///< The data type that it makes: "color3"; empty for a graph.
         QString category;         ///< The library that has it: "math".
+        /// What tells it from others that make the same: "in2 float". Empty where none does.
+        QString inputs = {};
 
         /// What it is called in edits and settings: "ND_mix_color3", "nodegraph".
         QString name() const;

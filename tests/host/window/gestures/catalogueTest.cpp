@@ -63,6 +63,14 @@ TEST_F(Catalogue, FindsTheExactBeforeTheLonger)
         EXPECT_LE(hits[i - 1].rank, hits[i].rank);
 }
 
+TEST_F(Catalogue, TellsApartWhatMakesTheSame)
+{
+    std::set<QString> seen;
+    for (const NodeCatalogue::Entry& entry : catalogue.entries())
+        EXPECT_TRUE(seen.insert(entry.category + entry.type + entry.output + entry.inputs).second)
+            << entry.name().toStdString();
+}
+
 TEST_F(Catalogue, ListsOneOfEachTypeWhileManyFit)
 {
     const auto hits = catalogue.search("");
