@@ -47,6 +47,7 @@ std::vector<std::string> wordsOf(const std::string& text)
 std::vector<std::string> namesOf(const std::vector<NodePtr>& nodes)
 {
     std::vector<std::string> names;
+    names.reserve(nodes.size());
     for (const NodePtr& node : nodes)
         names.emplace_back(node->getName());
     return names;
@@ -118,7 +119,7 @@ bool Edits::createBackdrop(const CompoundPtr& compound,
                            BackdropPtr& created)
 {
     const NodePtr owner = compound ? compound->getAsNode() : nullptr;
-    if (!has(owner))
+    if (!has(owner) || !owner)
         return false;
     const std::string path = pathOf(*owner);
     if (!mayName(*compound, name, path) || !areIn(compound, nodes))

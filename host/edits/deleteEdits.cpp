@@ -147,7 +147,7 @@ bool Edits::deleteNodes(const std::vector<NodePtr>& nodes, bool isHealed)
     return run(name, first, [&]() -> std::string {
         const std::vector<Joint> joints =
             isHealed ? jointsOf(deleted, named) : std::vector<Joint>();
-        const std::string problem = remove(deleted);
+        std::string problem = remove(deleted);
         if (!problem.empty())
             return problem;
         for (auto [source, target] : joints) {
