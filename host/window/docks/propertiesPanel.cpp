@@ -117,6 +117,9 @@ void PropertiesPanel::addParts()
 
 void PropertiesPanel::setWorkspace(Workspace* workspace)
 {
+    // What is being typed counts, for the document that it was typed for.
+    if (auto* const field = qobject_cast<TextField*>(focusWidget()); field && m_workspace)
+        field->clearFocus();
     if (m_workspace)
         disconnect(m_workspace, nullptr, this, nullptr);
     m_nodes.clear();

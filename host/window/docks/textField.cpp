@@ -5,6 +5,21 @@
 
 namespace shading {
 
+namespace {
+
+/// It may be a key of an action; in the field it means nothing.
+bool isWindowKey(const QKeyEvent& key)
+{
+    if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35)
+        return true;
+    const bool isModifier = key.key() == Qt::Key_Control || key.key() == Qt::Key_Shift ||
+                            key.key() == Qt::Key_Alt || key.key() == Qt::Key_Meta ||
+                            key.key() == Qt::Key_AltGr;
+    return !isModifier && key.modifiers().testFlag(Qt::ControlModifier);
+}
+
+} // namespace
+
 TextField::TextField(Take take, QWidget* parent) : QLineEdit(parent), m_take(std::move(take)) {}
 
 void TextField::showText(const QString& text)
@@ -27,14 +42,19 @@ void TextField::discard()
 
 bool TextField::event(QEvent* event)
 {
-    if (event->type() == QEvent::ShortcutOverride && !isModified()) {
-        auto* const key = static_cast<QKeyEvent*>(event);
-        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
-            event->ignore();
-            return false;
-        }
+    if (event->type() != QEvent::ShortcutOverride)
+        return QLineEdit::event(event);
+    auto* const key = static_cast<QKeyEvent*>(event);
+    const bool isReplay = key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo);
+    if (isReplay && !isModified()) {
+        event->ignore();
+        return false;
     }
-    return QLineEdit::event(event);
+    event->ignore();
+    const bool isTaken = QLineEdit::event(event);
+    if (!event->isAccepted() && isWindowKey(*key))
+        commitTyped();
+    return isTaken;
 }
 
 void TextField::keyPressEvent(QKeyEvent* event)

@@ -23,7 +23,8 @@ public:
     void discard();
 
 protected:
-    /// Undo and redo are the document's while nothing is being typed.
+    /// Undo and redo are the document's while nothing is being typed; before a key of the window
+    /// does something, such as saving, what was typed counts.
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;

@@ -88,6 +88,14 @@ TEST_F(Docks, UndoIsTheDocumentsWhileNothingIsTyped)
     QTest::keyClicks(field, "23");
     QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(workspace.history().undoCount(), 1) << "the typing was taken back";
+    // A key of the window finds what was typed done.
+    field->selectAll();
+    QTest::keyClicks(field, "0.25");
+    QTest::keyClick(field, Qt::Key_F3);
+    settle();
+    EXPECT_EQ(workspace.history().undoCount(), 2);
+    EXPECT_EQ(std::string(input("Top.NG_gate.paint_color")->getPortDefaultValue()),
+              "0.25, 0.16, 0.09");
 }
 
 TEST_F(Docks, FollowAThousandEditsAndALongWayBack)
