@@ -53,7 +53,7 @@ PickPopup::Item itemOf(const NodeCatalogue& catalogue, const NodeCatalogue::Hit&
     const NodeCatalogue::Entry& entry = catalogue.entry(hit);
     const QString port = hit.port.empty() ? QString() : '.' + QString::fromStdString(hit.port);
     QString detail = entry.output;
-    if (!entry.inputs.isEmpty())
+    if (!entry.inputs.isEmpty() && hit.variants == 1)
         detail += QObject::tr(" of %1").arg(entry.inputs);
     if (hit.variants > 1)
         detail += QObject::tr(" and %1 more").arg(hit.variants - 1);

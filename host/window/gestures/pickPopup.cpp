@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kMostRows = 300; ///< Who has more of them types a letter.
 constexpr QSize kSize(360, 300);
+constexpr QPoint kBeside(14, 10); ///< So that the place itself stays in sight.
 constexpr int kPage = 8;
 
 } // namespace
@@ -35,8 +36,8 @@ PickPopup::PickPopup(QWidget& over, const QString& what, Find find)
     m_list->setColumnCount(2);
     m_list->setFocusPolicy(Qt::NoFocus);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    m_list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    m_list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    m_list->header()->setSectionResizeMode(1, QHeaderView::Stretch);
     m_list->header()->setStretchLastSection(false);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
@@ -54,7 +55,7 @@ void PickPopup::popUp(const QPoint& pixel)
     m_list->setObjectName(objectName() + ".list");
     const QRect room = parentWidget()->rect();
     resize(kSize.boundedTo(room.size()));
-    QPoint corner = m_over.mapTo(parentWidget(), pixel);
+    QPoint corner = m_over.mapTo(parentWidget(), pixel) + kBeside;
     corner.setX(std::clamp(corner.x(), 0, std::max(0, room.width() - width())));
     corner.setY(std::clamp(corner.y(), 0, std::max(0, room.height() - height())));
     move(corner);
