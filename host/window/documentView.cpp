@@ -2,6 +2,7 @@
 
 #include "document/document.h"
 #include "window/canvas/canvas.h"
+#include "window/canvas/minimap.h"
 #include "window/gestures/breadcrumb.h"
 #include "window/gestures/gestures.h"
 #include "window/workspace/actions.h"
@@ -24,6 +25,7 @@ DocumentView::DocumentView(std::unique_ptr<Workspace> workspace, Actions& action
     layout->addLayout(m_bars);
     layout->addWidget(new Breadcrumb(*m_workspace, this));
     layout->addWidget(m_canvas, 1);
+    m_minimap = new Minimap(*m_canvas);
     actions.useIn(*m_canvas);
     setFocusProxy(m_canvas);
     connect(m_workspace.get(), &Workspace::compoundChanged, this, &DocumentView::showCompound);

@@ -14,6 +14,7 @@ namespace shading {
 class Actions;
 class Canvas;
 class Gestures;
+class Minimap;
 
 /// A document in its tab: the canvas, and above it where the user is and what there is to say.
 class DocumentView : public QWidget {
@@ -26,6 +27,7 @@ public:
     Workspace& workspace() { return *m_workspace; }
     Canvas& canvas() { return *m_canvas; }
     Gestures& gestures() { return *m_gestures; }
+    Minimap& minimap() { return *m_minimap; }
     const ScreenMemory& memory() const { return m_memory; }
     /// Lets go of the document, and of all that shows it: the view is only to be deleted then.
     std::unique_ptr<Workspace> takeWorkspace();
@@ -44,6 +46,7 @@ private:
     ScreenMemory m_memory;
     QVBoxLayout* m_bars; ///< Both are owned by the widget.
     Canvas* m_canvas;
+    Minimap* m_minimap = nullptr;         ///< Owned by the canvas.
     std::unique_ptr<Gestures> m_gestures; ///< Goes before what it works on.
 };
 

@@ -4,6 +4,7 @@
 #include "document/names.h"
 #include "window/appearance.h"
 #include "window/canvas/canvas.h"
+#include "window/canvas/pictureActions.h"
 #include "window/docks/docks.h"
 #include "window/documentView.h"
 #include "window/files/documentFiles.h"
@@ -51,6 +52,7 @@ MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent
     addFileActions(*this, *m_files);
     addActions();
     addCanvasActions(*m_actions, [this] { return view() ? &view()->gestures() : nullptr; });
+    addPictureActions(*m_actions, [this] { return view(); });
     addPanels(*this);
     m_actions->fill(*menuBar(), {"&File", "&Edit", "&View", "&Node", "&Connection", "&Help"});
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::turnTo);

@@ -18,7 +18,8 @@ struct CanvasState {
     std::unordered_set<int> selectedWires;
     std::vector<SceneEnd> selectedRows; ///< Of bars.
     int selectedBackdrop = -1;
-    int focus = -1; ///< A box.
+    std::vector<char> isShown; ///< By the boxes; empty: all are.
+    int focus = -1;            ///< A box.
     Hit hover;
     std::vector<int> flashing;                     ///< Boxes.
     double flash = 0;                              ///< From 0 to 1.

@@ -49,6 +49,7 @@ private:
     void paintPage();
     void paintBackdrops();
     void paintWires();
+    bool isBelow(int a, int b) const;
     void paintWire(int wire, bool isFaded);
     void paintBoxes();
     void paintBox(int box);
@@ -67,6 +68,10 @@ private:
     bool isSelected(int box) const
     {
         return m_state.isSelected[static_cast<std::size_t>(box)] != 0;
+    }
+    bool isShown(int box) const
+    {
+        return m_state.isShown.empty() || m_state.isShown[static_cast<std::size_t>(box)] != 0;
     }
     bool isDimmed(const SceneEnd& end) const { return m_state.isDimmed && m_state.isDimmed(end); }
     double atLeast(double size) const;

@@ -9,6 +9,7 @@ namespace {
 
 constexpr double kPieceLength = 9; ///< Of a curve's pieces, in pixels.
 constexpr int kMostPieces = 16;
+constexpr double kBendsFrom = 14; ///< Nobody sees how a shorter curve bends.
 
 unsigned shareOf(double coverage)
 {
@@ -99,11 +100,20 @@ void Raster::plateRow(const QRect& rect, const Plate& look, int y)
     }
 }
 
-void Raster::dots(const QPointF& first, const QPointF& distance, int size, Pixel colour)
+void Raster::dots(const QPointF& origin, const QPointF& distance, int size, Pixel colour)
 {
-    for (double y = first.y(); y <= m_clip.bottom() + 1; y += distance.y()) {
-        for (double x = first.x(); x <= m_clip.right() + 1; x += distance.x())
-            fill({static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)), size, size},
+    // Each by its number: the same dot is at the same place in every clip.
+    const auto number = [](double place, double start, double step) {
+        return static_cast<int>(std::floor((place - start) / step));
+    };
+    const int left = number(m_clip.left() - size, origin.x(), distance.x());
+    const int right = number(m_clip.right() + size, origin.x(), distance.x());
+    const int top = number(m_clip.top() - size, origin.y(), distance.y());
+    const int bottom = number(m_clip.bottom() + size, origin.y(), distance.y());
+    for (int row = top; row <= bottom; ++row) {
+        const int y = static_cast<int>(std::lround(origin.y() + row * distance.y()));
+        for (int column = left; column <= right; ++column)
+            fill({static_cast<int>(std::lround(origin.x() + column * distance.x())), y, size, size},
                  colour);
     }
 }
@@ -188,7 +198,8 @@ void Raster::curve(const WireCurve& curve,
         bounds.bottom() < m_clip.top() - margin || bounds.top() > m_clip.bottom() + margin)
         return;
     const double length = bounds.width() + bounds.height();
-    const bool isStraight = bounds.height() < 0.3 && shown.control[3].x() > shown.control[0].x();
+    const bool isStraight = length < kBendsFrom ||
+                            (bounds.height() < 0.3 && shown.control[3].x() > shown.control[0].x());
     const int pieces =
         isStraight ? 1 : std::clamp(static_cast<int>(length / kPieceLength), 2, kMostPieces);
     QPointF last = shown.control[0];

@@ -44,8 +44,8 @@ public:
     void fill(const QRect& rect, Pixel colour);
     void blend(const QRect& rect, Pixel colour, unsigned share);
     void plate(const QRect& rect, const Plate& look);
-    /// A line with dots in the distances, from the first place on.
-    void dots(const QPointF& first, const QPointF& distance, int size, Pixel colour);
+    /// Dots all over, in the distances, so that one would be at the origin.
+    void dots(const QPointF& origin, const QPointF& distance, int size, Pixel colour);
     void line(const QPointF& from, const QPointF& to, const Stroke& stroke);
     /// The curve, whose points are scaled and moved into the image.
     void curve(const WireCurve& curve, double scale, const QPointF& origin, const Stroke& stroke);

@@ -229,10 +229,12 @@ QRectF Scene::setOffset(const std::vector<int>& boxes, const QPointF& offset)
 {
     if (boxes.empty() && m_moved.empty())
         return {};
-    QRectF area = boundsOf(m_moved) | boundsOf(boxes);
+    QRectF area = boundsOf(m_moved);
+    area |= boundsOf(boxes);
     if (boxes != m_moved) {
         for (const int box : m_moved)
             m_data.setRect(box, m_data.box(box).rect.translated(-m_offset));
+        area |= boundsOf(m_moved);
         m_moved = boxes;
         m_offset = QPointF();
     }

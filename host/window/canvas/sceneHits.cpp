@@ -29,10 +29,14 @@ void Scene::forBoxes(const QRectF& area, const std::function<void(int)>& call) c
 void Scene::forWires(const QRectF& area, const std::function<void(int)>& call) const
 {
     m_data.wireGrid.query(area, [&](int wire) {
-        const QRectF bounds = m_data.wire(wire).curve().bounds();
-        // A straight wire has no height: it touches nothing by the rules of rectangles.
-        if (bounds.left() <= area.right() && bounds.right() >= area.left() &&
-            bounds.top() <= area.bottom() && bounds.bottom() >= area.top())
+        // Wider than it is: the curve costs more to find.
+        const QPointF& from = m_data.wire(wire).from;
+        const QPointF& to = m_data.wire(wire).to;
+        const auto [left, right] = std::minmax(from.x(), to.x());
+        const auto [top, bottom] = std::minmax(from.y(), to.y());
+        if (left - WireCurve::kMostReach <= area.right() &&
+            right + WireCurve::kMostReach >= area.left() && top <= area.bottom() &&
+            bottom >= area.top())
             call(wire);
     });
 }

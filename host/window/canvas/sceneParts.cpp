@@ -8,7 +8,6 @@ namespace shading {
 namespace {
 
 constexpr double kLeastReach = 24;
-constexpr double kMostReach = 160;
 constexpr int kDistanceSteps = 24;
 
 /// How far the curve runs straight out of a port: less where the ends are near, more where it has
@@ -18,8 +17,9 @@ double reachOf(const QPointF& from, const QPointF& to)
     const double way = to.x() - from.x();
     const double rise = std::abs(to.y() - from.y());
     if (way >= 0)
-        return std::clamp(std::max(way / 2, std::min(rise / 3, way)), kLeastReach, kMostReach);
-    return std::clamp(kLeastReach - way / 2 + rise / 8, kLeastReach, kMostReach);
+        return std::clamp(std::max(way / 2, std::min(rise / 3, way)), kLeastReach,
+                          WireCurve::kMostReach);
+    return std::clamp(kLeastReach - way / 2 + rise / 8, kLeastReach, WireCurve::kMostReach);
 }
 
 } // namespace

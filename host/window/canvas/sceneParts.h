@@ -87,6 +87,9 @@ struct SceneEnd {
 /// The line of a connection: a cubic Bézier curve that leaves to the right and arrives from the
 /// left.
 struct WireCurve {
+    /// How far it reaches beyond its ends at most.
+    static constexpr double kMostReach = 160;
+
     std::array<QPointF, 4> control;
 
     WireCurve() = default;
