@@ -28,7 +28,7 @@ void OutlineModel::setWorkspace(Workspace* workspace)
     m_items.clear();
     m_root.reset();
     if (workspace) {
-        m_root.reset(new Item{workspace->document().getRootNode(), nullptr, 0, {}});
+        m_root = std::make_unique<Item>(workspace->document().getRootNode(), nullptr);
         m_items[m_root->node.get()] = m_root.get();
     }
     endResetModel();
@@ -144,7 +144,7 @@ void OutlineModel::insert(Item& item, int row, const std::vector<NodePtr>& nodes
     std::vector<std::unique_ptr<Item>> made;
     made.reserve(nodes.size());
     for (const NodePtr& node : nodes) {
-        made.emplace_back(new Item{node, &item, 0, {}});
+        made.push_back(std::make_unique<Item>(node, &item));
         m_items[node.get()] = made.back().get();
     }
     item.children.insert(item.children.begin() + row, std::make_move_iterator(made.begin()),

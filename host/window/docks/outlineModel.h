@@ -6,6 +6,7 @@
 #include <QAbstractItemModel>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace shading {
@@ -46,9 +47,11 @@ public:
 
 private:
     struct Item {
+        Item(NodePtr shown, Item* around) : node(std::move(shown)), parent(around) {}
+
         NodePtr node;
         Item* parent;                                ///< Null: the root.
-        int row;                                     ///< In its parent.
+        int row = 0;                                 ///< In its parent.
         std::vector<std::unique_ptr<Item>> children; ///< The first of the compound's nodes.
     };
 
