@@ -121,17 +121,26 @@ bool Session::save(const std::string& path,
     return true;
 }
 
-bool Session::copy(const std::vector<NodePtr>& nodes,
-                   std::vector<SaveProblem>& problems,
-                   const Progress::Tell& tell)
+/// Nothing is edited meanwhile.
+bool Session::copyText(const std::vector<NodePtr>& nodes,
+                       std::string& text,
+                       std::vector<SaveProblem>& problems,
+                       const Progress::Tell& tell)
 {
     if (m_edits.history().isHeld() && !nodes.empty()) {
         problems.push_back({pathOf(*nodes.front()), kIsSaved});
         return false;
     }
+    const History::Hold hold(m_edits.history(), "the document is being copied");
+    return copyToText(*m_document, nodes, text, problems, tell);
+}
+
+bool Session::copy(const std::vector<NodePtr>& nodes,
+                   std::vector<SaveProblem>& problems,
+                   const Progress::Tell& tell)
+{
     std::string text;
-    const History::Hold hold(m_edits.history(), "it is being copied");
-    if (!copyToText(*m_document, nodes, text, problems, tell))
+    if (!copyText(nodes, text, problems, tell))
         return false;
     m_copied = text;
     return true;
@@ -140,10 +149,11 @@ bool Session::copy(const std::vector<NodePtr>& nodes,
 bool Session::duplicate(const std::vector<NodePtr>& nodes,
                         const PasteOptions& options,
                         std::vector<NodePtr>& made,
-                        std::vector<SaveProblem>& problems)
+                        std::vector<SaveProblem>& problems,
+                        const Progress::Tell& tell)
 {
     std::string text;
-    if (!copyToText(*m_document, nodes, text, problems))
+    if (!copyText(nodes, text, problems, tell))
         return false;
     std::vector<std::string> words = {"duplicate"};
     for (const NodePtr& node : nodes)

@@ -77,7 +77,8 @@ public:
     bool duplicate(const std::vector<NodePtr>& nodes,
                    const PasteOptions& options,
                    std::vector<NodePtr>& made,
-                   std::vector<SaveProblem>& problems);
+                   std::vector<SaveProblem>& problems,
+                   const Progress::Tell& tell = {});
     /// True when leaving loses nothing: the document is as it was opened, made or last saved.
     bool isSaved() { return m_edits.history().isSaved(); }
 
@@ -98,6 +99,10 @@ public:
     static void close(std::unique_ptr<Session> session, const Progress::Tell& tell);
 
 private:
+    bool copyText(const std::vector<NodePtr>& nodes,
+                  std::string& text,
+                  std::vector<SaveProblem>& problems,
+                  const Progress::Tell& tell);
     /// The document may be written there, whatever it says.
     bool isFree(const std::string& path, std::vector<SaveProblem>& problems);
 

@@ -1,3 +1,4 @@
+#include "window/files/progressBox.h"
 #include "window/program.h"
 
 #include <QApplication>
@@ -54,6 +55,7 @@ int main(int argc, char** argv)
                      "writes a picture without one\n";
         return kFailure;
     }
+    shading::ProgressBox::prepare();
     qInstallMessageHandler(tell);
     QApplication application(argc, argv);
     QApplication::setStyle("Fusion");

@@ -5,6 +5,9 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace shading {
 
@@ -56,6 +59,15 @@ ProgressBox::~ProgressBox()
 Progress::Tell ProgressBox::tell()
 {
     return [this](int permille) { return note(permille); };
+}
+
+/// The C library puts small pieces of memory aside when they are freed, and joins them all at once
+/// some time later: after a large document that takes tenths of a second.
+void ProgressBox::prepare()
+{
+#ifdef __GLIBC__
+    mallopt(M_MXFAST, 0);
+#endif
 }
 
 bool ProgressBox::isBusy()

@@ -30,6 +30,8 @@ public:
     /// To be given to the work, which must end before this goes.
     Progress::Tell tell();
     bool isCancelled() const { return m_isCancelled; }
+    /// To be called once, when the program begins, so that no single release of memory lasts.
+    static void prepare();
     /// Some work is being done: what would change documents has to wait.
     static bool isBusy();
 

@@ -2,6 +2,7 @@
 
 #include "edits/pasteOptions.h"
 #include "window/canvas/canvas.h"
+#include "window/files/progressBox.h"
 #include "window/workspace/workspace.h"
 
 #include <QClipboard>
@@ -39,7 +40,8 @@ bool copySelection(Desk& desk)
         return false;
     Session& session = desk.workspace.session();
     std::vector<SaveProblem> problems;
-    if (!session.copy(desk.workspace.selection(), problems))
+    ProgressBox box(*desk.canvas.window(), QObject::tr("Copying"));
+    if (!session.copy(desk.workspace.selection(), problems, box.tell()))
         return report(desk, problems);
     const QByteArray bytes = QByteArray::fromStdString(session.copied());
     auto* const data = new QMimeData;
@@ -98,7 +100,9 @@ bool duplicate(Desk& desk)
         return false;
     std::vector<NodePtr> made;
     std::vector<SaveProblem> problems;
-    if (!desk.workspace.session().duplicate(desk.workspace.selection(), {}, made, problems))
+    ProgressBox box(*desk.canvas.window(), QObject::tr("Duplicating"));
+    if (!desk.workspace.session().duplicate(desk.workspace.selection(), {}, made, problems,
+                                            box.tell()))
         return report(desk, problems);
     desk.workspace.select(made);
     return true;
