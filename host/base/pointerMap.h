@@ -18,13 +18,13 @@ public:
     Value& operator[](const Key* key)
     {
         const std::uint64_t mixed = mix(key);
-        Part& part = m_parts[mixed >> kPartShift];
-        if (part.size * 2 >= part.entries.size())
-            grow(part);
-        Entry& entry = part.entries[placeOf(part, key, mixed)];
+        Shard& shard = m_shards[mixed >> kShardShift];
+        if (shard.size * 2 >= shard.entries.size())
+            grow(shard);
+        Entry& entry = shard.entries[placeOf(shard, key, mixed)];
         if (!entry.key) {
             entry.key = key;
-            ++part.size;
+            ++shard.size;
         }
         return entry.value;
     }
@@ -32,21 +32,21 @@ public:
     const Value* find(const Key* key) const
     {
         const std::uint64_t mixed = mix(key);
-        const Part& part = m_parts[mixed >> kPartShift];
+        const Shard& shard = m_shards[mixed >> kShardShift];
         const Entry* const entry =
-            part.size > 0 ? &part.entries[placeOf(part, key, mixed)] : nullptr;
+            shard.size > 0 ? &shard.entries[placeOf(shard, key, mixed)] : nullptr;
         return key && entry && entry->key ? &entry->value : nullptr;
     }
 
 private:
-    static constexpr std::size_t kPartCount = 64;
-    static constexpr unsigned kPartShift = 58; ///< What is left of the bits chooses the part.
+    static constexpr std::size_t kShardCount = 64;
+    static constexpr unsigned kShardShift = 58; ///< What is left of the bits chooses the shard.
 
     struct Entry {
         const Key* key = nullptr; ///< Null: free.
         Value value = Value();
     };
-    struct Part {
+    struct Shard {
         std::vector<Entry> entries; ///< A power of 2 of them, at most half in use.
         std::size_t size = 0;
     };
@@ -56,25 +56,25 @@ private:
         return reinterpret_cast<std::uintptr_t>(key) * 0x9E3779B97F4A7C15U;
     }
     /// Where the key is, or would be.
-    static std::size_t placeOf(const Part& part, const Key* key, std::uint64_t mixed)
+    static std::size_t placeOf(const Shard& shard, const Key* key, std::uint64_t mixed)
     {
-        const std::vector<Entry>& entries = part.entries;
+        const std::vector<Entry>& entries = shard.entries;
         std::size_t place = static_cast<std::size_t>(mixed >> 26U) & (entries.size() - 1);
         while (entries[place].key && entries[place].key != key)
             place = (place + 1) & (entries.size() - 1);
         return place;
     }
-    static void grow(Part& part)
+    static void grow(Shard& shard)
     {
-        std::vector<Entry> entries(part.entries.empty() ? 16 : part.entries.size() * 4);
-        entries.swap(part.entries);
+        std::vector<Entry> entries(shard.entries.empty() ? 16 : shard.entries.size() * 4);
+        entries.swap(shard.entries);
         for (Entry& entry : entries) {
             if (entry.key)
-                part.entries[placeOf(part, entry.key, mix(entry.key))] = std::move(entry);
+                shard.entries[placeOf(shard, entry.key, mix(entry.key))] = std::move(entry);
         }
     }
 
-    std::array<Part, kPartCount> m_parts;
+    std::array<Shard, kShardCount> m_shards;
 };
 
 } // namespace shading
