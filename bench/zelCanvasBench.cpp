@@ -72,6 +72,7 @@ public:
         std::ofstream(m_path) << documentOf(size);
         canvas.resize(1920, 1080);
         open();
+        paint(); // The picture itself is not a matter of nodes.
         const std::size_t before = allocated();
         enter();
         bytesPerNode = static_cast<double>(allocated() - before) / size;
