@@ -5,19 +5,30 @@
 
 namespace shading {
 
+namespace {
+
+/// The other side of what a node does with the port: those ports of it; for a port of a compound
+/// the mirror alone.
+std::vector<ZEL::Port*> portsBehind(ZEL::Port& port, ZEL::PortList& (ZEL::Node::*list)())
+{
+    std::vector<ZEL::Port*> ports;
+    const ZEL::AddRefWrapper<ZEL::Node> node = port.getParentNode();
+    if (!node)
+        return ports;
+    if (!node->isCompound()) {
+        for (ZEL::Port* const other : (node.get()->*list)())
+            ports.push_back(other);
+    } else if (const auto mirror = node->getAsCompound()->getReversePort(&port)) {
+        ports.push_back(mirror.get()); // The compound holds it.
+    }
+    return ports;
+}
+
+} // namespace
+
 std::vector<ZEL::Port*> receiversBehind(ZEL::Port& sender)
 {
-    std::vector<ZEL::Port*> receivers;
-    const ZEL::AddRefWrapper<ZEL::Node> node = sender.getParentNode();
-    if (!node)
-        return receivers;
-    if (!node->isCompound()) {
-        for (ZEL::Port* const input : node->inputs())
-            receivers.push_back(input);
-    } else if (const auto mirror = node->getAsCompound()->getReversePort(&sender)) {
-        receivers.push_back(mirror.get()); // The compound holds it.
-    }
-    return receivers;
+    return portsBehind(sender, &ZEL::Node::inputs);
 }
 
 namespace {
@@ -47,17 +58,7 @@ bool walkBack(ZEL::Port& sender, const Function& isEnough)
 /// The ports that give what becomes of what the receiver takes.
 std::vector<ZEL::Port*> sendersBehind(ZEL::Port& receiver)
 {
-    std::vector<ZEL::Port*> senders;
-    const ZEL::AddRefWrapper<ZEL::Node> node = receiver.getParentNode();
-    if (!node)
-        return senders;
-    if (!node->isCompound()) {
-        for (ZEL::Port* const output : node->outputs())
-            senders.push_back(output);
-    } else if (const auto mirror = node->getAsCompound()->getReversePort(&receiver)) {
-        senders.push_back(mirror.get()); // The compound holds it.
-    }
-    return senders;
+    return portsBehind(receiver, &ZEL::Node::outputs);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "document/names.h"
 #include "document/rules.h"
 #include "draw/zelPictureStyle.h"
+#include "edits/positions.h"
 #include "window/canvas/canvas.h"
 #include "window/canvas/sceneBackdrops.h"
 #include "window/gestures/connecting.h"
@@ -248,9 +249,10 @@ void CanvasCommands::rename()
         renameNode(m_desk.workspace.selection().front());
 }
 
-void CanvasCommands::editName(const QString& name,
-                              std::function<QRectF()> place,
-                              std::function<bool(Edits& edits, const std::string& name)> rename)
+void CanvasCommands::editName(
+    const QString& name,
+    const std::function<QRectF()>& place,
+    const std::function<bool(Edits& edits, const std::string& name)>& rename)
 {
     if (m_editor)
         m_editor->close();

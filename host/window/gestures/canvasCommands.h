@@ -66,8 +66,8 @@ public:
 
 private:
     void editName(const QString& name,
-                  std::function<QRectF()> place,
-                  std::function<bool(Edits& edits, const std::string& name)> rename);
+                  const std::function<QRectF()>& place,
+                  const std::function<bool(Edits& edits, const std::string& name)>& rename);
     void renameNode(const NodePtr& node);
     void renamePort(const PortPtr& port);
     void renameBackdrop(const std::shared_ptr<Backdrop>& backdrop);

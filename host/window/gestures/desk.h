@@ -3,7 +3,7 @@
 #include "document/pointers.h"
 
 #include <QPointF>
-#include <QSizeF>
+#include <QRectF>
 #include <Qt>
 #include <functional>
 #include <optional>
