@@ -1,6 +1,7 @@
 #include "window/gestures/backdropGesture.h"
 
 #include "document/backdrops.h"
+#include "edits/positions.h"
 #include "window/canvas/canvas.h"
 #include "window/workspace/workspace.h"
 

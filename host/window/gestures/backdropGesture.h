@@ -8,6 +8,7 @@
 namespace shading {
 
 class Backdrop;
+class Edits;
 
 /// Moves a backdrop with the nodes that it contains, or one of its edges.
 class BackdropGesture : public Gesture {

@@ -38,7 +38,7 @@ std::string WireJudge::problem(ZEL::Port& port) const
             continue;
         const PortPtr& source = m_seeksTarget ? fixed : PortPtr(&port);
         const PortPtr& target = m_seeksTarget ? PortPtr(&port) : fixed;
-        const std::string problem = m_edits.connectProblem(source, target);
+        std::string problem = m_edits.connectProblem(source, target);
         if (!problem.empty())
             return problem;
     }
