@@ -71,6 +71,8 @@ void settle()
     for (int i = 0; i < 4; ++i) {
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
+        // A loop inside of another one leaves these to that.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
 
