@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QSettings>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -37,6 +38,7 @@ MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent
       m_actions(new Actions(this)),
       m_files(new DocumentFiles(*this, Recovery::defaultFolder())),
       m_tabs(new QTabWidget(this)),
+      m_welcome(new QLabel(this)),
       m_message(new QLabel(this))
 {
     setObjectName("window");
@@ -44,7 +46,16 @@ MainWindow::MainWindow(std::shared_ptr<Environment> environment, QWidget* parent
     m_tabs->setDocumentMode(true);
     m_tabs->setTabsClosable(true);
     m_tabs->setMovable(true);
-    setCentralWidget(m_tabs);
+    // Where no document is there, what to do about that.
+    m_welcome->setObjectName("welcome");
+    m_welcome->setAlignment(Qt::AlignCenter);
+    m_welcome->setTextFormat(Qt::RichText);
+    m_welcome->setText(tr("<p><b>No document is open.</b></p><p>Ctrl+O opens one, Ctrl+N begins "
+                          "one; or drag a file here.</p><p>F1 shows all keys.</p>"));
+    auto* const middle = new QStackedWidget(this);
+    middle->addWidget(m_welcome);
+    middle->addWidget(m_tabs);
+    setCentralWidget(middle);
     m_message->setObjectName("status");
     m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
     statusBar()->addWidget(m_message, 1);
@@ -265,6 +276,8 @@ void MainWindow::turnTo()
 /// The file's name and [*] in the title and, for each document, in its tab.
 void MainWindow::showTitle()
 {
+    auto* const middle = qobject_cast<QStackedWidget*>(centralWidget());
+    middle->setCurrentWidget(m_tabs->count() == 0 ? static_cast<QWidget*>(m_welcome) : m_tabs);
     for (DocumentView* const view : views()) {
         Session& session = view->workspace().session();
         const QString path = QString::fromStdString(session.path());

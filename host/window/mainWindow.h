@@ -77,6 +77,7 @@ private:
     Actions* m_actions; ///< All are owned by the window.
     DocumentFiles* m_files;
     QTabWidget* m_tabs;
+    QLabel* m_welcome; ///< Instead of the tabs while there is no document.
     QLabel* m_message; ///< In the status bar.
     std::vector<Panel*> m_panels;
     Workspace* m_front = nullptr;
