@@ -12,6 +12,8 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QFileInfo>
 #include <iostream>
 
@@ -154,6 +156,10 @@ QString programUsage()
 int runProgram(const ProgramOptions& options)
 {
     const bool isAlone = !options.screenshot.isEmpty() || !options.script.isEmpty();
+    // Pictures and scripts are the same whatever the user has set, and leave that as it is.
+    const QTemporaryDir settings;
+    if (isAlone || options.wantsKeys)
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     applyTheme(options.theme.isEmpty() ? chosenTheme() : themeNamed(options.theme));
     const std::shared_ptr<Environment> environment = makeEnvironment(options);
     if (!environment)

@@ -57,7 +57,8 @@ int main(int argc, char** argv)
     }
     shading::ProgressBox::prepare();
     qInstallMessageHandler(tell);
-    QApplication application(argc, argv);
+    int ownWords = 1; // Qt has a --plugin of its own.
+    QApplication application(ownWords, argv);
     QApplication::setStyle("Fusion");
     QApplication::setOrganizationName("zeledit");
     QApplication::setApplicationName("zeledit");
