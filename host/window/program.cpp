@@ -12,9 +12,9 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QFileInfo>
 #include <iostream>
 
 namespace shading {

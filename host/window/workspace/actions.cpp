@@ -191,8 +191,10 @@ QString Actions::keysTable() const
     QString table = "| menu | action | keys |\n|---|---|---|\n";
     for (const Entry& entry : m_entries) {
         QStringList keys;
-        for (const QKeySequence& key : entry.keys)
-            keys.append('`' + key.toString(QKeySequence::PortableText) + '`');
+        for (const QKeySequence& key : entry.keys) {
+            if (!key.isEmpty())
+                keys.append('`' + key.toString(QKeySequence::PortableText) + '`');
+        }
         QString text = entry.menu + "| " + entry.action->text();
         if (!keys.isEmpty())
             table += "| " + text.remove('&').replace("|", " |") + " | " + keys.join(", ") + " |\n";
