@@ -149,7 +149,9 @@ void LayerPainter::paintWire(int index, bool isFaded)
     const double least = 1.0 * m_place.ratio;
     Raster::Stroke stroke = {typeColour(wire.type), std::max(kWireWidth * m_place.scale, least),
                              isFaded ? kFadedShare : kWireShare};
-    if (m_view < kBarsFrom && !isFaded)
+    stroke.isRough = m_view < kBarsFrom && !isSelected(wire.source.box) &&
+                     !isSelected(wire.target.box) && m_state.selectedWires.count(index) == 0;
+    if (stroke.isRough && !isFaded)
         stroke.share /= 2;
     if (m_state.selectedWires.count(index) > 0) {
         m_raster.curve(wire.curve(), m_place.scale, m_place.origin,

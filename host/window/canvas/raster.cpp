@@ -129,6 +129,12 @@ void Raster::flat(const QPointF& from, const QPointF& to, const Stroke& stroke)
     const double reach = (half + 0.5) / across;
     const int first = std::max(static_cast<int>(std::ceil(from.x() - 0.5)), m_clip.left());
     const int last = std::min(static_cast<int>(std::ceil(to.x() - 0.5)) - 1, m_clip.right());
+    if (stroke.isRough) {
+        double middle = from.y() + slope * (first + 0.5 - from.x());
+        for (int x = first; x <= last; ++x, middle += slope)
+            touch(x, static_cast<int>(middle), stroke.colour, stroke.share);
+        return;
+    }
     for (int x = first; x <= last; ++x) {
         const double middle = from.y() + slope * (x + 0.5 - from.x());
         const int top = std::max(static_cast<int>(std::floor(middle - reach)), m_clip.top());
@@ -154,6 +160,12 @@ void Raster::steep(const QPointF& from, const QPointF& to, const Stroke& stroke)
     const double reach = (half + 0.5) / across;
     const int first = std::max(static_cast<int>(std::ceil(from.y() - 0.5)), m_clip.top());
     const int last = std::min(static_cast<int>(std::ceil(to.y() - 0.5)) - 1, m_clip.bottom());
+    if (stroke.isRough) {
+        double middle = from.x() + slope * (first + 0.5 - from.y());
+        for (int y = first; y <= last; ++y, middle += slope)
+            touch(static_cast<int>(middle), y, stroke.colour, stroke.share);
+        return;
+    }
     for (int y = first; y <= last; ++y) {
         const double middle = from.x() + slope * (y + 0.5 - from.y());
         const int left = std::max(static_cast<int>(std::floor(middle - reach)), m_clip.left());

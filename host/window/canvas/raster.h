@@ -34,7 +34,8 @@ public:
     struct Stroke {
         Pixel colour;
         double width;
-        unsigned share; ///< Of the colour, up to 256.
+        unsigned share;       ///< Of the colour, up to 256.
+        bool isRough = false; ///< One pixel wide, with stairs: for thousands seen from far.
     };
 
     /// Holds no reference: the pixels must outlive it.
