@@ -11,6 +11,13 @@ constexpr double kPieceLength = 9; ///< Of a curve's pieces, in pixels.
 constexpr int kMostPieces = 16;
 constexpr double kBendsFrom = 14; ///< Nobody sees how a shorter curve bends.
 
+/// The pixel of a place. Places between two pixels are common, and must not fall to one or the
+/// other by the last digit: it depends on where the picture was moved to.
+int stairAt(double place)
+{
+    return static_cast<int>(std::floor(place + 0.00137));
+}
+
 unsigned shareOf(double coverage)
 {
     return static_cast<unsigned>(std::clamp(coverage, 0.0, 1.0) * 256);
@@ -130,9 +137,8 @@ void Raster::flat(const QPointF& from, const QPointF& to, const Stroke& stroke)
     const int first = std::max(static_cast<int>(std::ceil(from.x() - 0.5)), m_clip.left());
     const int last = std::min(static_cast<int>(std::ceil(to.x() - 0.5)) - 1, m_clip.right());
     if (stroke.isRough) {
-        double middle = from.y() + slope * (first + 0.5 - from.x());
-        for (int x = first; x <= last; ++x, middle += slope)
-            touch(x, static_cast<int>(middle), stroke.colour, stroke.share);
+        for (int x = first; x <= last; ++x)
+            touch(x, stairAt(from.y() + slope * (x + 0.5 - from.x())), stroke.colour, stroke.share);
         return;
     }
     for (int x = first; x <= last; ++x) {
@@ -161,9 +167,8 @@ void Raster::steep(const QPointF& from, const QPointF& to, const Stroke& stroke)
     const int first = std::max(static_cast<int>(std::ceil(from.y() - 0.5)), m_clip.top());
     const int last = std::min(static_cast<int>(std::ceil(to.y() - 0.5)) - 1, m_clip.bottom());
     if (stroke.isRough) {
-        double middle = from.x() + slope * (first + 0.5 - from.y());
-        for (int y = first; y <= last; ++y, middle += slope)
-            touch(static_cast<int>(middle), y, stroke.colour, stroke.share);
+        for (int y = first; y <= last; ++y)
+            touch(stairAt(from.x() + slope * (y + 0.5 - from.y())), y, stroke.colour, stroke.share);
         return;
     }
     for (int y = first; y <= last; ++y) {
