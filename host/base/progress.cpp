@@ -31,13 +31,11 @@ void Progress::awaitResult(const std::function<void()>& work)
     done.get();
 }
 
-Progress::Tell Progress::within(int from, int to) const
+Progress::Tell Progress::within(int from, int to)
 {
     if (!m_tell)
         return {};
-    return [tell = m_tell, from, to](int permille) {
-        return tell(from + permille * (to - from) / 1000);
-    };
+    return [this, from, to](int permille) { return pass(from + permille * (to - from) / 1000); };
 }
 
 Progress::Tell withoutCancel(const Progress::Tell& tell)

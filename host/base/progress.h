@@ -65,8 +65,9 @@ public:
     /// The work is to end. In its own thread it may ask.
     bool isCancelled() const { return m_isCancelled; }
 
-    /// For a work that is the part from one permille of this one to the other.
-    Tell within(int from, int to) const;
+    /// For a work that is the part from one permille of this one to the other. This must outlive
+    /// it.
+    Tell within(int from, int to);
 
 private:
     void note(std::size_t done)
@@ -74,8 +75,14 @@ private:
         m_done = done;
         const double share =
             m_total == 0 ? 0 : static_cast<double>(done) / static_cast<double>(m_total);
-        if (m_tell && !m_tell(m_from + static_cast<int>(std::min(share, 1.0) * (m_to - m_from))))
+        if (m_tell && !pass(m_from + static_cast<int>(std::min(share, 1.0) * (m_to - m_from))))
             m_isCancelled = true;
+    }
+    /// Never tells less than before: a part may have told more of itself than its begin.
+    bool pass(int permille)
+    {
+        m_told = std::max(m_told, permille);
+        return m_tell(m_told);
     }
 
     Tell m_tell;
@@ -83,6 +90,7 @@ private:
     int m_to = 0;
     std::size_t m_total = 0;
     std::size_t m_done = 0; ///< Steps of the part.
+    int m_told = 0;         ///< The most, in permille.
     unsigned m_calls = 0;
     std::atomic<bool> m_isCancelled = false;
 };

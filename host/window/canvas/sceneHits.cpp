@@ -32,8 +32,8 @@ void Scene::forWires(const QRectF& area, const std::function<void(int)>& call) c
         // Wider than it is: the curve costs more to find.
         const QPointF& from = m_data.wire(wire).from;
         const QPointF& to = m_data.wire(wire).to;
-        const auto [left, right] = std::minmax(from.x(), to.x());
-        const auto [top, bottom] = std::minmax(from.y(), to.y());
+        const auto [left, right] = std::minmax({from.x(), to.x()});
+        const auto [top, bottom] = std::minmax({from.y(), to.y()});
         if (left - WireCurve::kMostReach <= area.right() &&
             right + WireCurve::kMostReach >= area.left() && top <= area.bottom() &&
             bottom >= area.top())
