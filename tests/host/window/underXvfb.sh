@@ -14,6 +14,9 @@ done
 home=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; wait 2>/dev/null || true; rm -rf "$home"' EXIT
 export HOME=$home XDG_CONFIG_HOME=$home XDG_STATE_HOME=$home XDG_RUNTIME_DIR=$home
+# What libraries of the desktop keep to the end, where leaks are looked for.
+printf 'leak:libdbus\nleak:libfontconfig\n' >"$home/leaks"
+export LSAN_OPTIONS=suppressions=$home/leaks:print_suppressions=0
 unset WAYLAND_DISPLAY QT_QPA_PLATFORM
 cp "$document" "$home/gate.mtlx"
 
