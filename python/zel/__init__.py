@@ -1,0 +1,3 @@
+"""The object model of a node network for graph editors."""
+
+from zel._zel import *
