@@ -9,8 +9,8 @@ tree=$(cd "$here/../.." && pwd)
 
 rm -rf "$work"
 mkdir -p "$work"
-cp -r "$tree"/{include,core,editor,graph,plugins,commands,host} "$work"
-mkdir -p "$work/docs" "$work/host/window"
+cp -r "$tree"/{include,core,editor,graph,plugins,commands,host,python} "$work"
+mkdir -p "$work/docs" "$work"/host/window "$work"/python/{binding,zel,shading}
 cp "$tree"/docs/house.{md,svg} "$work/docs"
 
 faults=0
@@ -42,7 +42,23 @@ expect core/zelPlanted.h '"graph/zelPortOrder.h"' "core may not include graph/ze
 expect include/zelPlanted.h '"core/zelText.h"' "include may not include core/zelText.h"
 expect graph/zelPlanted.h '"document/node.h"' "graph may not include document/node.h"
 expect host/planted.h '"zel.h"' "the room planted.h is in no list"
+expect python/zel/planted.h '"document/node.h"' "zel may not include document/node.h"
+expect python/zel/planted.h '"graph/zelPortOrder.h"' "zel may not include graph/zelPortOrder.h"
+expect python/zel/planted.h '"shading/module.h"' "zel may not include shading/module.h"
+expect python/binding/planted.h '"zel/module.h"' "binding may not include zel/module.h"
+expect python/binding/planted.h '"views/json.h"' "binding may not include views/json.h"
+expect python/shading/planted.h '"zel/module.h"' "shading may not include zel/module.h"
+expect python/shading/planted.h '"shell/watcher.h"' "shading may not include shell/watcher.h"
+expect host/session/planted.h '<pybind11/pybind11.h>' "session may not include pybind11/pybind11.h"
+expect host/session/planted.h '"shading/module.h"' "session may not include shading/module.h"
+expect graph/zelPlanted.h '<Python.h>' "graph may not include Python.h"
 expect host/window/planted.h '"session/session.h"'
+expect python/zel/planted.h '<pybind11/pybind11.h>'
+expect python/zel/planted.h '"zelNode.h"'
+expect python/binding/planted.h '<Python.h>'
+expect python/shading/planted.h '"binding/planted.h"'
+expect python/shading/planted.h '"console/console.h"'
+expect python/shading/planted.h '"draw/zelPicture.h"'
 expect host/draw/planted.h '"document/names.h"'
 expect host/reading/planted.h '<sys/stat.h>'
 ((faults == 0)) || exit 1

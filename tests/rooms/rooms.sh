@@ -13,7 +13,8 @@ faults=0
 library=(core editor graph plugins commands)
 host=(base format definitions document reading edits saving session)
 aside=(check draw views)     # For any host: no state; of the host they know names, flow, base.
-tops=(shell window python)   # None knows another. Under them: the console.
+tops=(shell window shading)  # None knows another. Under them: the console. shading is Python's.
+binding=(binding zel)        # Python's view of the library: its public headers alone.
 users=(conformance examples) # They use the library as everybody does.
 
 declare -A may
@@ -44,11 +45,18 @@ done
 for room in "${tops[@]}"; do
     may[$room]+="console "
 done
+for room in "${binding[@]}" shading; do
+    may[$room]+=" pybind11 Python.h "
+done
+for room in zel shading; do
+    may[$room]+=" binding "
+done
 
-# The room of a file: a folder of host/, or of the tree.
+# The room of a file: a folder of host/, of python/, or of the tree.
 room_of()
 {
     room=${1#host/}
+    room=${room#python/}
     room=${room%%/*}
 }
 
@@ -58,6 +66,8 @@ allowed()
     local room=$1 sign=$2 path=$3 first=${3%%/*}
     if [[ $path == *..* ]]; then
         return 1
+    elif [[ $first == pybind11 || $first == Python.h ]]; then
+        [[ ${may[$room]} == *" $first "* ]]
     elif [[ $path != */* ]]; then # A header of the library or of the system, or of the folder itself.
         [[ $sign == '<' || -e include/$path || ${may[$room]} == *" $path "* ]] \
             || [[ " include ${library[*]} ${users[*]} " == *" $room "* ]]
@@ -86,8 +96,10 @@ while IFS=: read -r file line text; do
         echo "$file:$line: $room may not include $path"
         faults=$((faults + 1))
     fi
-    if [[ $file == host/* && $path == */* && ${path%%/*} != "$room" && -d host/${path%%/*} ]]; then
-        edges+="$room ${path%%/*}"$'\n'
+    other=${path%%/*}
+    if [[ $file == @(host|python)/* && $path == */* && $other != "$room" ]] \
+        && [[ -d host/$other || -d python/$other ]]; then
+        edges+="$room $other"$'\n'
     fi
 done < <(grep -rnE --include='*.h' --include='*.cpp' '^[[:space:]]*#[[:space:]]*include' "${folders[@]}")
 edges=$(sort -u <<<"${edges%$'\n'}")
@@ -107,5 +119,5 @@ while read -r path; do
         echo "docs/house.md: there is no $path"
         faults=$((faults + 1))
     fi
-done < <(grep -ohE '`(host|scripts|tests|tools)/[A-Za-z/.-]+`' docs/house.md | tr -d '`' | sort -u)
+done < <(grep -ohE '`(host|python|scripts|tests|tools)/[A-Za-z/.-]+`' docs/house.md | tr -d '`' | sort -u)
 ((faults == 0)) || exit 1
