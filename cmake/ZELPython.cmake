@@ -4,9 +4,10 @@
 set(ZEL_PYTHON OFF)
 if(ZEL_BUILD_PYTHON)
     if(NOT Python3_EXECUTABLE AND EXISTS /usr/bin/python3)
-        set(Python3_EXECUTABLE /usr/bin/python3 CACHE FILEPATH "The interpreter that the package is for")
+        set(Python3_EXECUTABLE /usr/bin/python3)
     endif()
     find_package(Python3 3.9 QUIET COMPONENTS Interpreter Development.Module)
+    set(Python3_EXECUTABLE "${Python3_EXECUTABLE}" CACHE FILEPATH "The interpreter that the package is for")
     set(PYBIND11_NOPYTHON ON) # The headers alone: Python is found already.
     find_package(pybind11 2.10 QUIET CONFIG)
     if(NOT Python3_FOUND)

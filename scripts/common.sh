@@ -10,7 +10,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build_packages=(ccache cmake g++ ninja-build)
 host_packages=(libgraphviz-dev libpugixml-dev libreadline-dev nlohmann-json3-dev)
 window_packages=(qt6-base-dev fonts-dejavu-core)
-test_packages=(xvfb xdotool openbox x11-utils libgtest-dev libbenchmark-dev make pkgconf gdb clang abigail-tools)
+python_packages=(pybind11-dev python3-dev)
+test_packages=(xvfb xdotool openbox x11-utils libgtest-dev libbenchmark-dev make pkgconf gdb clang
+    abigail-tools python3-pytest mypy)
 tidy_packages=(clang clang-format-14 clang-tidy-14)
 docs_packages=(doxygen)
 picture_packages=(graphviz)
