@@ -10,11 +10,7 @@ namespace {
 
 constexpr int kAnyCount = -1;
 
-const struct {
-    const char* type;
-    const char* part;
-    int count;
-} kListTypes[] = {
+const ListType kListTypes[] = {
     {"color3", "float", 3},
     {"color4", "float", 4},
     {"vector2", "float", 2},
@@ -24,6 +20,8 @@ const struct {
     {"matrix44", "float", 16},
     {"integerarray", "integer", kAnyCount},
     {"floatarray", "float", kAnyCount},
+    {"stringarray", "string", kAnyCount},
+    {"geomnamearray", "geomname", kAnyCount},
 };
 
 std::string trimmed(const std::string& text)
@@ -65,23 +63,18 @@ std::string partProblem(const std::string& type, const std::string& text)
     return "";
 }
 
-std::string
-listProblem(const std::string& type, const std::string& part, int wanted, const std::string& value)
+std::string listProblem(const ListType& list, const std::string& value)
 {
-    int count = 0;
-    std::size_t start = 0;
-    while (start <= value.size()) {
-        const std::size_t end = std::min(value.find(',', start), value.size());
-        std::string problem = partProblem(part, trimmed(value.substr(start, end - start)));
+    const std::vector<std::string> parts = partsOf(value);
+    for (const std::string& part : parts) {
+        std::string problem = partProblem(list.part, part);
         if (!problem.empty())
             return problem;
-        ++count;
-        start = end + 1;
     }
-    if (wanted == kAnyCount || count == wanted)
+    if (list.count == kAnyCount || static_cast<int>(parts.size()) == list.count)
         return "";
-    return type + " takes " + std::to_string(wanted) + " numbers with commas between, not " +
-           std::to_string(count);
+    return list.name + (" takes " + std::to_string(list.count)) +
+           " numbers with commas between, not " + std::to_string(parts.size());
 }
 
 } // namespace
@@ -94,11 +87,29 @@ std::string valueProblem(const std::string& type, const std::string& value)
     }
     if (value.empty())
         return "";
-    for (const auto& list : kListTypes) {
-        if (type == list.type)
-            return listProblem(type, list.part, list.count, value);
+    const ListType* const list = listTypeOf(type);
+    return list ? listProblem(*list, value) : partProblem(type, trimmed(value));
+}
+
+const ListType* listTypeOf(const std::string& type)
+{
+    for (const ListType& list : kListTypes) {
+        if (type == list.name)
+            return &list;
     }
-    return partProblem(type, trimmed(value));
+    return nullptr;
+}
+
+std::vector<std::string> partsOf(const std::string& value)
+{
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    while (start <= value.size()) {
+        const std::size_t end = std::min(value.find(',', start), value.size());
+        parts.push_back(trimmed(value.substr(start, end - start)));
+        start = end + 1;
+    }
+    return parts;
 }
 
 } // namespace shading

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace shading {
 
@@ -10,5 +11,16 @@ namespace shading {
 /// takes any text. None takes control characters but tabs and line ends: a document cannot hold
 /// them.
 std::string valueProblem(const std::string& type, const std::string& value);
+
+/// A data type whose values are parts with commas between.
+struct ListType {
+    const char* name;
+    const char* part; ///< The data type of each.
+    int count;        ///< Of the parts; below 0: any number.
+};
+/// Null for a type whose values are one thing, and for one that is not known.
+const ListType* listTypeOf(const std::string& type);
+/// What stands between the commas, without the blanks around it. One part at least.
+std::vector<std::string> partsOf(const std::string& value);
 
 } // namespace shading

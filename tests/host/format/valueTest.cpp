@@ -92,4 +92,15 @@ TEST(Edit, SetGivesAnInputAValueAndIsUndone)
     }
 }
 
+TEST(ValueParts, StandBetweenCommas)
+{
+    EXPECT_EQ((std::vector<std::string>{"0.1", "0.2", "3"}), shading::partsOf("0.1,0.2 , 3 "));
+    EXPECT_EQ((std::vector<std::string>{"", ""}), shading::partsOf(","));
+    EXPECT_EQ(1U, shading::partsOf("").size());
+    ASSERT_TRUE(shading::listTypeOf("matrix44"));
+    EXPECT_EQ(16, shading::listTypeOf("matrix44")->count);
+    EXPECT_STREQ("string", shading::listTypeOf("stringarray")->part);
+    EXPECT_FALSE(shading::listTypeOf("float"));
+}
+
 } // namespace
