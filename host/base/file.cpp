@@ -30,19 +30,25 @@ bool FileStamp::operator==(const FileStamp& other) const
            seconds == other.seconds && nanoseconds == other.nanoseconds;
 }
 
-bool readFile(const std::string& path, std::string& bytes, std::string& problem, FileStamp* stamp)
+bool readFile(const std::string& path,
+              std::string& bytes,
+              std::string& problem,
+              FileStamp* stamp,
+              int* number)
 {
+    const auto fail = [&](int error) {
+        problem = error == 0 ? "Not a regular file" : std::strerror(error);
+        if (number)
+            *number = error;
+        return false;
+    };
     std::error_code ignored;
     const std::filesystem::file_status status = std::filesystem::status(path, ignored);
-    if (std::filesystem::is_other(status)) {
-        problem = "Not a regular file";
-        return false;
-    }
+    if (std::filesystem::is_other(status))
+        return fail(0);
     std::FILE* const file = std::fopen(path.c_str(), "rb");
-    if (!file) {
-        problem = std::strerror(errno);
-        return false;
-    }
+    if (!file)
+        return fail(errno);
     if (stamp)
         *stamp = stampOf(fileno(file));
     std::array<char, 65536> buffer;
@@ -51,9 +57,7 @@ bool readFile(const std::string& path, std::string& bytes, std::string& problem,
         bytes.append(buffer.data(), count);
     const int error = std::ferror(file) ? errno : 0;
     std::fclose(file);
-    if (error != 0)
-        problem = std::strerror(error);
-    return error == 0;
+    return error == 0 || fail(error);
 }
 
 std::optional<FileStamp> stampOf(const std::string& path)

@@ -21,23 +21,27 @@ struct FileStamp {
 
 /// Reads all of a file. False, with the problem, when it cannot be read or is no regular file: one
 /// of those may never end, or wait for a writer that never comes. The stamp, unless it is null, is
-/// taken before the first byte is read.
+/// taken before the first byte is read. The number, unless it is null, is the errno of the problem,
+/// 0 where the system has none for it.
 bool readFile(const std::string& path,
               std::string& bytes,
               std::string& problem,
-              FileStamp* stamp = nullptr);
+              FileStamp* stamp = nullptr,
+              int* number = nullptr);
 
 /// Writes the bytes into a new file beside that one, makes sure that they are on the disk, and then
 /// puts it in the place of the other, whose permissions it takes over. A symbolic link stays: the
 /// file that it names is replaced; one that names nothing is left alone. What is no regular file is
 /// not replaced. False when it failed, with the reason: the file is as it was, and nothing is left
-/// beside it. The stamp, unless it is null, is that of the file as it was written.
+/// beside it. The stamp, unless it is null, is that of the file as it was written; the number is
+/// that of readFile.
 /// While it is written it is asked now and then whether it goes on; when not, it fails.
 bool replaceFile(const std::string& path,
                  const std::string& bytes,
                  std::string& problem,
                  FileStamp* stamp = nullptr,
-                 const std::function<bool()>& goesOn = {});
+                 const std::function<bool()>& goesOn = {},
+                 int* number = nullptr);
 
 /// Of the file that the path leads to; empty when it leads to none.
 std::optional<FileStamp> stampOf(const std::string& path);

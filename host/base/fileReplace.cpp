@@ -131,29 +131,35 @@ bool replaceFile(const std::string& path,
                  const std::string& bytes,
                  std::string& problem,
                  FileStamp* stamp,
-                 const std::function<bool()>& goesOn)
+                 const std::function<bool()>& goesOn,
+                 int* number)
 {
+    const auto fail = [&](int error) {
+        problem = error == 0 ? "not a regular file" : std::strerror(error);
+        if (number)
+            *number = error;
+        return false;
+    };
     const std::string target = targetOf(path);
     struct stat status = {};
     const bool isThere = !target.empty() && stat(target.c_str(), &status) == 0;
-    if (isThere && !S_ISREG(status.st_mode)) {
-        problem = S_ISDIR(status.st_mode) ? std::strerror(EISDIR) : "not a regular file";
-        return false;
-    }
+    if (isThere && !S_ISREG(status.st_mode))
+        return fail(S_ISDIR(status.st_mode) ? EISDIR : 0);
     bool isDone = !target.empty() && (isThere || errno == ENOENT);
     // A rename asks the folder only; a file that is protected from writing stays.
     if (isThere)
         isDone = faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
-    if (isDone) {
+    if (!isDone)
+        return fail(errno);
+    {
         const struct stat* const replaced = isThere ? &status : nullptr;
         NewFile file(folderOf(target), replaced);
         isDone = file.isOpen() && file.takeOver(replaced) && file.write(bytes, goesOn) &&
                  file.putInPlaceOf(target);
-        problem = isDone ? "" : std::strerror(errno);
+        if (!isDone)
+            fail(errno);
         if (stamp)
             *stamp = isDone ? file.stamp() : FileStamp();
-    } else {
-        problem = std::strerror(errno);
     }
     if (isDone)
         syncFolder(folderOf(target));

@@ -10,7 +10,8 @@ struct Message {
     int line = 1;   ///< From 1.
     int column = 1; ///< From 1, in characters.
     bool isError = false;
-    std::string text; ///< One line, without its end.
+    std::string text;    ///< One line, without its end.
+    int systemError = 0; ///< The errno of a file that cannot be opened; 0: it is not that.
 };
 
 /// "FILE:LINE:COLUMN: error: TEXT" or "FILE:LINE: warning: TEXT", without a line end.

@@ -116,8 +116,10 @@ bool XmlSource::load(const std::string& path, Message& error)
     m_path = path;
     std::string bytes;
     std::string problem;
-    if (!readFile(path, bytes, problem, &m_fileStamp)) {
+    int number = 0;
+    if (!readFile(path, bytes, problem, &m_fileStamp, &number)) {
         error = messageAt(0, true, "cannot be read: " + problem);
+        error.systemError = number;
         return false;
     }
     if (!convertToUtf8(bytes, m_text, m_encoding, problem)) {

@@ -21,6 +21,7 @@ class Document;
 struct SaveProblem {
     std::string path;
     std::string reason;
+    int systemError = 0; ///< The errno of a file that cannot be written; 0: it is not that.
 };
 
 /// A draft of a document's text, and what its elements are to the network as it is now. The

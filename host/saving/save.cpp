@@ -169,19 +169,20 @@ bool saveToFile(Document& document,
             return false;
         FileStamp written;
         std::string problem;
+        int number = 0;
         bool isDone = false;
         progress.begin(950, 950, 0);
         // What has taken the place of the file is saved, whatever is wished then.
         progress.awaitResult([&] {
-            isDone = replaceFile(path, bytes, problem, &written,
-                                 [&] { return !progress.isCancelled(); });
+            isDone = replaceFile(
+                path, bytes, problem, &written, [&] { return !progress.isCancelled(); }, &number);
         });
         if (!isDone && progress.isCancelled())
             throw Cancelled();
         if (isDone)
             document.files()[canonicalPath(path)] = written;
         else
-            problems.push_back({path, "cannot be written: " + problem});
+            problems.push_back({path, "cannot be written: " + problem, number});
         return isDone;
     });
 }

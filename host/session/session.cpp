@@ -3,6 +3,7 @@
 #include "base/commandLine.h"
 #include "document/names.h"
 
+#include <cerrno>
 #include <filesystem>
 
 namespace shading {
@@ -58,6 +59,7 @@ std::unique_ptr<Session> Session::createNew(const EnvironmentPtr& environment,
         Message error;
         error.file = path;
         error.isError = true;
+        error.systemError = EEXIST;
         error.text = "a new document needs a new file, and this one is there";
         messages.push_back(error);
         return nullptr;

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <dlfcn.h>
 #include <sys/stat.h>
 
@@ -47,6 +48,32 @@ TEST(FileStamp, IsThatOfTheFileAtThePath)
     EXPECT_NE(stamp, written);
     EXPECT_EQ(written, shading::stampOf(file.path()));
     EXPECT_FALSE(shading::stampOf(file.path() + ".no"));
+}
+
+TEST(FileNumber, IsThatOfTheSystemsRefusal)
+{
+    const TestFile file("old");
+    const std::string folder = file.path().substr(0, file.path().rfind('/'));
+    const struct {
+        std::string path;
+        int number;
+    } refused[] = {{file.path() + ".no/way", ENOENT}, {file.path() + "/in", ENOTDIR}};
+    std::string bytes;
+    std::string problem;
+    for (const auto& one : refused) {
+        int number = -1;
+        EXPECT_FALSE(shading::readFile(one.path, bytes, problem, nullptr, &number)) << one.path;
+        EXPECT_EQ(one.number, number) << problem;
+        number = -1;
+        EXPECT_FALSE(shading::replaceFile(one.path, "", problem, nullptr, {}, &number)) << one.path;
+        EXPECT_EQ(one.number, number) << problem;
+    }
+    int number = -1;
+    EXPECT_FALSE(shading::readFile(folder, bytes, problem, nullptr, &number));
+    EXPECT_EQ(EISDIR, number);
+    number = -1;
+    EXPECT_FALSE(shading::readFile("/dev/null", bytes, problem, nullptr, &number));
+    EXPECT_EQ(0, number) << "no refusal of the system: " << problem;
 }
 
 } // namespace
