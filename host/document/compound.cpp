@@ -86,6 +86,10 @@ bool Compound::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, 
 
 bool Compound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
+    const bool isOwn =
+        node->getContainer() == getAsNode()->getContainer() && dynamic_cast<Node*>(node.get());
+    if (!isOwn)
+        return journal().refuse(std::string(node->getName()) + ": it is no node of this document");
     return journal().mayAddNode(*this, node);
 }
 

@@ -41,7 +41,8 @@ public:
     bool onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                const char* value) override;
 
-    /// A node's name is its own among its siblings. Refused otherwise.
+    /// A node's name is its own among its siblings. Refused otherwise, and for a node of another
+    /// class or document, which the host could not save.
     bool onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node) override;
     /// Disconnects a node before it goes. The library makes only the far ends forget.
     bool onNodeRemove(const ZEL::AddRefWrapper<ZEL::Node>& node) override;

@@ -132,6 +132,10 @@ bool Journal::mayChangeInterface(const PortPtr& port, bool isRemoval)
 
 bool Journal::mayConnect(const PortPtr& a, const PortPtr& b)
 {
+    // What dies with another document would leave a dead end behind.
+    const NodePtr nodes[] = {a->getParentNode(), b->getParentNode()};
+    if (!nodes[0] || !nodes[1] || nodes[0]->getContainer() != nodes[1]->getContainer())
+        return refuse("the two are not ports of one document");
     if (!isWanted(a->getParentNode()) && !isWanted(b->getParentNode()))
         return true;
     const bool aSends = a->getPortIOType() == ZEL::PortOutput;

@@ -44,6 +44,7 @@ public:
     bool refuse(const std::string& reason);
 
     // The questions. A host class that refuses more asks itself first, or calls refuse.
+    /// Refused at any time when the two are not in one document.
     bool mayConnect(const PortPtr& a, const PortPtr& b);
     bool mayDisconnect(const PortPtr& a, const PortPtr& b);
     bool mayAddPort(ZEL::PortList& list, const PortPtr& port);

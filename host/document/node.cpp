@@ -68,10 +68,9 @@ bool Node::onPortListPortMove(const ZEL::PortList& list, int from, int to)
 
 void Node::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
 {
-    // The compounds of this host's nodes are of this host.
     const ZEL::AddRefWrapper<ZEL::Compound> compound = getAsCompound();
-    if (compound)
-        static_cast<Compound&>(*compound).followMove(list, from, to);
+    if (auto* const own = dynamic_cast<Compound*>(compound.get()))
+        own->followMove(list, from, to);
 }
 
 bool Node::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* value)

@@ -113,7 +113,7 @@ const struct {
      8},
     {"expand",
      [](RefusingNetwork& n) {
-         std::vector<std::string> renamed;
+         shading::Renamings renamed;
          return n.edits.expand("Top.r.g", renamed);
      },
      10},
@@ -184,6 +184,25 @@ TEST(Refusal, OfAnyStepLeavesNetworkAndHistoryAsTheyWere)
         EXPECT_EQ("refused by a listener", problem);
         EXPECT_LE(1, refuseEach(net, [&] { return history.redo(title, problem); }));
     }
+}
+
+/// Whoever calls the library past the edits brings nothing in that the host could not save.
+TEST(ForeignNode, ComesIntoNoDocument)
+{
+    RefusingNetwork one;
+    RefusingNetwork other;
+    ZEL::Compound& top = *one.document.opened->getRootNode()->getAsCompound();
+    EXPECT_FALSE(top.nodes().add(ZEL::Node::createNew(one.document.opened.get(), "plain").get()));
+    EXPECT_FALSE(
+        top.nodes().add(shading::Node::createNew(other.document.opened.get(), "elsewhere").get()));
+    EXPECT_EQ(1, top.nodes().size());
+    const auto port = [](RefusingNetwork& n, const char* path, ZEL::PortIOType ioType) {
+        return n.document.opened->findPortFromPath(path, ioType, ZEL::Container::eSearchNode);
+    };
+    const shading::PortPtr source = port(one, "Top.r.d.out", ZEL::PortOutput);
+    EXPECT_FALSE(source->addConnection(port(other, "Top.r.a.i", ZEL::PortInput)));
+    EXPECT_FALSE(source->isConnected());
+    EXPECT_TRUE(source->addConnection(port(one, "Top.r.a.j", ZEL::PortInput)));
 }
 
 } // namespace
