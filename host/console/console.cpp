@@ -153,18 +153,18 @@ NodePtr Console::nodeAt(const Arguments& arguments, std::size_t index)
 {
     if (index >= arguments.size())
         return document().getRootNode();
-    NodePtr node = document().findNodeFromPath(arguments[index].c_str());
-    if (!node)
-        fail(arguments[index], "no such node");
+    NodePtr node = edits().findNode(arguments[index]);
+    report(node != nullptr);
     return node;
 }
 
 CompoundPtr Console::compoundAt(const Arguments& arguments, std::size_t index)
 {
-    const NodePtr node = nodeAt(arguments, index);
-    if (node && !node->isCompound())
-        fail(arguments[index], "not a compound");
-    return node ? node->getAsCompound() : nullptr;
+    if (index >= arguments.size())
+        return document().getRootNode()->getAsCompound();
+    CompoundPtr compound = edits().findCompound(arguments[index]);
+    report(compound != nullptr);
+    return compound;
 }
 
 bool Console::childrenOf(ZEL::Compound& compound,
@@ -173,9 +173,9 @@ bool Console::childrenOf(ZEL::Compound& compound,
                          std::vector<NodePtr>& nodes)
 {
     for (std::size_t i = first; i < arguments.size(); ++i) {
-        nodes.push_back(compound.nodes()[arguments[i].c_str()]);
-        if (!nodes.back())
-            return fail(pathOf(*compound.getAsNode()) + "." + arguments[i], "no such node");
+        nodes.push_back(edits().findChild(compound, arguments[i]));
+        if (!report(nodes.back() != nullptr))
+            return false;
     }
     return true;
 }

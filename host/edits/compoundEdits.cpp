@@ -213,9 +213,9 @@ bool Edits::collapse(const std::string& path,
         return false;
     Nodes moved;
     for (const std::string& nodeName : nodes) {
-        moved.push_back(compound->nodes()[nodeName.c_str()]);
+        moved.push_back(findChild(*compound, nodeName));
         if (!moved.back())
-            return fail(std::string(path).append(".").append(nodeName), "no such node");
+            return false;
     }
     NodePtr created;
     if (!collapse(compound, name, moved, created) || !created)
@@ -224,7 +224,7 @@ bool Edits::collapse(const std::string& path,
     return true;
 }
 
-bool Edits::expand(const NodePtr& graph, std::vector<std::string>& renamed)
+bool Edits::expand(const NodePtr& graph, Renamings& renamed)
 {
     if (!hasInner(graph))
         return false;
@@ -265,7 +265,7 @@ bool Edits::expand(const NodePtr& graph, std::vector<std::string>& renamed)
     return isDone;
 }
 
-bool Edits::expand(const std::string& path, std::vector<std::string>& renamed)
+bool Edits::expand(const std::string& path, Renamings& renamed)
 {
     const NodePtr graph = findNode(path);
     return graph && expand(graph, renamed);

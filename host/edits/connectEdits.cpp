@@ -16,13 +16,18 @@ namespace shading {
 bool Edits::findConnection(
     const std::string& a, const std::string& b, bool isPresent, PortPtr& sender, PortPtr& receiver)
 {
-    const PathPorts first = findPorts(m_document, a);
-    const PathPorts second = findPorts(m_document, b);
-    if (first.isEmpty() || second.isEmpty())
-        return fail(first.isEmpty() ? a : b, "no such port");
-    return choosePair(first, second, isPresent, sender, receiver) ||
-           fail(a, isPresent ? "not connected to " + b
-                             : "it and " + b + " are no source and target in one compound");
+    return findConnection(givenPorts(m_document, a), givenPorts(m_document, b), isPresent, sender,
+                          receiver);
+}
+
+bool Edits::findConnection(
+    const GivenPorts& a, const GivenPorts& b, bool isPresent, PortPtr& sender, PortPtr& receiver)
+{
+    return has(a) && has(b) &&
+           (choosePair(a.ports, b.ports, isPresent, sender, receiver) ||
+            fail(a.path, isPresent
+                             ? "not connected to " + b.path
+                             : "it and " + b.path + " are no source and target in one compound"));
 }
 
 std::string Edits::connectProblem(const PortPtr& source, const PortPtr& target) const

@@ -5,6 +5,7 @@
 #include "document/document.h"
 #include "document/names.h"
 #include "document/rules.h"
+#include "edits/pathPorts.h"
 
 namespace shading {
 
@@ -83,6 +84,13 @@ bool Edits::has(const PortPtr& port)
     return isListed ? has(node) : fail(pathOf(*port), kNoPort);
 }
 
+bool Edits::has(const GivenPorts& given)
+{
+    if (given.port)
+        return has(given.port);
+    return !given.ports.isEmpty() || fail(given.path, kNoPort);
+}
+
 bool Edits::hasInner(const NodePtr& node)
 {
     if (!has(node))
@@ -102,7 +110,11 @@ bool Edits::mayName(ZEL::Compound& compound, const std::string& name, const std:
 
 bool Edits::reaches(const CompoundPtr& compound)
 {
-    const NodePtr node = compound ? compound->getAsNode() : nullptr;
+    return reaches(compound ? compound->getAsNode() : NodePtr());
+}
+
+bool Edits::reaches(const NodePtr& node)
+{
     if (!has(node))
         return false;
     const std::string path = pathOf(*node);
@@ -133,6 +145,14 @@ NodePtr Edits::findNode(const std::string& path)
     NodePtr node = m_document.findNodeFromPath(path.c_str());
     if (!node)
         fail(path, kNoNode);
+    return node;
+}
+
+NodePtr Edits::findChild(ZEL::Compound& compound, const std::string& name)
+{
+    NodePtr node = compound.nodes()[name.c_str()];
+    if (!node)
+        fail(pathOf(*compound.getAsNode()) + "." + name, kNoNode);
     return node;
 }
 

@@ -4,6 +4,7 @@
 #include "document/backdrops.h"
 #include "document/history.h"
 #include "document/node.h"
+#include "edits/renamings.h"
 
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@ namespace shading {
 class Document;
 struct AttributeOwner;
 struct Frame;
+struct GivenPorts;
 struct NodePlace;
 struct PasteOptions;
 struct Position;
@@ -39,6 +41,17 @@ public:
     explicit Edits(Document& document);
 
     const Problem& problem() const { return m_problem; }
+    // What a path leads to. Empty, and noted as the problem, when it leads to none.
+    NodePtr findNode(const std::string& path);
+    CompoundPtr findCompound(const std::string& path);
+    /// The input that setValue takes.
+    PortPtr findInput(const std::string& path);
+    NodePtr findChild(ZEL::Compound& compound, const std::string& name);
+    // Of an object. False, and noted as the problem, for what is no part of the document.
+    bool has(const NodePtr& node);
+    bool has(const PortPtr& port);
+    /// Its path leads to it, and to no other node.
+    bool reaches(const NodePtr& node);
     /// For groups of edits, for observers, and for what the edits are called.
     History& history() { return m_history; }
 
@@ -61,6 +74,18 @@ public:
     bool reroute(const PortPtr& from, const PortPtr& to);
     /// The ports of nodes go before the inner ones, which alone are meant with isInside.
     bool reroute(const std::string& from, const std::string& to, bool isInside = false);
+    /// The two ports that connect (isPresent: disconnect) takes, or reroute. False, and noted as
+    /// the problem, when there are none.
+    bool findConnection(const GivenPorts& a,
+                        const GivenPorts& b,
+                        bool isPresent,
+                        PortPtr& sender,
+                        PortPtr& receiver);
+    bool findRoute(const GivenPorts& from,
+                   const GivenPorts& to,
+                   bool isInside,
+                   PortPtr& present,
+                   PortPtr& next);
     /// Leads one connection from another source, or to another target, whichever is given anew.
     bool reconnect(const PortPtr& source,
                    const PortPtr& target,
@@ -93,10 +118,10 @@ public:
                   std::string& createdPath);
     /// Moves the nodes of the compound node up and removes it. Connections through its ports become
     /// direct, and what an unconnected input gave is given to the ports that it fed, with its
-    /// colour space, its unit and the like. A name that is taken above is made unique; gives "OLD
-    /// PATH -> NEW PATH" for each of those. A graph with tokens is not expanded.
-    bool expand(const NodePtr& graph, std::vector<std::string>& renamed);
-    bool expand(const std::string& path, std::vector<std::string>& renamed);
+    /// colour space, its unit and the like. A name that is taken above is made unique; gives the
+    /// renaming of each of those. A graph with tokens is not expanded.
+    bool expand(const NodePtr& graph, Renamings& renamed);
+    bool expand(const std::string& path, Renamings& renamed);
 
     /// Moves nodes of one compound into another one of the document. Their connections lead through
     /// ports of the graphs between, which are made and removed as they are needed. A name that is
@@ -228,14 +253,10 @@ private:
     bool replay(bool isForward, int count, std::vector<std::string>& titles);
     bool disconnectPorts(const std::vector<PortPtr>& ports, const std::string& path);
 
-    // False, and noted as the problem, for what is no part of the document.
-    bool has(const NodePtr& node);
-    bool has(const PortPtr& port);
     /// An inner node, for the root node stays as it is.
     bool hasInner(const NodePtr& node);
     /// A new name in the compound. The subject is what gets it, or the compound.
     bool mayName(ZEL::Compound& compound, const std::string& name, const std::string& subject);
-    /// A compound that its path leads to.
     bool reaches(const CompoundPtr& compound);
     bool has(const BackdropPtr& backdrop);
     /// Nodes of the compound, each once.
@@ -250,10 +271,9 @@ private:
     NodePtr nodeNamed(const std::string& path, const std::string& name, bool isOfDocument);
 
     // Empty, and noted as the problem, when the path leads to none.
-    NodePtr findNode(const std::string& path);
-    CompoundPtr findCompound(const std::string& path);
     /// The inner port of the compound, an input before an output.
     PortPtr findCompoundPort(const std::string& path, const std::string& name);
+    bool has(const GivenPorts& given);
     bool findConnection(const std::string& a,
                         const std::string& b,
                         bool isPresent,

@@ -164,7 +164,7 @@ std::string Expansion::moveUp(const NodePtr& node)
     if (!m_compound->nodes().remove(node) || !m_around->nodes().add(node))
         return oldPath + " cannot be moved";
     if (unique != name)
-        m_renamed.push_back(oldPath + " -> " + pathOf(*node));
+        m_renamed.push_back({oldPath, pathOf(*node)});
     return "";
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/pointers.h"
+#include "edits/renamings.h"
 
 #include <string>
 #include <unordered_set>
@@ -20,8 +21,7 @@ public:
 
     /// Returns why it cannot be done, empty when it is done.
     std::string run();
-    /// "OLD PATH -> NEW PATH" of each node that got another name.
-    const std::vector<std::string>& renamed() const { return m_renamed; }
+    const Renamings& renamed() const { return m_renamed; }
 
 private:
     struct Link {
@@ -54,7 +54,7 @@ private:
     std::unordered_set<ZEL::Node*> m_planned; ///< The same, to be looked up.
     std::vector<Link> m_links;
     std::vector<Gift> m_gifts;
-    std::vector<std::string> m_renamed;
+    Renamings m_renamed;
 };
 
 } // namespace shading

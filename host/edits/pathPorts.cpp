@@ -31,6 +31,22 @@ PathPorts findPorts(ZEL::Container& container, const std::string& path)
     return ports;
 }
 
+GivenPorts givenPorts(ZEL::Container& container, const std::string& path)
+{
+    return {path, nullptr, findPorts(container, path)};
+}
+
+GivenPorts givenPorts(const PortPtr& port)
+{
+    GivenPorts given = {pathOf(*port), port, {}};
+    const bool isOutput = port->getPortIOType() == ZEL::PortOutput;
+    if (port->isCompoundInternalPort())
+        (isOutput ? given.ports.innerInput : given.ports.innerOutput) = port;
+    else
+        (isOutput ? given.ports.output : given.ports.input) = port;
+    return given;
+}
+
 bool choosePair(
     const PathPorts& a, const PathPorts& b, bool isPresent, PortPtr& sender, PortPtr& receiver)
 {

@@ -22,6 +22,15 @@ struct PathPorts {
 
 PathPorts findPorts(ZEL::Container& container, const std::string& path);
 
+/// Ports as an edit is given them: those that a path may mean, or one.
+struct GivenPorts {
+    std::string path;
+    PortPtr port; ///< Empty: they are those of the path.
+    PathPorts ports;
+};
+GivenPorts givenPorts(ZEL::Container& container, const std::string& path);
+GivenPorts givenPorts(const PortPtr& port);
+
 /// The pair of ports that the paths mean: one that is connected (isPresent), or else may be.
 /// Prefers ends in one compound to the connections between graphs that the format also knows. False
 /// without one.

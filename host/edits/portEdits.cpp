@@ -249,15 +249,21 @@ bool Edits::setValue(const PortPtr& port, const std::string& value)
     });
 }
 
-bool Edits::setValue(const std::string& path, const std::string& value)
+PortPtr Edits::findInput(const std::string& path)
 {
     const auto find = [&](ZEL::PortIOType ioType) {
         return m_document.findPortFromPath(path.c_str(), ioType, ZEL::Container::eSearchNode);
     };
-    const PortPtr port = find(ZEL::PortInput);
+    PortPtr port = find(ZEL::PortInput);
     if (!port)
-        return fail(path, find(ZEL::PortOutput) ? "an output has no value" : "no such input");
-    return setValue(port, value);
+        fail(path, find(ZEL::PortOutput) ? "an output has no value" : "no such input");
+    return port;
+}
+
+bool Edits::setValue(const std::string& path, const std::string& value)
+{
+    const PortPtr port = findInput(path);
+    return port && setValue(port, value);
 }
 
 } // namespace shading

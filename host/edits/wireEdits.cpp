@@ -41,14 +41,10 @@ PortPtr firstFitting(ZEL::PortList& ports,
 }
 
 /// The port at one path that has connections, and the port at the other that can have them instead.
-bool chooseRoute(ZEL::Container& container,
-                 const std::string& from,
-                 const std::string& to,
-                 bool isInside,
-                 PortPtr& present,
-                 PortPtr& next)
+bool chooseRoute(
+    const PathPorts& from, const PathPorts& to, bool isInside, PortPtr& present, PortPtr& next)
 {
-    const PathPorts all[] = {findPorts(container, from), findPorts(container, to)};
+    const PathPorts all[] = {from, to};
     const PortPtr presents[] = {all[0].output, all[0].input, all[0].innerInput, all[0].innerOutput};
     const PortPtr nexts[] = {all[1].output, all[1].input, all[1].innerInput, all[1].innerOutput};
     for (const PortPtr& a : presents) {
@@ -73,7 +69,8 @@ EditName routeName(ZEL::Container& container, const PortPtr& from, const PortPtr
         PortPtr present;
         PortPtr next;
         const std::vector<std::string> paths = {pathOf(*from), pathOf(*to)};
-        if (!chooseRoute(container, paths[0], paths[1], isInside, present, next) ||
+        if (!chooseRoute(findPorts(container, paths[0]), findPorts(container, paths[1]), isInside,
+                         present, next) ||
             present != from || next != to)
             continue;
         std::vector<std::string> words = {"reroute", paths[0], paths[1]};
@@ -140,17 +137,25 @@ bool Edits::reroute(const std::string& from, const std::string& to, bool isInsid
 {
     PortPtr present;
     PortPtr next;
-    if (chooseRoute(m_document, from, to, isInside, present, next))
-        return reroute(present, next);
-    const PathPorts ports[] = {findPorts(m_document, from), findPorts(m_document, to)};
-    if (ports[0].isEmpty() || ports[1].isEmpty())
-        return fail(ports[0].isEmpty() ? from : to, "no such port");
-    for (const PortPtr& port :
-         {ports[0].output, ports[0].input, ports[0].innerInput, ports[0].innerOutput}) {
+    return findRoute(givenPorts(m_document, from), givenPorts(m_document, to), isInside, present,
+                     next) &&
+           reroute(present, next);
+}
+
+bool Edits::findRoute(
+    const GivenPorts& from, const GivenPorts& to, bool isInside, PortPtr& present, PortPtr& next)
+{
+    if (!has(from) || !has(to))
+        return false;
+    const PathPorts& ports = from.ports;
+    if (chooseRoute(ports, to.ports, isInside, present, next))
+        return true;
+    for (const PortPtr& port : {ports.output, ports.input, ports.innerInput, ports.innerOutput}) {
         if (port && port->isConnected())
-            return fail(from, "it and " + to + " are no two sources or targets in one compound");
+            return fail(from.path,
+                        "it and " + to.path + " are no two sources or targets in one compound");
     }
-    return fail(from, "not connected");
+    return fail(from.path, "not connected");
 }
 
 bool Edits::reconnect(const PortPtr& source,

@@ -204,7 +204,7 @@ bool RandomEdits::editPort(std::string& line)
 
 bool RandomEdits::expandOrCollapse(bool isExpand, std::string& line)
 {
-    std::vector<std::string> renamed;
+    shading::Renamings renamed;
     if (isExpand) {
         const std::string path = pathOf(*anyCompound()->getAsNode());
         line = "expand " + path;

@@ -48,11 +48,11 @@ bool runInsert(Console& console, const Arguments& arguments)
 
 bool runExpand(Console& console, const Arguments& arguments)
 {
-    std::vector<std::string> renamed;
+    Renamings renamed;
     if (!console.report(console.edits().expand(arguments[0], renamed)))
         return false;
-    for (const std::string& line : renamed)
-        console.out() << line << "\n";
+    for (const auto& [from, to] : renamed)
+        console.out() << from << " -> " << to << "\n";
     return true;
 }
 

@@ -165,7 +165,7 @@ void CanvasCommands::ungroup()
     }
     const auto expand = [&](Edits& edits) {
         return std::all_of(graphs.begin(), graphs.end(), [&](const NodePtr& graph) {
-            std::vector<std::string> renamed;
+            Renamings renamed;
             return edits.expand(graph, renamed);
         });
     };

@@ -158,7 +158,7 @@ TEST(History, ManyNodesReturnToTheirPlaces)
                 names.push_back("n" + std::to_string(i));
             EXPECT_TRUE(edits.collapse("Top", "q", names, path)) << edits.problem().reason;
         }
-        std::vector<std::string> renamed;
+        shading::Renamings renamed;
         EXPECT_TRUE(edits.expand("Top.q", renamed));
         for (int i = 2000; i > 1000; i -= 7)
             EXPECT_TRUE(edits.deleteNode("Top.n" + std::to_string(i)));

@@ -88,7 +88,7 @@ TEST_F(Outline, FollowsEditsAtAllLevels)
         expectInStep(workspace);
     };
     std::string path;
-    std::vector<std::string> renamed;
+    shading::Renamings renamed;
     shading::HostNodePtr made;
     edit("collapse", [&](Edits& edits) {
         return edits.collapse("Top.NG_gate", "both", {"gate_color", "paint"}, path);
