@@ -1,43 +1,28 @@
 #include "base/commandLine.h"
 #include "base/file.h"
 #include "console/console.h"
-#include "document/names.h"
-#include "draw/zelPicture.h"
-#include "session/shown.h"
-
-#include <strings.h>
+#include "console/picture.h"
 
 namespace shading {
 
 namespace {
 
-/// A picture never takes the place of a document or a script by a slip.
-bool isPictureName(const std::string& file)
-{
-    const std::string ending = ".svg";
-    return file.size() >= ending.size() &&
-           strcasecmp(file.c_str() + file.size() - ending.size(), ending.c_str()) == 0;
-}
-
 bool runDraw(Console& console, const Arguments& arguments)
 {
     const std::string& file = arguments.front();
     const std::string depth = console.optionValue("--depth");
-    zelDraw::PictureOptions options;
-    if (console.hasOption("--depth") && !readNumber(depth, 0, options.depth))
+    PictureChoice choice;
+    choice.isAll = console.hasOption("--all");
+    if (console.hasOption("--depth") && !readNumber(depth, 0, choice.depth))
         return console.fail("--depth " + depth, "needs a number of levels, from 0");
-    if (!isPictureName(file))
-        return console.fail(file, "the name of a picture ends in .svg");
+    std::string problem = pictureNameProblem(file);
+    if (!problem.empty())
+        return console.fail(file, problem);
     const CompoundPtr compound = console.compoundAt(arguments, 1);
     if (!compound)
         return false;
-    if (!console.hasOption("--all"))
-        options.isShown = isTelling;
-    options.hiddenSource = hiddenSourceOf;
-    options.isUnknown = isUnknown;
     std::string svg;
-    std::string problem;
-    if (!zelDraw::drawCompound(*compound, options, svg, problem))
+    if (!drawPicture(*compound, choice, svg, problem))
         return console.fail(file, problem);
     return replaceFile(file, svg, problem) || console.fail(file, "cannot be written: " + problem);
 }
