@@ -1,0 +1,60 @@
+#pragma once
+
+#include "binding/shared.h"
+#include "zel.h"
+
+#include <pybind11/pybind11.h>
+
+#include <initializer_list>
+#include <type_traits>
+#include <typeinfo>
+#include <utility>
+
+namespace zelpython {
+
+/// A member of the IntEnum that stands for the enumeration; a plain int for a value of the host's
+/// own. A new reference.
+PyObject* toMember(const std::type_info& enumeration, int value);
+/// Makes the IntEnum, and puts it and its members into the scope.
+void createEnumeration(const std::type_info& enumeration,
+                       pybind11::object scope,
+                       const char* name,
+                       std::initializer_list<std::pair<const char*, int>> members);
+
+template <class E>
+inline constexpr bool kIsEnumeration
+    = std::is_same_v<E, ZEL::PortIOType> || std::is_same_v<E, ZEL::ECnxChangeType>
+      || std::is_same_v<E, ZEL::ENodeChangeType> || std::is_same_v<E, ZEL::ECompoundPortChangeType>
+      || std::is_same_v<E, ZEL::Container::ESearchMode>;
+
+template <class E, class = std::enable_if_t<kIsEnumeration<E>>>
+pybind11::object toArgument(E value)
+{
+    return pybind11::reinterpret_steal<pybind11::object>(toMember(typeid(E), value));
+}
+
+} // namespace zelpython
+
+namespace pybind11::detail {
+
+template <class E>
+struct type_caster<E, std::enable_if_t<zelpython::kIsEnumeration<E>>> {
+    PYBIND11_TYPE_CASTER(E, const_name("int"));
+
+    bool load(handle source, bool /*convert*/)
+    {
+        make_caster<std::int32_t> number;
+        if (!PyLong_Check(source.ptr()) || PyBool_Check(source.ptr())
+            || !number.load(source, false))
+            return false;
+        value = static_cast<E>(cast_op<std::int32_t>(number));
+        return true;
+    }
+
+    static handle cast(E source, return_value_policy, handle)
+    {
+        return zelpython::toMember(typeid(E), source);
+    }
+};
+
+} // namespace pybind11::detail

@@ -1,0 +1,76 @@
+#include "binding/half.h"
+
+#include "binding/shared.h"
+
+namespace zelpython {
+
+namespace {
+
+/// Python runs the finalizer of an object once. One that was caught in the net is finalized again
+/// when its time has come.
+void forgetFinalized(PyObject* object)
+{
+    constexpr uintptr_t kFinalized = 1; // In the head that the collector keeps before an object.
+    if (PyObject_IS_GC(object))
+        (reinterpret_cast<PyGC_Head*>(object) - 1)->_gc_prev &= ~kFinalized;
+}
+
+} // namespace
+
+void CountedHalf::onHeld()
+{
+    const bool isInCpp = references() > 0;
+    addReference();
+    if (isInCpp)
+        toCpp();
+}
+
+void CountedHalf::onDropped()
+{
+    m_self = nullptr;
+    if (references() > 1)
+        ++shared().sliced;
+    dropReference();
+}
+
+void CountedHalf::toCpp()
+{
+    if (m_isOwnedByCpp || !m_self)
+        return;
+    m_isOwnedByCpp = true;
+    Py_INCREF(m_self);
+    dropReference();
+}
+
+bool CountedHalf::isHeldByPython() const
+{
+    return m_self && m_isOwnedByCpp && isInterpreterAlive() && Py_REFCNT(m_self) > 1;
+}
+
+bool CountedHalf::toPython()
+{
+    if (!m_isOwnedByCpp || Py_IsInitialized() == 0)
+        return false;
+    addReference();
+    m_isOwnedByCpp = false;
+    PyObject* const self = m_self;
+    if (m_wasFinalized) {
+        m_wasFinalized = false;
+        forgetFinalized(self);
+    }
+    if (Py_REFCNT(self) > 1)
+        onLetGo();
+    Py_DECREF(self);
+    return true;
+}
+
+bool CountedHalf::catchInNet()
+{
+    if (m_isOwnedByCpp || !m_self || references() <= 1)
+        return false;
+    m_wasFinalized = true;
+    toCpp();
+    return true;
+}
+
+} // namespace zelpython

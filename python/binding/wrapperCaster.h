@@ -1,0 +1,61 @@
+#pragma once
+
+#include "binding/owned.h"
+
+#include <pybind11/pybind11.h>
+
+namespace zelpython {
+
+/// How pybind11 knows the class; asked for once.
+template <class T>
+const pybind11::detail::type_info* typeOf()
+{
+    static const pybind11::detail::type_info* const type
+        = pybind11::detail::get_type_info(typeid(T), true);
+    return type;
+}
+
+/// The Python object of a counted object: the one that is there, or a new one, a new reference.
+/// None for null.
+template <class T>
+pybind11::object toPython(T* object)
+{
+    return pybind11::reinterpret_steal<pybind11::object>(
+        pybind11::detail::type_caster_generic::cast(
+            object, pybind11::return_value_policy::take_ownership, {}, typeOf<T>(), nullptr,
+            nullptr));
+}
+
+} // namespace zelpython
+
+namespace pybind11::detail {
+
+/// A wrapper of the library, from and to Python. None is an empty one. An object whose class is
+/// written in Python belongs to C++ from here on, and until C++ lets it go.
+template <class T>
+struct type_caster<ZEL::AddRefWrapper<T>> {
+    PYBIND11_TYPE_CASTER(ZEL::AddRefWrapper<T>, make_caster<T>::name);
+
+    bool load(handle source, bool /*convert*/)
+    {
+        if (source.is_none())
+            return true;
+        type_caster_generic object(zelpython::typeOf<T>());
+        if (!object.load(source, false))
+            return false;
+        auto* const pointer = static_cast<T*>(object.value);
+        value = pointer;
+        if (Py_TYPE(source.ptr()) != zelpython::typeOf<T>()->type) {
+            if (auto* const half = dynamic_cast<zelpython::CountedHalf*>(pointer))
+                half->toCpp();
+        }
+        return true;
+    }
+
+    static handle cast(const ZEL::AddRefWrapper<T>& source, return_value_policy, handle)
+    {
+        return zelpython::toPython(source.get()).release();
+    }
+};
+
+} // namespace pybind11::detail

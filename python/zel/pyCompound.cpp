@@ -1,0 +1,185 @@
+#include "zel/pyCompound.h"
+
+#include "zel/portQuestions.h"
+#include "zel/safeNode.h"
+
+namespace zelpython {
+
+namespace {
+
+using Questions = PortQuestions<ZEL::Compound, SafeCompound, PyCompound>;
+
+Override ofCompound(const char* name)
+{
+    return Override::of<ZEL::Compound>(name);
+}
+
+/// A question for an index; -1 when the override raised or answers no int.
+template <class Instead, class... Args>
+int askIndex(const PyCompound& self, const Override& override, Instead instead, const Args&... args)
+{
+    const auto use = [&](PyObject* answer) {
+        if (!answer)
+            return -1;
+        if (!PyLong_Check(answer) || PyBool_Check(answer)) {
+            override.refuseAnswer(self.self(), answer, "an int");
+            return -1;
+        }
+        const int index = _PyLong_AsInt(answer);
+        if (index == -1 && PyErr_Occurred())
+            putAwayError(self.self());
+        return index;
+    };
+    return dispatch(self, override, use, instead, args...);
+}
+
+} // namespace
+
+void PyCompound::setName(const char* name)
+{
+    static const Override override = ofCompound("setName");
+    tell(
+        *this, override, [&] { SafeCompound::setName(name); }, name);
+}
+
+void PyCompound::appendString(const char* text)
+{
+    static const Override override = ofCompound("appendString");
+    tell(
+        *this, override, [&] { SafeCompound::appendString(text); }, text);
+}
+
+bool PyCompound::onPortAddConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
+                                 const ZEL::AddRefWrapper<ZEL::Port>& other)
+{
+    return Questions(*this).addConnection(port, other);
+}
+
+bool PyCompound::onPortRemoveConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
+                                    const ZEL::AddRefWrapper<ZEL::Port>& other)
+{
+    return Questions(*this).removeConnection(port, other);
+}
+
+bool PyCompound::onPortSetDataType(const ZEL::AddRefWrapper<ZEL::Port>& port,
+                               const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
+{
+    return Questions(*this).setDataType(port, type);
+}
+
+bool PyCompound::onPortListPortAdded(const ZEL::PortList& list,
+                                 const ZEL::AddRefWrapper<ZEL::Port>& port)
+{
+    return Questions(*this).added(list, port);
+}
+
+bool PyCompound::onPortListPortRemoved(const ZEL::PortList& list,
+                                   const ZEL::AddRefWrapper<ZEL::Port>& port)
+{
+    const bool isAgreed = Questions(*this).removed(list, port);
+    return letGo(*port, *this, isAgreed);
+}
+
+bool PyCompound::onPortListPortMove(const ZEL::PortList& list, int from, int to)
+{
+    return Questions(*this).move(list, from, to);
+}
+
+void PyCompound::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
+{
+    Questions(*this).moved(list, from, to);
+}
+
+const char* PyCompound::onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port)
+{
+    return Questions(*this).getDefaultValue(port, m_defaultValues);
+}
+
+bool PyCompound::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* value)
+{
+    return Questions(*this).setDefaultValue(port, value);
+}
+
+bool PyCompound::onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* name)
+{
+    return Questions(*this).setName(port, name);
+}
+
+ZEL::Namable PyCompound::onGetParentFullPathName()
+{
+    return Questions(*this).parentFullPathName();
+}
+
+bool PyCompound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)
+{
+    static const Override override = ofCompound("onNodeAdd");
+    if (whyNotAdded(*this, *node) || !ask(*this, override, [] { return true; }, node))
+        return false;
+    // Asked again: the override may have put it elsewhere.
+    return SafeCompound::onNodeAdd(node);
+}
+
+bool PyCompound::onNodeRemove(const ZEL::AddRefWrapper<ZEL::Node>& node)
+{
+    static const Override override = ofCompound("onNodeRemove");
+    return ask(*this, override, [] { return true; }, node) && SafeCompound::onNodeRemove(node);
+}
+
+ZEL::AddRefWrapper<ZEL::Node> PyCompound::createNodeFromPreset(const char* preset)
+{
+    static const Override override = ofCompound("createNodeFromPreset");
+    return askObject<ZEL::Node>(
+        *this, override, [&] { return SafeCompound::createNodeFromPreset(preset); }, preset);
+}
+
+ZEL::AddRefWrapper<ZEL::Compound> PyCompound::createNewCompound(const char* name)
+{
+    static const Override override = ofCompound("createNewCompound");
+    return askObject<ZEL::Compound>(
+        *this, override, [&] { return SafeCompound::createNewCompound(name); }, name);
+}
+
+bool PyCompound::saveAs(const char* name)
+{
+    static const Override override = ofCompound("saveAs");
+    return ask(
+        *this, override, [&] { return SafeCompound::saveAs(name); }, name);
+}
+
+int PyCompound::createCompoundPort(ZEL::PortIOType ioType,
+                                   const char* name,
+                                   const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
+{
+    static const Override override = ofCompound("createCompoundPort");
+    return askIndex(
+        *this, override, [&] { return SafeCompound::createCompoundPort(ioType, name, type); },
+        ioType, name, type);
+}
+
+int PyCompound::deleteCompoundPort(ZEL::AddRefWrapper<ZEL::Port> innerPort)
+{
+    static const Override override = ofCompound("deleteCompoundPort");
+    return askIndex(
+        *this, override, [&] { return SafeCompound::deleteCompoundPort(innerPort); }, innerPort);
+}
+
+int PyCompound::createLinkedPort(const char* name,
+                                 const char* target,
+                                 const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
+{
+    static const Override override = ofCompound("createLinkedPort");
+    return askIndex(
+        *this, override, [&] { return SafeCompound::createLinkedPort(name, target, type); }, name,
+        target, type);
+}
+
+const char* PyCompound::getSpecializedCompoundTypeName()
+{
+    static const Override override = ofCompound("getSpecializedCompoundTypeName");
+    const char* const answer
+        = askText(*this, override, m_typeName, false,
+                  [&] { return SafeCompound::getSpecializedCompoundTypeName(); });
+    return answer ? answer : "";
+}
+
+} // namespace zelpython

@@ -1,0 +1,138 @@
+#include "zel/pyNode.h"
+
+#include "zel/portQuestions.h"
+
+namespace zelpython {
+
+namespace {
+
+using Questions = PortQuestions<ZEL::Node, SafeNode, PyNode>;
+
+Override ofNode(const char* name)
+{
+    return Override::of<ZEL::Node>(name);
+}
+
+} // namespace
+
+void PyNode::setName(const char* name)
+{
+    static const Override override = ofNode("setName");
+    tell(
+        *this, override, [&] { SafeNode::setName(name); }, name);
+}
+
+void PyNode::appendString(const char* text)
+{
+    static const Override override = ofNode("appendString");
+    tell(
+        *this, override, [&] { SafeNode::appendString(text); }, text);
+}
+
+bool PyNode::isCompound()
+{
+    static const Override override = ofNode("isCompound");
+    return ask(*this, override, [&] { return SafeNode::isCompound(); });
+}
+
+ZEL::AddRefWrapper<ZEL::Compound> PyNode::getAsCompound()
+{
+    static const Override override = ofNode("getAsCompound");
+    return askObject<ZEL::Compound>(*this, override, [&] { return SafeNode::getAsCompound(); });
+}
+
+ZEL::Namable PyNode::getFullPathName()
+{
+    static const Override override = ofNode("getFullPathName");
+    return Questions(*this).askName(override, [&] { return SafeNode::getFullPathName(); });
+}
+
+const char* PyNode::getNodeTypeName() const
+{
+    static const Override override = ofNode("getNodeTypeName");
+    const char* const answer = askText(*this, override, m_typeName, false,
+                                       [&] { return SafeNode::getNodeTypeName(); });
+    return answer ? answer : "";
+}
+
+void PyNode::setNodeTypeName(const char* name)
+{
+    static const Override override = ofNode("setNodeTypeName");
+    tell(
+        *this, override, [&] { SafeNode::setNodeTypeName(name); }, name);
+}
+
+void PyNode::onThisNodeDeleted()
+{
+    static const Override override = ofNode("onThisNodeDeleted");
+    tell(*this, override, [] {});
+    SafeNode::onThisNodeDeleted();
+}
+
+bool PyNode::onPortAddConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
+                                 const ZEL::AddRefWrapper<ZEL::Port>& other)
+{
+    return Questions(*this).addConnection(port, other);
+}
+
+bool PyNode::onPortRemoveConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
+                                    const ZEL::AddRefWrapper<ZEL::Port>& other)
+{
+    return Questions(*this).removeConnection(port, other);
+}
+
+bool PyNode::onPortSetDataType(const ZEL::AddRefWrapper<ZEL::Port>& port,
+                               const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
+{
+    return Questions(*this).setDataType(port, type);
+}
+
+bool PyNode::onPortListPortAdded(const ZEL::PortList& list,
+                                 const ZEL::AddRefWrapper<ZEL::Port>& port)
+{
+    return Questions(*this).added(list, port);
+}
+
+bool PyNode::onPortListPortRemoved(const ZEL::PortList& list,
+                                   const ZEL::AddRefWrapper<ZEL::Port>& port)
+{
+    const bool isAgreed = Questions(*this).removed(list, port);
+    return letGo(*port, *this, isAgreed);
+}
+
+bool PyNode::onPortListPortMove(const ZEL::PortList& list, int from, int to)
+{
+    return Questions(*this).move(list, from, to);
+}
+
+void PyNode::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
+{
+    Questions(*this).moved(list, from, to);
+}
+
+const char* PyNode::onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port)
+{
+    return Questions(*this).getDefaultValue(port, m_defaultValues);
+}
+
+bool PyNode::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* value)
+{
+    return Questions(*this).setDefaultValue(port, value);
+}
+
+bool PyNode::onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* name)
+{
+    return Questions(*this).setName(port, name);
+}
+
+ZEL::Namable PyNode::onGetParentFullPathName()
+{
+    return Questions(*this).parentFullPathName();
+}
+
+void PyNode::onLetGo()
+{
+    setParentCompound(nullptr);
+}
+
+} // namespace zelpython

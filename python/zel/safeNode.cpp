@@ -1,0 +1,72 @@
+#include "zel/safeNode.h"
+
+#include "binding/half.h"
+#include "zel/sever.h"
+
+namespace zelpython {
+
+SafeNode::SafeNode(ZEL::Container* container, PyRef containerHalf)
+    : Node(container), m_containerHalf(std::move(containerHalf)), m_live("zel.Node")
+{
+}
+
+SafeNode::~SafeNode()
+{
+    sever(*this);
+}
+
+void SafeNode::deleteThis()
+{
+    // Held until the node is gone, so that the library takes the node off it.
+    ZEL::AddRefWrapper<ZEL::Compound> survivor = Node::getAsCompound();
+    const auto* const half = dynamic_cast<const CountedHalf*>(survivor.get());
+    if (!half || !half->isHeldByPython())
+        survivor = nullptr;
+    Node::deleteThis();
+}
+
+bool SafeNode::onPortListPortRemoved(const ZEL::PortList& /*list*/,
+                                     const ZEL::AddRefWrapper<ZEL::Port>& port)
+{
+    return letGo(*port, *this, true);
+}
+
+void SafeNode::onThisNodeDeleted()
+{
+    sever(*this);
+    if (m_home)
+        return;
+    // It leaves its last list.
+    setParentCompound(nullptr);
+}
+
+void SafeNode::enter(ZEL::Compound& home)
+{
+    m_home = &home;
+    ++m_places;
+}
+
+void SafeNode::leave()
+{
+    if (--m_places == 0)
+        m_home = nullptr;
+}
+
+void SafeNode::loseHome()
+{
+    m_home = nullptr;
+    m_places = 0;
+}
+
+bool letGo(ZEL::Port& port, ZEL::PortNotification& parent, bool isAgreed)
+{
+    if (isAgreed && disconnect(port)) {
+        port.setParent(nullptr);
+        return true;
+    }
+    // It may have lost its parent for another place, or by the base's answer.
+    port.setParent(&parent);
+    return false;
+}
+
+} // namespace zelpython

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "binding/interpreter.h"
+#include "binding/shared.h"
+#include "zel.h"
+
+namespace zelpython {
+
+/// A node made in Python. It keeps what docs/caller-guarantees.md asks of a host: it disconnects
+/// what goes, and holds the Python object of its container.
+class SafeNode : public ZEL::Node {
+public:
+    /// The container is the one of the Python object; both are null for a node without one.
+    SafeNode(ZEL::Container* container, PyRef containerHalf);
+    ~SafeNode() override;
+
+    /// A compound that Python goes on holding loses this node as its owner.
+    void deleteThis() override;
+
+    bool onPortListPortRemoved(const ZEL::PortList& list,
+                               const ZEL::AddRefWrapper<ZEL::Port>& port) override;
+    void onThisNodeDeleted() override;
+
+    /// Borrowed; null without one.
+    PyObject* containerHalf() const { return m_containerHalf.get(); }
+
+    /// The safe compound whose list holds the node; null: none.
+    ZEL::Compound* home() const { return m_home; }
+    /// The node gets one place more in the list of that compound.
+    void enter(ZEL::Compound& home);
+    /// The node loses one place there.
+    void leave();
+    /// The compound dies.
+    void loseHome();
+
+private:
+    PyRef m_containerHalf;
+    ZEL::Compound* m_home = nullptr; ///< Not owned. The compound clears it when it dies.
+    int m_places = 0;                ///< In the list of that compound.
+    LiveCount m_live;
+};
+
+/// A port that leaves the list of that parent, if everybody agrees: it is disconnected and loses its
+/// parent. False when it stays, also because somebody refused the disconnection.
+bool letGo(ZEL::Port& port, ZEL::PortNotification& parent, bool isAgreed);
+
+} // namespace zelpython
