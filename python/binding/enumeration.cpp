@@ -21,13 +21,13 @@ void createEnumeration(const std::type_info& enumeration,
     py::list pairs;
     for (const auto& [key, value] : members)
         pairs.append(py::make_tuple(key, value));
-    const py::object made
-        = py::module_::import("enum").attr("IntEnum")(name, pairs, py::arg("module") = "zel");
+    const py::object made =
+        py::module_::import("enum").attr("IntEnum")(name, pairs, py::arg("module") = "zel");
     scope.attr(name) = made;
     for (const auto& [key, value] : members)
         scope.attr(key) = made.attr(key);
-    shared().enumerations[enumeration.name()]
-        = PyRef::borrow(py::object(made.attr("_value2member_map_")).ptr());
+    shared().enumerations[enumeration.name()] =
+        PyRef::borrow(py::object(made.attr("_value2member_map_")).ptr());
 }
 
 } // namespace zelpython

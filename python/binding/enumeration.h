@@ -3,9 +3,8 @@
 #include "binding/shared.h"
 #include "zel.h"
 
-#include <pybind11/pybind11.h>
-
 #include <initializer_list>
+#include <pybind11/pybind11.h>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -22,10 +21,10 @@ void createEnumeration(const std::type_info& enumeration,
                        std::initializer_list<std::pair<const char*, int>> members);
 
 template <class E>
-inline constexpr bool kIsEnumeration
-    = std::is_same_v<E, ZEL::PortIOType> || std::is_same_v<E, ZEL::ECnxChangeType>
-      || std::is_same_v<E, ZEL::ENodeChangeType> || std::is_same_v<E, ZEL::ECompoundPortChangeType>
-      || std::is_same_v<E, ZEL::Container::ESearchMode>;
+inline constexpr bool kIsEnumeration =
+    std::is_same_v<E, ZEL::PortIOType> || std::is_same_v<E, ZEL::ECnxChangeType> ||
+    std::is_same_v<E, ZEL::ENodeChangeType> || std::is_same_v<E, ZEL::ECompoundPortChangeType> ||
+    std::is_same_v<E, ZEL::Container::ESearchMode>;
 
 template <class E, class = std::enable_if_t<kIsEnumeration<E>>>
 pybind11::object toArgument(E value)
@@ -44,8 +43,8 @@ struct type_caster<E, std::enable_if_t<zelpython::kIsEnumeration<E>>> {
     bool load(handle source, bool /*convert*/)
     {
         make_caster<std::int32_t> number;
-        if (!PyLong_Check(source.ptr()) || PyBool_Check(source.ptr())
-            || !number.load(source, false))
+        if (!PyLong_Check(source.ptr()) || PyBool_Check(source.ptr()) ||
+            !number.load(source, false))
             return false;
         value = static_cast<E>(cast_op<std::int32_t>(number));
         return true;

@@ -2,17 +2,24 @@
 
 #include "binding/shared.h"
 
+#include <cstdint>
+
 namespace zelpython {
 
 namespace {
+
+/// What the collector keeps before each object that it knows.
+struct CollectorHead {
+    std::uintptr_t next;
+    std::uintptr_t previous; ///< Its lowest bit: the finalizer has run.
+};
 
 /// Python runs the finalizer of an object once. One that was caught in the net is finalized again
 /// when its time has come.
 void forgetFinalized(PyObject* object)
 {
-    constexpr uintptr_t kFinalized = 1; // In the head that the collector keeps before an object.
     if (PyObject_IS_GC(object))
-        (reinterpret_cast<PyGC_Head*>(object) - 1)->_gc_prev &= ~kFinalized;
+        (reinterpret_cast<CollectorHead*>(object) - 1)->previous &= ~std::uintptr_t{1};
 }
 
 } // namespace

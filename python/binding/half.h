@@ -25,9 +25,11 @@ protected:
 
 /// The half of a counted object. Who is counted changes hands:
 ///
-/// - Python owns: the Python half holds one reference of the C++ half, which only borrows the Python
+/// - Python owns: the Python half holds one reference of the C++ half, which only borrows the
+/// Python
 ///   half.
-/// - C++ owns: the C++ half holds one reference of its Python half, and the count of the C++ half is
+/// - C++ owns: the C++ half holds one reference of its Python half, and the count of the C++ half
+/// is
 ///   what C++ holds. So identity, attributes and overrides stay as long as C++ holds the object.
 ///
 /// Python gives the object away whenever it passes it to the library (toCpp), and gets it back when

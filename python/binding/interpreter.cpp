@@ -9,7 +9,8 @@ bool isInterpreterAlive()
 
 PyRef::~PyRef()
 {
-    // While the interpreter ends it still counts; when it has ended there is nothing to give back to.
+    // While the interpreter ends it still counts; when it has ended there is nothing to give back
+    // to.
     if (m_object && Py_IsInitialized() != 0)
         Py_DECREF(m_object);
 }

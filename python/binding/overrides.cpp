@@ -5,7 +5,8 @@
 namespace zelpython {
 
 Override::Override(PyTypeObject* base, const char* name)
-    : m_name(PyUnicode_InternFromString(name)), m_base(_PyType_Lookup(base, m_name))
+    : m_name(PyUnicode_InternFromString(name)),
+      m_base(_PyType_Lookup(base, m_name))
 {
     Py_XINCREF(m_base);
 }
@@ -29,9 +30,9 @@ PyRef Override::call(PyObject* self,
         return PyRef::steal(PyObject_Vectorcall(function, all.data(), all.size(), nullptr));
     }
     const descrgetfunc get = kind->tp_descr_get;
-    const PyRef bound = get
-        ? PyRef::steal(get(function, self, reinterpret_cast<PyObject*>(Py_TYPE(self))))
-        : PyRef::borrow(function);
+    const PyRef bound =
+        get ? PyRef::steal(get(function, self, reinterpret_cast<PyObject*>(Py_TYPE(self))))
+            : PyRef::borrow(function);
     return bound ? PyRef::steal(PyObject_Vectorcall(bound.get(), args, count, nullptr)) : PyRef();
 }
 

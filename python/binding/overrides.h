@@ -6,10 +6,9 @@
 #include "binding/text.h"
 #include "binding/wrapperCaster.h"
 
-#include <pybind11/pybind11.h>
-
 #include <array>
 #include <cstddef>
+#include <pybind11/pybind11.h>
 #include <string>
 #include <type_traits>
 
@@ -56,17 +55,15 @@ inline pybind11::object toArgument(const char* text)
 template <class T>
 pybind11::object toArgument(const ZEL::AddRefWrapper<T>& object)
 {
-    return toPython(object.get());
+    return toObject(object.get());
 }
 
-/// Calls the override when there is one and gives its answer to use(answer), or null when it raised;
-/// what was raised is put away. Without an override it returns what instead() does.
+/// Calls the override when there is one and gives its answer to use(answer), or null when it
+/// raised; what was raised is put away. Without an override it returns what instead() does.
 template <class Use, class Instead, class... Args>
-auto dispatch(const Half& half,
-              const Override& override,
-              Use use,
-              Instead instead,
-              const Args&... args) -> decltype(instead())
+auto dispatch(
+    const Half& half, const Override& override, Use use, Instead instead, const Args&... args)
+    -> decltype(instead())
 {
     PyObject* const self = half.self();
     PyObject* const function = self ? override.find(self) : nullptr;
@@ -109,7 +106,8 @@ bool ask(const Half& half, const Override& override, Instead instead, const Args
 template <class Instead, class... Args>
 void tell(const Half& half, const Override& override, Instead instead, const Args&... args)
 {
-    dispatch(half, override, [](PyObject* /*answer*/) {}, instead, args...);
+    dispatch(
+        half, override, [](PyObject* /*answer*/) {}, instead, args...);
 }
 
 /// A question for an object; None is an empty wrapper.

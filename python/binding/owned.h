@@ -5,6 +5,8 @@
 #include "binding/shared.h"
 #include "zel.h"
 
+#include <memory>
+#include <pybind11/pybind11.h>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -12,10 +14,29 @@
 namespace zelpython {
 
 template <class T>
-inline constexpr bool kLiesInDocument
-    = std::is_same_v<T, ZEL::Node> || std::is_same_v<T, ZEL::Compound>
-      || std::is_same_v<T, ZEL::Port> || std::is_same_v<T, ZEL::PortList>
-      || std::is_same_v<T, ZEL::NodeList>;
+inline constexpr bool kLiesInDocument =
+    std::is_same_v<T, ZEL::Node> || std::is_same_v<T, ZEL::Compound> ||
+    std::is_same_v<T, ZEL::Port> || std::is_same_v<T, ZEL::PortList> ||
+    std::is_same_v<T, ZEL::NodeList>;
+
+/// The number of wrappers of the class, for the tests.
+template <class T>
+long& wrappersOf()
+{
+    static long& count = shared().live[typeid(T).name()];
+    return count;
+}
+
+/// What keeps the document that the object lies in, on the heap; null when nothing does. Holders
+/// are two pointers large: then pybind11 keeps them in the Python object itself.
+using HeldKeeper = std::unique_ptr<Keeper>;
+
+template <class T>
+HeldKeeper holdKeeper(T& object)
+{
+    Keeper keeper = keeperOf(object);
+    return keeper ? std::make_unique<Keeper>(std::move(keeper)) : nullptr;
+}
 
 /// How a Python object holds a counted object of the library: by one reference, and with it the
 /// document that the object lies in. An object with a Python half that C++ owns is held the other
@@ -23,21 +44,19 @@ inline constexpr bool kLiesInDocument
 template <class T>
 class PyOwned {
 public:
-    explicit PyOwned(T* object)
-        : m_object(object), m_half(dynamic_cast<CountedHalf*>(object)), m_live(typeid(T).name())
+    explicit PyOwned(T* object) : m_object(object)
     {
         if constexpr (kLiesInDocument<T>)
-            m_keeper = keeperOf(*object);
-        if (m_half)
-            m_half->onHeld();
+            m_keeper = holdKeeper(*object);
+        if (auto* const half = dynamic_cast<CountedHalf*>(object))
+            half->onHeld();
         else
-            m_object->addRef();
+            object->addRef();
+        ++wrappersOf<T>();
     }
     PyOwned(PyOwned&& other) noexcept
         : m_keeper(std::move(other.m_keeper)),
-          m_object(std::exchange(other.m_object, nullptr)),
-          m_half(other.m_half),
-          m_live(other.m_live)
+          m_object(std::exchange(other.m_object, nullptr))
     {
     }
     PyOwned& operator=(PyOwned&&) = delete;
@@ -45,8 +64,9 @@ public:
     {
         if (!m_object)
             return;
-        if (m_half)
-            m_half->onDropped();
+        --wrappersOf<T>();
+        if (auto* const half = dynamic_cast<CountedHalf*>(m_object))
+            half->onDropped();
         else
             m_object->release();
     }
@@ -54,10 +74,8 @@ public:
     T* get() const { return m_object; }
 
 private:
-    Keeper m_keeper; ///< Goes last. Null: the object lies in no document of C++.
-    T* m_object;     ///< Holds one reference, unless C++ owns it.
-    CountedHalf* m_half;    ///< Of the object, or null: not owned.
-    LiveCount m_live;
+    HeldKeeper m_keeper; ///< Goes last. Null: the object lies in no document of C++.
+    T* m_object;         ///< Holds one reference, unless C++ owns it.
 };
 
 /// How a Python object holds one of a class that is not counted: a container, a runtime, an editor.
@@ -66,35 +84,45 @@ private:
 template <class T>
 class PyUnique {
 public:
-    explicit PyUnique(T* object)
-        : m_object(object), m_half(dynamic_cast<Half*>(object)), m_live(typeid(T).name())
+    explicit PyUnique(T* object) : m_object(object)
     {
         if constexpr (std::is_same_v<T, ZEL::Container>)
-            m_keeper = keeperOf(*object);
+            m_keeper = holdKeeper(*object);
+        ++wrappersOf<T>();
     }
     PyUnique(PyUnique&& other) noexcept
         : m_keeper(std::move(other.m_keeper)),
-          m_object(other.m_object),
-          m_half(std::exchange(other.m_half, nullptr)),
-          m_live(other.m_live)
+          m_object(std::exchange(other.m_object, nullptr))
     {
     }
     PyUnique& operator=(PyUnique&&) = delete;
     ~PyUnique()
     {
-        if (!m_half)
+        if (!m_object)
             return;
-        m_half->attach(nullptr);
-        delete m_object;
+        --wrappersOf<T>();
+        if (auto* const half = dynamic_cast<Half*>(m_object)) {
+            half->attach(nullptr);
+            delete m_object;
+        }
     }
 
     T* get() const { return m_object; }
 
 private:
-    Keeper m_keeper; ///< Null: nobody keeps the object.
-    T* m_object;     ///< Owned when it has a half.
-    Half* m_half;    ///< Of the object, or null: not owned.
-    LiveCount m_live;
+    HeldKeeper m_keeper; ///< Null: nobody keeps the object.
+    T* m_object;         ///< Owned when it was made in Python.
 };
 
 } // namespace zelpython
+
+namespace pybind11::detail {
+
+template <class T>
+struct is_holder_type<T, zelpython::PyOwned<T>> : std::true_type {
+};
+template <class T>
+struct is_holder_type<T, zelpython::PyUnique<T>> : std::true_type {
+};
+
+} // namespace pybind11::detail

@@ -21,7 +21,7 @@ struct Shared {
     PyRef errorValue;             ///< outermost call. Empty: none.
     PyRef errorTrace;
 
-    PyRef errorClass; ///< zel.Error.
+    PyRef errorClass;                                    ///< zel.Error.
     std::unordered_map<std::string, PyRef> enumerations; ///< Members by value; by the type's name.
 
     /// Who keeps a document of C++ alive; see keepers.h.

@@ -18,8 +18,8 @@ std::string_view withoutNul(const char* data, Py_ssize_t size)
 
 py::str toPython(std::string_view text)
 {
-    PyObject* const made = PyUnicode_DecodeUTF8(
-        text.data(), static_cast<Py_ssize_t>(text.size()), "surrogateescape");
+    PyObject* const made =
+        PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "surrogateescape");
     if (!made)
         throw py::error_already_set();
     return py::reinterpret_steal<py::str>(made);
@@ -35,12 +35,10 @@ bool toText(py::handle object, Text& text)
         return true;
     }
     PyErr_Clear();
-    text.owner =
-        PyRef::steal(PyUnicode_AsEncodedString(object.ptr(), "utf-8", "surrogateescape"));
+    text.owner = PyRef::steal(PyUnicode_AsEncodedString(object.ptr(), "utf-8", "surrogateescape"));
     if (!text.owner)
         throw py::error_already_set();
-    text.view = withoutNul(PyBytes_AS_STRING(text.owner.get()),
-                           PyBytes_GET_SIZE(text.owner.get()));
+    text.view = withoutNul(PyBytes_AS_STRING(text.owner.get()), PyBytes_GET_SIZE(text.owner.get()));
     return true;
 }
 

@@ -3,7 +3,6 @@
 #include "binding/interpreter.h"
 
 #include <pybind11/pybind11.h>
-
 #include <string>
 #include <string_view>
 
@@ -13,7 +12,7 @@ namespace zelpython {
 /// went out. One with a NUL in it is a ValueError, for the library would see its beginning only.
 struct Text {
     std::string_view view; ///< Ends with a NUL.
-    PyRef owner;           ///< Of bytes made for this text; usually they lie in Python's own object.
+    PyRef owner; ///< Of bytes made for this text; usually they lie in Python's own object.
 
     operator const char*() const { return view.data(); }
     std::string string() const { return std::string(view); }

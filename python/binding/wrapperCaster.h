@@ -10,20 +10,20 @@ namespace zelpython {
 template <class T>
 const pybind11::detail::type_info* typeOf()
 {
-    static const pybind11::detail::type_info* const type
-        = pybind11::detail::get_type_info(typeid(T), true);
+    static const pybind11::detail::type_info* const type =
+        pybind11::detail::get_type_info(typeid(T), true);
     return type;
 }
 
 /// The Python object of a counted object: the one that is there, or a new one, a new reference.
 /// None for null.
 template <class T>
-pybind11::object toPython(T* object)
+pybind11::object toObject(T* object)
 {
     return pybind11::reinterpret_steal<pybind11::object>(
-        pybind11::detail::type_caster_generic::cast(
-            object, pybind11::return_value_policy::take_ownership, {}, typeOf<T>(), nullptr,
-            nullptr));
+        pybind11::detail::type_caster_generic::cast(object,
+                                                    pybind11::return_value_policy::take_ownership,
+                                                    {}, typeOf<T>(), nullptr, nullptr));
 }
 
 } // namespace zelpython
@@ -54,7 +54,7 @@ struct type_caster<ZEL::AddRefWrapper<T>> {
 
     static handle cast(const ZEL::AddRefWrapper<T>& source, return_value_policy, handle)
     {
-        return zelpython::toPython(source.get()).release();
+        return zelpython::toObject(source.get()).release();
     }
 };
 

@@ -7,76 +7,114 @@
 #include "zel/collector.h"
 
 #include <pybind11/pybind11.h>
-
 #include <string>
 
 namespace zelpython {
 
 namespace py = pybind11;
 
-/// The text of a class for repr: its name, and the object's own.
-std::string describe(const char* typeName, const char* ownName);
+/// What the headers say about the operation, for its docstring; "" when they say nothing.
+const char* docOf(const char* className, const char* name);
 
-/// What every class of the library has. Copies, pickles and objects that were never initialised are
-/// a TypeError; an unknown argument of the kind "no such overload" is one anyway.
-template <class T, class Class>
-void protect(Class& bound)
-{
-    py::detail::get_type_info(typeid(T), true)->operator_new = [](std::size_t) -> void* {
-        throw py::type_error("the object is not there: __init__ was not called, or C++ destroyed it");
-    };
-    bound.def("__reduce_ex__", [](const py::object& self, int) {
-        throw py::type_error("cannot copy or pickle a "
-                             + std::string(Py_TYPE(self.ptr())->tp_name));
-    });
-}
+/// A class of the library on its way into the module: each of its operations is a call from Python
+/// that is marked as one, with what the header says about it.
+template <class Class>
+class Binding {
+public:
+    using T = typename Class::type;
 
-/// The operations of Namable, for a class that has them.
-template <class T, class Class>
-void defineNames(Class& bound)
-{
-    bound.def("getName", guarded([](const T& self) { return toPython(self.getName()); }));
-    bound.def("sameName",
-              guarded([](const T& self, const T& other) {
-                  return std::string_view(self.getName()) == other.getName();
-              }),
-              py::arg("other"));
-    bound.def("__repr__", [](const py::object& self) {
-        return py::str("<{}.{} {!r}>")
-            .format(py::type::of(self).attr("__module__"),
-                    py::type::of(self).attr("__qualname__"), self.attr("getName")());
-    });
-}
+    template <class... Extra>
+    Binding(py::module_& module, const char* name, const Extra&... extra)
+        : m_class(module, name, docOf(name, ""), extra...),
+          m_name(name)
+    {
+        m_class.attr("__module__") = "zel";
+        // Of an object that was never initialised pybind11 would allocate the memory, and use it.
+        py::detail::get_type_info(typeid(T), true)->operator_new = [](std::size_t) -> void* {
+            throw py::type_error(
+                "the object is not there: __init__ was not called, or C++ destroyed it");
+        };
+        def("__reduce_ex__", [](const py::object& self, int) -> py::object {
+            throw py::type_error("cannot copy or pickle a " +
+                                 std::string(Py_TYPE(self.ptr())->tp_name));
+        });
+    }
 
-/// The virtual operations of Namable. Py is the class with a Python half; called on such an object
-/// the base answers, since it is the override that calls.
-template <class T, class Py, class Safe, class Class>
-void defineNaming(Class& bound)
-{
-    bound.def("setName",
-              guarded([](T& self, const OptionalText& name) {
-                  if (auto* const half = dynamic_cast<Py*>(&self))
-                      half->Safe::setName(name);
-                  else
-                      self.setName(name);
-              }),
-              py::arg("name").none(true));
-    bound.def("appendString",
-              guarded([](T& self, const OptionalText& text) {
-                  if (auto* const half = dynamic_cast<Py*>(&self))
-                      half->Safe::appendString(text);
-                  else
-                      self.appendString(text);
-              }),
-              py::arg("text").none(true));
-}
+    template <class Function, class... Extra>
+    Binding& def(const char* name, Function function, const Extra&... extra)
+    {
+        m_class.def(name, guarded(function), extra..., docOf(m_name, name));
+        return *this;
+    }
+    template <class Function, class... Extra>
+    Binding& defStatic(const char* name, Function function, const Extra&... extra)
+    {
+        m_class.def_static(name, guarded(function), extra..., docOf(m_name, name));
+        return *this;
+    }
+    /// __init__(self, place, arguments): puts the object into the place; see initialise.
+    template <class Function, class... Extra>
+    Binding& defInit(Function function, const Extra&... extra)
+    {
+        m_class.def("__init__", guarded(function), py::detail::is_new_style_constructor(),
+                    extra...);
+        return *this;
+    }
 
-/// The count of holders, for a class that has one.
-template <class T, class Class>
-void defineCount(Class& bound)
-{
-    bound.def("getRefCount", guarded([](const T& self) { return self.getRefCount(); }));
-}
+    /// The operations of Namable that are not virtual or not overridden.
+    Binding& defNames()
+    {
+        def("getName", [](const T& self) { return toPython(self.getName()); });
+        def(
+            "sameName",
+            [](const T& self, const T& other) {
+                return std::string_view(self.getName()) == other.getName();
+            },
+            py::arg("other").none(false));
+        def("__repr__", [](const py::object& self) {
+            return py::str("<{}.{} {!r}>")
+                .format(py::type::of(self).attr("__module__"),
+                        py::type::of(self).attr("__qualname__"), self.attr("getName")());
+        });
+        return *this;
+    }
+    /// The virtual ones. Half is the class with a Python half; Safe, its base, answers for it,
+    /// since it is an override that calls.
+    template <class Half, class Safe>
+    Binding& defNaming()
+    {
+        def(
+            "setName",
+            [](T& self, const OptionalText& name) {
+                if (auto* const half = dynamic_cast<Half*>(&self))
+                    half->Safe::setName(name);
+                else
+                    self.setName(name);
+            },
+            py::arg("name").none(true));
+        def(
+            "appendString",
+            [](T& self, const OptionalText& text) {
+                if (auto* const half = dynamic_cast<Half*>(&self))
+                    half->Safe::appendString(text);
+                else
+                    self.appendString(text);
+            },
+            py::arg("text").none(true));
+        return defNames();
+    }
+    /// The count of a class that has one.
+    Binding& defCount()
+    {
+        return def("getRefCount", [](const T& self) { return self.getRefCount(); });
+    }
+
+    Class& type() { return m_class; }
+
+private:
+    Class m_class;
+    const char* m_name;
+};
 
 /// Finishes an object that is being made by its __init__: from here on it has its Python half.
 template <class T>
@@ -95,6 +133,20 @@ inline PyObject* selfOf(py::detail::value_and_holder& place)
 inline bool isDerived(py::detail::value_and_holder& place)
 {
     return Py_TYPE(selfOf(place)) != place.type->type;
+}
+
+/// Calls a function of Python from within an operation: what it raises is put away.
+void callBack(const py::function& function, const py::object& argument);
+
+/// Calls it for the nodes from the outermost ancestor down to that of the object.
+template <class T>
+void recurseParentFirst(T& self, py::function callback)
+{
+    self.recurse_parent_first(
+        [](ZEL::Node* node, void* data) {
+            callBack(*static_cast<py::function*>(data), toObject(node));
+        },
+        &callback);
 }
 
 // The classes, in the order in which they are made.

@@ -79,8 +79,8 @@ int visitInside(ZEL::NodeLibrary& library, visitproc visit, void* arg)
     for (int i = 0; i < library.getNumberOfNodes(); ++i) {
         const ZEL::AddRefWrapper<ZEL::NodeDefinition> definition = library.getNodeAt(i);
         const auto nothing = [](ZEL::NodeDefinition&, visitproc, void*) { return 0; };
-        const int stop
-            = isHeldOnce(*definition, 1) ? visitHeld(*definition, nothing, visit, arg) : 0;
+        const int stop =
+            isHeldOnce(*definition, 1) ? visitHeld(*definition, nothing, visit, arg) : 0;
         if (stop != 0)
             return stop;
     }
@@ -101,8 +101,8 @@ void onSubclass(const py::object& type, py::args args, const py::kwargs& kwargs,
     for (PyObject* const base : g_bases)
         bases += PyType_IsSubtype(made, reinterpret_cast<PyTypeObject*>(base)) != 0 ? 1 : 0;
     if (bases > 1)
-        throw py::type_error(std::string(made->tp_name)
-                             + ": a class has one base of the library, not more");
+        throw py::type_error(std::string(made->tp_name) +
+                             ": a class has one base of the library, not more");
     if (end)
         made->tp_finalize = end;
     const py::object super(py::handle(reinterpret_cast<PyObject*>(&PySuper_Type))(type, args[0]));
@@ -179,8 +179,8 @@ void guardSubclasses(py::object type, destructor finalizer)
         [base, finalizer](const py::args& args, const py::kwargs& kwargs) {
             onSubclass(py::reinterpret_borrow<py::object>(base), args, kwargs, finalizer);
         });
-    type.attr("__init_subclass__")
-        = py::reinterpret_steal<py::object>(PyClassMethod_New(function.ptr()));
+    type.attr("__init_subclass__") =
+        py::reinterpret_steal<py::object>(PyClassMethod_New(function.ptr()));
 }
 
 } // namespace detail

@@ -4,7 +4,6 @@
 #include "zel.h"
 
 #include <pybind11/pybind11.h>
-
 #include <type_traits>
 
 namespace zelpython {
@@ -31,8 +30,8 @@ T* wholeObject(PyObject* self)
 {
     const auto* const instance = reinterpret_cast<pybind11::detail::instance*>(self);
     return instance->simple_layout && instance->simple_holder_constructed
-        ? static_cast<T*>(instance->simple_value_holder[0])
-        : nullptr;
+               ? static_cast<T*>(instance->simple_value_holder[0])
+               : nullptr;
 }
 
 template <class T>

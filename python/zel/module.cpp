@@ -1,6 +1,18 @@
-#include <pybind11/pybind11.h>
+#include "binding/error.h"
+#include "zel/classes.h"
 
 PYBIND11_MODULE(_zel, module)
 {
+    using namespace zelpython;
     module.doc() = "The object model of a node network for graph editors.";
+    createShared(module.ptr());
+    createErrorClass();
+    module.attr("Error") = pybind11::handle(shared().errorClass.get());
+    createEnumeration(typeid(ZEL::PortIOType), module, "PortIOType",
+                      {{"PortInput", ZEL::PortInput}, {"PortOutput", ZEL::PortOutput}});
+    bindPorts(module);
+    bindNodes(module);
+    bindCompound(module);
+    bindContainer(module);
+    bindDebug(module);
 }

@@ -7,8 +7,8 @@
 
 namespace zelpython {
 
-/// The questions of ports and lists of ports as a Python class answers them; the same for a node and
-/// a compound. Base is the library's class, Safe the one that answers without an override.
+/// The questions of ports and lists of ports as a Python class answers them; the same for a node
+/// and a compound. Base is the library's class, Safe the one that answers without an override.
 template <class Base, class Safe, class Self>
 class PortQuestions {
 public:
@@ -64,8 +64,8 @@ public:
     {
         static const Override override = Override::of<Base>("onPortListPortMoved");
         tell(
-            m_self, override, [&] { m_self.Safe::onPortListPortMoved(list, from, to); },
-            wrap(list), from, to);
+            m_self, override, [&] { m_self.Safe::onPortListPortMoved(list, from, to); }, wrap(list),
+            from, to);
     }
     const char* getDefaultValue(const Port& port, Texts& texts)
     {
@@ -82,8 +82,8 @@ public:
     {
         static const Override override = Override::of<Base>("onPortSetDefaultValue");
         return ask(
-            m_self, override, [&] { return m_self.Safe::onPortSetDefaultValue(port, value); },
-            port, value);
+            m_self, override, [&] { return m_self.Safe::onPortSetDefaultValue(port, value); }, port,
+            value);
     }
     bool setName(const Port& port, const char* name)
     {

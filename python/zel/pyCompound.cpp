@@ -7,7 +7,7 @@ namespace zelpython {
 
 namespace {
 
-using Questions = PortQuestions<ZEL::Compound, SafeCompound, PyCompound>;
+using CompoundQuestions = PortQuestions<ZEL::Compound, SafeCompound, PyCompound>;
 
 Override ofCompound(const char* name)
 {
@@ -50,70 +50,71 @@ void PyCompound::appendString(const char* text)
 }
 
 bool PyCompound::onPortAddConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
-                                 const ZEL::AddRefWrapper<ZEL::Port>& other)
+                                     const ZEL::AddRefWrapper<ZEL::Port>& other)
 {
-    return Questions(*this).addConnection(port, other);
+    return CompoundQuestions(*this).addConnection(port, other);
 }
 
 bool PyCompound::onPortRemoveConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
-                                    const ZEL::AddRefWrapper<ZEL::Port>& other)
+                                        const ZEL::AddRefWrapper<ZEL::Port>& other)
 {
-    return Questions(*this).removeConnection(port, other);
+    return CompoundQuestions(*this).removeConnection(port, other);
 }
 
 bool PyCompound::onPortSetDataType(const ZEL::AddRefWrapper<ZEL::Port>& port,
-                               const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
+                                   const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
 {
-    return Questions(*this).setDataType(port, type);
+    return CompoundQuestions(*this).setDataType(port, type);
 }
 
 bool PyCompound::onPortListPortAdded(const ZEL::PortList& list,
-                                 const ZEL::AddRefWrapper<ZEL::Port>& port)
+                                     const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    return Questions(*this).added(list, port);
+    return CompoundQuestions(*this).added(list, port);
 }
 
 bool PyCompound::onPortListPortRemoved(const ZEL::PortList& list,
-                                   const ZEL::AddRefWrapper<ZEL::Port>& port)
+                                       const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    const bool isAgreed = Questions(*this).removed(list, port);
+    const bool isAgreed = CompoundQuestions(*this).removed(list, port);
     return letGo(*port, *this, isAgreed);
 }
 
 bool PyCompound::onPortListPortMove(const ZEL::PortList& list, int from, int to)
 {
-    return Questions(*this).move(list, from, to);
+    return CompoundQuestions(*this).move(list, from, to);
 }
 
 void PyCompound::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
 {
-    Questions(*this).moved(list, from, to);
+    CompoundQuestions(*this).moved(list, from, to);
 }
 
 const char* PyCompound::onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    return Questions(*this).getDefaultValue(port, m_defaultValues);
+    return CompoundQuestions(*this).getDefaultValue(port, m_defaultValues);
 }
 
 bool PyCompound::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* value)
 {
-    return Questions(*this).setDefaultValue(port, value);
+    return CompoundQuestions(*this).setDefaultValue(port, value);
 }
 
 bool PyCompound::onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* name)
 {
-    return Questions(*this).setName(port, name);
+    return CompoundQuestions(*this).setName(port, name);
 }
 
 ZEL::Namable PyCompound::onGetParentFullPathName()
 {
-    return Questions(*this).parentFullPathName();
+    return CompoundQuestions(*this).parentFullPathName();
 }
 
 bool PyCompound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
     static const Override override = ofCompound("onNodeAdd");
-    if (whyNotAdded(*this, *node) || !ask(*this, override, [] { return true; }, node))
+    if (whyNotAdded(*this, *node) || !ask(
+                                         *this, override, [] { return true; }, node))
         return false;
     // Asked again: the override may have put it elsewhere.
     return SafeCompound::onNodeAdd(node);
@@ -122,7 +123,9 @@ bool PyCompound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)
 bool PyCompound::onNodeRemove(const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
     static const Override override = ofCompound("onNodeRemove");
-    return ask(*this, override, [] { return true; }, node) && SafeCompound::onNodeRemove(node);
+    return ask(
+               *this, override, [] { return true; }, node) &&
+           SafeCompound::onNodeRemove(node);
 }
 
 ZEL::AddRefWrapper<ZEL::Node> PyCompound::createNodeFromPreset(const char* preset)
@@ -176,9 +179,9 @@ int PyCompound::createLinkedPort(const char* name,
 const char* PyCompound::getSpecializedCompoundTypeName()
 {
     static const Override override = ofCompound("getSpecializedCompoundTypeName");
-    const char* const answer
-        = askText(*this, override, m_typeName, false,
-                  [&] { return SafeCompound::getSpecializedCompoundTypeName(); });
+    const char* const answer = askText(*this, override, m_typeName, false, [&] {
+        return SafeCompound::getSpecializedCompoundTypeName();
+    });
     return answer ? answer : "";
 }
 

@@ -22,7 +22,7 @@ T* pointerTo(PyObject* object)
 {
     py::detail::type_caster_generic caster(typeOf<T>());
     return object && object != Py_None && caster.load(object, false) ? static_cast<T*>(caster.value)
-                                                                      : nullptr;
+                                                                     : nullptr;
 }
 
 } // namespace
@@ -48,8 +48,8 @@ PyContainer::~PyContainer()
 ZEL::AddRefWrapper<ZEL::Node> PyContainer::getRootNode()
 {
     static const Override override = ofContainer("getRootNode");
-    return askObject<ZEL::Node>(
-        *this, override, []() -> ZEL::AddRefWrapper<ZEL::Node> { return nullptr; });
+    return askObject<ZEL::Node>(*this, override,
+                                []() -> ZEL::AddRefWrapper<ZEL::Node> { return nullptr; });
 }
 
 void PyContainer::rebuildCompounds()
@@ -94,9 +94,8 @@ void PyContainer::onUnregistered(const ZEL::Runtime* runtime)
 
 bool PyContainer::isRegistered(const ZEL::Runtime* runtime) const
 {
-    return std::any_of(m_runtimes.begin(), m_runtimes.end(), [runtime](const PyRef& held) {
-        return toRuntime(held.get()) == runtime;
-    });
+    return std::any_of(m_runtimes.begin(), m_runtimes.end(),
+                       [runtime](const PyRef& held) { return toRuntime(held.get()) == runtime; });
 }
 
 void PyContainer::leaveForeignRuntimes()
@@ -125,12 +124,12 @@ const std::vector<PyContainer*>& PyContainer::all()
 
 PyRef toPythonObject(ZEL::Container* container)
 {
-    return PyRef::steal(toPython(container).release().ptr());
+    return PyRef::steal(toObject(container).release().ptr());
 }
 
 PyRef toPythonObject(ZEL::Runtime* runtime)
 {
-    return PyRef::steal(toPython(runtime).release().ptr());
+    return PyRef::steal(toObject(runtime).release().ptr());
 }
 
 ZEL::Container* toContainer(PyObject* object)

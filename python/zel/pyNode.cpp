@@ -6,7 +6,7 @@ namespace zelpython {
 
 namespace {
 
-using Questions = PortQuestions<ZEL::Node, SafeNode, PyNode>;
+using NodeQuestions = PortQuestions<ZEL::Node, SafeNode, PyNode>;
 
 Override ofNode(const char* name)
 {
@@ -44,14 +44,14 @@ ZEL::AddRefWrapper<ZEL::Compound> PyNode::getAsCompound()
 ZEL::Namable PyNode::getFullPathName()
 {
     static const Override override = ofNode("getFullPathName");
-    return Questions(*this).askName(override, [&] { return SafeNode::getFullPathName(); });
+    return NodeQuestions(*this).askName(override, [&] { return SafeNode::getFullPathName(); });
 }
 
 const char* PyNode::getNodeTypeName() const
 {
     static const Override override = ofNode("getNodeTypeName");
-    const char* const answer = askText(*this, override, m_typeName, false,
-                                       [&] { return SafeNode::getNodeTypeName(); });
+    const char* const answer =
+        askText(*this, override, m_typeName, false, [&] { return SafeNode::getNodeTypeName(); });
     return answer ? answer : "";
 }
 
@@ -72,62 +72,62 @@ void PyNode::onThisNodeDeleted()
 bool PyNode::onPortAddConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                  const ZEL::AddRefWrapper<ZEL::Port>& other)
 {
-    return Questions(*this).addConnection(port, other);
+    return NodeQuestions(*this).addConnection(port, other);
 }
 
 bool PyNode::onPortRemoveConnection(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                     const ZEL::AddRefWrapper<ZEL::Port>& other)
 {
-    return Questions(*this).removeConnection(port, other);
+    return NodeQuestions(*this).removeConnection(port, other);
 }
 
 bool PyNode::onPortSetDataType(const ZEL::AddRefWrapper<ZEL::Port>& port,
                                const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
 {
-    return Questions(*this).setDataType(port, type);
+    return NodeQuestions(*this).setDataType(port, type);
 }
 
 bool PyNode::onPortListPortAdded(const ZEL::PortList& list,
                                  const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    return Questions(*this).added(list, port);
+    return NodeQuestions(*this).added(list, port);
 }
 
 bool PyNode::onPortListPortRemoved(const ZEL::PortList& list,
                                    const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    const bool isAgreed = Questions(*this).removed(list, port);
+    const bool isAgreed = NodeQuestions(*this).removed(list, port);
     return letGo(*port, *this, isAgreed);
 }
 
 bool PyNode::onPortListPortMove(const ZEL::PortList& list, int from, int to)
 {
-    return Questions(*this).move(list, from, to);
+    return NodeQuestions(*this).move(list, from, to);
 }
 
 void PyNode::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
 {
-    Questions(*this).moved(list, from, to);
+    NodeQuestions(*this).moved(list, from, to);
 }
 
 const char* PyNode::onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    return Questions(*this).getDefaultValue(port, m_defaultValues);
+    return NodeQuestions(*this).getDefaultValue(port, m_defaultValues);
 }
 
 bool PyNode::onPortSetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* value)
 {
-    return Questions(*this).setDefaultValue(port, value);
+    return NodeQuestions(*this).setDefaultValue(port, value);
 }
 
 bool PyNode::onPortSetName(const ZEL::AddRefWrapper<ZEL::Port>& port, const char* name)
 {
-    return Questions(*this).setName(port, name);
+    return NodeQuestions(*this).setName(port, name);
 }
 
 ZEL::Namable PyNode::onGetParentFullPathName()
 {
-    return Questions(*this).parentFullPathName();
+    return NodeQuestions(*this).parentFullPathName();
 }
 
 void PyNode::onLetGo()

@@ -6,7 +6,8 @@
 namespace zelpython {
 
 SafeCompound::SafeCompound(const ZEL::AddRefWrapper<ZEL::Node>& owner)
-    : Compound(owner), m_live("zel.Compound")
+    : Compound(owner),
+      m_live("zel.Compound")
 {
 }
 

@@ -6,7 +6,9 @@
 namespace zelpython {
 
 SafeNode::SafeNode(ZEL::Container* container, PyRef containerHalf)
-    : Node(container), m_containerHalf(std::move(containerHalf)), m_live("zel.Node")
+    : Node(container),
+      m_containerHalf(std::move(containerHalf)),
+      m_live("zel.Node")
 {
 }
 

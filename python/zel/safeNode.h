@@ -40,8 +40,8 @@ private:
     LiveCount m_live;
 };
 
-/// A port that leaves the list of that parent, if everybody agrees: it is disconnected and loses its
-/// parent. False when it stays, also because somebody refused the disconnection.
+/// A port that leaves the list of that parent, if everybody agrees: it is disconnected and loses
+/// its parent. False when it stays, also because somebody refused the disconnection.
 bool letGo(ZEL::Port& port, ZEL::PortNotification& parent, bool isAgreed);
 
 } // namespace zelpython

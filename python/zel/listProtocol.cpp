@@ -1,0 +1,26 @@
+#include "zel/listProtocol.h"
+
+namespace zelpython {
+
+bool isListed(ZEL::Port& port)
+{
+    const ZEL::AddRefWrapper<ZEL::Port> held(&port);
+    if (const auto compound = port.getParentCompound())
+        return compound->Compound::innerInputs().findPort(held) >= 0 ||
+               compound->Compound::innerOutputs().findPort(held) >= 0;
+    const auto node = port.getParentNode();
+    return node && (node->inputs().findPort(held) >= 0 || node->outputs().findPort(held) >= 0);
+}
+
+int placeOf(ZEL::NodeList& list, const ZEL::Node& node)
+{
+    int place = 0;
+    for (const ZEL::Node* const entry : list) {
+        if (entry == &node)
+            return place;
+        ++place;
+    }
+    return -1;
+}
+
+} // namespace zelpython

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "zel/classes.h"
+
+namespace zelpython {
+
+/// True when the port stands in one of the four lists of its parent.
+bool isListed(ZEL::Port& port);
+
+/// The first index of the entry; -1 when it is not in the list.
+inline int placeOf(ZEL::PortList& list, ZEL::Port& port)
+{
+    return list.findPort(&port);
+}
+int placeOf(ZEL::NodeList& list, const ZEL::Node& node);
+
+/// The list as Python reads one: len, indexes from both ends, names, membership, and a walk over
+/// the entries as they are when it begins.
+template <class Entry, class Class>
+void defineList(Class& bound)
+{
+    using List = typename Class::T;
+    using Wrapper = ZEL::AddRefWrapper<Entry>;
+    bound.def("size", &List::size)
+        .def("__len__", &List::size)
+        .def("__bool__", [](List& self) { return self.size() > 0; })
+        .def("__getitem__",
+             [](List& self, const py::int_& index) -> Wrapper {
+                 long place = index;
+                 if (place < 0)
+                     place += self.size();
+                 if (place < 0 || place >= self.size())
+                     throw py::index_error("there is no entry at that index");
+                 return self[static_cast<int>(place)];
+             })
+        .def("__getitem__",
+             [](List& self, const Text& name) -> Wrapper {
+                 const Wrapper entry = self[static_cast<const char*>(name)];
+                 if (!entry)
+                     throw py::key_error(name.string());
+                 return entry;
+             })
+        .def(
+            "get",
+            [](List& self, const Text& name, const py::object& instead) -> py::object {
+                const Wrapper entry = self[static_cast<const char*>(name)];
+                return entry ? toObject(entry.get()) : instead;
+            },
+            py::arg("name"), py::arg("default") = py::none())
+        .def("__contains__",
+             [](List& self, const py::object& object) {
+                 Text name;
+                 if (toText(object, name))
+                     return static_cast<bool>(self[static_cast<const char*>(name)]);
+                 py::detail::type_caster_generic caster(typeOf<Entry>());
+                 return !object.is_none() && caster.load(object, false) &&
+                        placeOf(self, *static_cast<Entry*>(caster.value)) >= 0;
+             })
+        .def(
+            "index",
+            [](List& self, Entry& entry) {
+                const int place = placeOf(self, entry);
+                if (place < 0)
+                    throw py::value_error("the list has no such entry");
+                return place;
+            },
+            py::arg("entry").none(false))
+        .def("__iter__",
+             [](List& self) {
+                 const int size = self.size();
+                 py::list entries(size);
+                 for (int i = 0; i < size; ++i)
+                     entries[i] = toObject(self[i].get());
+                 return py::reinterpret_steal<py::object>(PyObject_GetIter(entries.ptr()));
+             })
+        .def("__repr__", [](const py::object& self) {
+            return py::str("<{}.{} of {}>")
+                .format(py::type::of(self).attr("__module__"),
+                        py::type::of(self).attr("__qualname__"), py::len(self));
+        });
+}
+
+} // namespace zelpython
