@@ -51,7 +51,7 @@ void CountedHalf::toCpp()
 
 bool CountedHalf::isHeldByPython() const
 {
-    return m_self && m_isOwnedByCpp && isInterpreterAlive() && Py_REFCNT(m_self) > 1;
+    return m_self && m_isOwnedByCpp && Py_IsInitialized() != 0 && Py_REFCNT(m_self) > 1;
 }
 
 bool CountedHalf::toPython()

@@ -16,6 +16,8 @@ public:
     /// The Python half, borrowed. Null before it is known, after it died, and when the interpreter
     /// ends: then the base class answers.
     PyObject* self() const { return isInterpreterAlive() ? m_self : nullptr; }
+    /// The same, also while the interpreter ends: for the collector, which asks nobody.
+    PyObject* selfForCollector() const { return m_self; }
     /// Tells the C++ half its Python half, which is just being made, or null when that dies.
     void attach(PyObject* self) { m_self = self; }
 

@@ -78,6 +78,38 @@ private:
     T* m_object;         ///< Holds one reference, unless C++ owns it.
 };
 
+/// How a Python object holds a list. Where the node or compound of the list has a Python half, it
+/// holds that, which has the list: so the collector sees who holds what, and the list has its owner
+/// as long as somebody looks at it. Elsewhere it holds the list.
+template <class T>
+class PyView {
+public:
+    explicit PyView(T* list)
+    {
+        auto* const half = ownerOf(*list);
+        if (half && half->self())
+            m_owner = PyRef::borrow(half->self());
+        else
+            m_list = std::make_unique<PyOwned<T>>(list);
+    }
+
+    /// For the collector: the Python half of the owner, borrowed; null when the list is held.
+    PyObject* owner() const { return m_owner.get(); }
+
+private:
+    static CountedHalf* ownerOf(ZEL::PortList& list)
+    {
+        return dynamic_cast<CountedHalf*>(list.getParent());
+    }
+    static CountedHalf* ownerOf(ZEL::NodeList& list)
+    {
+        return dynamic_cast<CountedHalf*>(list.getParentCompound().get());
+    }
+
+    PyRef m_owner;
+    std::unique_ptr<PyOwned<T>> m_list; ///< Null while the owner is held.
+};
+
 /// How a Python object holds one of a class that is not counted: a container, a runtime, an editor.
 /// Python owns what was made in Python; what C++ made is only pointed to, and a container of C++ is
 /// held through its keeper.
@@ -120,6 +152,9 @@ namespace pybind11::detail {
 
 template <class T>
 struct is_holder_type<T, zelpython::PyOwned<T>> : std::true_type {
+};
+template <class T>
+struct is_holder_type<T, zelpython::PyView<T>> : std::true_type {
 };
 template <class T>
 struct is_holder_type<T, zelpython::PyUnique<T>> : std::true_type {

@@ -30,8 +30,8 @@ pybind11::object toObject(T* object)
 
 namespace pybind11::detail {
 
-/// A wrapper of the library, from and to Python. None is an empty one. An object whose class is
-/// written in Python belongs to C++ from here on, and until C++ lets it go.
+/// A wrapper of the library, from and to Python. None is an empty one. An object with a
+/// Python half belongs to C++ from here on, and until C++ lets it go.
 template <class T>
 struct type_caster<ZEL::AddRefWrapper<T>> {
     PYBIND11_TYPE_CASTER(ZEL::AddRefWrapper<T>, make_caster<T>::name);
@@ -45,10 +45,8 @@ struct type_caster<ZEL::AddRefWrapper<T>> {
             return false;
         auto* const pointer = static_cast<T*>(object.value);
         value = pointer;
-        if (Py_TYPE(source.ptr()) != zelpython::typeOf<T>()->type) {
-            if (auto* const half = dynamic_cast<zelpython::CountedHalf*>(pointer))
-                half->toCpp();
-        }
+        if (auto* const half = dynamic_cast<zelpython::CountedHalf*>(pointer))
+            half->toCpp();
         return true;
     }
 

@@ -21,15 +21,9 @@ void makeCompound(py::detail::value_and_holder& place,
 {
     if (owner->Node::getAsCompound())
         throw py::value_error("the node has a compound already");
-    ZEL::Compound* compound = nullptr;
-    if (isDerived(place)) {
-        auto* const made = new PyCompound(owner);
-        made->attach(selfOf(place));
-        compound = made;
-    } else {
-        compound = new SafeCompound(owner);
-    }
-    initialise(place, compound);
+    auto* const compound = new PyCompound(owner);
+    compound->attach(selfOf(place));
+    initialise<ZEL::Compound>(place, compound);
     if (name)
         compound->setName(name);
 }

@@ -22,15 +22,9 @@ void makeNode(py::detail::value_and_holder& place,
     if (!pointer && !container.is_none())
         throw py::type_error("the container of a node is a zel.Container or None");
     const PyRef half = pointer ? PyRef::borrow(container.ptr()) : PyRef();
-    ZEL::Node* node = nullptr;
-    if (isDerived(place)) {
-        auto* const made = new PyNode(pointer, half);
-        made->attach(selfOf(place));
-        node = made;
-    } else {
-        node = new SafeNode(pointer, half);
-    }
-    initialise(place, node);
+    auto* const node = new PyNode(pointer, half);
+    node->attach(selfOf(place));
+    initialise<ZEL::Node>(place, node);
     if (name)
         node->setName(name);
 }
@@ -153,8 +147,8 @@ bool removeNode(ZEL::NodeList& list, const NodeWrapper& node)
 
 void bindNodeList(py::module_& module)
 {
-    using Class = py::class_<ZEL::NodeList, PyOwned<ZEL::NodeList>>;
-    Binding<Class> list(module, "NodeList", py::is_final());
+    using Class = py::class_<ZEL::NodeList, PyView<ZEL::NodeList>>;
+    Binding<Class> list(module, "NodeList", py::is_final(), collected<ZEL::NodeList>());
     defineList<ZEL::Node>(list);
     list.def("getParentCompound", &ZEL::NodeList::getParentCompound)
         .def("add", addNode, py::arg("node").none(false))

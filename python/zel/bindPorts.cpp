@@ -145,8 +145,8 @@ bool movePort(ZEL::PortList& list, int from, int to)
 
 void bindPortList(py::module_& module)
 {
-    using Class = py::class_<ZEL::PortList, PyOwned<ZEL::PortList>>;
-    Binding<Class> list(module, "PortList", py::is_final());
+    using Class = py::class_<ZEL::PortList, PyView<ZEL::PortList>>;
+    Binding<Class> list(module, "PortList", py::is_final(), collected<ZEL::PortList>());
     defineList<ZEL::Port>(list);
     list.def("getParent",
              [](ZEL::PortList& self) -> py::object {

@@ -39,7 +39,7 @@ int visitHeld(T& object, Inside inside, visitproc visit, void* arg)
     if (!half)
         return inside(object, visit, arg);
     if (half->isOwnedByCpp())
-        Py_VISIT(half->self());
+        Py_VISIT(half->selfForCollector());
     return 0;
 }
 

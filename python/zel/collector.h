@@ -1,6 +1,6 @@
 #pragma once
 
-#include "binding/half.h"
+#include "binding/owned.h"
 #include "zel.h"
 
 #include <pybind11/pybind11.h>
@@ -42,6 +42,19 @@ int traverse(PyObject* self, visitproc visit, void* arg)
     return object ? visitEdges(*object, visit, arg) : 0;
 }
 
+/// A wrapper of a list holds the Python half of the list's owner.
+template <class List>
+int traverseView(PyObject* self, visitproc visit, void* arg)
+{
+    Py_VISIT(Py_TYPE(self));
+    if (wholeObject<List>(self)) {
+        const auto* const instance = reinterpret_cast<pybind11::detail::instance*>(self);
+        const void* const holder = &instance->simple_value_holder[1];
+        Py_VISIT(static_cast<const PyView<List>*>(holder)->owner());
+    }
+    return 0;
+}
+
 /// Frees the object after the collector has lost sight of it; pybind11 does not see to that.
 void deallocate(PyObject* self);
 /// What Python would have called at the end of the object: its class' own __del__.
@@ -69,7 +82,10 @@ pybind11::custom_type_setup collected()
     return pybind11::custom_type_setup([](PyHeapTypeObject* heap) {
         PyTypeObject& type = heap->ht_type;
         type.tp_flags |= Py_TPFLAGS_HAVE_GC;
-        type.tp_traverse = detail::traverse<T>;
+        if constexpr (std::is_same_v<T, ZEL::PortList> || std::is_same_v<T, ZEL::NodeList>)
+            type.tp_traverse = detail::traverseView<T>;
+        else
+            type.tp_traverse = detail::traverse<T>;
         type.tp_dealloc = detail::deallocate;
     });
 }

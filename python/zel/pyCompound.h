@@ -8,7 +8,7 @@
 
 namespace zelpython {
 
-/// A compound whose class is written in Python.
+/// A compound made in Python, whose class may be written there. As PyNode it has a Python half.
 class PyCompound final : public Halved<SafeCompound> {
 public:
     using Halved::Halved;

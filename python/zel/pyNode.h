@@ -8,7 +8,8 @@
 
 namespace zelpython {
 
-/// A node whose class is written in Python.
+/// A node made in Python, whose class may be written there. Every one has a Python half: a wrapper
+/// that came and went would hold a reference that hides from the collector who holds the node.
 class PyNode final : public Halved<SafeNode> {
 public:
     using Halved::Halved;

@@ -5,7 +5,8 @@
 
 namespace zelpython {
 
-/// A compound made in Python. As SafeNode: what goes is disconnected, and a node lies in one list.
+/// What a compound made in Python is apart from its Python half. As SafeNode: what goes is
+/// disconnected, and a node lies in one list.
 class SafeCompound : public ZEL::Compound {
 public:
     explicit SafeCompound(const ZEL::AddRefWrapper<ZEL::Node>& owner);

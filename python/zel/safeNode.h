@@ -6,8 +6,9 @@
 
 namespace zelpython {
 
-/// A node made in Python. It keeps what docs/caller-guarantees.md asks of a host: it disconnects
-/// what goes, and holds the Python object of its container.
+/// What a node made in Python is apart from its Python half. It keeps what
+/// docs/caller-guarantees.md asks of a host: it disconnects what goes, and holds the Python object
+/// of its container.
 class SafeNode : public ZEL::Node {
 public:
     /// The container is the one of the Python object; both are null for a node without one.
