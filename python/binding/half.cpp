@@ -51,12 +51,12 @@ void CountedHalf::toCpp()
 
 bool CountedHalf::isHeldByPython() const
 {
-    return m_self && m_isOwnedByCpp && Py_IsInitialized() != 0 && Py_REFCNT(m_self) > 1;
+    return m_self && m_isOwnedByCpp && isInterpreterThere() && Py_REFCNT(m_self) > 1;
 }
 
 bool CountedHalf::toPython()
 {
-    if (!m_isOwnedByCpp || Py_IsInitialized() == 0)
+    if (!m_isOwnedByCpp || !isInterpreterThere())
         return false;
     addReference();
     m_isOwnedByCpp = false;

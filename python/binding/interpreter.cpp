@@ -4,14 +4,18 @@ namespace zelpython {
 
 bool isInterpreterAlive()
 {
-    return Py_IsInitialized() != 0 && _Py_IsFinalizing() == 0;
+    return isInterpreterThere() && _Py_IsFinalizing() == 0;
+}
+
+bool isInterpreterThere()
+{
+    // Py_IsInitialized says no as soon as the end begins.
+    return _PyThreadState_UncheckedGet() != nullptr;
 }
 
 PyRef::~PyRef()
 {
-    // While the interpreter ends it still counts; when it has ended there is nothing to give back
-    // to.
-    if (m_object && Py_IsInitialized() != 0)
+    if (m_object && isInterpreterThere())
         Py_DECREF(m_object);
 }
 

@@ -5,9 +5,11 @@
 
 namespace zelpython {
 
-/// False from the moment the interpreter begins to end: nothing of Python is touched any more, and
-/// what is left of the C++ objects dies alone.
+/// False from the moment the interpreter begins to end: no override is asked any more.
 bool isInterpreterAlive();
+/// False when it has ended: nothing of Python is touched any more, and what is left of the C++
+/// objects dies alone. Until then counts go on.
+bool isInterpreterThere();
 
 /// Owns one reference of a Python object. At the interpreter's end the reference is left alone.
 class PyRef {
