@@ -19,6 +19,8 @@ void makeCompound(py::detail::value_and_holder& place,
                   const NodeWrapper& owner,
                   const OptionalText& name)
 {
+    if (!dynamic_cast<SafeNode*>(owner.get()))
+        throw py::value_error("a node of C++ makes its compound itself");
     if (owner->Node::getAsCompound())
         throw py::value_error("the node has a compound already");
     auto* const compound = new PyCompound(owner);

@@ -52,6 +52,21 @@ py::object parentOf(ZEL::Port& port)
     return toObject(port.getParentNode().get());
 }
 
+/// A port that was made by the library and lies in no list would leave a dead pointer when it dies.
+void requireHome(ZEL::Port& port)
+{
+    if (!port.getParent() && !dynamic_cast<SafePort*>(&port))
+        throw py::value_error("a port that was taken out of its list is not connected any more");
+}
+
+bool connect(ZEL::Port& port, const PortWrapper& other)
+{
+    requireHome(port);
+    if (other)
+        requireHome(*other);
+    return port.addConnection(other);
+}
+
 void bindPort(py::module_& module)
 {
     using Class = py::class_<ZEL::Port, PyOwned<ZEL::Port>>;
@@ -72,7 +87,7 @@ void bindPort(py::module_& module)
              [](ZEL::Port& self) { return toPython(self.getFullPathName().getName()); })
         .def("connectedTo", connectionsOf)
         .def("isConnected", &ZEL::Port::isConnected)
-        .def("addConnection", &ZEL::Port::addConnection, py::arg("other"))
+        .def("addConnection", connect, py::arg("other"))
         .def(
             "removeConnection",
             [](ZEL::Port& self, const PortWrapper& other) { return self.removeConnection(other); },
