@@ -38,7 +38,7 @@ Findings findingsOf(Document& document)
         if (told.count(problem.path) == 0)
             findings.records.push_back({problem.path, problem.reason});
     }
-    findings.isSound = findings.records.empty();
+    findings.faults = findings.records.size();
     addNested(*document.getRootNode()->getAsCompound(), 0, findings.records);
     return findings;
 }

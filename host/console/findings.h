@@ -10,8 +10,8 @@ class Document;
 
 /// What is wrong with a document.
 struct Findings {
-    std::vector<FindingRecord> records;
-    bool isSound = true; ///< There are notes at most, whose reasons begin with "note: ".
+    std::vector<FindingRecord> records; ///< Faults, then notes, whose reasons begin with "note: ".
+    std::size_t faults = 0;             ///< How many of them are faults. 0: the document is sound.
 };
 
 /// Broken connections and circles, what a save would refuse, and the rules of the format that the

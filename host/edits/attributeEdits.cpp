@@ -137,6 +137,20 @@ bool Edits::findOwner(const std::string& path, AttributeOwner& owner)
     return owner.node || owner.port || owner.element || fail(path, "no such element");
 }
 
+bool Edits::getAttribute(const std::string& path, const std::string& name, std::string& value)
+{
+    AttributeOwner owner;
+    if (!findOwner(path, owner))
+        return false;
+    std::string problem;
+    if (!owner.element) // What the network shows is another view's.
+        problem = attributeProblem(owner, name);
+    value = m_document.attributes().get(owner, name);
+    if (problem.empty() && value.empty())
+        problem = "it has no such attribute";
+    return problem.empty() || fail(path + ": " + name, problem);
+}
+
 /// The node that an element at the path means: of the graph around it, or else of the document.
 NodePtr Edits::nodeNamed(const std::string& path, const std::string& name, bool isOfDocument)
 {
