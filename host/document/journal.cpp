@@ -104,6 +104,7 @@ void Journal::checkLastStep()
 /// True when a step of the node is to be written down; a change outside of edits is remembered.
 bool Journal::isWanted(const NodePtr& node)
 {
+    ++m_changes;
     if (m_mode == Mode::Idle)
         m_isStale = m_isStale || isInNetwork(node);
     if (!isRecording())

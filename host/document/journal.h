@@ -39,6 +39,9 @@ public:
     /// document has changed so.
     bool takeStale();
 
+    /// Another number after each change that was asked about.
+    std::size_t changes() const { return m_changes; }
+
     /// Refuses the change that is asked about. The first reason is what the user sees. Returns
     /// false.
     bool refuse(const std::string& reason);
@@ -96,6 +99,7 @@ private:
     Mode m_mode = Mode::Idle;
     bool m_keepsTypes = false;
     bool m_isStale = true;
+    std::size_t m_changes = 0;
 };
 
 } // namespace shading
