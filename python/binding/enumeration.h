@@ -26,6 +26,23 @@ inline constexpr bool kIsEnumeration =
     std::is_same_v<E, ZEL::ENodeChangeType> || std::is_same_v<E, ZEL::ECompoundPortChangeType> ||
     std::is_same_v<E, ZEL::Container::ESearchMode>;
 
+/// What signatures call it.
+template <class E>
+constexpr auto enumerationName()
+{
+    using pybind11::detail::const_name;
+    if constexpr (std::is_same_v<E, ZEL::PortIOType>)
+        return const_name("zel.PortIOType");
+    else if constexpr (std::is_same_v<E, ZEL::ECnxChangeType>)
+        return const_name("zel.ECnxChangeType");
+    else if constexpr (std::is_same_v<E, ZEL::ENodeChangeType>)
+        return const_name("zel.ENodeChangeType");
+    else if constexpr (std::is_same_v<E, ZEL::ECompoundPortChangeType>)
+        return const_name("zel.ECompoundPortChangeType");
+    else
+        return const_name("zel.Container.ESearchMode");
+}
+
 template <class E, class = std::enable_if_t<kIsEnumeration<E>>>
 pybind11::object toArgument(E value)
 {
@@ -38,7 +55,7 @@ namespace pybind11::detail {
 
 template <class E>
 struct type_caster<E, std::enable_if_t<zelpython::kIsEnumeration<E>>> {
-    PYBIND11_TYPE_CASTER(E, const_name("int"));
+    PYBIND11_TYPE_CASTER(E, zelpython::enumerationName<E>());
 
     bool load(handle source, bool /*convert*/)
     {

@@ -6,6 +6,7 @@
 #include "binding/wrapperCaster.h"
 #include "zel/collector.h"
 
+#include <functional>
 #include <pybind11/pybind11.h>
 #include <string>
 
@@ -15,6 +16,12 @@ namespace py = pybind11;
 
 /// What the headers say about the operation, for its docstring; "" when they say nothing.
 const char* docOf(const char* className, const char* name);
+
+/// Puts off what is to be defined until all classes are there: a signature names only those by
+/// their names in Python.
+void defineLater(std::function<void()> define);
+/// Defines all that was put off.
+void defineAll();
 
 /// A class of the library on its way into the module: each of its operations is a call from Python
 /// that is marked as one, with what the header says about it.
@@ -43,22 +50,24 @@ public:
     template <class Function, class... Extra>
     Binding& def(const char* name, Function function, const Extra&... extra)
     {
-        m_class.def(name, guarded(function), extra..., docOf(m_name, name));
+        defineLater([type = m_class, doc = docOf(m_name, name), name, function,
+                     extra...]() mutable { type.def(name, guarded(function), extra..., doc); });
         return *this;
     }
     template <class Function, class... Extra>
     Binding& defStatic(const char* name, Function function, const Extra&... extra)
     {
-        m_class.def_static(name, guarded(function), extra..., docOf(m_name, name));
+        defineLater(
+            [type = m_class, doc = docOf(m_name, name), name, function, extra...]() mutable {
+                type.def_static(name, guarded(function), extra..., doc);
+            });
         return *this;
     }
     /// __init__(self, place, arguments): puts the object into the place; see initialise.
     template <class Function, class... Extra>
     Binding& defInit(Function function, const Extra&... extra)
     {
-        m_class.def("__init__", guarded(function), py::detail::is_new_style_constructor(),
-                    extra...);
-        return *this;
+        return def("__init__", function, py::detail::is_new_style_constructor(), extra...);
     }
 
     /// The operations of Namable that are not virtual or not overridden.

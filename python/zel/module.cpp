@@ -15,4 +15,5 @@ PYBIND11_MODULE(_zel, module)
     bindCompound(module);
     bindContainer(module);
     bindDebug(module);
+    defineAll();
 }
