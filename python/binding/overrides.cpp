@@ -43,4 +43,17 @@ void Override::refuseAnswer(PyObject* self, PyObject* answer, const char* wanted
     putAwayError(self);
 }
 
+int Override::numberOf(PyObject* self, PyObject* answer, int none) const
+{
+    if (!PyLong_Check(answer) || PyBool_Check(answer)) {
+        refuseAnswer(self, answer, "an int");
+        return none;
+    }
+    const int number = _PyLong_AsInt(answer);
+    if (number != -1 || !PyErr_Occurred())
+        return number;
+    putAwayError(self);
+    return none;
+}
+
 } // namespace zelpython

@@ -31,6 +31,8 @@ public:
     PyRef call(PyObject* self, PyObject* function, PyObject* const* args, std::size_t count) const;
     /// Puts away a TypeError that says what the answer should have been.
     void refuseAnswer(PyObject* self, PyObject* answer, const char* wanted) const;
+    /// The answer as a number; what is none is put away as an error.
+    int numberOf(PyObject* self, PyObject* answer, int none) const;
 
 private:
     Override(PyTypeObject* base, const char* name);
@@ -124,6 +126,17 @@ askObject(const Half& half, const Override& override, Instead instead, const Arg
             return nullptr;
         }
         return pybind11::detail::cast_op<ZEL::AddRefWrapper<T>&>(caster);
+    };
+    return dispatch(half, override, use, instead, args...);
+}
+
+/// A question for a number; the given one when the override raised or answers no int.
+template <class Instead, class... Args>
+int askNumber(
+    const Half& half, const Override& override, int none, Instead instead, const Args&... args)
+{
+    const auto use = [&](PyObject* answer) {
+        return answer ? override.numberOf(half.self(), answer, none) : none;
     };
     return dispatch(half, override, use, instead, args...);
 }

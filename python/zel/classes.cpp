@@ -22,6 +22,17 @@ void defineAll()
         define();
 }
 
+py::object optionalText(const char* text)
+{
+    return text ? py::object(toPython(text)) : py::none();
+}
+
+void raiseReferenceError(const char* reason)
+{
+    PyErr_SetString(PyExc_ReferenceError, reason);
+    throw py::error_already_set();
+}
+
 void callBack(const py::function& function, const py::object& argument)
 {
     try {

@@ -144,6 +144,11 @@ inline bool isDerived(py::detail::value_and_holder& place)
     return Py_TYPE(selfOf(place)) != place.type->type;
 }
 
+/// A text that may be none: None.
+py::object optionalText(const char* text);
+/// Raises ReferenceError: the object that the Python object stood for is gone.
+[[noreturn]] void raiseReferenceError(const char* reason);
+
 /// Calls a function of Python from within an operation: what it raises is put away.
 void callBack(const py::function& function, const py::object& argument);
 

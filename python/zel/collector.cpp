@@ -74,19 +74,32 @@ int visitInside(ZEL::Node& node, visitproc visit, void* arg)
     return visitHeld(*compound, inside, visit, arg);
 }
 
+int visitInside(ZEL::NodeLibrary& library, visitproc visit, void* arg);
+
+/// A library that somebody holds, who has found it with a wrapper.
+int visitLibrary(ZEL::NodeLibrary& library, visitproc visit, void* arg)
+{
+    if (!isHeldOnce(library, 1))
+        return 0;
+    const auto inside = [](ZEL::NodeLibrary& held, visitproc each, void* data) {
+        return visitInside(held, each, data);
+    };
+    return visitHeld(library, inside, visit, arg);
+}
+
 int visitInside(ZEL::NodeLibrary& library, visitproc visit, void* arg)
 {
+    const auto nothing = [](ZEL::NodeDefinition&, visitproc, void*) { return 0; };
     for (int i = 0; i < library.getNumberOfNodes(); ++i) {
         const ZEL::AddRefWrapper<ZEL::NodeDefinition> definition = library.getNodeAt(i);
-        const auto nothing = [](ZEL::NodeDefinition&, visitproc, void*) { return 0; };
-        const int stop =
-            isHeldOnce(*definition, 1) ? visitHeld(*definition, nothing, visit, arg) : 0;
+        const bool isSeen = definition && isHeldOnce(*definition, 1);
+        const int stop = isSeen ? visitHeld(*definition, nothing, visit, arg) : 0;
         if (stop != 0)
             return stop;
     }
     for (int i = 0; i < library.getNumberOfSubLibraries(); ++i) {
         const ZEL::AddRefWrapper<ZEL::NodeLibrary> sub = library.getSubLibraryAt(i);
-        const int stop = isHeldOnce(*sub, 1) ? visitInside(*sub, visit, arg) : 0;
+        const int stop = sub ? visitLibrary(*sub, visit, arg) : 0;
         if (stop != 0)
             return stop;
     }
@@ -134,7 +147,7 @@ int visitEdges(ZEL::NodeDefinition& /*definition*/, visitproc /*visit*/, void* /
 
 int visitEdges(ZEL::NodeLibrary& library, visitproc visit, void* arg)
 {
-    return isHeldOnce(library) ? visitInside(library, visit, arg) : 0;
+    return standsFor(library) ? visitInside(library, visit, arg) : 0;
 }
 
 int visitEdges(ZEL::Runtime& runtime, visitproc visit, void* arg)
@@ -143,7 +156,7 @@ int visitEdges(ZEL::Runtime& runtime, visitproc visit, void* arg)
     if (!dynamic_cast<Half*>(&runtime))
         return 0;
     const ZEL::AddRefWrapper<ZEL::NodeLibrary> library = runtime.Runtime::getNodeLibrary();
-    return library && isHeldOnce(*library, 1) ? visitInside(*library, visit, arg) : 0;
+    return library ? visitLibrary(*library, visit, arg) : 0;
 }
 
 int visitEdges(ZEL::HostEditor& /*editor*/, visitproc /*visit*/, void* /*arg*/)

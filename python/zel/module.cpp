@@ -14,6 +14,10 @@ PYBIND11_MODULE(_zel, module)
     bindNodes(module);
     bindCompound(module);
     bindContainer(module);
+    bindLibrary(module);
+    bindRuntime(module);
+    bindEditor(module);
+    bindPropertyList(module);
     bindDebug(module);
     defineAll();
 }

@@ -14,25 +14,6 @@ Override ofCompound(const char* name)
     return Override::of<ZEL::Compound>(name);
 }
 
-/// A question for an index; -1 when the override raised or answers no int.
-template <class Instead, class... Args>
-int askIndex(const PyCompound& self, const Override& override, Instead instead, const Args&... args)
-{
-    const auto use = [&](PyObject* answer) {
-        if (!answer)
-            return -1;
-        if (!PyLong_Check(answer) || PyBool_Check(answer)) {
-            override.refuseAnswer(self.self(), answer, "an int");
-            return -1;
-        }
-        const int index = _PyLong_AsInt(answer);
-        if (index == -1 && PyErr_Occurred())
-            putAwayError(self.self());
-        return index;
-    };
-    return dispatch(self, override, use, instead, args...);
-}
-
 } // namespace
 
 void PyCompound::setName(const char* name)
@@ -154,16 +135,17 @@ int PyCompound::createCompoundPort(ZEL::PortIOType ioType,
                                    const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
 {
     static const Override override = ofCompound("createCompoundPort");
-    return askIndex(
-        *this, override, [&] { return SafeCompound::createCompoundPort(ioType, name, type); },
+    return askNumber(
+        *this, override, -1, [&] { return SafeCompound::createCompoundPort(ioType, name, type); },
         ioType, name, type);
 }
 
 int PyCompound::deleteCompoundPort(ZEL::AddRefWrapper<ZEL::Port> innerPort)
 {
     static const Override override = ofCompound("deleteCompoundPort");
-    return askIndex(
-        *this, override, [&] { return SafeCompound::deleteCompoundPort(innerPort); }, innerPort);
+    return askNumber(
+        *this, override, -1, [&] { return SafeCompound::deleteCompoundPort(innerPort); },
+        innerPort);
 }
 
 int PyCompound::createLinkedPort(const char* name,
@@ -171,9 +153,9 @@ int PyCompound::createLinkedPort(const char* name,
                                  const ZEL::AddRefWrapper<ZEL::PortDataType>& type)
 {
     static const Override override = ofCompound("createLinkedPort");
-    return askIndex(
-        *this, override, [&] { return SafeCompound::createLinkedPort(name, target, type); }, name,
-        target, type);
+    return askNumber(
+        *this, override, -1, [&] { return SafeCompound::createLinkedPort(name, target, type); },
+        name, target, type);
 }
 
 const char* PyCompound::getSpecializedCompoundTypeName()

@@ -11,6 +11,7 @@ namespace py = pybind11;
 namespace {
 
 std::vector<PyContainer*> g_containers;
+std::vector<const PyContainer*> g_rebuilding; ///< The innermost last; compared only.
 
 Override ofContainer(const char* name)
 {
@@ -55,7 +56,9 @@ ZEL::AddRefWrapper<ZEL::Node> PyContainer::getRootNode()
 void PyContainer::rebuildCompounds()
 {
     static const Override override = ofContainer("rebuildCompounds");
+    g_rebuilding.push_back(this);
     tell(*this, override, [] {});
+    g_rebuilding.pop_back(); // The container may be gone.
 }
 
 void PyContainer::hostOperation()
@@ -96,6 +99,16 @@ bool PyContainer::isRegistered(const ZEL::Runtime* runtime) const
 {
     return std::any_of(m_runtimes.begin(), m_runtimes.end(),
                        [runtime](const PyRef& held) { return toRuntime(held.get()) == runtime; });
+}
+
+bool PyContainer::isBeingRebuilt() const
+{
+    return std::find(g_rebuilding.begin(), g_rebuilding.end(), this) != g_rebuilding.end();
+}
+
+bool PyContainer::isAnyBeingRebuilt()
+{
+    return !g_rebuilding.empty();
 }
 
 void PyContainer::leaveForeignRuntimes()

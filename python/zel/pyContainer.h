@@ -25,6 +25,10 @@ public:
     void onUnregistered(const ZEL::Runtime* runtime);
     void onRegisteredWithUUID(const char* uuid) { m_uuids.emplace_back(uuid); }
     bool isRegistered(const ZEL::Runtime* runtime) const;
+    /// Within its own rebuildCompounds, called by a runtime.
+    bool isBeingRebuilt() const;
+    /// True when any container is.
+    static bool isAnyBeingRebuilt();
     /// Leaves all runtimes that are not Python's own, which are about to go.
     void leaveForeignRuntimes();
 
