@@ -59,11 +59,26 @@ void requireHome(ZEL::Port& port)
         throw py::value_error("a port that was taken out of its list is not connected any more");
 }
 
+bool isOfPython(ZEL::Port& port)
+{
+    return dynamic_cast<CountedHalf*>(port.getParentNode().get()) != nullptr;
+}
+
+/// The nodes of a document of C++ die without a word to ports that lie elsewhere.
+void requireOneDocument(ZEL::Port& a, ZEL::Port& b)
+{
+    const Keeper keeper = keeperOf(a);
+    if (keeper != keeperOf(b) || (keeper && isOfPython(a) != isOfPython(b)))
+        throw py::value_error("ports of different documents are not connected");
+}
+
 bool connect(ZEL::Port& port, const PortWrapper& other)
 {
     requireHome(port);
-    if (other)
+    if (other) {
         requireHome(*other);
+        requireOneDocument(port, *other);
+    }
     return port.addConnection(other);
 }
 
