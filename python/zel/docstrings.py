@@ -93,7 +93,8 @@ def _operations(found, class_name, own):
 
 
 def table(folder):
-    """The docstrings by (class, operation); the operation of a class's own text is ""."""
+    """The docstrings by (class, operation); "" stands for the class of a function and
+    for the operation of a class's own text."""
     found = headers.read(folder)
     own = read_own()
     for owner, _ in own:
@@ -115,6 +116,9 @@ def table(folder):
         for operation in _operations(found, name, own):
             comment = comment_of(found, name, operation)
             texts[name, operation] = finished(comment, (name, operation), ("*", operation))
+    for function in found.functions:
+        if function.name.isidentifier():
+            texts["", function.name] = in_python(function.doc, function.result)
     return {key: _wrapped(text) for key, text in texts.items() if text}
 
 

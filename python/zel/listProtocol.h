@@ -21,7 +21,11 @@ void defineList(Class& bound)
 {
     using List = typename Class::T;
     using Wrapper = ZEL::AddRefWrapper<Entry>;
-    bound.def("size", &List::size)
+    bound
+        .defInit([](py::detail::value_and_holder&) {
+            throw py::type_error("a list is made by its node or compound");
+        })
+        .def("size", &List::size)
         .def("__len__", &List::size)
         .def("__bool__", [](List& self) { return self.size() > 0; })
         .def("__getitem__",
