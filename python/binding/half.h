@@ -13,15 +13,18 @@ public:
     Half& operator=(const Half&) = delete;
     virtual ~Half() = default;
 
-    /// The Python half, borrowed. Null before it is known, after it died, and when the interpreter
-    /// ends: then the base class answers.
-    PyObject* self() const { return isInterpreterAlive() ? m_self : nullptr; }
+    /// The Python half, borrowed. Null before it is known, from when it begins to die, and when the
+    /// interpreter ends: then the base class answers.
+    PyObject* self() const { return isInterpreterAlive() && isHalfThere() ? m_self : nullptr; }
     /// The same, also while the interpreter ends: for the collector, which asks nobody.
     PyObject* selfForCollector() const { return m_self; }
     /// Tells the C++ half its Python half, which is just being made, or null when that dies.
     void attach(PyObject* self) { m_self = self; }
 
 protected:
+    // What Python has begun to free must not be given to anybody: it would be freed twice.
+    bool isHalfThere() const { return m_self && Py_REFCNT(m_self) > 0; }
+
     PyObject* m_self = nullptr; ///< Borrowed; see CountedHalf.
 };
 

@@ -3,6 +3,7 @@
 #include "binding/owned.h"
 
 #include <pybind11/pybind11.h>
+#include <type_traits>
 
 namespace zelpython {
 
@@ -15,11 +16,23 @@ const pybind11::detail::type_info* typeOf()
     return type;
 }
 
-/// The Python object of a counted object: the one that is there, or a new one, a new reference.
-/// None for null.
+/// The Python object that stands for the pointer, a new reference; empty when there is none. None
+/// when Python has begun to free it.
+pybind11::object presentObject(void* pointer, const pybind11::detail::type_info* type);
+
+/// The Python object of one of the library's: the one that is there, or a new one. None for null,
+/// and for an object that is being destroyed, whom nobody may hold any more: a finalizer of
+/// something in it may still find it.
 template <class T>
 pybind11::object toObject(T* object)
 {
+    constexpr int kDying = 1 << 29; // The library counts from far above, as it destroys.
+    if constexpr (std::is_base_of_v<ZEL::ReferenceCounted, T>) {
+        if (object && object->getRefCount() > kDying)
+            return pybind11::none();
+    }
+    if (pybind11::object present = presentObject(object, typeOf<T>()))
+        return present;
     return pybind11::reinterpret_steal<pybind11::object>(
         pybind11::detail::type_caster_generic::cast(object,
                                                     pybind11::return_value_policy::take_ownership,
