@@ -49,9 +49,10 @@ void CountedHalf::toCpp()
     dropReference();
 }
 
-bool CountedHalf::isHeldByPython() const
+void CountedHalf::finalizeUnheld()
 {
-    return m_self && m_isOwnedByCpp && isInterpreterThere() && Py_REFCNT(m_self) > 1;
+    if (m_self && isInterpreterThere() && Py_REFCNT(m_self) == 1)
+        PyObject_CallFinalizer(m_self);
 }
 
 bool CountedHalf::toPython()
@@ -65,7 +66,9 @@ bool CountedHalf::toPython()
         m_wasFinalized = false;
         forgetFinalized(self);
     }
-    if (Py_REFCNT(self) > 1)
+    finalizeUnheld();
+    // It may be in a list again.
+    if (!m_isOwnedByCpp)
         onLetGo();
     Py_DECREF(self);
     return true;

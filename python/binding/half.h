@@ -54,8 +54,9 @@ public:
     /// For deleteThis. True when Python has the object again: nothing more is touched, it may be
     /// gone. False when it is to be destroyed.
     bool toPython();
-    /// True when C++ owns, and Python holds the Python half besides.
-    bool isHeldByPython() const;
+    /// Runs the finalizer of a Python half that nobody else holds, when what lies around the object
+    /// is about to go: whoever takes hold of it in there finds it whole.
+    void finalizeUnheld();
 
     /// For the finalizer of the Python half: when C++ kept the object by a pointer that it got from
     /// inside, C++ owns from now on, and the Python half lives. False when it may die.
@@ -66,7 +67,7 @@ protected:
     virtual int references() const = 0;
     virtual void addReference() = 0;
     virtual void dropReference() = 0;
-    /// C++ let go of the object, and Python goes on holding it: no list holds it any more.
+    /// C++ let go of the object: no list holds it any more, and it may live longer than what did.
     virtual void onLetGo() {}
 
 private:

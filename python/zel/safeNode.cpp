@@ -19,11 +19,19 @@ SafeNode::~SafeNode()
 
 void SafeNode::deleteThis()
 {
-    // Held until the node is gone, so that the library takes the node off it.
+    // Held until the node is gone, so that the library takes the node off it: Python may hold it.
     ZEL::AddRefWrapper<ZEL::Compound> survivor = Node::getAsCompound();
-    const auto* const half = dynamic_cast<const CountedHalf*>(survivor.get());
-    if (!half || !half->isHeldByPython())
+    if (auto* const half = dynamic_cast<CountedHalf*>(survivor.get())) {
+        addRef();
+        half->finalizeUnheld();
+        if (getRefCount() > 1) { // The finalizer took hold of this node.
+            survivor = nullptr;
+            release();
+            return;
+        }
+    } else {
         survivor = nullptr;
+    }
     Node::deleteThis();
 }
 

@@ -15,7 +15,7 @@ public:
     SafeNode(ZEL::Container* container, PyRef containerHalf);
     ~SafeNode() override;
 
-    /// A compound that Python goes on holding loses this node as its owner.
+    /// A compound with a Python half, which may live on, loses this node as its owner.
     void deleteThis() override;
 
     bool onPortListPortRemoved(const ZEL::PortList& list,
