@@ -15,6 +15,8 @@ namespace {
 /// The classes that may be derived from. Each lives as long as the process.
 std::vector<PyObject*> g_bases;
 
+constexpr const char* kTwoBases = "%s: a class has one base of the library, not more";
+
 /// Whoever holds the object holds it alone.
 bool isHeldOnce(const ZEL::ReferenceCounted& object, int ownReferences = 0)
 {
@@ -107,17 +109,16 @@ int visitInside(ZEL::NodeLibrary& library, visitproc visit, void* arg)
 }
 
 /// __init_subclass__(cls, **kwargs).
-void onSubclass(const py::object& type, py::args args, const py::kwargs& kwargs, destructor end)
+void onSubclass(const py::object& type, py::args args, const py::kwargs& kwargs)
 {
     auto* const made = reinterpret_cast<PyTypeObject*>(args[0].ptr());
     int bases = 0;
     for (PyObject* const base : g_bases)
         bases += PyType_IsSubtype(made, reinterpret_cast<PyTypeObject*>(base)) != 0 ? 1 : 0;
-    if (bases > 1)
-        throw py::type_error(std::string(made->tp_name) +
-                             ": a class has one base of the library, not more");
-    if (end)
-        made->tp_finalize = end;
+    if (bases > 1) {
+        PyErr_Format(PyExc_TypeError, kTwoBases, made->tp_name);
+        throw py::error_already_set();
+    }
     const py::object super(py::handle(reinterpret_cast<PyObject*>(&PySuper_Type))(type, args[0]));
     super.attr("__init_subclass__")(**kwargs);
 }
@@ -168,8 +169,12 @@ namespace detail {
 
 void deallocate(PyObject* self)
 {
+    if (Py_TYPE(self)->tp_dealloc == deallocate && PyObject_CallFinalizerFromDealloc(self) < 0)
+        return; // Caught in the net.
     PyObject_GC_UnTrack(self);
-    py::detail::pybind11_object_dealloc(self);
+    // Networks are deep, and the stack is not.
+    Py_TRASHCAN_BEGIN(self, deallocate) py::detail::pybind11_object_dealloc(self);
+    Py_TRASHCAN_END
 }
 
 void callDel(PyObject* self)
@@ -184,14 +189,24 @@ void callDel(PyObject* self)
         PyErr_WriteUnraisable(function);
 }
 
-void guardSubclasses(py::object type, destructor finalizer)
+PyObject* makeNew(PyTypeObject* type, PyObject* args, PyObject* kwargs)
+{
+    PyObject* const made = py::detail::pybind11_object_new(type, args, kwargs);
+    if (made && !reinterpret_cast<py::detail::instance*>(made)->simple_layout) {
+        Py_DECREF(made);
+        PyErr_Format(PyExc_TypeError, kTwoBases, type->tp_name);
+        return nullptr;
+    }
+    return made;
+}
+
+void guardSubclasses(py::object type)
 {
     g_bases.push_back(type.ptr());
     const py::handle base = type;
-    const py::cpp_function function(
-        [base, finalizer](const py::args& args, const py::kwargs& kwargs) {
-            onSubclass(py::reinterpret_borrow<py::object>(base), args, kwargs, finalizer);
-        });
+    const py::cpp_function function([base](const py::args& args, const py::kwargs& kwargs) {
+        onSubclass(py::reinterpret_borrow<py::object>(base), args, kwargs);
+    });
     type.attr("__init_subclass__") =
         py::reinterpret_steal<py::object>(PyClassMethod_New(function.ptr()));
 }

@@ -60,7 +60,7 @@ void deallocate(PyObject* self);
 /// What Python would have called at the end of the object: its class' own __del__.
 void callDel(PyObject* self);
 
-/// The finalizer of classes written in Python: the net, then their own.
+/// The finalizer: the net, then that of a class written in Python.
 template <class T>
 void finalize(PyObject* self)
 {
@@ -70,10 +70,28 @@ void finalize(PyObject* self)
         callDel(self);
 }
 
-/// Sets __init_subclass__ of the class: one base of the library only, and the finalizer.
-void guardSubclasses(pybind11::object type, destructor finalizer);
+/// Sets __init_subclass__ of the class: one base of the library only.
+void guardSubclasses(pybind11::object type);
+
+/// A new object, without its C++ half. A class with two bases of the library is refused here, too,
+/// where it slipped through an __init_subclass__ of its own.
+PyObject* makeNew(PyTypeObject* type, PyObject* args, PyObject* kwargs);
+
+/// The same for a counted class: __del__ in a class, or put there later, took the finalizer's
+/// place.
+template <class T>
+PyObject* makeNewCounted(PyTypeObject* type, PyObject* args, PyObject* kwargs)
+{
+    type->tp_finalize = finalize<T>;
+    return makeNew(type, args, kwargs);
+}
 
 } // namespace detail
+
+/// The classes whose objects may be a CountedHalf.
+template <class T>
+inline constexpr bool kHasHalf = std::is_same_v<T, ZEL::Node> || std::is_same_v<T, ZEL::Compound> ||
+                                 std::is_same_v<T, ZEL::NodeDefinition>;
 
 /// For the making of a class: its objects take part in collections.
 template <class T>
@@ -87,6 +105,11 @@ pybind11::custom_type_setup collected()
         else
             type.tp_traverse = detail::traverse<T>;
         type.tp_dealloc = detail::deallocate;
+        type.tp_new = detail::makeNew;
+        if constexpr (kHasHalf<T>) {
+            type.tp_finalize = detail::finalize<T>;
+            type.tp_new = detail::makeNewCounted<T>;
+        }
     });
 }
 
@@ -94,10 +117,7 @@ pybind11::custom_type_setup collected()
 template <class T>
 void guardSubclasses(pybind11::object type)
 {
-    if constexpr (std::is_base_of_v<ZEL::ReferenceCounted, T>)
-        detail::guardSubclasses(std::move(type), detail::finalize<T>);
-    else
-        detail::guardSubclasses(std::move(type), nullptr);
+    detail::guardSubclasses(std::move(type));
 }
 
 } // namespace zelpython
