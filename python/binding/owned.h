@@ -2,6 +2,7 @@
 
 #include "binding/half.h"
 #include "binding/keepers.h"
+#include "binding/severPort.h"
 #include "binding/shared.h"
 #include "zel.h"
 
@@ -65,6 +66,8 @@ public:
         if (!m_object)
             return;
         --wrappersOf<T>();
+        if constexpr (std::is_same_v<T, ZEL::Port> || std::is_same_v<T, ZEL::PortList>)
+            beforeRelease(*m_object);
         if (auto* const half = dynamic_cast<CountedHalf*>(m_object))
             half->onDropped();
         else

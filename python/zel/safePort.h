@@ -1,7 +1,7 @@
 #pragma once
 
+#include "binding/severPort.h"
 #include "binding/shared.h"
-#include "zel/sever.h"
 
 namespace zelpython {
 
@@ -9,11 +9,7 @@ namespace zelpython {
 class SafePort final : public ZEL::Port {
 public:
     SafePort(const char* name, ZEL::PortIOType ioType) : Port(name, ioType), m_live("zel.Port") {}
-    ~SafePort() override
-    {
-        for (ZEL::Port* const other : connectedTo())
-            other->connectedTo().onPortDeleted(this);
-    }
+    ~SafePort() override { sever(*this); }
 
 private:
     LiveCount m_live;

@@ -63,16 +63,6 @@ bool disconnectOutside(ZEL::Port& port, const Insides& nodes)
 
 } // namespace
 
-void sever(ZEL::Port& port)
-{
-    ZEL::PortList& connections = port.connectedTo();
-    if (connections.size() == 0)
-        return;
-    port.onParentNodeDeleted();
-    while (connections.size() > 0)
-        connections.onPortDeleted(connections[connections.size() - 1].get());
-}
-
 void sever(ZEL::PortList& list)
 {
     for (ZEL::Port* const port : list)

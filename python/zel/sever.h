@@ -1,14 +1,11 @@
 #pragma once
 
+#include "binding/severPort.h"
 #include "zel.h"
 
 namespace zelpython {
 
-// No port dies, and none loses its parent, while it is connected: connections are plain pointers.
-
-/// Takes all connections of the port off both ends. Nobody is asked.
-void sever(ZEL::Port& port);
-/// The same for all ports of the list.
+/// Severs all ports of the list; see severPort.h.
 void sever(ZEL::PortList& list);
 /// The same for the inputs and outputs of the node, after NodeList::remove too, which leaves the
 /// node's ports with the connections that the others forgot.
