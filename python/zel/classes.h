@@ -41,6 +41,14 @@ public:
             throw py::type_error(
                 "the object is not there: __init__ was not called, or C++ destroyed it");
         };
+        // An object of one class must not be read as one of another.
+        const py::object sameClass =
+            py::module_::import("builtins")
+                .attr("property")(py::cpp_function(
+                    [](const py::handle& self) { return py::type::handle_of(self); }));
+        auto* const type = reinterpret_cast<PyTypeObject*>(m_class.ptr());
+        PyDict_SetItemString(type->tp_dict, "__class__", sameClass.ptr());
+        PyType_Modified(type);
         def("__reduce_ex__", [](const py::object& self, int) -> py::object {
             throw py::type_error("cannot copy or pickle a " +
                                  std::string(Py_TYPE(self.ptr())->tp_name));
