@@ -55,6 +55,11 @@ void CountedHalf::finalizeUnheld()
         PyObject_CallFinalizer(m_self);
 }
 
+bool CountedHalf::isForsaken() const
+{
+    return references() == 1 && (!m_self || (m_isOwnedByCpp && Py_REFCNT(m_self) == 1));
+}
+
 bool CountedHalf::toPython()
 {
     if (!m_isOwnedByCpp || !isInterpreterThere())

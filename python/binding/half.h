@@ -58,6 +58,9 @@ public:
     /// is about to go: whoever takes hold of it in there finds it whole.
     void finalizeUnheld();
 
+    /// True when nobody but the one wrapper of the caller holds the object.
+    bool isForsaken() const;
+
     /// For the finalizer of the Python half: when C++ kept the object by a pointer that it got from
     /// inside, C++ owns from now on, and the Python half lives. False when it may die.
     bool catchInNet();

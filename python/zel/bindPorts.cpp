@@ -112,7 +112,12 @@ void bindPort(py::module_& module)
         .def("getDataType", &ZEL::Port::getDataType)
         .def("setDataType", &ZEL::Port::setDataType, py::arg("type"))
         .def("getPortDefaultValue",
-             [](ZEL::Port& self) { return toPython(self.getPortDefaultValue()); })
+             [](ZEL::Port& self) {
+                 // The text lies in the parent, which may be dropped in the question.
+                 const auto node = self.getParentNode();
+                 const auto compound = self.getParentCompound();
+                 return toPython(self.getPortDefaultValue());
+             })
         .def(
             "setPortDefaultValue",
             [](ZEL::Port& self, const OptionalText& value) { self.setPortDefaultValue(value); },
@@ -135,19 +140,18 @@ void requireFree(ZEL::Port& port, ZEL::PortList& list)
 bool addPort(ZEL::PortList& list, const PortWrapper& port)
 {
     requireFree(*port, list);
-    ZEL::PortNotification* const former = port->getParent();
     if (list.add(port))
         return true;
     // Refused, it is as it was: the library leaves the parent set.
-    if (port->getParent() == list.getParent() && list.findPort(port) < 0)
-        port->setParent(former);
+    if (!isListed(*port))
+        port->setParent(nullptr);
     return false;
 }
 
 PortWrapper makePort(ZEL::PortList& list, const OptionalText& name, const TypeWrapper& type)
 {
     PortWrapper port = list.addPort(name, type);
-    if (list.findPort(port) < 0) { // Refused: nobody else holds it.
+    if (!isListed(*port)) { // Refused.
         sever(*port);
         port->setParent(nullptr);
     }
@@ -159,7 +163,7 @@ bool removePort(ZEL::PortList& list, const PortWrapper& port)
     if (list.findPort(port) < 0 || !list.remove(port))
         return false;
     // What a host of C++ leaves: outside of every list it must not know its parent.
-    if (list.findPort(port) < 0 && port->getParent() && port->getParent() == list.getParent()) {
+    if (port->getParent() && port->getParent() == list.getParent() && !isListed(*port)) {
         sever(*port);
         port->setParent(nullptr);
     }

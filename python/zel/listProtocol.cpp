@@ -12,6 +12,14 @@ bool isListed(ZEL::Port& port)
     return node && (node->inputs().findPort(held) >= 0 || node->outputs().findPort(held) >= 0);
 }
 
+bool comesIn(const ZEL::PortList& list, ZEL::Port& port, ZEL::PortNotification& parent)
+{
+    if (const_cast<ZEL::PortList&>(list).findPort(&port) < 0 && isListed(port))
+        return false;
+    port.setParent(&parent);
+    return true;
+}
+
 int placeOf(ZEL::NodeList& list, const ZEL::Node& node)
 {
     int place = 0;

@@ -1,5 +1,6 @@
 #include "zel/pyCompound.h"
 
+#include "zel/listProtocol.h"
 #include "zel/portQuestions.h"
 #include "zel/safeNode.h"
 
@@ -51,14 +52,16 @@ bool PyCompound::onPortSetDataType(const ZEL::AddRefWrapper<ZEL::Port>& port,
 bool PyCompound::onPortListPortAdded(const ZEL::PortList& list,
                                      const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    return CompoundQuestions(*this).added(list, port);
+    const ZEL::AddRefWrapper<ZEL::Compound> self(this);
+    return CompoundQuestions(*this).added(list, port) && comesIn(list, *port, *this);
 }
 
 bool PyCompound::onPortListPortRemoved(const ZEL::PortList& list,
                                        const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
+    const ZEL::AddRefWrapper<ZEL::Compound> self(this); // The override may drop it.
     const bool isAgreed = CompoundQuestions(*this).removed(list, port);
-    return letGo(*port, *this, isAgreed);
+    return letGo(list, *port, *this, isAgreed);
 }
 
 bool PyCompound::onPortListPortMove(const ZEL::PortList& list, int from, int to)
@@ -73,6 +76,7 @@ void PyCompound::onPortListPortMoved(const ZEL::PortList& list, int from, int to
 
 const char* PyCompound::onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
+    const ZEL::AddRefWrapper<ZEL::Compound> self(this);
     return CompoundQuestions(*this).getDefaultValue(port, m_defaultValues);
 }
 
@@ -94,16 +98,18 @@ ZEL::Namable PyCompound::onGetParentFullPathName()
 bool PyCompound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
     static const Override override = ofCompound("onNodeAdd");
+    const ZEL::AddRefWrapper<ZEL::Compound> self(this); // The override may drop it.
     if (whyNotAdded(*this, *node) || !ask(
                                          *this, override, [] { return true; }, node))
         return false;
     // Asked again: the override may have put it elsewhere.
-    return SafeCompound::onNodeAdd(node);
+    return !isForsaken() && SafeCompound::onNodeAdd(node);
 }
 
 bool PyCompound::onNodeRemove(const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
     static const Override override = ofCompound("onNodeRemove");
+    const ZEL::AddRefWrapper<ZEL::Compound> self(this);
     return ask(
                *this, override, [] { return true; }, node) &&
            SafeCompound::onNodeRemove(node);

@@ -1,5 +1,6 @@
 #include "zel/pyNode.h"
 
+#include "zel/listProtocol.h"
 #include "zel/portQuestions.h"
 
 namespace zelpython {
@@ -90,14 +91,16 @@ bool PyNode::onPortSetDataType(const ZEL::AddRefWrapper<ZEL::Port>& port,
 bool PyNode::onPortListPortAdded(const ZEL::PortList& list,
                                  const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    return NodeQuestions(*this).added(list, port);
+    const ZEL::AddRefWrapper<ZEL::Node> self(this);
+    return NodeQuestions(*this).added(list, port) && comesIn(list, *port, *this);
 }
 
 bool PyNode::onPortListPortRemoved(const ZEL::PortList& list,
                                    const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
+    const ZEL::AddRefWrapper<ZEL::Node> self(this); // The override may drop it.
     const bool isAgreed = NodeQuestions(*this).removed(list, port);
-    return letGo(*port, *this, isAgreed);
+    return letGo(list, *port, *this, isAgreed);
 }
 
 bool PyNode::onPortListPortMove(const ZEL::PortList& list, int from, int to)
@@ -112,6 +115,7 @@ void PyNode::onPortListPortMoved(const ZEL::PortList& list, int from, int to)
 
 const char* PyNode::onPortGetDefaultValue(const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
+    const ZEL::AddRefWrapper<ZEL::Node> self(this);
     return NodeQuestions(*this).getDefaultValue(port, m_defaultValues);
 }
 

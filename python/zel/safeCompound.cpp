@@ -21,10 +21,10 @@ SafeCompound::~SafeCompound()
     }
 }
 
-bool SafeCompound::onPortListPortRemoved(const ZEL::PortList& /*list*/,
+bool SafeCompound::onPortListPortRemoved(const ZEL::PortList& list,
                                          const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    return letGo(*port, *this, true);
+    return letGo(list, *port, *this, true);
 }
 
 bool SafeCompound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)

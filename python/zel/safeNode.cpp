@@ -35,10 +35,10 @@ void SafeNode::deleteThis()
     Node::deleteThis();
 }
 
-bool SafeNode::onPortListPortRemoved(const ZEL::PortList& /*list*/,
+bool SafeNode::onPortListPortRemoved(const ZEL::PortList& list,
                                      const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
-    return letGo(*port, *this, true);
+    return letGo(list, *port, *this, true);
 }
 
 void SafeNode::onThisNodeDeleted()
@@ -68,15 +68,16 @@ void SafeNode::loseHome()
     m_places = 0;
 }
 
-bool letGo(ZEL::Port& port, ZEL::PortNotification& parent, bool isAgreed)
+bool letGo(const ZEL::PortList& list, ZEL::Port& port, ZEL::PortNotification& parent, bool isAgreed)
 {
-    if (isAgreed && disconnect(port)) {
-        port.setParent(nullptr);
-        return true;
-    }
-    // It may have lost its parent for another place, or by the base's answer.
-    port.setParent(&parent);
-    return false;
+    auto& present = const_cast<ZEL::PortList&>(list);
+    if (present.findPort(&port) < 0)
+        return isAgreed;
+    const bool isFree = isAgreed && disconnect(port);
+    // A listener may have taken it out meanwhile. What stays may have lost its parent.
+    if (present.findPort(&port) >= 0)
+        port.setParent(isFree ? nullptr : &parent);
+    return isFree;
 }
 
 } // namespace zelpython

@@ -42,7 +42,11 @@ private:
 };
 
 /// A port that leaves the list of that parent, if everybody agrees: it is disconnected and loses
-/// its parent. False when it stays, also because somebody refused the disconnection.
-bool letGo(ZEL::Port& port, ZEL::PortNotification& parent, bool isAgreed);
+/// its parent. False when it stays, also because somebody refused the disconnection. One that a
+/// listener took out already is left alone.
+bool letGo(const ZEL::PortList& list,
+           ZEL::Port& port,
+           ZEL::PortNotification& parent,
+           bool isAgreed);
 
 } // namespace zelpython
