@@ -39,7 +39,15 @@ bool PyNode::isCompound()
 ZEL::AddRefWrapper<ZEL::Compound> PyNode::getAsCompound()
 {
     static const Override override = ofNode("getAsCompound");
-    return askObject<ZEL::Compound>(*this, override, [&] { return SafeNode::getAsCompound(); });
+    const ZEL::AddRefWrapper<ZEL::Node> held(this);
+    ZEL::AddRefWrapper<ZEL::Compound> answer =
+        askObject<ZEL::Compound>(*this, override, [&] { return SafeNode::getAsCompound(); });
+    if (!answer || answer == SafeNode::getAsCompound())
+        return answer;
+    // Walks down the network would not end.
+    PyErr_SetString(PyExc_ValueError, "getAsCompound must answer the compound of the node itself");
+    putAwayError(self());
+    return nullptr;
 }
 
 ZEL::Namable PyNode::getFullPathName()
