@@ -85,6 +85,9 @@ auto dispatch(
     } catch (pybind11::error_already_set& error) {
         error.restore();
         putAwayError(self);
+    } catch (const pybind11::builtin_exception& error) {
+        error.set_error();
+        putAwayError(self);
     } catch (const std::exception& error) {
         PyErr_SetString(PyExc_RuntimeError, error.what());
         putAwayError(self);

@@ -41,12 +41,14 @@ public:
             throw py::type_error(
                 "the object is not there: __init__ was not called, or C++ destroyed it");
         };
+        // As people know it, in messages.
+        auto* const type = reinterpret_cast<PyTypeObject*>(m_class.ptr());
+        type->tp_name = py::detail::c_str("zel." + std::string(name));
         // An object of one class must not be read as one of another.
         const py::object sameClass =
             py::module_::import("builtins")
                 .attr("property")(py::cpp_function(
                     [](const py::handle& self) { return py::type::handle_of(self); }));
-        auto* const type = reinterpret_cast<PyTypeObject*>(m_class.ptr());
         PyDict_SetItemString(type->tp_dict, "__class__", sameClass.ptr());
         PyType_Modified(type);
         def("__reduce_ex__", [](const py::object& self, int) -> py::object {
