@@ -2,6 +2,8 @@
 #include "zel/listProtocol.h"
 #include "zel/safePort.h"
 
+#include <vector>
+
 namespace zelpython {
 
 namespace {
@@ -36,11 +38,13 @@ void bindDataType(py::module_& module)
 
 py::tuple connectionsOf(ZEL::Port& port)
 {
-    ZEL::PortList& connections = port.connectedTo();
-    const int size = connections.size();
-    py::tuple result(size);
-    for (int i = 0; i < size; ++i)
-        result[i] = toObject(connections[i].get());
+    // What is made for Python may start a collection, in which other ports go.
+    std::vector<PortWrapper> ports;
+    for (ZEL::Port* const other : port.connectedTo())
+        ports.emplace_back(other);
+    py::tuple result(ports.size());
+    for (std::size_t i = 0; i < ports.size(); ++i)
+        result[i] = toObject(ports[i].get());
     return result;
 }
 

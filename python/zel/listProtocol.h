@@ -2,6 +2,8 @@
 
 #include "zel/classes.h"
 
+#include <vector>
+
 namespace zelpython {
 
 /// True when the port stands in one of the four lists of its parent.
@@ -34,7 +36,9 @@ void defineList(Class& bound)
         .def("__bool__", [](List& self) { return self.size() > 0; })
         .def("__getitem__",
              [](List& self, const py::int_& index) -> Wrapper {
-                 long place = index;
+                 Py_ssize_t place = PyNumber_AsSsize_t(index.ptr(), PyExc_IndexError);
+                 if (place == -1 && PyErr_Occurred())
+                     throw py::error_already_set();
                  if (place < 0)
                      place += self.size();
                  if (place < 0 || place >= self.size())
@@ -75,11 +79,14 @@ void defineList(Class& bound)
             py::arg("entry").none(false))
         .def("__iter__",
              [](List& self) {
-                 const int size = self.size();
-                 py::list entries(size);
-                 for (int i = 0; i < size; ++i)
-                     entries[i] = toObject(self[i].get());
-                 return py::reinterpret_steal<py::object>(PyObject_GetIter(entries.ptr()));
+                 // What is made for Python may start a collection, which changes lists.
+                 std::vector<Wrapper> entries;
+                 for (Entry* const entry : self)
+                     entries.emplace_back(entry);
+                 py::list objects;
+                 for (const Wrapper& entry : entries)
+                     objects.append(toObject(entry.get()));
+                 return py::reinterpret_steal<py::object>(PyObject_GetIter(objects.ptr()));
              })
         .def("__repr__", [](const py::object& self) {
             return py::str("<{}.{} of {}>")
