@@ -40,13 +40,14 @@ void printName(Node* node)
 void printNode(Node* node, int index)
 {
     std::puts("\n====================================");
-    const AddRefWrapper<Compound> compound = node->getParentCompound();
-    std::printf("NODE %d of compound \"%s\"\n", index, compound ? compound->getName() : "");
+    const AddRefWrapper<Compound> parent = node->getParentCompound();
+    std::printf("NODE %d of compound \"%s\"\n", index, parent ? parent->getName() : "");
     printName(node);
     printPortList("inputs", node->inputs());
     printPortList("outputs", node->outputs());
-    if (node->isCompound())
-        node->getAsCompound()->debugPrint();
+    const AddRefWrapper<Compound> compound = node->isCompound() ? node->getAsCompound() : nullptr;
+    if (compound)
+        compound->debugPrint();
 }
 
 void printNodeList(NodeList& list)
@@ -54,8 +55,10 @@ void printNodeList(NodeList& list)
     std::printf("%d nodes\n", list.size());
     for (int i = 0; i < list.size(); ++i) {
         const AddRefWrapper<Node> node = list[i];
-        if (node->isCompound())
-            printCompound(*node->getAsCompound());
+        const AddRefWrapper<Compound> compound =
+            node->isCompound() ? node->getAsCompound() : nullptr;
+        if (compound)
+            printCompound(*compound);
         else
             printNode(node.get(), i);
     }
