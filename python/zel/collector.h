@@ -90,8 +90,9 @@ PyObject* makeNewCounted(PyTypeObject* type, PyObject* args, PyObject* kwargs)
 
 /// The classes whose objects may be a CountedHalf.
 template <class T>
-inline constexpr bool kHasHalf = std::is_same_v<T, ZEL::Node> || std::is_same_v<T, ZEL::Compound> ||
-                                 std::is_same_v<T, ZEL::NodeDefinition>;
+inline constexpr bool kHasHalf =
+    std::is_same_v<T, ZEL::Node> || std::is_same_v<T, ZEL::Compound> ||
+    std::is_same_v<T, ZEL::NodeDefinition> || std::is_same_v<T, ZEL::NodeLibrary>;
 
 /// For the making of a class: its objects take part in collections.
 template <class T>
