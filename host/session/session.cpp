@@ -129,8 +129,9 @@ bool Session::copyText(const std::vector<NodePtr>& nodes,
                        std::vector<SaveProblem>& problems,
                        const Progress::Tell& tell)
 {
-    if (m_edits.history().isHeld() && !nodes.empty()) {
-        problems.push_back({pathOf(*nodes.front()), kIsSaved});
+    if (nodes.empty() || m_edits.history().isHeld()) {
+        problems.push_back(nodes.empty() ? SaveProblem{"copy", "no node is named"}
+                                         : SaveProblem{pathOf(*nodes.front()), kIsSaved});
         return false;
     }
     const History::Hold hold(m_edits.history(), "the document is being copied");

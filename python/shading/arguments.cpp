@@ -44,6 +44,11 @@ bool toPort(py::handle object, PortArgument& port)
     return toPath(object, port.path) || toObject(object, port.object);
 }
 
+bool toOwner(py::handle object, OwnerArgument& owner)
+{
+    return toObject(object, owner.port) || toNode(object, owner.node);
+}
+
 bool toNodes(py::handle object, NodesArgument& nodes)
 {
     NodeArgument one;

@@ -22,6 +22,12 @@ struct Argument {
 using NodeArgument = Argument<ZEL::Node>;
 using PortArgument = Argument<ZEL::Port>;
 
+/// What has attributes: a path, a node or a port.
+struct OwnerArgument {
+    NodeArgument node;
+    shading::PortPtr port; ///< Empty: it is the node, or the path.
+};
+
 /// One thing, or any number of them.
 struct NodesArgument {
     std::vector<NodeArgument> nodes;
@@ -35,6 +41,7 @@ struct FileArgument {
 /// False when the object is none. Raises what its own conversion raises.
 bool toNode(pybind11::handle object, NodeArgument& node);
 bool toPort(pybind11::handle object, PortArgument& port);
+bool toOwner(pybind11::handle object, OwnerArgument& owner);
 bool toNodes(pybind11::handle object, NodesArgument& nodes);
 bool toFile(pybind11::handle object, FileArgument& file);
 
@@ -53,6 +60,13 @@ template <>
 struct type_caster<zelshading::PortArgument> {
     PYBIND11_TYPE_CASTER(zelshading::PortArgument, const_name("Union[str, zel.Port]"));
     bool load(handle source, bool /*convert*/) { return zelshading::toPort(source, value); }
+};
+
+template <>
+struct type_caster<zelshading::OwnerArgument> {
+    PYBIND11_TYPE_CASTER(zelshading::OwnerArgument,
+                         const_name("Union[str, zel.Node, zel.Compound, zel.Port]"));
+    bool load(handle source, bool /*convert*/) { return zelshading::toOwner(source, value); }
 };
 
 template <>

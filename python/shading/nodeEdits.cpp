@@ -160,6 +160,8 @@ void arrangeNodes(PyDocument& self,
     std::vector<NodePtr> named;
     if (nodes)
         named = work.childrenOf(*compound, *nodes);
+    if (nodes && named.empty())
+        throw py::value_error("nodes: one at least, or None for all");
     std::string subject;
     std::string reason;
     if (!shading::arrange(work.session(), compound, named, subject, reason))

@@ -31,7 +31,10 @@ ZEL::PortIOType directionOf(const py::object& direction)
             return word == "input" ? ZEL::PortInput : ZEL::PortOutput;
         zelpython::raiseError("neither input nor output", word);
     }
-    const int value = direction.cast<int>();
+    if (!PyLong_Check(direction.ptr()))
+        throw py::type_error("direction: \"input\", \"output\" or a zel.PortIOType");
+    const long value = PyLong_AsLong(direction.ptr());
+    PyErr_Clear();
     if (value != ZEL::PortInput && value != ZEL::PortOutput)
         throw py::value_error("direction: zel.PortInput or zel.PortOutput");
     return value == ZEL::PortInput ? ZEL::PortInput : ZEL::PortOutput;
@@ -111,24 +114,22 @@ shading::AttributeOwner ownerAt(Work& work, const std::string& path)
     return owner;
 }
 
-/// A node, a port, or the path of anything.
-std::string ownerPath(Work& work, const py::object& path)
+/// The path that leads to it.
+std::string ownerPath(Work& work, const OwnerArgument& owner)
 {
-    PortArgument port;
-    if (!py::isinstance<py::str>(path) && toPort(path, port)) {
-        work.check(work.edits().has(port.object));
-        const std::string where = shading::pathOf(*port.object);
-        const bool isInner = port.object->isCompoundInternalPort();
-        const shading::PortPtr found = ownerAt(work, where).port;
-        if (found !=
-            (isInner ? port.object->getParentCompound()->getReversePort(port.object) : port.object))
-            zelpython::raiseError("another thing has this path: rename one first", where);
-        return where;
-    }
-    return work.pathOf(path.cast<NodeArgument>());
+    if (!owner.port)
+        return work.pathOf(owner.node);
+    work.check(work.edits().has(owner.port));
+    const std::string path = shading::pathOf(*owner.port);
+    // A compound's port stands for its inner one.
+    const shading::CompoundPtr inside = owner.port->getParentCompound();
+    const shading::PortPtr own = inside ? inside->getReversePort(owner.port) : owner.port;
+    if (ownerAt(work, path).port != own)
+        zelpython::raiseError("another thing has this path: rename one first", path);
+    return path;
 }
 
-py::dict attributes(PyDocument& self, const py::object& path)
+py::dict attributes(PyDocument& self, const OwnerArgument& path)
 {
     Work& work = self.work();
     const shading::AttributeOwner owner = ownerAt(work, ownerPath(work, path));
@@ -140,7 +141,7 @@ py::dict attributes(PyDocument& self, const py::object& path)
     return all;
 }
 
-py::str attribute(PyDocument& self, const py::object& path, const Text& name)
+py::str attribute(PyDocument& self, const OwnerArgument& path, const Text& name)
 {
     Work& work = self.work();
     const std::string where = ownerPath(work, path);
@@ -149,7 +150,7 @@ py::str attribute(PyDocument& self, const py::object& path, const Text& name)
     return toPython(text);
 }
 
-void setAttribute(PyDocument& self, const py::object& path, const Text& name, const Text& text)
+void setAttribute(PyDocument& self, const OwnerArgument& path, const Text& name, const Text& text)
 {
     Work& work = self.work();
     work.check(work.edits().setAttribute(ownerPath(work, path), name.string(), text.string()));
