@@ -1,12 +1,12 @@
-"""What an installed package must do. Arguments: the prefix, and a folder of documents."""
+"""What an installed package must do. Arguments: the prefix, a folder of documents, and whether the
+package has zel.shading, 1 or 0."""
 
-import importlib.util
 import pathlib
 import sys
 
 import zel
 
-prefix, documents = map(pathlib.Path, sys.argv[1:])
+prefix, documents = map(pathlib.Path, sys.argv[1:3])
 
 
 class Document(zel.Container):
@@ -31,17 +31,35 @@ def build_a_network():
     assert [port.getFullPathName() for port in found.connectedTo()] == ["Top.Load.Out"]
 
 
-def loaded_from_elsewhere():
-    """Files of this project in the process that do not lie below the prefix."""
+def edit_a_document(shading):
+    document = shading.open(documents / "rusty_painted_gate.mtlx")
+    before = document.tree()
+    document.rename("Top.NG_gate.chipping", "chips")
+    document.save("out.mtlx")
+    again = shading.open("out.mtlx")
+    assert again.node("Top.NG_gate.chips").getFullPathName() == "Top.NG_gate.chips"
+    assert not again.messages
+    document.undo()
+    assert document.tree() == before
+    document.draw("out.svg", depth=1)
+    assert "<svg" in pathlib.Path("out.svg").read_text()
+
+
+def files_of_the_project():
+    """Those of this project's files that are loaded."""
     names = ("libZEL", "_zel.", "_shading.", "libshadingDefinitions", "shadingPlugin")
     files = {pathlib.Path(line.split()[5]) for line in open("/proc/self/maps") if "/" in line}
-    ours = {file for file in files if file.name.startswith(names)}
-    assert any(file.name.startswith("_zel.") for file in ours)
-    return sorted(str(file) for file in ours if prefix not in file.parents)
+    return {file for file in files if file.name.startswith(names)}
 
 
 assert pathlib.Path(zel.__file__).is_relative_to(prefix), zel.__file__
 build_a_network()
-if importlib.util.find_spec("zel.shading"):
+wanted = {"libZEL", "_zel"}
+if sys.argv[3] == "1":
     import zel.shading
-assert not loaded_from_elsewhere(), loaded_from_elsewhere()
+
+    edit_a_document(zel.shading)
+    wanted |= {"_shading", "libshadingDefinitions", "shadingPlugin"}
+loaded = files_of_the_project()
+assert {file.name.split(".")[0] for file in loaded} == wanted, loaded
+assert all(file.is_relative_to(prefix) for file in loaded), loaded

@@ -13,6 +13,6 @@ file(MAKE_DIRECTORY ${workDir}/empty)
 execute_process(
     COMMAND env --ignore-environment ${environment} PYTHONPATH=${workDir}/moved/${packagesDir}
         ASAN_OPTIONS=$ENV{ASAN_OPTIONS}
-        ${python} -s ${CMAKE_CURRENT_LIST_DIR}/installed.py ${workDir}/moved ${documents}
+        ${python} -s ${CMAKE_CURRENT_LIST_DIR}/installed.py ${workDir}/moved ${documents} ${shading}
     WORKING_DIRECTORY ${workDir}/empty
     COMMAND_ERROR_IS_FATAL ANY)
