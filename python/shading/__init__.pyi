@@ -3,7 +3,7 @@
 import os
 from collections.abc import Callable, Iterable, Iterator
 from types import TracebackType
-from typing import Any, Literal, NamedTuple, TypeVar, final, overload
+from typing import Any, Literal, NamedTuple, NoReturn, TypeVar, final, overload
 
 import zel
 
@@ -19,7 +19,7 @@ _Place = tuple[float, float]
 _Watcher = TypeVar("_Watcher", bound=Callable[[Change], object])
 
 # What a port's value is in Python. A vector, a colour, a matrix (row by row) and an array are tuples.
-Value = float | int | bool | str | tuple[float, ...] | tuple[int, ...] | tuple[str, ...]
+_Value = float | int | bool | str | tuple[float, ...] | tuple[int, ...] | tuple[str, ...]
 
 def open(
     path: _File,
@@ -99,9 +99,10 @@ class HistoryEntry(NamedTuple):
     isUndone: bool
 
 @final
-class Message:
+class Message(metaclass=zel._Type):
     """What is wrong with a document, and where. Its text is that of the shell."""
 
+    def __init__(self, *args: NoReturn, **kwargs: NoReturn) -> None: ...
     @property
     def file(self) -> str:
         """The path."""
@@ -119,9 +120,10 @@ class Message:
         """One line."""
 
 @final
-class Change:
+class Change(metaclass=zel._Type):
     """What an edit changed when it was done, undone or redone: each thing once, as it is afterwards."""
 
+    def __init__(self, *args: NoReturn, **kwargs: NoReturn) -> None: ...
     @property
     def kind(self) -> Literal["done", "gone on", "undone", "redone", "outside"]:
         """"gone on" for more of the last edit; "outside" when the document was changed past its
@@ -146,9 +148,10 @@ class Change:
         """Compounds where any of this shows; also those that are gone."""
 
 @final
-class Edit:
+class Edit(metaclass=zel._Type):
     """Several edits as one, for `with`; see Document.edit."""
 
+    def __init__(self, *args: NoReturn, **kwargs: NoReturn) -> None: ...
     def __enter__(self) -> Edit: ...
     def __exit__(
         self,
@@ -158,14 +161,15 @@ class Edit:
     ) -> Literal[False]: ...
 
 @final
-class Walk:
+class Walk(metaclass=zel._Type):
     """The nodes of Document.walk."""
 
+    def __init__(self, *args: NoReturn, **kwargs: NoReturn) -> None: ...
     def __iter__(self) -> Walk: ...
     def __next__(self) -> zel.Node: ...
 
 @final
-class Document:
+class Document(metaclass=zel._Type):
     """A shading document with its edits and its file: open() and new() give one.
 
     The edits bear the names of the shell's commands. They take paths or objects, and raise zel.Error,
@@ -173,6 +177,8 @@ class Document:
 
     The document lives as long as this object or any object of its network does.
     """
+
+    def __init__(self, *args: NoReturn, **kwargs: NoReturn) -> None: ...
 
     # What it has.
     @property
@@ -354,7 +360,7 @@ class Document:
         A str is the text of the document, whatever the type; None gives the input the value of its
         definition, or none. It counts where nothing feeds the input.
         """
-    def value(self, path: _Port) -> Value | None:
+    def value(self, path: _Port) -> _Value | None:
         """The value of an input as a value of its type; None for no value.
 
         A text that the type does not know, as documents may have, is str.
