@@ -77,8 +77,8 @@ void guardSubclasses(pybind11::object type);
 /// where it slipped through an __init_subclass__ of its own.
 PyObject* makeNew(PyTypeObject* type, PyObject* args, PyObject* kwargs);
 
-/// The same for a counted class: __del__ in a class, or put there later, took the finalizer's
-/// place.
+/// The same for a counted class, which gets the finalizer here: before the class is ready it would
+/// become its __del__; and a __del__ in a class, or put there later, takes its place.
 template <class T>
 PyObject* makeNewCounted(PyTypeObject* type, PyObject* args, PyObject* kwargs)
 {
@@ -107,10 +107,8 @@ pybind11::custom_type_setup collected()
             type.tp_traverse = detail::traverse<T>;
         type.tp_dealloc = detail::deallocate;
         type.tp_new = detail::makeNew;
-        if constexpr (kHasHalf<T>) {
-            type.tp_finalize = detail::finalize<T>;
+        if constexpr (kHasHalf<T>)
             type.tp_new = detail::makeNewCounted<T>;
-        }
     });
 }
 
