@@ -12,6 +12,13 @@ bool hasKeepers()
     return !shared().keepers.empty();
 }
 
+Keeper keeperAt(const void* object)
+{
+    const auto& keepers = shared().keepers;
+    const auto found = keepers.find(object);
+    return found == keepers.end() ? nullptr : found->second.lock();
+}
+
 Keeper keeperOfNode(ZEL::Node* node)
 {
     return node ? keeperOf(*node) : nullptr;
@@ -29,11 +36,24 @@ void forget(const ZEL::Container& container)
     shared().keepers.erase(&container);
 }
 
+void keep(const ZEL::Runtime& runtime, const std::weak_ptr<void>& keeper)
+{
+    shared().keepers[&runtime] = keeper;
+}
+
+void forget(const ZEL::Runtime& runtime)
+{
+    shared().keepers.erase(&runtime);
+}
+
 Keeper keeperOf(const ZEL::Container& container)
 {
-    const auto& keepers = shared().keepers;
-    const auto found = keepers.find(&container);
-    return found == keepers.end() ? nullptr : found->second.lock();
+    return keeperAt(&container);
+}
+
+Keeper keeperOf(const ZEL::Runtime& runtime)
+{
+    return keeperAt(&runtime);
 }
 
 Keeper keeperOf(ZEL::Node& node)

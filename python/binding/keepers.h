@@ -9,6 +9,7 @@ class Node;
 class NodeList;
 class Port;
 class PortList;
+class Runtime;
 } // namespace ZEL
 
 namespace zelpython {
@@ -18,11 +19,15 @@ namespace zelpython {
 void keep(const ZEL::Container& container, const std::weak_ptr<void>& keeper);
 /// The document dies.
 void forget(const ZEL::Container& container);
+/// Likewise of a runtime, which its wrapper keeps.
+void keep(const ZEL::Runtime& runtime, const std::weak_ptr<void>& keeper);
+void forget(const ZEL::Runtime& runtime);
 
 using Keeper = std::shared_ptr<void>;
 
 /// What keeps the document that the object lies in; null when nobody said so, or it lies in none.
 Keeper keeperOf(const ZEL::Container& container);
+Keeper keeperOf(const ZEL::Runtime& runtime);
 Keeper keeperOf(ZEL::Node& node);
 Keeper keeperOf(ZEL::Compound& compound);
 Keeper keeperOf(ZEL::Port& port);

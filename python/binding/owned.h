@@ -121,7 +121,7 @@ class PyUnique {
 public:
     explicit PyUnique(T* object) : m_object(object)
     {
-        if constexpr (std::is_same_v<T, ZEL::Container>)
+        if constexpr (std::is_same_v<T, ZEL::Container> || std::is_same_v<T, ZEL::Runtime>)
             m_keeper = holdKeeper(*object);
         ++wrappersOf<T>();
     }

@@ -6,10 +6,6 @@
 #include <string>
 #include <unordered_map>
 
-namespace ZEL {
-class Container;
-} // namespace ZEL
-
 namespace zelpython {
 
 /// What the modules of the package share: zel._zel makes it, zel.shading's module finds it there.
@@ -24,8 +20,8 @@ struct Shared {
     PyRef errorClass;                                    ///< zel.Error.
     std::unordered_map<std::string, PyRef> enumerations; ///< Members by value; by the type's name.
 
-    /// Who keeps a document of C++ alive; see keepers.h.
-    std::unordered_map<const ZEL::Container*, std::weak_ptr<void>> keepers;
+    /// Who keeps a document or a runtime of C++ alive, by its address; see keepers.h.
+    std::unordered_map<const void*, std::weak_ptr<void>> keepers;
 
     // For the tests.
     long sliced = 0; ///< Python halves that died while C++ kept the other half.

@@ -2,6 +2,7 @@
 
 #include "base/file.h"
 #include "binding/error.h"
+#include "binding/keepers.h"
 #include "shading/problems.h"
 
 #include <cerrno>
@@ -45,11 +46,23 @@ KnownOpenings& knownOpenings()
     return known;
 }
 
+/// Whoever wraps its runtime keeps it.
+std::shared_ptr<shading::Environment> kept(std::unique_ptr<shading::Environment> environment)
+{
+    const auto drop = [](shading::Environment* dropped) {
+        zelpython::forget(dropped->runtime());
+        delete dropped;
+    };
+    const std::shared_ptr<shading::Environment> shared(environment.release(), drop);
+    zelpython::keep(shared->runtime(), shared);
+    return shared;
+}
+
 Opening plainOpening()
 {
     Opening& plain = knownOpenings().plain;
     if (!plain.environment)
-        plain.environment = std::make_shared<shading::Environment>();
+        plain.environment = kept(std::make_unique<shading::Environment>());
     return plain;
 }
 
@@ -67,10 +80,10 @@ Opening pluginOpening(const PluginChoice& plugin)
     if (known.withPlugin.environment)
         return known.withPlugin;
     std::string problem;
-    auto environment = std::make_shared<shading::Environment>(path, problem);
+    auto environment = std::make_unique<shading::Environment>(path, problem);
     if (problem.empty()) {
         known.pluginPath = path;
-        known.withPlugin.environment = std::move(environment);
+        known.withPlugin.environment = kept(std::move(environment));
         return known.withPlugin;
     }
     if (!isStandard)
@@ -85,7 +98,8 @@ Opening pluginOpening(const PluginChoice& plugin)
 
 Opening readLibraries(const Opening& base, const std::vector<std::string>& libraries)
 {
-    Opening opening = {std::make_shared<shading::Environment>(base.environment), base.messages};
+    Opening opening = {kept(std::make_unique<shading::Environment>(base.environment)),
+                       base.messages};
     for (const std::string& path : libraries) {
         if (!opening.environment->addLibrary(path, opening.messages))
             raiseMessages(opening.messages, path);

@@ -140,3 +140,17 @@ def test_the_end_of_the_interpreter(code):
     program = f"import zel.shading\ndoc = zel.shading.open({str(GATE)!r})\n{code}\n"
     run = subprocess.run([sys.executable, "-c", program], capture_output=True, text=True, check=False)
     assert (run.returncode, run.stderr) == (0, "")
+
+
+def test_a_runtime_outlives_its_documents(tmp_path):
+    library = tmp_path / "library.mtlx"
+    library.write_text('<materialx version="1.38"><typedef name="own"/></materialx>')
+    runtime = zel.shading.new(libraries=[library]).root.getContainer().getRuntime()
+    definitions = runtime.getNodeLibrary()
+    # Libraries that no document has are forgotten at last.
+    for count in range(12):
+        library.write_text(library.read_text() + " ")
+        zel.shading.new(libraries=[library])
+    gc.collect()
+    assert runtime.getPortDataType("own").getName() == "own"
+    assert definitions.getNumberOfSubLibraries() > 0
