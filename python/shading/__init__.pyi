@@ -91,6 +91,15 @@ class BackdropInfo(NamedTuple):
     nodes: list[zel.Node]
     text: str
 
+class DefinitionInfo(NamedTuple):
+    """A definition of nodes, with the data types of its ports by their names."""
+
+    name: str
+    nodeType: str
+    version: str
+    inputs: dict[str, str]
+    outputs: dict[str, str]
+
 class HistoryEntry(NamedTuple):
     """An edit, and lines of the shell that do the same."""
 
@@ -223,6 +232,8 @@ class Document(metaclass=zel._Type):
         """A node and everything below it, a line each."""
     def types(self) -> list[str]:
         """The names of the data types."""
+    def definitions(self, nodeType: str) -> list[DefinitionInfo]:
+        """The definitions of a node type, by name: what create takes."""
     def library(self, name: str | None = None) -> str:
         """The tree of node libraries, or one of them with its definitions, as text."""
 

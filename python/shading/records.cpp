@@ -135,6 +135,10 @@ void bindRecords(py::module_& module)
               {"name", "frame", "nodes", "text"});
     makeTuple(module, "HistoryEntry", "An edit, and lines of the shell that do the same.",
               {"title", "commands", "isUndone"});
+    makeTuple(module, "DefinitionInfo",
+              "A definition of nodes: its name, the type of its nodes, its version, and the data "
+              "types of its ports by their names.",
+              {"name", "nodeType", "version", "inputs", "outputs"});
     bindMessage(module);
     bindChange(module);
 }

@@ -95,6 +95,27 @@ py::str libraryOf(PyDocument& self, const std::optional<Text>& name)
     return toPython(shading::libraryText(*found, name.has_value()));
 }
 
+py::dict portTypes(const std::vector<shading::PortDescription>& ports)
+{
+    py::dict types;
+    for (const shading::PortDescription& port : ports)
+        types[toPython(port.name)] = toPython(port.type);
+    return types;
+}
+
+py::list definitions(PyDocument& self, const Text& nodeType)
+{
+    py::list list;
+    for (const shading::DefinitionPtr& definition :
+         self.work().document().definitions().ofNodeType(nodeType.string())) {
+        const shading::DefinitionRecord& record = definition->record();
+        list.append(makeRecord("DefinitionInfo", toPython(record.name), toPython(nodeType.view),
+                               toPython(record.version), portTypes(record.inputs),
+                               portTypes(record.outputs)));
+    }
+    return list;
+}
+
 py::list typeNames(PyDocument& self)
 {
     ZEL::Runtime& runtime = *self.work().document().getRuntime();
@@ -150,6 +171,8 @@ void bindViews(DocumentClass& document)
                  }),
                  below, "A node and everything below it, a line each.");
     document.def("types", guarded(typeNames), "The names of the data types.");
+    document.def("definitions", guarded(definitions), py::arg("nodeType"),
+                 "The definitions of a node type, by name: what create takes.");
     document.def("library", guarded(libraryOf), py::arg("name") = py::none(),
                  "The tree of node libraries, or one of them with its definitions, as text.");
     document.def("rebuild", guarded([](PyDocument& self) {

@@ -310,3 +310,13 @@ def test_documents_are_made_by_functions_only():
     ):
         with pytest.raises(TypeError):
             call()
+
+
+def test_the_definitions_of_a_node_type():
+    doc = zel.shading.new()
+    found = {definition.name: definition for definition in doc.definitions("mix")}
+    assert found["ND_mix_color3"].inputs["fg"] == "color3"
+    assert found["ND_mix_color3"].outputs == {"out": "color3"}
+    assert list(found) == sorted(found)
+    assert doc.definitions("none_such") == []
+    assert doc.create("ND_mix_color3", "m").outputs()[0].getDataType().getName() == "color3"
