@@ -41,7 +41,43 @@ pybind11::object toObject(T* object)
 
 } // namespace zelpython
 
+namespace zelpython {
+
+/// The classes that arguments and self are of most often.
+template <class T>
+inline constexpr bool kIsLookedUpOnce =
+    kLiesInDocument<T> || std::is_same_v<T, ZEL::Container> || std::is_same_v<T, ZEL::Runtime> ||
+    std::is_same_v<T, ZEL::PortDataType> || std::is_same_v<T, ZEL::NodeDefinition> ||
+    std::is_same_v<T, ZEL::NodeLibrary> || std::is_same_v<T, ZEL::HostEditor>;
+
+} // namespace zelpython
+
 namespace pybind11::detail {
+
+/// As pybind11 casts each class that is bound, which searches two tables by the name of the class
+/// for each argument of each call; here the class is looked up once.
+template <class T>
+struct type_caster<T, std::enable_if_t<zelpython::kIsLookedUpOnce<T>>> : type_caster_generic {
+    static constexpr auto name = const_name<T>();
+    template <class U>
+    using cast_op_type = detail::cast_op_type<U>;
+
+    type_caster() : type_caster_generic(zelpython::typeOf<T>()) {}
+
+    template <class Source>
+    static handle cast(Source&& source, return_value_policy policy, handle parent)
+    {
+        return type_caster_base<T>::cast(std::forward<Source>(source), policy, parent);
+    }
+
+    operator T*() { return static_cast<T*>(value); }
+    operator T&()
+    {
+        if (!value)
+            throw reference_cast_error();
+        return *static_cast<T*>(value);
+    }
+};
 
 /// A wrapper of the library, from and to Python. None is an empty one. An object with a
 /// Python half belongs to C++ from here on, and until C++ lets it go.
