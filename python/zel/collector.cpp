@@ -181,8 +181,7 @@ void callDel(PyObject* self)
 {
     static PyObject* const name = PyUnicode_InternFromString("__del__");
     PyObject* const function = _PyType_Lookup(Py_TYPE(self), name);
-    // Python makes a __del__ of the library's classes, too, which is this finalizer.
-    if (!function || Py_TYPE(function) == &PyWrapperDescr_Type)
+    if (!function)
         return;
     const PyRef held = PyRef::borrow(function);
     const PyRef result = PyRef::steal(PyObject_CallMethodNoArgs(self, name));

@@ -31,6 +31,7 @@ void defineList(Class& bound)
         .defInit([](py::detail::value_and_holder&) {
             throw py::type_error("a list is made by its node or compound");
         })
+        .defCount()
         .def("size", &List::size)
         .def("__len__", &List::size)
         .def("__bool__", [](List& self) { return self.size() > 0; })
