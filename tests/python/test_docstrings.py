@@ -22,7 +22,7 @@ def bound_operations():
         for name, value in vars(each).items():
             function = getattr(each, name)
             if type(value).__name__ in ("instancemethod", "staticmethod"):
-                yield pytest.param(function, id=f"{each.__name__}.{name}")
+                yield f"{each.__name__}.{name}", function
 
 
 def text_of(function):
@@ -36,23 +36,22 @@ def test_there_is_something_to_look_at():
     assert len(list(bound_operations())) > 100
 
 
-@pytest.mark.parametrize("function", bound_operations())
-def test_every_operation_says_what_it_does(function):
-    assert len(text_of(function)) > 15
+def test_every_operation_says_what_it_does():
+    assert [name for name, function in bound_operations() if len(text_of(function)) < 16] == []
 
 
-@pytest.mark.parametrize("each", OWN_CLASSES, ids=lambda each: each.__name__)
-def test_every_class_says_what_it_is(each):
-    assert len(each.__doc__) > 40
+def test_every_class_says_what_it_is():
+    assert [each for each in OWN_CLASSES if len(each.__doc__) < 40] == []
 
 
-@pytest.mark.parametrize("function", bound_operations())
-def test_signatures_name_what_python_knows(function):
-    assert "::" not in function.__doc__
-    for name in re.findall(r"\bzel\.([\w.]+\w)", function.__doc__):
-        found = zel
-        for part in name.split("."):
-            found = getattr(found, part)
+def test_signatures_name_what_python_knows():
+    for operation, function in bound_operations():
+        assert "::" not in function.__doc__, operation
+        for name in re.findall(r"\bzel\.([\w.]+\w)", function.__doc__):
+            found = zel
+            for part in name.split("."):
+                assert hasattr(found, part), (operation, name)
+                found = getattr(found, part)
 
 
 def test_texts_speak_of_python():
