@@ -1,5 +1,7 @@
 #include "zel/listProtocol.h"
 
+#include "binding/severPort.h"
+
 namespace zelpython {
 
 bool isListed(ZEL::Port& port)
@@ -12,12 +14,21 @@ bool isListed(ZEL::Port& port)
     return node && (node->inputs().findPort(held) >= 0 || node->outputs().findPort(held) >= 0);
 }
 
-bool comesIn(const ZEL::PortList& list, ZEL::Port& port, ZEL::PortNotification& parent)
+bool comesIn(const ZEL::PortList& list,
+             ZEL::Port& port,
+             ZEL::PortNotification& parent,
+             bool isAgreed)
 {
-    if (const_cast<ZEL::PortList&>(list).findPort(&port) < 0 && isListed(port))
-        return false;
-    port.setParent(&parent);
-    return true;
+    const bool isElsewhere = const_cast<ZEL::PortList&>(list).findPort(&port) < 0 && isListed(port);
+    if (isAgreed && !isElsewhere) {
+        port.setParent(&parent);
+        return true;
+    }
+    if (!isListed(port)) {
+        sever(port);
+        port.setParent(nullptr);
+    }
+    return false;
 }
 
 int placeOf(ZEL::NodeList& list, const ZEL::Node& node)

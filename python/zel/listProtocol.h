@@ -9,9 +9,13 @@ namespace zelpython {
 /// True when the port stands in one of the four lists of its parent.
 bool isListed(ZEL::Port& port);
 
-/// The port that everybody agreed to comes into that list of its parent. False when a listener put
-/// it into another one meanwhile.
-bool comesIn(const ZEL::PortList& list, ZEL::Port& port, ZEL::PortNotification& parent);
+/// The end of the question whether the port comes into that list of its parent. False when it was
+/// refused, or a listener put it into another list meanwhile; one that is in no list then has no
+/// parent and no connections.
+bool comesIn(const ZEL::PortList& list,
+             ZEL::Port& port,
+             ZEL::PortNotification& parent,
+             bool isAgreed);
 
 /// The first index of the entry; -1 when it is not in the list.
 inline int placeOf(ZEL::PortList& list, ZEL::Port& port)

@@ -53,7 +53,7 @@ bool PyCompound::onPortListPortAdded(const ZEL::PortList& list,
                                      const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
     const ZEL::AddRefWrapper<ZEL::Compound> self(this);
-    return CompoundQuestions(*this).added(list, port) && comesIn(list, *port, *this);
+    return comesIn(list, *port, *this, CompoundQuestions(*this).added(list, port));
 }
 
 bool PyCompound::onPortListPortRemoved(const ZEL::PortList& list,

@@ -100,7 +100,7 @@ bool PyNode::onPortListPortAdded(const ZEL::PortList& list,
                                  const ZEL::AddRefWrapper<ZEL::Port>& port)
 {
     const ZEL::AddRefWrapper<ZEL::Node> self(this);
-    return NodeQuestions(*this).added(list, port) && comesIn(list, *port, *this);
+    return comesIn(list, *port, *this, NodeQuestions(*this).added(list, port));
 }
 
 bool PyNode::onPortListPortRemoved(const ZEL::PortList& list,
