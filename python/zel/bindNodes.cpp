@@ -128,6 +128,8 @@ bool addNode(ZEL::NodeList& list, const NodeWrapper& node)
     const auto compound = list.getParentCompound();
     if (!compound)
         return false;
+    if (isComing(*node))
+        throw py::value_error("the node is being added: a compound is asked about it");
     if (const char* const reason = whyNotAdded(*compound, *node))
         throw py::value_error(reason);
     const auto former = node->getParentCompound();

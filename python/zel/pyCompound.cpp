@@ -99,10 +99,15 @@ bool PyCompound::onNodeAdd(const ZEL::AddRefWrapper<ZEL::Node>& node)
 {
     static const Override override = ofCompound("onNodeAdd");
     const ZEL::AddRefWrapper<ZEL::Compound> self(this); // The override may drop it.
-    if (whyNotAdded(*this, *node) || !ask(
-                                         *this, override, [] { return true; }, node))
+    if (isComing(*node) || whyNotAdded(*this, *node))
         return false;
-    // Asked again: the override may have put it elsewhere.
+    {
+        const SafeNode::Coming coming(*node);
+        if (!ask(
+                *this, override, [] { return true; }, node))
+            return false;
+    }
+    // Asked again: the override may have changed the network around.
     return !isForsaken() && SafeCompound::onNodeAdd(node);
 }
 

@@ -48,12 +48,18 @@ void SafeCompound::onAgreedToAdd(ZEL::Node& node)
 
 bool SafeCompound::onAgreedToRemove(ZEL::Node& node)
 {
-    if (!disconnect(node))
+    if (isComing(node) || !disconnect(node))
         return false;
     auto* const safe = dynamic_cast<SafeNode*>(&node);
     if (safe && safe->home() == this)
         safe->leave();
     return true;
+}
+
+bool isComing(const ZEL::Node& node)
+{
+    const auto* const safe = dynamic_cast<const SafeNode*>(&node);
+    return safe && safe->isComing();
 }
 
 const char* whyNotAdded(ZEL::Compound& compound, ZEL::Node& node)

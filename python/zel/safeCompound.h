@@ -27,6 +27,9 @@ private:
     LiveCount m_live;
 };
 
+/// True while a compound is asked whether the node may come.
+bool isComing(const ZEL::Node& node);
+
 /// Why the node cannot be added to that compound whatever anybody answers: it lies in another
 /// list, or the compound lies in it. Null when it can.
 const char* whyNotAdded(ZEL::Compound& compound, ZEL::Node& node);

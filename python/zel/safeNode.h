@@ -34,10 +34,33 @@ public:
     /// The compound dies.
     void loseHome();
 
+    /// A question whether the node may come into a compound. Meanwhile it goes nowhere: whatever
+    /// the answer, the library then sets its parent.
+    class Coming {
+    public:
+        explicit Coming(ZEL::Node& node) : m_node(dynamic_cast<SafeNode*>(&node))
+        {
+            if (m_node)
+                m_node->m_isComing = true;
+        }
+        Coming(const Coming&) = delete;
+        Coming& operator=(const Coming&) = delete;
+        ~Coming()
+        {
+            if (m_node)
+                m_node->m_isComing = false;
+        }
+
+    private:
+        SafeNode* m_node; ///< Not owned. Null: a node of C++.
+    };
+    bool isComing() const { return m_isComing; }
+
 private:
     PyRef m_containerHalf;
     ZEL::Compound* m_home = nullptr; ///< Not owned. The compound clears it when it dies.
     int m_places = 0;                ///< In the list of that compound.
+    bool m_isComing = false;
     LiveCount m_live;
 };
 
