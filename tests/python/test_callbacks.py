@@ -42,7 +42,7 @@ def test_an_input_keeps_one_source():
     (lambda ports, port: port.setName("d"), "a b{}"),
 ])
 def test_the_list_changes_while_it_asks(answer, change, after):
-    kind = in_question(zel.Node, "onPortListPortAdded", lambda self, ports, port: change(ports, port), answer)
+    kind = in_question(zel.Node, "onPortListPortAdded", lambda self, *args: change(*args), answer)
     made = kind(None, "n")
     made.done = True
     type(made).onPortListPortAdded, override = lambda *args: True, type(made).onPortListPortAdded
@@ -61,9 +61,9 @@ def test_the_list_changes_while_it_asks(answer, change, after):
 def test_a_port_that_goes_elsewhere_while_it_is_removed(answer):
     other = node(None, "other")
     kind = in_question(zel.Node, "onPortListPortRemoved",
-                       lambda self, ports, port: (ports.remove(port), other.inputs().add(port)), True)
+                       lambda self, ports, port: ports.remove(port) and other.inputs().add(port))
     made = node(None, "n", "p", kind=kind)
-    type(made).answer = answer
+    made.answer = answer
     port = made.inputs()["p"]
     made.inputs().remove(port)
     assert port.getParent() is other and names(other.inputs()) == "p" and len(made.inputs()) == 0
@@ -106,7 +106,8 @@ def test_who_is_asked_may_be_dropped():
         onNodeRemove = onNodeAdd
 
     port = zel.Port("p", zel.PortInput)
-    for act in (lambda: held[0].inputs().remove(port), lambda: port.getPortDefaultValue(), lambda: port.setName("q")):
+    for act in (lambda: held[0].inputs().remove(port), lambda: port.getPortDefaultValue(),
+                lambda: port.setName("q")):
         held.append(Node(None, "n"))
         held[0].inputs().add(port)
         ref = weakref.ref(held[0])
@@ -142,7 +143,8 @@ def test_a_name_of_ones_own():
 
 
 def test_removed_in_the_question_of_its_removal():
-    kind = in_question(zel.Node, "onPortRemoveConnection", lambda self, port, other: port.removeConnection(other))
+    kind = in_question(zel.Node, "onPortRemoveConnection",
+                       lambda self, port, other: port.removeConnection(other))
     made, far = node(None, "n", "", "o", kind=kind), node(None, "f", "i")
     made.outputs()["o"].addConnection(far.inputs()["i"])
     assert not made.outputs()["o"].removeConnection(far.inputs()["i"])
@@ -167,15 +169,18 @@ def test_nodes_come_and_go_while_one_is_added(action, after):
 
 
 def test_a_node_removed_in_the_question_or_put_back_when_told():
-    owner, top = compound("Top", in_question(zel.Compound, "onNodeRemove", lambda self, one: self.nodes().remove(one)))
+    kind = in_question(zel.Compound, "onNodeRemove", lambda self, one: self.nodes().remove(one))
+    owner, top = compound("Top", kind)
     twice = node(top, "n")
     assert top.nodes().add(twice) and names(top.nodes()) == "n n"
     assert top.nodes().remove(twice)
     assert names(top.nodes()) == "" and twice.getParentCompound() is None
 
-    back = node(top, "b", kind=in_question(zel.Node, "onThisNodeDeleted", lambda self: top.nodes().add(self)))
+    back = node(top, "b",
+                kind=in_question(zel.Node, "onThisNodeDeleted", lambda self: top.nodes().add(self)))
     top.done = True
-    assert top.nodes().remove(back) and names(top.nodes()) == "b" and back.getParentCompound() is top
+    assert top.nodes().remove(back) and names(top.nodes()) == "b"
+    assert back.getParentCompound() is top
     assert top.nodes().remove(back) and len(top.nodes()) == 0 and back.getParentCompound() is None
 
 

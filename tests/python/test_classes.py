@@ -78,7 +78,8 @@ def test_classes_of_every_make():
     assert top.nodes()["s"].value == 4 and top.nodes()["c"].made
 
 
-@pytest.mark.parametrize("other", [zel.Compound, zel.Node, type("S", (zel.Node,), {"__slots__": ()})])
+@pytest.mark.parametrize("other",
+                         [zel.Compound, zel.Node, type("S", (zel.Node,), {"__slots__": ()})])
 def test_an_object_keeps_its_class(other):
     for made in (zel.Node(None, "n"), type("T", (zel.Node,), {"__slots__": ()})(None, "n")):
         with pytest.raises((TypeError, AttributeError)):
@@ -89,7 +90,8 @@ def test_an_object_keeps_its_class(other):
 def test_an_object_that_is_not_there():
     port, owner = zel.Port("p", 0), node()
     uses = {
-        zel.Port: [lambda empty: port.addConnection(empty), lambda empty: owner.inputs().add(empty)],
+        zel.Port: [lambda empty: port.addConnection(empty),
+                   lambda empty: owner.inputs().add(empty)],
         zel.PortDataType: [lambda empty: port.setDataType(empty)],
         zel.Compound: [lambda empty: empty.nodes()],
         zel.PortList: [len, list, lambda empty: empty[0]],
@@ -113,7 +115,8 @@ def test_an_object_that_is_not_there():
 
 def test_what_cannot_be_copied():
     owner, top = compound("Top")
-    for made in (owner, top, Document(), zel.Port("p", 0), zel.PortDataType("t"), owner.inputs(), top.nodes()):
+    for made in (owner, top, Document(), zel.Port("p", 0), zel.PortDataType("t"), owner.inputs(),
+                 top.nodes()):
         for make in (copy.copy, copy.deepcopy, pickle.dumps):
             with pytest.raises(TypeError, match="cannot copy or pickle"):
                 make(made)
@@ -122,7 +125,8 @@ def test_what_cannot_be_copied():
 
 def test_enumerations():
     port = zel.Port("p", zel.PortOutput)
-    assert type(port.getPortIOType()) is zel.PortIOType and port.getPortIOType() == zel.PortOutput == 1
+    assert type(port.getPortIOType()) is zel.PortIOType
+    assert port.getPortIOType() == zel.PortOutput == 1
     foreign = zel.Port("p", 7).getPortIOType()
     assert foreign == 7 and type(foreign) is int
     assert zel.Port("p", -(2**31)).getPortIOType() == -(2**31)
@@ -135,7 +139,8 @@ def test_enumerations():
 def test_names_and_identity():
     a, b = zel.Node(None, "n"), zel.Node(None, "n")
     assert a != b and a.sameName(b) and len({a, b}) == 2 and repr(a) == "<zel.Node 'n'>"
-    assert zel.PortDataType("f").isSameType(zel.PortDataType("f")) and zel.PortDataType("f") != zel.PortDataType("f")
+    assert zel.PortDataType("f").isSameType(zel.PortDataType("f"))
+    assert zel.PortDataType("f") != zel.PortDataType("f")
     assert repr(type("D", (zel.Node,), {"__module__": "m"})(None, "d")) == "<m.D 'd'>"
 
 
@@ -159,7 +164,8 @@ def test_a_node_has_its_own_compound(answer, capfd):
             return True
 
         def getAsCompound(self):
-            return {"parent": self.getParentCompound(), "none": None, "wrong": 3, "own": super().getAsCompound()}[answer]
+            return {"parent": self.getParentCompound(), "none": None, "wrong": 3,
+                    "own": super().getAsCompound()}[answer]
 
     owner, top = compound("Top")
     made = node(top, "n", kind=Kind)

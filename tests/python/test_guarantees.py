@@ -1,4 +1,5 @@
-"""What docs/caller-guarantees.md asks of a host cannot be broken from Python: each rule is tried by name."""
+"""What docs/caller-guarantees.md asks of a host cannot be broken from Python: each rule is
+tried by name."""
 
 import gc
 import weakref
@@ -77,12 +78,17 @@ def test_p4_a_port_outside_of_lists_has_no_parent():
         return not (far.inputs()["i"].addConnection(port) or far.outputs()["o"].addConnection(port))
 
     for refused in ("owner", "inside"):
-        owner, top = compound("Top", type("C", (zel.Compound,), {"onPortListPortAdded": keep} if refused == "inside" else {}),
-                              type("N", (zel.Node,), {"onPortListPortAdded": keep} if refused == "owner" else {}))
-        top.createCompoundPort(zel.PortInput, "p", None), top.createCompoundPort(zel.PortOutput, "p", None)
+        owner, top = compound("Top",
+                              type("C", (zel.Compound,), {"onPortListPortAdded": keep}
+                                   if refused == "inside" else {}),
+                              type("N", (zel.Node,), {"onPortListPortAdded": keep}
+                                   if refused == "owner" else {}))
+        for direction in zel.PortIOType:
+            top.createCompoundPort(direction, "p", None)
         del owner, top
     gc.collect()
-    assert len(kept) == 4 and all(port.getParent() is None and not port.isConnected() for port in kept)
+    assert len(kept) == 4
+    assert all(port.getParent() is None and not port.isConnected() for port in kept)
     assert not far.inputs()["i"].isConnected() and not far.outputs()["o"].isConnected()
 
 
@@ -96,11 +102,13 @@ def test_p5_a_port_is_in_one_list():
 
 
 def test_p6_l2_l9_nothing_is_assigned_or_copied():
-    has_none_of([zel.Node, zel.Compound, zel.PortList, zel.NodeList], "assign", "setOwnedCompound", "__copy__")
+    has_none_of([zel.Node, zel.Compound, zel.PortList, zel.NodeList], "assign", "setOwnedCompound",
+                "__copy__")
 
 
 def test_p7_l5_a_connection_has_two_ends():
-    has_none_of([zel.Port, zel.PortList], "removeFromConnectedList", "onPortDeleted", "onParentNodeDeleted")
+    has_none_of([zel.Port, zel.PortList], "removeFromConnectedList", "onPortDeleted",
+                "onParentNodeDeleted")
     made, far = node(None, "n", "", "o"), node(None, "f", "i")
     made.outputs()["o"].addConnection(far.inputs()["i"])
     assert isinstance(made.outputs()["o"].connectedTo(), tuple)
@@ -109,7 +117,8 @@ def test_p7_l5_a_connection_has_two_ends():
 
 
 def test_p8_l1_l3_l4_a_list_belongs_to_a_node_or_compound():
-    has_none_of([zel.PortList, zel.NodeList], "setParent", "setParentCompound", "createNew", "setPortIOType")
+    has_none_of([zel.PortList, zel.NodeList], "setParent", "setParentCompound", "createNew",
+                "setPortIOType")
     for kind in (zel.PortList, zel.NodeList):
         with pytest.raises(TypeError):
             kind()
@@ -137,7 +146,8 @@ def test_forward_moves_are_refused():
     for before, after in ((0, 2), (0, 4), (1, 2)):
         with pytest.raises(ValueError, match="backwards only"):
             made.inputs().movePort(before, after)
-    assert names(made.inputs()) == "a b c d" and made.inputs().movePort(3, 1) and names(made.inputs()) == "a d b c"
+    assert names(made.inputs()) == "a b c d" and made.inputs().movePort(3, 1)
+    assert names(made.inputs()) == "a d b c"
     assert not any(made.inputs().movePort(*places) for places in ((5, 0), (-1, 0), (0, -1), (0, 9)))
 
 
@@ -157,11 +167,18 @@ def test_l6_n6_a_node_is_in_one_compound_and_not_in_itself():
     stray = node()
     with pytest.raises(ValueError, match="being added"):
         other.nodes().add(stray)
-    assert stray.getParentCompound() is None and len(other.nodes()) == 0 and stray not in outer.nodes()
+    assert stray.getParentCompound() is None and len(other.nodes()) == 0
+    assert stray not in outer.nodes()
 
     # Once more in the list where it stands, it is not taken out in the question.
     refusing = type("Refusing", (zel.Compound,), {"answer": True, "removed": []})
-    refusing.onNodeAdd = lambda self, one: self.answer or bool(self.removed.append(self.nodes().remove(one)))
+
+    def onNodeAdd(self, one):
+        if not self.answer:
+            self.removed.append(self.nodes().remove(one))
+        return self.answer
+
+    refusing.onNodeAdd = onNodeAdd
     last_node, last = compound("Last", refusing)
     assert last.nodes().add(stray)
     last.answer = False
@@ -172,7 +189,8 @@ def test_l6_n6_a_node_is_in_one_compound_and_not_in_itself():
 
 def test_l7_a_removed_node_knows_no_compound():
     outer_node, outer, inner_node, inner, far, deep = border()
-    assert inner.nodes().remove(deep) and deep.getParentCompound() is None and deep.getFullPathName() == "deep"
+    assert inner.nodes().remove(deep) and deep.getParentCompound() is None
+    assert deep.getFullPathName() == "deep"
     has_none_of([zel.Node], "setParentCompound")
 
 
@@ -224,21 +242,25 @@ def test_n8_names_and_lists_are_the_objects_own():
             return None
 
     owner, top = compound("Top", Kind)
-    assert zel.Compound.nodes(top).add(node()) and zel.Compound.nodes(top)["n"].getFullPathName() == "Top.n"
+    assert zel.Compound.nodes(top).add(node())
+    assert zel.Compound.nodes(top)["n"].getFullPathName() == "Top.n"
     assert top.createCompoundPort(zel.PortInput, "p", None) == 0
 
 
 def test_n9_texts_are_copies():
     made = node(None, "n", "p")
     texts = [made.getName(), made.getNodeTypeName(), made.inputs()["p"].getPortDefaultValue()]
-    made.setName("x" * 99), made.setNodeTypeName("y" * 99), made.inputs()["p"].setPortDefaultValue("z" * 99)
+    for change in (made.setName, made.setNodeTypeName, made.inputs()["p"].setPortDefaultValue):
+        change("x" * 99)
+    del change
     del made
     assert texts == ["n", "", ""]
 
 
 def test_d1_a_container_takes_itself_back():
     document, runtime = Document(), zel.Runtime()
-    zel.Container.registerWithUUID("d1", document), zel.Container.registerWithUUID("d1 too", document)
+    for uuid in ("d1", "d1 too"):
+        zel.Container.registerWithUUID(uuid, document)
     runtime.registerContainer(document)
     inside, ref = document.top, weakref.ref(document)
     del document
@@ -246,7 +268,8 @@ def test_d1_a_container_takes_itself_back():
     assert zel.Container.getFromUUID("d1") is ref()  # Its nodes hold it.
     del inside
     gc.collect()
-    assert ref() is None and zel.Container.getFromUUID("d1") is zel.Container.getFromUUID("d1 too") is None
+    assert ref() is None
+    assert zel.Container.getFromUUID("d1") is zel.Container.getFromUUID("d1 too") is None
     runtime.forceRebuildCompounds()
 
 

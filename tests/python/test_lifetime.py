@@ -236,7 +236,8 @@ class Inside(zel.Compound):
     pass
 
 
-@pytest.mark.parametrize("kinds", [(zel.Node, zel.Compound), (Noise, zel.Compound), (Noise, Inside)])
+@pytest.mark.parametrize("kinds",
+                         [(zel.Node, zel.Compound), (Noise, zel.Compound), (Noise, Inside)])
 def test_deep_networks_do_not_use_up_the_stack(kinds):
     make_node, make_compound = kinds
     root = last = make_node(None, "last")
@@ -313,7 +314,8 @@ def two_documents(end):
     a.other, b.other, a.end = b.root, a.top, end
 
 
-@pytest.mark.parametrize("make", [node_and_compound, deep_inside, closure, slots, lists, plain_in_lists,
+@pytest.mark.parametrize("make",
+                         [node_and_compound, deep_inside, closure, slots, lists, plain_in_lists,
                                   bound_method, two_documents])
 def test_cycles_are_collected(make):
     class End:

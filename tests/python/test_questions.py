@@ -8,7 +8,8 @@ import zel
 from network import compound, names, node, unraised
 
 QUESTIONS = """onPortAddConnection onPortRemoveConnection onPortSetDataType onPortListPortAdded
-onPortListPortRemoved onPortListPortMove onPortSetDefaultValue onPortSetName onNodeAdd onNodeRemove""".split()
+onPortListPortRemoved onPortListPortMove onPortSetDefaultValue onPortSetName onNodeAdd
+onNodeRemove""".split()
 
 
 def asked(base, question, reply):
@@ -17,7 +18,7 @@ def asked(base, question, reply):
 
 
 class Scene:
-    """A compound of the class with an inner port that is connected, and what changes for each question."""
+    """A compound with a connected inner port, and what each question is about."""
 
     def __init__(self, question, reply):
         self.reply = lambda *args: True
@@ -28,7 +29,8 @@ class Scene:
         self.p, self.q = self.ports.addPort("p"), self.ports.addPort("q")
         self.a, self.b = self.inside.inputs()
         self.p.addConnection(self.a)
-        self.type, self.free, self.other = zel.PortDataType("float"), zel.Port("f", zel.PortOutput), node()
+        self.type, self.other = zel.PortDataType("float"), node()
+        self.free = zel.Port("f", zel.PortOutput)
         self.reply = reply
 
     def change(self, question):
@@ -47,9 +49,11 @@ class Scene:
 
     def state(self):
         return [
-            [(p.getName(), p.getFullPathName(), p.getDataType(), p.getPortDefaultValue(), p.connectedTo(), p.getParent())
+            [(p.getName(), p.getFullPathName(), p.getDataType(), p.getPortDefaultValue(),
+              p.connectedTo(), p.getParent())
              for p in (*self.ports, self.p, self.a, self.b, self.free)],
-            list(self.compound.nodes()), self.inside.getParentCompound(), self.other.getParentCompound(),
+            list(self.compound.nodes()), self.inside.getParentCompound(),
+            self.other.getParentCompound(),
         ]
 
 
@@ -76,7 +80,8 @@ def test_a_question(question, name, reply, error):
     scene = Scene(question, counting)
     before = scene.state()
     if error:
-        with pytest.raises(error, match="no" if error is LookupError else f"{question} must answer True or False"):
+        with pytest.raises(error, match="no" if error is LookupError
+                           else f"{question} must answer True or False"):
             scene.change(question)
     else:
         scene.change(question)
@@ -128,7 +133,9 @@ def test_each_answer_of_the_base_is_at_hand(base):
     assert missing <= {"onThisNodeDeleted"}, missing
 
 
-@pytest.mark.parametrize("answer, error", [(5, TypeError), (None, None), ("a\0b", ValueError), ("\ud800", UnicodeError)])
+@pytest.mark.parametrize("answer, error",
+                         [(5, TypeError), (None, None), ("a\0b", ValueError),
+                          ("\ud800", UnicodeError)])
 def test_texts_that_are_none(answer, error):
     class Kind(zel.Node):
         def onPortGetDefaultValue(self, port):
@@ -159,8 +166,10 @@ def test_each_object_answers_with_its_own_text():
     made = [node(None, name, "p q", kind=Kind) for name in "abc"]
     ports = [port for each in made for port in each.inputs()]
     for _ in range(2):
-        assert [p.getPortDefaultValue()[:3] for p in ports] == ["a p", "a q", "b p", "b q", "c p", "c q"]
-        assert [p.getFullPathName() for p in ports] == ["/a.p", "/a.q", "/b.p", "/b.q", "/c.p", "/c.q"]
+        assert [p.getPortDefaultValue()[:3] for p in ports] == ["a p", "a q", "b p", "b q", "c p",
+                                                            "c q"]
+        assert [p.getFullPathName() for p in ports] == ["/a.p", "/a.q", "/b.p", "/b.q", "/c.p",
+                                                        "/c.q"]
 
 
 def test_what_is_told_raises_after_the_change():

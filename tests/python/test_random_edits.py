@@ -19,8 +19,8 @@ class Refusing:
     def answer(self, *args):
         return not self.refuse()
 
-    onPortAddConnection = onPortRemoveConnection = onPortListPortAdded = onPortListPortRemoved = answer
-    onPortSetName = onPortListPortMove = onNodeAdd = onNodeRemove = answer
+    onPortAddConnection = onPortRemoveConnection = onPortListPortAdded = answer
+    onPortListPortRemoved = onPortSetName = onPortListPortMove = onNodeAdd = onNodeRemove = answer
 
 
 class RefusingNode(Refusing, zel.Node):
@@ -117,7 +117,10 @@ class Editing:
 
     def add_node(self):
         compound = self.any_compound()
-        node = self.loose.pop() if self.loose and self.dice.random() < 0.5 else self.new_node(f"n{self.dice.randrange(60)}")
+        if self.loose and self.dice.random() < 0.5:
+            node = self.loose.pop()
+        else:
+            node = self.new_node(f"n{self.dice.randrange(60)}")
         owner = compound.getAsNode()
         if owner in self.model.inside(node):
             with pytest.raises(ValueError):
@@ -137,7 +140,8 @@ class Editing:
         if not self.model.nodes[compound]:
             return
         node = self.dice.choice(self.model.nodes[compound])
-        self.refusing_disconnects(lambda: compound.nodes().remove(node), lambda: self.model.remove_node(compound, node))
+        self.refusing_disconnects(lambda: compound.nodes().remove(node),
+                                  lambda: self.model.remove_node(compound, node))
         if node.getParentCompound() is None:
             self.loose.append(node)
 
@@ -172,7 +176,8 @@ class Editing:
         if self.dice.random() < 0.5:
             port = ports.addPort(name)
         else:
-            port = zel.Port(name, zel.PortOutput if ports.getParent().outputs() is ports else zel.PortInput)
+            port = zel.Port(name, zel.PortOutput if ports.getParent().outputs() is ports
+                            else zel.PortInput)
             ports.add(port)
         if port.getParent() is not None:
             mirror.append(port)
@@ -204,7 +209,8 @@ class Editing:
         if not outputs or not inputs:
             return
         a, b = self.dice.choice(outputs), self.dice.choice(inputs)
-        if (a, b) not in self.model.links and self.dice.choice([a.addConnection, lambda other: other.addConnection(a)])(b):
+        from_, to = self.dice.choice([(a, b), (b, a)])
+        if (a, b) not in self.model.links and from_.addConnection(to):
             self.model.links.append((a, b))
 
     def disconnect(self):
@@ -226,7 +232,8 @@ class Editing:
                 self.model.names[port] = name
 
 
-EDITS = [("add_node", 9), ("add_compound", 1), ("remove_node", 2), ("move_node", 4), ("drop_node", 3), ("add_port", 9),
+EDITS = [("add_node", 9), ("add_compound", 1), ("remove_node", 2), ("move_node", 4),
+         ("drop_node", 3), ("add_port", 9),
          ("remove_port", 3), ("move_port", 2), ("connect", 10), ("disconnect", 3), ("rename", 4)]
 
 
