@@ -57,7 +57,8 @@ ENDS = {
     "connected": "a, b = zel.Port('a', 1), zel.Port('b', 0); a.addConnection(b); c = Document(); "
                  "c.root.inputs().addPort('p').addConnection(a)",
     "in a question": "class K(zel.Node):\n  def onPortSetName(self, *args): raise SystemExit(0)\n"
-                     "a = K(None, 'n'); p = a.inputs().addPort('p')\nb = Document(); p.setName('q')",
+                     "a = K(None, 'n'); p = a.inputs().addPort('p')\n"
+                     "b = Document(); p.setName('q')",
     "thread": "a = Document()\n"
               "t = threading.Thread(target=lambda: a.top.nodes()['3'].setName('x')); t.start()",
     "runtime": "class R(zel.Runtime):\n  pass\n"
