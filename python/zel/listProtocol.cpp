@@ -21,7 +21,9 @@ bool comesIn(const ZEL::PortList& list,
 {
     const bool isElsewhere = const_cast<ZEL::PortList&>(list).findPort(&port) < 0 && isListed(port);
     if (isAgreed && !isElsewhere) {
-        port.setParent(&parent);
+        // The library knows what a parent is that it has set itself.
+        if (port.getParent() != &parent)
+            port.setParent(&parent);
         return true;
     }
     if (!isListed(port)) {
