@@ -14,7 +14,7 @@ from itertools import repeat
 
 import zel
 
-ROUNDS = 7
+ROUNDS = 5
 CALL = 200  # ns over C++, the goal of a bound call.
 WALK = 2000  # ns for a node: 100,000 in 0.2 s.
 
