@@ -203,8 +203,13 @@ void Judge::compareSources(ZEL::Node& node)
     const CompoundPtr compound = node.getAsCompound();
     if (!compound)
         return;
-    for (ZEL::Port* const inner : compound->innerOutputs())
-        compareSource(node, *inner, *compound->getReversePort(inner));
+    for (ZEL::Port* const inner : compound->innerOutputs()) {
+        const PortPtr outer = compound->getReversePort(inner);
+        if (outer)
+            compareSource(node, *inner, *outer);
+        else // Somebody took it away past the compound.
+            differ(Fact::Order, node, *inner, "it has no port outside of its compound");
+    }
     for (const NodePtr& child : compound->nodes())
         compareSources(*child);
 }
