@@ -272,6 +272,16 @@ def test_a_change_past_the_edits_forgets_them(doc):
     assert stateOf(doc) == before
 
 
+def test_what_was_taken_past_its_compound_is_not_saved(doc, tmp_path):
+    outputs = doc.node("Top.NG_gate").outputs()
+    while len(outputs) > 0:
+        assert outputs.remove(outputs[-1])
+    assert doc.check()[0] == ("Top.NG_gate", "0 outputs, but 3 inner outputs")
+    with pytest.raises(zel.Error):
+        doc.save(tmp_path / "out.mtlx")
+    assert not list(tmp_path.iterdir())
+
+
 def test_a_change_of_the_library_in_an_edit_is_a_part_of_it(doc):
     before = stateOf(doc)
     with doc.edit("Several"):
