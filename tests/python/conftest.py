@@ -10,6 +10,13 @@ def pytest_configure(config):
     config.addinivalue_line("filterwarnings", "error::pytest.PytestUnraisableExceptionWarning")
 
 
+def pytest_collection_finish(session):
+    # What is there before the first test is no garbage later: the collector need not look at it
+    # before and after each test.
+    gc.collect()
+    gc.freeze()
+
+
 def counts():
     gc.collect()
     return zel._debug.live(), zel._debug.sliced()
