@@ -169,7 +169,8 @@ public:
     /// What the path leads to: a node, an input, an output or another element. False, and noted as
     /// the problem, when it leads nowhere.
     bool findOwner(const std::string& path, AttributeOwner& owner);
-    /// Reads one. False, and noted as the problem, when there is none, and when the network shows it.
+    /// Reads one. False, and noted as the problem, when there is none, and when the network shows
+    /// it.
     bool getAttribute(const std::string& path, const std::string& name, std::string& value);
     /// Changes where nodes are drawn, each named once: those that are there already stay.
     bool moveNodes(const std::vector<NodePlace>& places);
