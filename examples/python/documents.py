@@ -1,4 +1,4 @@
-"""What the scripts of this folder share: which documents they are for, and how each is gone through."""
+"""What the scripts of this folder share: which documents they are for, and how they are edited."""
 
 import argparse
 import pathlib

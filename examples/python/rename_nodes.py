@@ -2,8 +2,8 @@
 
     rename_nodes.py textures '^tex_(.*)$' 'image_\\1' --type image
 
-The rule is a regular expression; what it matches in a name is replaced. Names that are taken or that
-the format does not have are refused, and then the whole document stays as it was.
+The rule is a regular expression; what it matches in a name is replaced. Names that are taken or
+that the format does not have are refused, and then the whole document stays as it was.
 """
 
 import pathlib

@@ -1,7 +1,7 @@
 """The sample host's shading documents: open, edit, check, draw and save them."""
 
 import os
-from collections.abc import Callable, Iterable, Iterator
+from collections.abc import Callable, Iterable, Iterator, Sequence
 from types import TracebackType
 from typing import Any, Literal, NamedTuple, NoReturn, TypeVar, final, overload
 
@@ -18,12 +18,12 @@ _Port = str | zel.Port
 _Place = tuple[float, float]
 _Watcher = TypeVar("_Watcher", bound=Callable[[Change], object])
 
-# What a port's value is in Python. A vector, a colour, a matrix (row by row) and an array are tuples.
+# What a port's value is in Python. Vectors, colours, matrices (row by row) and arrays are tuples.
 _Value = float | int | bool | str | tuple[float, ...] | tuple[int, ...] | tuple[str, ...]
 
 def open(
     path: _File,
-    libraries: Iterable[_File] = ...,
+    libraries: Sequence[_File] = ...,
     plugin: bool | _File = True,
     strict: bool = False,
 ) -> Document:
@@ -37,7 +37,7 @@ def open(
     """
 
 def new(
-    path: _File | None = None, libraries: Iterable[_File] = ..., plugin: bool | _File = True
+    path: _File | None = None, libraries: Sequence[_File] = ..., plugin: bool | _File = True
 ) -> Document:
     """An empty document, to be saved into that file.
 
@@ -57,7 +57,7 @@ class Finding(NamedTuple):
     reason: str
 
 class Stats(NamedTuple):
-    """Counts of what is in a compound, at all levels, and the bytes of the file as it was opened."""
+    """Counts of what is in a compound, at all levels; bytes are those of the file when opened."""
 
     nodes: int
     compounds: int
@@ -130,7 +130,7 @@ class Message(metaclass=zel._Type):
 
 @final
 class Change(metaclass=zel._Type):
-    """What an edit changed when it was done, undone or redone: each thing once, as it is afterwards."""
+    """What an edit changed when it was done, undone or redone: each thing once, as it is then."""
 
     def __init__(self, *args: NoReturn, **kwargs: NoReturn) -> None: ...
     @property
@@ -181,8 +181,8 @@ class Walk(metaclass=zel._Type):
 class Document(metaclass=zel._Type):
     """A shading document with its edits and its file: open() and new() give one.
 
-    The edits bear the names of the shell's commands. They take paths or objects, and raise zel.Error,
-    with the path and the reason, when they are refused: nothing changed then.
+    The edits bear the names of the shell's commands. They take paths or objects, and raise
+    zel.Error, with the path and the reason, when they are refused: nothing changed then.
 
     The document lives as long as this object or any object of its network does.
     """
@@ -195,7 +195,7 @@ class Document(metaclass=zel._Type):
         """The node Top, which has the whole network in its compound."""
     @property
     def path(self) -> str | None:
-        """The file that it was opened from or last saved into; None for a new one without a file."""
+        """The file that it was opened from or last saved into; None for one that has no file."""
     @property
     def messages(self) -> list[Message]:
         """What was said when it was opened."""
@@ -304,7 +304,7 @@ class Document(metaclass=zel._Type):
     def move(self, path: _Node, x: float, y: float) -> None:
         """Changes where a node is drawn: its attributes xpos and ypos."""
     @overload
-    def move(self, places: Iterable[tuple[_Node, float, float]]) -> None:
+    def move(self, places: Sequence[tuple[_Node, float, float]]) -> None:
         """Several at once."""
     def arrange(self, path: _Node | None = None, nodes: _Nodes | None = None) -> None:
         """Gives nodes of the compound places in layers along their connections, as draw does."""
@@ -440,8 +440,8 @@ class Document(metaclass=zel._Type):
     def watch(self, function: _Watcher) -> _Watcher:
         """Calls the function with a Change after each edit, undo and redo, until unwatch.
 
-        Gives the function. What one raises is raised by the edit, which is done; one that raises does
-        not stop the others.
+        Gives the function. What one raises is raised by the edit, which is done; one that raises
+        does not stop the others.
         """
     def unwatch(self, function: Callable[[Change], object]) -> None:
         """The function watches no more. Raises ValueError when it did not."""
@@ -456,7 +456,8 @@ class Document(metaclass=zel._Type):
         saved last stays, unless forced. With dryRun it writes nothing, and raises what the save
         would.
 
-        Raises OSError where the file cannot be written, and zel.Error for what the format cannot say.
+        Raises OSError where the file cannot be written, and zel.Error for what the format cannot
+        say.
         """
     def draw(
         self, file: _File, path: _Node | None = None, *, depth: int = 0, all: bool = False

@@ -6,7 +6,8 @@ import zel
 from shading_support import compoundsOf
 
 NAMES = ["a", "b", "in", "out", "position", "mix", "a.b", "two words", ""]
-VALUES = [0.5, 1, (0.1, 0.2, 0.3), True, 'a <b> & "c"', None, (1, 2), "1, 2, 3", -7, [[1, 0, 0]] * 3]
+VALUES = [0.5, 1, (0.1, 0.2, 0.3), True, 'a <b> & "c"', None, (1, 2), "1, 2, 3", -7]
+VALUES.append([[1, 0, 0]] * 3)
 
 
 def isFed(port):
@@ -158,7 +159,8 @@ class RandomEdits:
         node = self.node()
         if self.random.randrange(4):
             compound = target.getParentNode().getParentCompound() if target else None
-            beside = [n for n in compound.nodes() if not any(map(isFed, n.inputs()))] if compound else []
+            nodes = compound.nodes() if compound else []
+            beside = [n for n in nodes if not any(map(isFed, n.inputs()))]
             node = self.random.choice(beside) if beside else node
         self.doc.insert(node, self.given(source), self.given(target))
 

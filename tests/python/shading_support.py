@@ -1,4 +1,4 @@
-"""What the tests of zel.shading share: documents, the shell, and the state of a document as text."""
+"""What the tests of zel.shading share: documents, the shell, and a document's state as text."""
 
 import os
 import pathlib

@@ -138,7 +138,8 @@ def test_a_second_thread_waits_for_the_first_call():
 )
 def test_the_end_of_the_interpreter(code):
     program = f"import zel.shading\ndoc = zel.shading.open({str(GATE)!r})\n{code}\n"
-    run = subprocess.run([sys.executable, "-c", program], capture_output=True, text=True, check=False)
+    command = [sys.executable, "-c", program]
+    run = subprocess.run(command, capture_output=True, text=True, check=False)
     assert (run.returncode, run.stderr) == (0, "")
 
 
