@@ -8,7 +8,7 @@ import pytest
 import zel
 
 # Under a collection at every allocation each step costs much.
-STEPS = 150 if os.environ.get("ZEL_GC_EVERY") else 4000
+STEPS = 500 if os.environ.get("ZEL_GC_EVERY") else 4000
 
 
 class Refusing:
