@@ -23,6 +23,10 @@ struct Shared {
     /// Who keeps a document or a runtime of C++ alive, by its address; see keepers.h.
     std::unordered_map<const void*, std::weak_ptr<void>> keepers;
 
+    /// Of plugins of C++, by somebody who goes on using them until the process ends: the plugins
+    /// are not ended then.
+    int runtimesInUse = 0;
+
     // For the tests.
     long sliced = 0; ///< Python halves that died while C++ kept the other half.
     std::unordered_map<std::string, long> live; ///< Objects and wrappers that are there, by class.

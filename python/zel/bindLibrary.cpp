@@ -107,10 +107,12 @@ void bindLibrary(py::module_& module)
 {
     bindDefinition(module);
     bindNodeLibrary(module);
-    module.def("sortFunc", guarded([](const DefinitionWrapper& a, const DefinitionWrapper& b) {
-                   return ZEL::sortFunc(a, b);
-               }),
-               py::arg("a").none(false), py::arg("b").none(false), docOf("", "sortFunc"));
+    defineLater([module]() mutable {
+        module.def("sortFunc", guarded([](const DefinitionWrapper& a, const DefinitionWrapper& b) {
+                       return ZEL::sortFunc(a, b);
+                   }),
+                   py::arg("a").none(false), py::arg("b").none(false), docOf("", "sortFunc"));
+    });
 }
 
 } // namespace zelpython

@@ -16,6 +16,7 @@ PYBIND11_MODULE(_zel, module)
     bindContainer(module);
     bindLibrary(module);
     bindRuntime(module);
+    bindPlugins(module);
     bindCommands(module);
     bindEditor(module);
     bindPropertyList(module);

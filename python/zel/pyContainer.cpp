@@ -111,15 +111,12 @@ bool PyContainer::isAnyBeingRebuilt()
     return !g_rebuilding.empty();
 }
 
-void PyContainer::leaveForeignRuntimes()
+void PyContainer::leave(ZEL::Runtime& runtime)
 {
-    for (const PyRef& held : std::vector<PyRef>(m_runtimes)) {
-        ZEL::Runtime* const runtime = toRuntime(held.get());
-        if (!runtime || dynamic_cast<Half*>(runtime))
-            continue;
-        runtime->unregisterContainer(this);
-        onUnregistered(runtime);
-    }
+    if (!isRegistered(&runtime))
+        return;
+    runtime.unregisterContainer(this);
+    onUnregistered(&runtime);
 }
 
 int PyContainer::traverse(visitproc visit, void* arg) const

@@ -29,8 +29,8 @@ public:
     bool isBeingRebuilt() const;
     /// True when any container is.
     static bool isAnyBeingRebuilt();
-    /// Leaves all runtimes that are not Python's own, which are about to go.
-    void leaveForeignRuntimes();
+    /// The runtime is about to go.
+    void leave(ZEL::Runtime& runtime);
 
     /// For the collector.
     int traverse(visitproc visit, void* arg) const;
