@@ -3,6 +3,7 @@
 #include "base/file.h"
 #include "binding/error.h"
 #include "binding/keepers.h"
+#include "binding/shared.h"
 #include "shading/problems.h"
 
 #include <cerrno>
@@ -84,6 +85,7 @@ Opening pluginOpening(const PluginChoice& plugin)
     if (problem.empty()) {
         known.pluginPath = path;
         known.withPlugin.environment = kept(std::move(environment));
+        ++zelpython::shared().runtimesInUse;
         return known.withPlugin;
     }
     if (!isStandard)
