@@ -2,6 +2,7 @@
 
 #include "zel/pyContainer.h"
 
+#include <pybind11/pybind11.h>
 #include <stdexcept>
 
 namespace zelpython {

@@ -3,6 +3,7 @@
 #include "zel/pyContainer.h"
 
 #include <memory>
+#include <pybind11/pybind11.h>
 #include <stdexcept>
 #include <utility>
 
