@@ -24,6 +24,29 @@ inline int placeOf(ZEL::PortList& list, ZEL::Port& port)
 }
 int placeOf(ZEL::NodeList& list, const ZEL::Node& node);
 
+/// The entry at the index, or of the name.
+template <class Entry, class List>
+ZEL::AddRefWrapper<Entry> entryAt(List& list, const py::object& key)
+{
+    Text name;
+    if (toText(key, name)) {
+        const ZEL::AddRefWrapper<Entry> entry = list[static_cast<const char*>(name)];
+        if (!entry)
+            throw py::key_error(name.string());
+        return entry;
+    }
+    if (!PyLong_Check(key.ptr()))
+        throw py::type_error("an entry is found by its index or its name");
+    Py_ssize_t place = PyNumber_AsSsize_t(key.ptr(), PyExc_IndexError);
+    if (place == -1 && PyErr_Occurred())
+        throw py::error_already_set();
+    if (place < 0)
+        place += list.size();
+    if (place < 0 || place >= list.size())
+        throw py::index_error("there is no entry at that index");
+    return list[static_cast<int>(place)];
+}
+
 /// The list as Python reads one: len, indexes from both ends, names, membership, and a walk over
 /// the entries as they are when it begins.
 template <class Entry, class Class>
@@ -39,24 +62,8 @@ void defineList(Class& bound)
         .def("size", &List::size)
         .def("__len__", &List::size)
         .def("__bool__", [](List& self) { return self.size() > 0; })
-        .def("__getitem__",
-             [](List& self, const py::int_& index) -> Wrapper {
-                 Py_ssize_t place = PyNumber_AsSsize_t(index.ptr(), PyExc_IndexError);
-                 if (place == -1 && PyErr_Occurred())
-                     throw py::error_already_set();
-                 if (place < 0)
-                     place += self.size();
-                 if (place < 0 || place >= self.size())
-                     throw py::index_error("there is no entry at that index");
-                 return self[static_cast<int>(place)];
-             })
-        .def("__getitem__",
-             [](List& self, const Text& name) -> Wrapper {
-                 const Wrapper entry = self[static_cast<const char*>(name)];
-                 if (!entry)
-                     throw py::key_error(name.string());
-                 return entry;
-             })
+        // One operation for both: with two the search for the one that fits is half of a lookup.
+        .def("__getitem__", entryAt<Entry, List>)
         .def(
             "get",
             [](List& self, const Text& name, const py::object& instead) -> py::object {
