@@ -20,6 +20,8 @@ OWN_CLASSES = [each for each in vars(zel).values() if type(each) is type(zel.Nod
 def bound_operations():
     for each in OWN_CLASSES:
         for name, value in vars(each).items():
+            if name == "_repr_svg_":
+                continue  # Of zel.shading, where that was imported.
             function = getattr(each, name)
             if type(value).__name__ in ("instancemethod", "staticmethod"):
                 yield f"{each.__name__}.{name}", function

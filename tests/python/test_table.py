@@ -112,5 +112,5 @@ def test_the_stub_has_all_that_the_module_has():
             continue
         assert name in stub, name
         if type(value) is type(zel.Node):
-            own = {each for each in vars(value) if not each.startswith("__")}
+            own = {each for each in vars(value) if not each.startswith("_")}
             assert own <= stub[name].keys(), name
