@@ -14,7 +14,7 @@ PyObject* toMember(const std::type_info& enumeration, int value)
 }
 
 void createEnumeration(const std::type_info& enumeration,
-                       py::object scope,
+                       const py::object& scope,
                        const char* name,
                        std::initializer_list<std::pair<const char*, int>> members)
 {

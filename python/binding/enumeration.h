@@ -16,7 +16,7 @@ namespace zelpython {
 PyObject* toMember(const std::type_info& enumeration, int value);
 /// Makes the IntEnum, and puts it and its members into the scope.
 void createEnumeration(const std::type_info& enumeration,
-                       pybind11::object scope,
+                       const pybind11::object& scope,
                        const char* name,
                        std::initializer_list<std::pair<const char*, int>> members);
 

@@ -58,6 +58,7 @@ namespace pybind11::detail {
 /// for each argument of each call; here the class is looked up once.
 template <class T>
 struct type_caster<T, std::enable_if_t<zelpython::kIsLookedUpOnce<T>>> : type_caster_generic {
+    // NOLINTNEXTLINE(readability-identifier-naming): pybind11's name.
     static constexpr auto name = const_name<T>();
     template <class U>
     using cast_op_type = detail::cast_op_type<U>;

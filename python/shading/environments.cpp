@@ -54,7 +54,7 @@ std::shared_ptr<shading::Environment> kept(std::unique_ptr<shading::Environment>
         zelpython::forget(dropped->runtime());
         delete dropped;
     };
-    const std::shared_ptr<shading::Environment> shared(environment.release(), drop);
+    std::shared_ptr<shading::Environment> shared(environment.release(), drop);
     zelpython::keep(shared->runtime(), shared);
     return shared;
 }
@@ -113,11 +113,11 @@ Opening readLibraries(const Opening& base, const std::vector<std::string>& libra
 
 Opening openingWith(const PluginChoice& plugin, const std::vector<std::string>& libraries)
 {
-    const Opening base =
-        plugin.kind == PluginChoice::Kind::None ? plainOpening() : pluginOpening(plugin);
+    Opening base = plugin.kind == PluginChoice::Kind::None ? plainOpening() : pluginOpening(plugin);
     if (libraries.empty())
         return base;
     std::vector<LibraryFile> files;
+    files.reserve(libraries.size());
     for (const std::string& path : libraries)
         files.push_back({shading::canonicalPath(path), shading::stampOf(path)});
     std::vector<KnownOpening>& others = knownOpenings().others;

@@ -35,6 +35,7 @@ PluginChoice pluginOf(const py::object& plugin)
 Opening openingOf(const std::vector<FileArgument>& libraries, const py::object& plugin)
 {
     std::vector<std::string> paths;
+    paths.reserve(libraries.size());
     for (const FileArgument& library : libraries)
         paths.push_back(library.path);
     return openingWith(pluginOf(plugin), paths);

@@ -66,7 +66,7 @@ reparent(PyDocument& self, const NodeArgument& path, const NodesArgument& nodes)
 {
     Work& work = self.work();
     const shading::CompoundPtr compound = work.compoundOf(path);
-    const std::vector<NodePtr> moved = work.nodesOf(nodes);
+    std::vector<NodePtr> moved = work.nodesOf(nodes);
     work.check(work.edits().reparent(compound, moved));
     return moved;
 }
@@ -81,6 +81,7 @@ void moveAll(PyDocument& self, const std::vector<std::tuple<NodeArgument, double
 {
     Work& work = self.work();
     std::vector<shading::NodePlace> moves;
+    moves.reserve(places.size());
     for (const auto& [node, x, y] : places)
         moves.push_back({work.nodeOf(node), {x, y}});
     work.check(work.edits().moveNodes(moves));

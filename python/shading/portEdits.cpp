@@ -120,7 +120,7 @@ std::string ownerPath(Work& work, const OwnerArgument& owner)
     if (!owner.port)
         return work.pathOf(owner.node);
     work.check(work.edits().has(owner.port));
-    const std::string path = shading::pathOf(*owner.port);
+    std::string path = shading::pathOf(*owner.port);
     // A compound's port stands for its inner one.
     const shading::CompoundPtr inside = owner.port->getParentCompound();
     const shading::PortPtr own = inside ? inside->getReversePort(owner.port) : owner.port;

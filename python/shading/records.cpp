@@ -10,7 +10,6 @@
 namespace zelshading {
 
 namespace py = pybind11;
-using zelpython::guarded;
 using zelpython::toPython;
 
 namespace {

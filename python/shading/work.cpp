@@ -9,7 +9,7 @@ namespace zelshading {
 std::shared_ptr<Work> Work::begin(std::unique_ptr<shading::Session> session,
                                   std::vector<shading::Message> messages)
 {
-    const std::shared_ptr<Work> work(new Work(std::move(session), std::move(messages)));
+    std::shared_ptr<Work> work(new Work(std::move(session), std::move(messages)));
     zelpython::keep(work->document(), work);
     return work;
 }
@@ -33,8 +33,7 @@ void Work::check(bool isDone)
 
 shading::NodePtr Work::nodeOf(const NodeArgument& argument)
 {
-    const shading::NodePtr node =
-        argument.object ? argument.object : edits().findNode(argument.path);
+    shading::NodePtr node = argument.object ? argument.object : edits().findNode(argument.path);
     check(node && (!argument.object || edits().has(node)));
     return node;
 }
@@ -76,8 +75,7 @@ std::vector<shading::NodePtr> Work::childrenOf(ZEL::Compound& compound,
 
 shading::PortPtr Work::inputOf(const PortArgument& argument)
 {
-    const shading::PortPtr port =
-        argument.object ? argument.object : edits().findInput(argument.path);
+    shading::PortPtr port = argument.object ? argument.object : edits().findInput(argument.path);
     check(port && (!argument.object || edits().has(port)));
     return port;
 }

@@ -58,7 +58,7 @@ void defineLists(Class& compound)
         .def(
             "removeNode",
             [](ZEL::Compound& self, const Text& name) {
-                const NodeWrapper node = self.removeNode(name);
+                NodeWrapper node = self.removeNode(name);
                 if (node && !dynamic_cast<SafeNode*>(node.get()))
                     afterRemoval(self.nodes(), *node);
                 return node;

@@ -27,6 +27,8 @@ py::object ends(ZEL::Container& self, const OptionalText& pathA, const OptionalT
 void registerWithUUID(const Text& uuid, const py::object& container)
 {
     ZEL::Container* const pointer = toContainer(container.ptr());
+    if (!pointer && !container.is_none())
+        throw py::type_error("a UUID is of a zel.Container, or of None");
     auto* const made = dynamic_cast<PyContainer*>(pointer);
     if (pointer && !made)
         throw py::value_error("a document of C++ registers itself");

@@ -140,7 +140,7 @@ bool addNode(ZEL::NodeList& list, const NodeWrapper& node)
 
 bool removeNode(ZEL::NodeList& list, const NodeWrapper& node)
 {
-    if (!list.remove(node))
+    if (!node || !list.remove(node))
         return false;
     if (!dynamic_cast<const SafeNode*>(node.get()))
         afterRemoval(list, *node);

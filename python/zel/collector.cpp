@@ -109,7 +109,7 @@ int visitInside(ZEL::NodeLibrary& library, visitproc visit, void* arg)
 }
 
 /// __init_subclass__(cls, **kwargs).
-void onSubclass(const py::object& type, py::args args, const py::kwargs& kwargs)
+void onSubclass(const py::object& type, const py::args& args, const py::kwargs& kwargs)
 {
     auto* const made = reinterpret_cast<PyTypeObject*>(args[0].ptr());
     int bases = 0;

@@ -30,7 +30,7 @@ ZEL::AddRefWrapper<Entry> entryAt(List& list, const py::object& key)
 {
     Text name;
     if (toText(key, name)) {
-        const ZEL::AddRefWrapper<Entry> entry = list[static_cast<const char*>(name)];
+        ZEL::AddRefWrapper<Entry> entry = list[static_cast<const char*>(name)];
         if (!entry)
             throw py::key_error(name.string());
         return entry;

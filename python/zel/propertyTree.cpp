@@ -11,7 +11,7 @@ PropertyTree::PropertyTree() : m_root(std::make_unique<ZEL::PropertyList>()), m_
 }
 
 PropertyTree::PropertyTree(const PropertyTree& other)
-    : std::enable_shared_from_this<PropertyTree>(),
+    : std::enable_shared_from_this<PropertyTree>(other),
       m_root(std::make_unique<ZEL::PropertyList>(other.list())),
       m_list(m_root.get())
 {

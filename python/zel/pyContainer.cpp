@@ -1,6 +1,7 @@
 #include "zel/pyContainer.h"
 
 #include "binding/overrides.h"
+#include "zel/collector.h"
 
 #include <algorithm>
 
@@ -18,12 +19,13 @@ Override ofContainer(const char* name)
     return Override::of<ZEL::Container>(name);
 }
 
+/// Null also for an object that was never initialised, or whose other half is gone: it is asked in
+/// destructors, which raise nothing.
 template <class T>
 T* pointerTo(PyObject* object)
 {
-    py::detail::type_caster_generic caster(typeOf<T>());
-    return object && object != Py_None && caster.load(object, false) ? static_cast<T*>(caster.value)
-                                                                     : nullptr;
+    return object && PyObject_TypeCheck(object, typeOf<T>()->type) ? detail::wholeObject<T>(object)
+                                                                   : nullptr;
 }
 
 } // namespace

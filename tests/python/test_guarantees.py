@@ -261,6 +261,8 @@ def test_d1_a_container_takes_itself_back():
     document, runtime = Document(), zel.Runtime()
     for uuid in ("d1", "d1 too"):
         zel.Container.registerWithUUID(uuid, document)
+    with pytest.raises(TypeError):
+        zel.Container.registerWithUUID("d1", 1)
     runtime.registerContainer(document)
     inside, ref = document.top, weakref.ref(document)
     del document
