@@ -217,8 +217,8 @@ class RandomEdits:
 
     def editArrange(self):
         compound = self.compound()
-        nodes = self.children(compound) if self.random.randrange(2) else None
-        self.doc.arrange(compound, nodes)
+        nodes = self.children(compound) if self.random.randrange(2) else []
+        self.doc.arrange(compound, nodes or None)
 
     def editPortAdd(self):
         direction = self.random.choice(["input", "output", zel.PortInput, zel.PortOutput])
