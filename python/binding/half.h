@@ -30,12 +30,10 @@ protected:
 
 /// The half of a counted object. Who is counted changes hands:
 ///
-/// - Python owns: the Python half holds one reference of the C++ half, which only borrows the
-/// Python
-///   half.
-/// - C++ owns: the C++ half holds one reference of its Python half, and the count of the C++ half
-/// is
-///   what C++ holds. So identity, attributes and overrides stay as long as C++ holds the object.
+/// When Python owns, the Python half holds one reference of the C++ half, which only borrows the
+/// Python half. When C++ owns, the C++ half holds one reference of its Python half, and the count
+/// of the C++ half is what C++ holds: identity, attributes and overrides stay as long as C++ holds
+/// the object.
 ///
 /// Python gives the object away whenever it passes it to the library (toCpp), and gets it back when
 /// the library lets go of the last reference (toPython, from deleteThis).
