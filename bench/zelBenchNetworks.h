@@ -36,6 +36,19 @@ inline int sourceOf(int node, int input, int count)
     return static_cast<int>((static_cast<long long>(node) * 7919 + input * 104729 + 1) % count);
 }
 
+/// A compound that makes compounds, as commands that collapse need it.
+class NestingCompound : public ZEL::Compound {
+public:
+    explicit NestingCompound(const ZEL::AddRefWrapper<ZEL::Node>& owner) : Compound(owner) {}
+    using Compound::operator=;
+    ZEL::AddRefWrapper<ZEL::Compound> createNewCompound(const char* name) override
+    {
+        const ZEL::AddRefWrapper<ZEL::Node> node = ZEL::Node::createNew(nullptr, name);
+        ZEL::AddRefWrapper<ZEL::Compound> compound(new NestingCompound(node));
+        return nodes().add(node) ? compound : nullptr;
+    }
+};
+
 class LibraryNetwork : public ZEL::Container {
 public:
     LibraryNetwork()

@@ -41,24 +41,11 @@ Timing runCommandStep(int count)
     return runCommands(count, step);
 }
 
-/// A compound that makes compounds.
-class Network : public Compound {
-public:
-    explicit Network(const AddRefWrapper<Node>& owner) : Compound(owner) {}
-    using Compound::operator=;
-    AddRefWrapper<Compound> createNewCompound(const char* name) override
-    {
-        const AddRefWrapper<Node> node = Node::createNew(nullptr, name);
-        AddRefWrapper<Compound> compound(new Network(node));
-        return nodes().add(node) ? compound : nullptr;
-    }
-};
-
 /// Collapses count nodes out of the middle of a chain of twice as many.
 Timing collapse(int count)
 {
     LibraryNetwork network;
-    network.network = new Network(network.top);
+    network.network = new NestingCompound(network.top);
     network.createNodes(2 * count);
     NodeList& nodes = network.network->nodes();
     for (int i = 1; i < 2 * count; ++i)
