@@ -22,16 +22,20 @@ std::uint32_t hashOf(const void* object)
     return static_cast<std::uint32_t>((reinterpret_cast<std::uintptr_t>(object) * kSpread) >> 32);
 }
 
+/// Only where there is room.
 SequenceExtras& extrasOf(SequenceBlock& block)
 {
-    if (!block.extras)
-        block.extras = new SequenceExtras;
-    return *block.extras;
+    if (!block.extras())
+        block.extras() = new SequenceExtras;
+    return *block.extras();
 }
 
-void freeBlock(SequenceBlock* block)
+void freeBlock(SequenceBlock& block)
 {
-    ::operator delete(block);
+    if (block.hasExtrasRoom)
+        ::operator delete(&block.extras());
+    else
+        ::operator delete(&block);
 }
 
 } // namespace
@@ -40,39 +44,10 @@ SequenceExtras::SequenceExtras() = default;
 
 SequenceExtras::~SequenceExtras() = default;
 
-// The word tells a block from an only entry by its lowest bit.
-// NOLINTBEGIN(performance-no-int-to-ptr)
-SequenceBlock* Sequence::block() const
-{
-    return m_data == 0 || (m_data & 1) != 0 ? nullptr : reinterpret_cast<SequenceBlock*>(m_data);
-}
-
-void* Sequence::single() const
-{
-    return (m_data & 1) != 0 ? reinterpret_cast<void*>(m_data - 1) : nullptr;
-}
-// NOLINTEND(performance-no-int-to-ptr)
-
 /// Whether a slot holds the object.
 auto Sequence::isAt(const void* object) const
 {
     return [slots = slots(), object](std::uint32_t slot) { return slots[slot] == object; };
-}
-
-int Sequence::size() const
-{
-    const SequenceBlock* const entries = block();
-    if (!entries)
-        return m_data == 0 ? 0 : 1;
-    return static_cast<int>(entries->used - (entries->extras ? entries->extras->holes : 0));
-}
-
-void* Sequence::at(int index) const
-{
-    SequenceBlock* const entries = block();
-    if (!entries)
-        return single();
-    return entries->slots()[entries->extras ? slotAt(*entries->extras, index) : index];
 }
 
 int Sequence::indexOf(const void* object) const
@@ -93,25 +68,29 @@ bool Sequence::contains(const void* object) const
     return findSlot(object) != kNoSlot;
 }
 
-void Sequence::append(void* object)
+bool Sequence::isKnownOnce(const void* object) const
 {
-    if (m_data == 0) {
-        m_data = reinterpret_cast<std::uintptr_t>(object) + 1;
-        return;
-    }
-    SequenceBlock* entries = block();
+    SequenceBlock* const entries = block();
     if (!entries)
-        entries = &growTo(2);
-    else if (entries->used == entries->capacity) {
-        SequenceExtras* const rare = entries->extras;
+        return m_data != 0 && single() == object;
+    void** const slots = entries->slots();
+    return entries->used <= kShort && std::count(slots, slots + entries->used, object) == 1;
+}
+
+void Sequence::appendToBlock(void* object)
+{
+    SequenceBlock* entries = block();
+    if (!entries || entries->used == entries->capacity) {
+        SequenceExtras* const rare = findExtras();
         if (rare && rare->holes > kShort && rare->holes * 4 > entries->used)
             closeHoles();
         else
-            entries = &growTo(entries->capacity * 2);
+            entries = &grow();
     }
     entries->slots()[entries->used++] = object;
-    if (entries->extras && !entries->extras->counts.isEmpty())
-        entries->extras->counts.onAppended(entries->used - 1);
+    SequenceExtras* const rare = entries->findExtras();
+    if (rare && !rare->counts.isEmpty())
+        rare->counts.onAppended(entries->used - 1);
 }
 
 bool Sequence::eraseFirst(const void* object)
@@ -120,6 +99,15 @@ bool Sequence::eraseFirst(const void* object)
     if (slot == kNoSlot)
         return false;
     eraseSlot(slot);
+    return true;
+}
+
+bool Sequence::eraseOnly(const void* object)
+{
+    SequenceBlock* const entries = block();
+    if (!entries || entries->used == 0 || entries->slots()[entries->used - 1] != object)
+        return eraseFirst(object);
+    eraseSlot(entries->used - 1);
     return true;
 }
 
@@ -144,7 +132,7 @@ int Sequence::eraseEvery(const void* object)
 int Sequence::eraseByScan(const void* object)
 {
     SequenceBlock& entries = *block();
-    SequenceExtras* const rare = entries.extras;
+    SequenceExtras* const rare = entries.findExtras();
     void** const begin = entries.slots();
     if (rare)
         rare->searchWork += entries.used;
@@ -181,7 +169,7 @@ void Sequence::insertAt(int index, void* object)
     const auto slot = static_cast<std::uint32_t>(index);
     void** const slots = entries->slots();
     std::rotate(slots + slot, slots + entries->used - 1, slots + entries->used);
-    SequenceExtras* const rare = entries->extras;
+    SequenceExtras* const rare = entries->findExtras();
     if (!rare)
         return;
     if (slot < rare->placedSlots) {
@@ -196,8 +184,8 @@ void Sequence::insertAt(int index, void* object)
 void Sequence::clear()
 {
     if (SequenceBlock* const entries = block()) {
-        delete entries->extras;
-        freeBlock(entries);
+        delete entries->findExtras();
+        freeBlock(*entries);
     }
     m_data = 0;
 }
@@ -233,26 +221,40 @@ SequenceExtras& Sequence::extras()
 {
     SequenceBlock* entries = block();
     if (!entries)
-        entries = &growTo(2);
+        entries = &growTo(2, true);
+    else if (!entries->hasExtrasRoom)
+        entries = &growTo(entries->capacity, true);
     return extrasOf(*entries);
 }
 
 SequenceExtras* Sequence::findExtras() const
 {
     SequenceBlock* const entries = block();
-    return entries ? entries->extras : nullptr;
+    return entries ? entries->findExtras() : nullptr;
 }
 
-SequenceBlock& Sequence::growTo(std::uint32_t capacity)
+/// Makes room for more entries. A long sequence will want extras.
+SequenceBlock& Sequence::grow()
 {
-    void* const memory = ::operator new(sizeof(SequenceBlock) + capacity * sizeof(void*));
-    auto* const grown = new (memory) SequenceBlock;
+    SequenceBlock* const entries = block();
+    const std::uint32_t capacity = entries ? entries->capacity * 2 : 2;
+    return growTo(capacity, capacity > kShort || (entries && entries->hasExtrasRoom));
+}
+
+SequenceBlock& Sequence::growTo(std::uint32_t capacity, bool withExtrasRoom)
+{
+    const std::size_t before = withExtrasRoom ? sizeof(SequenceExtras*) : 0;
+    void* const memory = ::operator new(before + sizeof(SequenceBlock) + capacity * sizeof(void*));
+    auto* const grown = new (static_cast<unsigned char*>(memory) + before) SequenceBlock;
     grown->capacity = capacity;
-    if (SequenceBlock* const old = block()) {
+    grown->hasExtrasRoom = withExtrasRoom ? 1 : 0;
+    SequenceBlock* const old = block();
+    if (withExtrasRoom)
+        grown->extras() = old ? old->findExtras() : nullptr;
+    if (old) {
         grown->used = old->used;
-        grown->extras = old->extras;
         std::memcpy(grown->slots(), old->slots(), old->used * sizeof(void*));
-        freeBlock(old);
+        freeBlock(*old);
     } else if (m_data != 0) {
         grown->used = 1;
         grown->slots()[0] = single();
@@ -293,14 +295,19 @@ std::uint32_t Sequence::findSlot(const void* object) const
     SequenceBlock* const entries = block();
     if (!entries)
         return m_data != 0 && single() == object ? 0 : kNoSlot;
-    if (const SequenceExtras* const rare = findPlaces())
-        return rare->places.first(hashOf(object), isAt(object));
-    void** const begin = entries->slots() + (entries->extras ? entries->extras->first : 0);
-    void** const end = entries->slots() + entries->used;
+    SequenceExtras* const rare = entries->findExtras();
+    void** const slots = entries->slots();
+    const std::uint32_t first = rare ? rare->first : 0;
+    if (first < entries->used && slots[first] == object)
+        return first;
+    if (const SequenceExtras* const placed = findPlaces())
+        return placed->places.first(hashOf(object), isAt(object));
+    void** const begin = slots + first;
+    void** const end = slots + entries->used;
     void** const place = std::find(begin, end, object);
-    if (entries->extras)
-        entries->extras->searchWork += static_cast<std::uint64_t>(place - begin);
-    return place == end ? kNoSlot : static_cast<std::uint32_t>(place - entries->slots());
+    if (rare)
+        rare->searchWork += static_cast<std::uint64_t>(place - begin);
+    return place == end ? kNoSlot : static_cast<std::uint32_t>(place - slots);
 }
 
 void Sequence::collectSlots(const void* object, std::vector<std::uint32_t>& slots) const
@@ -314,8 +321,8 @@ void Sequence::collectSlots(const void* object, std::vector<std::uint32_t>& slot
         if (entries->slots()[slot] == object)
             slots.push_back(slot);
     }
-    if (entries->extras)
-        entries->extras->searchWork += entries->used;
+    if (SequenceExtras* const rare = entries->findExtras())
+        rare->searchWork += entries->used;
 }
 
 void Sequence::eraseSlot(std::uint32_t slot)
@@ -325,18 +332,19 @@ void Sequence::eraseSlot(std::uint32_t slot)
         m_data = 0;
         return;
     }
-    SequenceExtras* const rare = entries->extras;
-    if (rare && rare->leavesHoles()) {
+    const std::uint32_t behind = entries->used - 1 - slot;
+    SequenceExtras* const rare = behind > kShort ? &extrasOf(*entries) : entries->findExtras();
+    // At the beginning of a long sequence a hole costs nothing, also later.
+    if (rare && (rare->leavesHoles() || (slot == 0 && behind > kShort))) {
         leaveHole(*rare, slot);
         tidyHoles(*rare);
         return;
     }
     void** const place = entries->slots() + slot;
     --entries->used;
-    const std::uint32_t moved = entries->used - slot;
-    std::memmove(place, place + 1, moved * sizeof(void*));
+    std::memmove(place, place + 1, behind * sizeof(void*));
     if (rare)
-        rare->searchWork += moved / kMovesPerVisit;
+        rare->searchWork += behind / kMovesPerVisit;
 }
 
 void Sequence::leaveHole(SequenceExtras& rare, std::uint32_t slot)

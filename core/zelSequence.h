@@ -36,13 +36,18 @@ struct SequenceExtras {
     bool leavesHoles() const { return placedSlots > 0 || holes > 0 || names || !counts.isEmpty(); }
 };
 
-/// A block of slots; they follow it in memory.
+/// A block of slots; they follow it in memory. Where there is room for extras, a pointer to them
+/// stands before it.
 struct SequenceBlock {
     std::uint32_t used = 0; ///< Slots in use, the holes among them too.
-    std::uint32_t capacity = 0;
-    SequenceExtras* extras = nullptr; ///< Owned. Null: no holes, no tables.
+    std::uint32_t capacity : 31;
+    std::uint32_t hasExtrasRoom : 1;
 
     void** slots() { return reinterpret_cast<void**>(this + 1); }
+    /// Owned; null before they are needed. Only where there is room.
+    SequenceExtras*& extras() { return reinterpret_cast<SequenceExtras**>(this)[-1]; }
+    /// Null: no holes, no tables.
+    SequenceExtras* findExtras() { return hasExtrasRoom ? extras() : nullptr; }
 };
 
 /// Ordered pointers: the entries of a list of ports, of nodes, of editors. The one place that knows
@@ -60,16 +65,43 @@ class Sequence {
 public:
     explicit Sequence(std::uintptr_t& data) : m_data(data) {}
 
-    int size() const;
+    int size() const
+    {
+        SequenceBlock* const entries = block();
+        if (!entries)
+            return m_data == 0 ? 0 : 1;
+        const SequenceExtras* const rare = entries->findExtras();
+        return static_cast<int>(entries->used - (rare ? rare->holes : 0));
+    }
     /// The index must be in range.
-    void* at(int index) const;
+    void* at(int index) const
+    {
+        SequenceBlock* const entries = block();
+        if (!entries)
+            return single();
+        SequenceExtras* const rare = entries->findExtras();
+        return entries->slots()[rare ? slotAt(*rare, index) : static_cast<std::uint32_t>(index)];
+    }
     /// -1 when the object is not in the sequence.
     int indexOf(const void* object) const;
     bool contains(const void* object) const;
+    /// True when the object has exactly one place and that is seen at once: not in a long sequence.
+    bool isKnownOnce(const void* object) const;
 
-    void append(void* object);
+    void append(void* object)
+    {
+        SequenceBlock* const entries = block();
+        if (m_data == 0)
+            m_data = reinterpret_cast<std::uintptr_t>(object) + 1;
+        else if (entries && entries->used < entries->capacity && !entries->findExtras())
+            entries->slots()[entries->used++] = object;
+        else
+            appendToBlock(object);
+    }
     /// Erases the first place of the object. False when it has none.
     bool eraseFirst(const void* object);
+    /// The same for an object that has no second place.
+    bool eraseOnly(const void* object);
     /// Erases every place of the object; returns how many there were.
     int eraseEvery(const void* object);
     /// Erases the entry at the index, which must be in range.
@@ -110,9 +142,21 @@ private:
     /// A table is filled when plain work has visited every slot about so many times.
     static constexpr std::uint64_t kPatience = 4;
 
-    SequenceBlock* block() const;
-    void* single() const;
-    SequenceBlock& growTo(std::uint32_t capacity);
+    // The word tells a block from an only entry by its lowest bit.
+    // NOLINTBEGIN(performance-no-int-to-ptr)
+    SequenceBlock* block() const
+    {
+        return m_data == 0 || (m_data & 1) != 0 ? nullptr
+                                                : reinterpret_cast<SequenceBlock*>(m_data);
+    }
+    void* single() const
+    {
+        return (m_data & 1) != 0 ? reinterpret_cast<void*>(m_data - 1) : nullptr;
+    }
+    // NOLINTEND(performance-no-int-to-ptr)
+    SequenceBlock& growTo(std::uint32_t capacity, bool withExtrasRoom);
+    SequenceBlock& grow();
+    void appendToBlock(void* object);
     SequenceExtras* findPlaces() const;
     auto isAt(const void* object) const;
     const SlotCounts& countedSlots(SequenceExtras& rare) const;

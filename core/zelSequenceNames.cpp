@@ -81,8 +81,8 @@ Namable* Sequence::scanNames(std::string_view name) const
         if (object && hasName(*object, name))
             found = object;
     }
-    if (entries && entries->extras)
-        entries->extras->scanWork += slot;
+    if (SequenceExtras* const rare = entries ? entries->findExtras() : nullptr)
+        rare->scanWork += slot;
     return found;
 }
 

@@ -4,6 +4,9 @@
 #include "core/zelNameIndex.h"
 #include "core/zelText.h"
 #include "zelCompound.h"
+#include "zelPortListPair.h"
+
+#include <utility>
 
 namespace ZEL {
 
@@ -21,15 +24,11 @@ AddRefWrapper<Node> Node::createNew(Container* container, const char* name)
     return node;
 }
 
-Node::Node(Container* container)
-    : m_inputs(PortList::createNew()),
-      m_outputs(PortList::createNew()),
-      m_container(container)
+Node::Node(Container* container) : m_lists(PortListPair::createNew()), m_container(container)
 {
-    m_inputs->setParent(this, ParentKind::Node);
-    m_inputs->setPortIOType(PortInput);
-    m_outputs->setParent(this, ParentKind::Node);
-    m_outputs->setPortIOType(PortOutput);
+    inputs().setParent(this, ParentKind::Node);
+    outputs().setParent(this, ParentKind::Node);
+    outputs().setPortIOType(PortOutput);
 }
 
 Node::~Node()
@@ -41,8 +40,9 @@ Node::~Node()
         else
             m_ownedCompound.detach()->release();
     }
-    m_outputs->onParentDied(this);
-    m_inputs->onParentDied(this);
+    outputs().onParentDied(this);
+    inputs().onParentDied(this);
+    m_lists->release();
 }
 
 bool Node::isCompound()
@@ -80,8 +80,8 @@ Node& Node::operator=(const Node& other)
     // Released last: other may lie inside the compound that is replaced.
     const AddRefWrapper<Compound> replacedCompound(m_ownedCompound);
     Namable::operator=(other);
-    m_inputs = other.m_inputs;
-    m_outputs = other.m_outputs;
+    other.m_lists->addRef();
+    std::exchange(m_lists, other.m_lists)->release();
     m_parentCompound = other.m_parentCompound;
     m_ownedCompound = other.m_ownedCompound;
     m_container = other.m_container;
@@ -91,8 +91,8 @@ Node& Node::operator=(const Node& other)
 
 void Node::onThisNodeDeleted()
 {
-    m_inputs->onParentNodeDeleted();
-    m_outputs->onParentNodeDeleted();
+    inputs().onParentNodeDeleted();
+    outputs().onParentNodeDeleted();
 }
 
 bool Node::onPortAddConnection(const AddRefWrapper<Port>& /*port*/,
@@ -152,12 +152,12 @@ Namable Node::onGetParentFullPathName()
 
 PortList& Node::inputs()
 {
-    return *m_inputs;
+    return m_lists->inputs();
 }
 
 PortList& Node::outputs()
 {
-    return *m_outputs;
+    return m_lists->outputs();
 }
 
 AddRefWrapper<Compound> Node::getParentCompound()

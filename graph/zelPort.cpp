@@ -59,8 +59,10 @@ Port* findSendingEnd(Port* called, Port* other)
 Port::Port(const char* name, PortIOType ioType)
     : Namable(name),
       m_ioType(ioType),
-      m_connections(PortList::createNew())
+      m_parentKind(0),
+      m_hidden(0)
 {
+    m_connections.addRef();
 }
 
 Port::~Port() = default;
@@ -88,7 +90,7 @@ void Port::setParent(PortNotification* parent)
 void Port::setParent(PortNotification* parent, ParentKind kind)
 {
     m_parent = parent;
-    m_parentKind = kind;
+    m_parentKind = static_cast<std::uint32_t>(kind);
 }
 
 PortNotification* Port::getParent()
@@ -109,12 +111,12 @@ Namable Port::getFullPathName()
 
 PortList& Port::connectedTo()
 {
-    return *m_connections;
+    return m_connections;
 }
 
 bool Port::isConnected()
 {
-    return m_connections->size() > 0;
+    return m_connections.size() > 0;
 }
 
 bool Port::addConnection(const AddRefWrapper<Port>& other)
@@ -135,45 +137,66 @@ bool Port::addConnection(const AddRefWrapper<Port>& other)
     // Or the compound of the sending one: neither could take the connection off.
     if (isPlainInput(*sender) && isPlainInput(*receiver))
         return false;
-    sender->connectedTo().add(receiver);
-    receiver->connectedTo().add(sender);
+    sender->m_connections.addConnected(receiver);
+    receiver->m_connections.addConnected(sender);
     return true;
 }
 
 bool Port::removeConnection(const AddRefWrapper<Port>& other)
 {
-    if (!other)
+    return other && disconnect(AddRefWrapper<Port>(this), AddRefWrapper<Port>(other.get()));
+}
+
+/// The first port is the called one. Both are held by the caller's own wrappers.
+bool Port::disconnect(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>& other)
+{
+    // Contract: only the called port decides who is asked; an output keeps the role before an inner
+    // port.
+    if (isPlainInput(*port))
+        return !isPlainInput(*other) && disconnect(other, port);
+    if (port->m_parent && !port->m_parent->onPortRemoveConnection(port, other))
         return false;
-    const AddRefWrapper<Port> self(this);
-    const AddRefWrapper<Port> partner(other.get());
-    // Contract: only this port decides who is asked; an output keeps the role before an inner port.
-    if (isPlainInput(*this))
-        return !isPlainInput(*partner) && partner->removeConnection(self);
-    if (m_parent && !m_parent->onPortRemoveConnection(self, partner))
-        return false;
-    return connectedTo().remove(partner) && partner->connectedTo().remove(self);
+    PortList& connections = port->m_connections;
+    PortList& farConnections = other->m_connections;
+    if (!standOnce(*port, *other))
+        return connections.remove(other) && farConnections.remove(port);
+    return connections.removeOnly(other) && farConnections.removeOnly(port);
+}
+
+/// True when the two are known to stand in each other's connections once at most.
+bool Port::standOnce(Port& port, Port& other)
+{
+    // What only connecting and disconnecting have changed has the pair equally often at both ends,
+    // unless one end has forgotten the other.
+    const PortList& a = port.m_connections;
+    const PortList& b = other.m_connections;
+    return &port != &other && a.isPlainRecord() && b.isPlainRecord() &&
+           (a.isKnownOnce(other) || b.isKnownOnce(port));
 }
 
 void Port::removeAllConnections()
 {
     const AddRefWrapper<Port> self(this);
-    for (int i = m_connections->size() - 1; i >= 0; --i) {
+    for (int i = m_connections.size() - 1; i >= 0; --i) {
         // A place is gone when its port stood twice and went with its twin, or a listener took it.
-        if (i < m_connections->size())
-            removeConnection((*m_connections)[i]);
+        if (i < m_connections.size())
+            disconnect(self, m_connections[i]);
     }
 }
 
 void Port::removeFromConnectedList(Port* port)
 {
-    m_connections->onPortDeleted(port);
+    m_connections.onPortDeleted(port);
 }
 
 void Port::onParentNodeDeleted()
 {
-    for (int i = 0; i < m_connections->size();) {
-        const AddRefWrapper<Port> other = (*m_connections)[i];
-        other->removeFromConnectedList(this);
+    for (int i = 0; i < m_connections.size();) {
+        const AddRefWrapper<Port> other = m_connections[i];
+        if (standOnce(*this, *other))
+            other->m_connections.eraseOnly(*this);
+        else
+            other->removeFromConnectedList(this);
         // A port that is connected to itself has just left its own list: the next one moved up.
         if (other != this)
             ++i;
@@ -182,7 +205,7 @@ void Port::onParentNodeDeleted()
 
 PortIOType Port::getPortIOType()
 {
-    return m_ioType;
+    return static_cast<PortIOType>(m_ioType);
 }
 
 AddRefWrapper<PortDataType> Port::getDataType()
@@ -222,12 +245,12 @@ void Port::setPortDefaultValue(const char* value)
 
 void Port::hidePort(bool hide)
 {
-    m_hidden = hide;
+    m_hidden = hide ? 1 : 0;
 }
 
 bool Port::isPortHidden()
 {
-    return m_hidden;
+    return m_hidden != 0;
 }
 
 } // namespace ZEL

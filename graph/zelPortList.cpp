@@ -42,6 +42,12 @@ std::vector<Port*> referencesOf(const Sequence& ports, const ReferenceBalance& b
     return references;
 }
 
+void reportMissing(Port& port)
+{
+    std::printf("ZEL::did not find a connection to remove to %s\n",
+                port.getFullPathName().getName());
+}
+
 } // namespace
 
 AddRefWrapper<PortList> PortList::createNew()
@@ -49,14 +55,22 @@ AddRefWrapper<PortList> PortList::createNew()
     return new PortList;
 }
 
-PortList::PortList() = default;
+PortList::PortList()
+    : m_ioType(PortInput),
+      m_parentKind(0),
+      m_orphaned(0),
+      m_isHandmade(0),
+      m_parent(nullptr)
+{
+}
 
 PortList::PortList(const PortList& other)
     : ReferenceCounted(other),
       m_ioType(other.m_ioType),
-      m_parent(other.m_parent),
       m_parentKind(other.m_parentKind),
-      m_orphaned(other.m_orphaned)
+      m_orphaned(other.m_orphaned),
+      m_isHandmade(1),
+      m_parent(other.m_parent)
 {
     entries().assign(other.entries());
 }
@@ -71,14 +85,17 @@ PortList& PortList::operator=(const PortList& other)
     }
     entries().assign(other.entries());
     m_ioType = other.m_ioType;
-    m_parent = other.m_parent;
     m_parentKind = other.m_parentKind;
     m_orphaned = other.m_orphaned;
+    m_isHandmade = 1;
+    m_parent = other.m_parent;
     return *this;
 }
 
 PortList::~PortList()
 {
+    if (m_entries == 0)
+        return;
     if (holdsReferences())
         releaseEntries(nullptr);
     else
@@ -113,13 +130,14 @@ void PortList::releaseEntries(PortNotification* dyingParent)
 void PortList::setParent(PortNotification* parent)
 {
     setParent(parent, ParentKind::Unknown);
+    m_isHandmade = 1;
 }
 
 void PortList::setParent(PortNotification* parent, ParentKind kind)
 {
     m_parent = parent;
-    m_parentKind = kind;
-    m_orphaned = false;
+    m_parentKind = static_cast<std::uint32_t>(kind);
+    m_orphaned = 0;
     if (!parent)
         entries().dropIndex(); // Without a parent the entries may die in the list.
 }
@@ -131,7 +149,7 @@ PortNotification* PortList::getParent()
 
 void PortList::setPortIOType(PortIOType type)
 {
-    m_ioType = type;
+    m_ioType = static_cast<std::int32_t>(type);
 }
 
 int PortList::size()
@@ -164,13 +182,14 @@ bool PortList::add(const AddRefWrapper<Port>& port)
     if (!port)
         return false;
     if (!m_parent) {
+        m_isHandmade = 1;
         append(port.get());
         return true;
     }
     const KeepAlive self(this);
     const AddRefWrapper<Port> held(port.get());
     // Contract: set before the question, and not taken back when the answer is false.
-    held->setParent(m_parent, m_parentKind);
+    held->setParent(m_parent, static_cast<ParentKind>(m_parentKind));
     PortNotification* const parent = m_parent;
     const bool agreed = parent->onPortListPortAdded(*this, held);
     // The parent died while it was asked, and the port was in no list that could tell it.
@@ -190,10 +209,19 @@ void PortList::append(Port* port)
 
 AddRefWrapper<Port> PortList::addPort(const char* name, const AddRefWrapper<PortDataType>& type)
 {
-    AddRefWrapper<Port> port = Port::createNew(name, m_ioType);
-    port->setDataType(type);
+    AddRefWrapper<Port> port = Port::createNew(name, static_cast<PortIOType>(m_ioType));
+    port->m_dataType = type; // It has no parent to be asked.
     add(port);
     return port;
+}
+
+/// As add for a connection that was agreed to.
+void PortList::addConnected(const AddRefWrapper<Port>& port)
+{
+    if (m_parent)
+        add(port);
+    else
+        append(port.get());
 }
 
 bool PortList::remove(const AddRefWrapper<Port>& port)
@@ -218,9 +246,28 @@ bool PortList::remove(const AddRefWrapper<Port>& port)
         found = found || erased > 0;
     }
     if (!found)
-        std::printf("ZEL::did not find a connection to remove to %s\n",
-                    held->getFullPathName().getName());
+        reportMissing(*held);
     return found;
+}
+
+/// As remove for a port that stands here once at most.
+bool PortList::removeOnly(const AddRefWrapper<Port>& port)
+{
+    const bool found = eraseOnly(*port);
+    if (!found)
+        reportMissing(*port);
+    return found;
+}
+
+bool PortList::eraseOnly(Port& port)
+{
+    return entries().eraseOnly(toEntry(&port));
+}
+
+/// True when the list is short and the port stands in it once.
+bool PortList::isKnownOnce(Port& port) const
+{
+    return entries().isKnownOnce(toEntry(&port));
 }
 
 bool PortList::movePort(int from, int to)
@@ -254,6 +301,7 @@ void PortList::repeatForward(int from, int to)
 {
     // Contract: the entry behind the moved port is erased, not the moved port's old place. One
     // place further on that entry is the inserted copy itself, and the list ends as it began.
+    m_isHandmade = 1;
     Sequence ports = entries();
     void* const moved = ports.at(from);
     ports.insertAt(to, moved);
@@ -325,7 +373,7 @@ void PortList::onParentDied(PortNotification* parent)
         if (getRefCount() == 1) // The ports die with their parent: as long as they can name it.
             releaseEntries(parent);
         setParent(nullptr, ParentKind::Unknown);
-        m_orphaned = true;
+        m_orphaned = 1;
     }
     const Sequence ports = entries();
     for (int i = 0; i < ports.size(); ++i) {

@@ -59,18 +59,18 @@ AddRefWrapper<Compound> Port::getParentCompound()
 
 Node* Port::findParentNode() const
 {
-    if (m_parentKind == ParentKind::Node)
+    if (parentKind() == ParentKind::Node)
         return static_cast<Node*>(m_parent);
-    if (m_parentKind == ParentKind::Compound)
+    if (parentKind() == ParentKind::Compound)
         return findOther<Node>(m_parent);
     return dynamic_cast<Node*>(m_parent);
 }
 
 Compound* Port::findParentCompound() const
 {
-    if (m_parentKind == ParentKind::Compound)
+    if (parentKind() == ParentKind::Compound)
         return static_cast<Compound*>(m_parent);
-    if (m_parentKind == ParentKind::Node)
+    if (parentKind() == ParentKind::Node)
         return findOther<Compound>(m_parent);
     return dynamic_cast<Compound*>(m_parent);
 }

@@ -183,9 +183,15 @@ private:
     friend class ListIterator<const PortList>;
     friend class PathWalker;
     friend class Node;
+    friend class Port;
 
     Sequence entries() const;
     Port* entryAt(int index) const;
+    bool isPlainRecord() const { return !m_parent && !m_orphaned && !m_isHandmade; }
+    bool isKnownOnce(Port& port) const;
+    bool eraseOnly(Port& port);
+    bool removeOnly(const AddRefWrapper<Port>& port);
+    void addConnected(const AddRefWrapper<Port>& port);
     AddRefWrapper<Port> findNamed(std::string_view name) const;
     void append(Port* port);
     bool holdsReferences() const;
@@ -196,13 +202,15 @@ private:
     void setParent(PortNotification* parent, ParentKind kind);
     void onParentDied(PortNotification* parent);
 
-    PortIOType m_ioType = PortInput;
-    PortNotification* m_parent = nullptr; ///< Not owned. Null: nobody is asked.
+    // These share one word, which fills the one that the count leaves half empty.
+    std::int32_t m_ioType : 24;     ///< A PortIOType.
+    std::uint32_t m_parentKind : 2; ///< A ParentKind.
+    std::uint32_t m_orphaned : 1;   ///< The parent died: the list holds references without it.
+    std::uint32_t m_isHandmade : 1; ///< The entries may be other than connecting has made them.
+    PortNotification* m_parent;     ///< Not owned. Null: nobody is asked.
     /// The word of a Sequence. There is one reference for each entry while there is a parent, but
     /// for what forward moves and assignments have left uneven, which the extras remember.
     mutable std::uintptr_t m_entries = 0;
-    ParentKind m_parentKind = ParentKind::Unknown;
-    bool m_orphaned = false; ///< The parent died: the list holds references without it.
 };
 
 /// One named, typed end point. The list it stands in holds it; connections hold nothing, so they
@@ -244,7 +252,8 @@ public:
     Namable getFullPathName();
 
     // Connections. In each pair one end sends: a compound-internal port, or else an output.
-    /// The ports at the other ends, in the order of connecting. Lives as long as the port.
+    /// The ports at the other ends, in the order of connecting. The list is a member of the port
+    /// and lives as long as it: a wrapper of the list does not keep it longer.
     PortList& connectedTo();
     bool isConnected();
     /// Connects the two ports; may be called on either. Asks onPortAddConnection of the sending
@@ -293,17 +302,21 @@ protected:
 private:
     friend class PortList;
 
+    static bool disconnect(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>& other);
+    static bool standOnce(Port& port, Port& other);
     void setParent(PortNotification* parent, ParentKind kind);
+    ParentKind parentKind() const { return static_cast<ParentKind>(m_parentKind); }
     Node* findParentNode() const;
     Compound* findParentCompound() const;
 
-    PortIOType m_ioType;
-    PortNotification* m_parent = nullptr;        ///< Not owned. Null: a port on its own.
-    AddRefWrapper<PortList> m_connections;       ///< Never empty, never replaced, has no parent.
-    AddRefWrapper<PortDataType> m_dataType;      ///< Empty: no type.
+    // These share one word, which fills the one that the count leaves half empty.
+    std::int32_t m_ioType : 24;     ///< A PortIOType.
+    std::uint32_t m_parentKind : 2; ///< A ParentKind.
+    std::uint32_t m_hidden : 1;
+    PortNotification* m_parent = nullptr;   ///< Not owned. Null: a port on its own.
+    PortList m_connections;                 ///< The port holds one reference; it has no parent.
+    AddRefWrapper<PortDataType> m_dataType; ///< Empty: no type.
     std::unique_ptr<std::string> m_defaultValue; ///< Null: the empty text.
-    ParentKind m_parentKind = ParentKind::Unknown;
-    bool m_hidden = false;
 };
 
 } // namespace ZEL
