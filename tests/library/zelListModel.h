@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -21,7 +22,7 @@ public:
     template <class Entries>
     auto& from(Entries& entries)
     {
-        return entries[static_cast<std::size_t>(below(static_cast<int>(entries.size())))];
+        return entries[static_cast<std::size_t>(below(static_cast<int>(std::size(entries))))];
     }
 
 private:

@@ -157,7 +157,7 @@ public:
     ~TestPort() override { lastWords += getName(); }
     inline static std::string lastWords;
 
-private:
+protected:
     using Port::Port;
 };
 
