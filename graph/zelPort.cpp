@@ -159,15 +159,14 @@ bool Port::disconnect(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>
     PortList& connections = port->m_connections;
     PortList& farConnections = other->m_connections;
     if (!standOnce(*port, *other))
-        return connections.remove(other) && farConnections.remove(port);
+        return connections.removeEvery(other) && farConnections.removeEvery(port);
     return connections.removeOnly(other) && farConnections.removeOnly(port);
 }
 
 /// True when the two are known to stand in each other's connections once at most.
 bool Port::standOnce(Port& port, Port& other)
 {
-    // What only connecting and disconnecting have changed has the pair equally often at both ends,
-    // unless one end has forgotten the other.
+    // What only connecting and disconnecting have changed has the pair equally often at both ends.
     const PortList& a = port.m_connections;
     const PortList& b = other.m_connections;
     return &port != &other && a.isPlainRecord() && b.isPlainRecord() &&
@@ -196,11 +195,14 @@ void Port::onParentNodeDeleted()
         if (standOnce(*this, *other))
             other->m_connections.eraseOnly(*this);
         else
-            other->removeFromConnectedList(this);
+            other->m_connections.forget(this);
         // A port that is connected to itself has just left its own list: the next one moved up.
         if (other != this)
             ++i;
     }
+    // What this end keeps the others do not know: connected again, the two are uneven.
+    if (isConnected())
+        m_connections.m_isHandmade = 1;
 }
 
 PortIOType Port::getPortIOType()

@@ -226,6 +226,14 @@ void PortList::addConnected(const AddRefWrapper<Port>& port)
 
 bool PortList::remove(const AddRefWrapper<Port>& port)
 {
+    const bool found = removeEvery(port);
+    if (found)
+        m_isHandmade = 1;
+    return found;
+}
+
+bool PortList::removeEvery(const AddRefWrapper<Port>& port)
+{
     if (!port)
         return false;
     const KeepAlive self(this);
@@ -315,10 +323,18 @@ void PortList::repeatForward(int from, int to)
 
 void PortList::onPortDeleted(Port* port)
 {
-    entries().eraseEvery(toEntry(port));
+    if (forget(port))
+        m_isHandmade = 1;
+}
+
+/// True when the port stood there.
+bool PortList::forget(Port* port)
+{
+    const int erased = entries().eraseEvery(toEntry(port));
     // The port may be dying: what the list remembered of it would meet another one at its address.
     if (SequenceExtras* const rare = entries().findExtras())
         rare->balance.forget(toEntry(port));
+    return erased > 0;
 }
 
 void PortList::onParentNodeDeleted()

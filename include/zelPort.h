@@ -190,6 +190,8 @@ private:
     bool isPlainRecord() const { return !m_parent && !m_orphaned && !m_isHandmade; }
     bool isKnownOnce(Port& port) const;
     bool eraseOnly(Port& port);
+    bool forget(Port* port);
+    bool removeEvery(const AddRefWrapper<Port>& port);
     bool removeOnly(const AddRefWrapper<Port>& port);
     void addConnected(const AddRefWrapper<Port>& port);
     AddRefWrapper<Port> findNamed(std::string_view name) const;
