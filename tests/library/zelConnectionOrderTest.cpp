@@ -208,5 +208,35 @@ TEST(ConnectionOrder, RemoveAllLeavesWhatIsRefusedInItsOrder)
     }
 }
 
+TEST(ConnectionOrder, APairThatOneEndForgotIsUnevenWhenItIsConnectedAgain)
+{
+    for (const Kind kind : {Kind::MakeForget, Kind::LeaveNodes, Kind::Forget, Kind::ForgetByHand,
+                            Kind::RemoveByHand, Kind::AddByHand}) {
+        for (const int others : {0, 1, 40, 100}) {
+            for (const bool isHubForgotten : {false, true}) {
+                for (const bool callsHub : {false, true}) {
+                    SCOPED_TRACE(testing::PrintToString(
+                        std::make_tuple(static_cast<int>(kind), others, isHubForgotten, callsHub)));
+                    ConnectionPair pair(hubsAndInputs(others + 1), 7);
+                    connectInputs(pair, kFirstHub, others + 1);
+                    const int input = kFirstInput;
+                    ConnectionEdit edit{kind, kFirstHub, input};
+                    if (isHubForgotten)
+                        std::swap(edit.port, edit.other);
+                    pair.make(edit);
+                    pair.make({Kind::Connect, kFirstHub, input});
+                    pair.make({Kind::Disconnect, callsHub ? kFirstHub : input,
+                               callsHub ? input : kFirstHub});
+                    pair.compareAll(Look::Whole);
+                    pair.make({Kind::DisconnectAll, callsHub ? kFirstHub : input, input});
+                    pair.compareAll(Look::Whole);
+                    if (HasFatalFailure())
+                        return;
+                }
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace ZEL
