@@ -36,7 +36,7 @@ private:
 
     void edit()
     {
-        const int action = input().number(8);
+        const int action = input().numberOrLater(8, 8);
         const auto other =
             static_cast<std::size_t>(input().place(static_cast<int>(m_others.size())));
         const int place = m_model.size() == 0 ? -1 : input().place(m_model.size());
@@ -50,8 +50,12 @@ private:
             move(place, input().number(place + 1));
         else if (action == 6)
             find(place, 1 + input().number(120));
-        else
+        else if (action == 7)
             m_port.removeFromConnectedList(nullptr);
+        else if (action <= 9)
+            connectOften(*m_others[other], 1 + input().number(120));
+        else
+            disconnectStrided(place, 1 + input().number(9), 1 + input().number(120));
     }
     void connect(std::size_t first, int count)
     {
@@ -73,6 +77,32 @@ private:
             m_model.erase(&other, m_model.size());
         expect(m_port.connectedTo().findPort(&other) == m_model.placeOf(&other),
                "a removed connection is left");
+    }
+    /// The pair again and again: it has as many places at the other end.
+    void connectOften(ZEL::Port& other, int count)
+    {
+        const auto number = static_cast<std::size_t>(
+            std::find(m_others.begin(), m_others.end(), &other) - m_others.begin());
+        for (; count > 0; --count)
+            connect(number, 1);
+    }
+    /// From the place on and round again, from either end of each connection.
+    void disconnectStrided(int place, int stride, int count)
+    {
+        for (; count > 0 && m_model.size() > 0; --count) {
+            place = (place + stride) % m_model.size();
+            ZEL::Port& other = *m_model.entries[static_cast<std::size_t>(place)];
+            if (count % 2 == 0 && &other != &m_port) {
+                const int rest = other.connectedTo().size();
+                const bool isDone = other.removeConnection(&m_port);
+                const int places = rest - other.connectedTo().size();
+                expect(!isDone || places > 0, "a connection was removed at one end only");
+                m_model.erase(&other, places);
+                m_model.checkSize();
+            } else {
+                disconnect(other);
+            }
+        }
     }
     void disconnectMany(int place, int from, int count)
     {

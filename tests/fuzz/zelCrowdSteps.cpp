@@ -9,12 +9,15 @@ namespace zelFuzz {
 
 namespace {
 
-/// Where in a list many are taken from: its front, its end, or every second from the middle on.
-int pickPlace(int from, int size)
+/// Where in a list many are taken from: its front, its end, its middle, both ends in turn, or every
+/// few in strides.
+int pickPlace(int from, int size, int step = 0)
 {
-    if (from == 0)
+    if (from == 0 || (from == 3 && step % 2 == 0))
         return 0;
-    return from == 1 ? size - 1 : size / 2;
+    if (from == 4)
+        return step * 5 % size;
+    return from == 2 ? size / 2 : size - 1;
 }
 
 void addManyNodes(Universe& universe)
@@ -120,14 +123,14 @@ void connectMany(Universe& universe)
 void disconnectMany(Universe& universe)
 {
     ZEL::Port* const picked = pickPort(universe);
-    const int from = universe.input.number(3);
+    const int from = universe.input.numberOrLater(3, 2);
     int count = pickManyCount(universe);
     if (!picked)
         return;
     const Held<ZEL::Port> port(universe, picked);
     for (; count > 0 && port->isConnected(); --count) {
         const Held<ZEL::Port> other(
-            universe, port->connectedTo()[pickPlace(from, port->connectedTo().size())]);
+            universe, port->connectedTo()[pickPlace(from, port->connectedTo().size(), count)]);
         port->removeConnection(other.wrapper());
     }
 }

@@ -27,11 +27,11 @@ FuzzEditor& pickEditor(Universe& universe)
         universe.input.place(static_cast<int>(editors.size())))];
 }
 
-/// Takes off many in a row: their first, their last, or those from a place on.
+/// Takes off many in a row: their first, their last, or those from a place on; or in strides.
 void unregisterMany(Universe& universe, ZEL::Node& node)
 {
     auto& editors = universe.manyEditors;
-    const int from = universe.input.number(3);
+    const int from = universe.input.numberOrLater(3, 4);
     const auto place =
         static_cast<std::size_t>(universe.input.place(static_cast<int>(editors.size())));
     const int count = 1 + universe.input.number(80);
@@ -41,6 +41,8 @@ void unregisterMany(Universe& universe, ZEL::Node& node)
             number = editors.size() - 1 - i;
         else if (from == 2)
             number = (place + i) % editors.size();
+        else if (from > 2)
+            number = (place + i * static_cast<std::size_t>(from)) % editors.size();
         universe.registrations.remove(node, *editors[number]);
     }
 }

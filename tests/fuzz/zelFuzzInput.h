@@ -16,7 +16,14 @@ public:
     int byte() { return isAtEnd() ? 0 : m_data[m_place++]; }
     /// From 0 to limit - 1; the limit is at least 1.
     int number(int limit) { return byte() % limit; }
-    /// The same, of as many as there may be.
+    /// The same, and up to that many more: the last bytes name what came later, so that inputs
+    /// from before do what they did.
+    int numberOrLater(int limit, int later)
+    {
+        const int value = byte();
+        return value > 255 - later ? limit + 255 - value : value % limit;
+    }
+    /// From 0 to limit - 1, of as many as there may be.
     int place(int limit) { return limit <= 256 ? number(limit) : (byte() * 256 + byte()) % limit; }
     /// One of a few, so that names meet; paths do not reach the last two.
     const char* name()
