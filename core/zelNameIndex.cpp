@@ -28,26 +28,28 @@ NameIndex::~NameIndex()
     }
 }
 
-/// Whether the entry of a slot has the name.
-auto NameIndex::isNamed(std::string_view name) const
+/// Whether an entry has the name.
+auto NameIndex::isNamed(std::string_view name)
 {
-    void* const* const slots = Sequence(m_home).slots();
-    return [slots, name](std::uint32_t slot) {
-        return static_cast<Namable*>(slots[slot])->m_name == name;
-    };
+    return [name](const void* entry) { return static_cast<const Namable*>(entry)->m_name == name; };
 }
 
-std::uint32_t NameIndex::find(std::string_view name)
+Namable* NameIndex::find(std::string_view name)
 {
     takeUpNewEntries();
     const std::uint32_t hash = hashOf(name);
-    std::uint32_t slot = m_table.first(hash, isNamed(name));
+    auto* object = static_cast<Namable*>(m_table.findObject(hash, isNamed(name)));
     // An object's class changes while it is constructed and destroyed.
-    while (slot != kNoSlot && !hasPlainName(*objectAt(slot))) {
-        leaveToAsking(*objectAt(slot));
-        slot = m_table.first(hash, isNamed(name));
+    while (object && !hasPlainName(*object)) {
+        leaveToAsking(*object);
+        object = static_cast<Namable*>(m_table.findObject(hash, isNamed(name)));
     }
-    return slot;
+    return object;
+}
+
+std::uint32_t NameIndex::firstSlot(std::string_view name) const
+{
+    return m_table.first(hashOf(name), isNamed(name));
 }
 
 void NameIndex::collectAsked(std::uint32_t before, std::vector<std::uint32_t>& slots) const
@@ -61,7 +63,7 @@ void NameIndex::onErased(Namable* object, std::uint32_t slot)
     if (object->m_index != this)
         return;
     const std::uint32_t hash = hashOf(object->m_name);
-    m_table.erase(hash, slot);
+    erase(hash, slot);
     // Others of the name are left: is the object one of them?
     if (m_table.first(hash, isNamed(object->m_name)) == kNoSlot || slotsOf(*object).empty())
         object->m_index = nullptr;
@@ -103,13 +105,13 @@ void NameIndex::rename(Namable& object, std::string& name)
     const SlotTable::First first = m_table.find(hash, isNamed(object.m_name));
     // Who has a name alone stands in one slot; of several of one name, the object has some.
     if (first.isOnly) {
-        m_table.erase(hash, first.slot);
+        erase(hash, first.slot);
         object.m_name.swap(name);
         enter(object, first.slot);
         return;
     }
     std::vector<std::uint32_t> slots = slotsOf(object);
-    const auto isAsked = [this, hash](std::uint32_t slot) { return !m_table.erase(hash, slot); };
+    const auto isAsked = [this, hash](std::uint32_t slot) { return !erase(hash, slot); };
     slots.erase(std::remove_if(slots.begin(), slots.end(), isAsked), slots.end());
     object.m_name.swap(name);
     for (const std::uint32_t slot : slots)
@@ -159,16 +161,22 @@ void NameIndex::takeUp(std::uint32_t slot)
     }
 }
 
-void NameIndex::enter(const Namable& object, std::uint32_t slot)
+void NameIndex::enter(Namable& object, std::uint32_t slot)
 {
-    m_table.insert(hashOf(object.m_name), slot, isNamed(object.m_name));
+    m_table.insert(hashOf(object.m_name), slot, &object, isNamed(object.m_name));
+}
+
+/// False when no name of that hash has the slot.
+bool NameIndex::erase(std::uint32_t hash, std::uint32_t slot)
+{
+    return m_table.erase(hash, slot, Sequence(m_home).slots());
 }
 
 void NameIndex::leaveToAsking(Namable& object)
 {
     const std::uint32_t hash = hashOf(object.m_name);
     for (const std::uint32_t slot : slotsOf(object)) {
-        if (m_table.erase(hash, slot))
+        if (erase(hash, slot))
             ask(slot);
     }
     object.m_index = nullptr;

@@ -28,9 +28,13 @@ public:
     /// The entries forget the index.
     ~NameIndex();
 
-    /// The first slot of an entry of that name, of those that are not asked; kNoSlot when there is
-    /// none. Runs no code of the host.
-    std::uint32_t find(std::string_view name);
+    /// The first entry of that name, of those that are not asked; null when there is none. Runs no
+    /// code of the host.
+    Namable* find(std::string_view name);
+    /// The slot of what find has given; kNoSlot when that is null.
+    std::uint32_t firstSlot(std::string_view name) const;
+    /// Whether any entry is to be asked.
+    bool asks() const { return !m_asked.empty(); }
     /// Appends the slots before that one whose entries are to be asked; kNoSlot: all of them.
     void collectAsked(std::uint32_t before, std::vector<std::uint32_t>& slots) const;
 
@@ -53,11 +57,12 @@ public:
     static void appendName(const Namable& object, std::string& text);
 
 private:
-    auto isNamed(std::string_view name) const;
+    static auto isNamed(std::string_view name);
     std::vector<std::uint32_t> slotsOf(const Namable& object) const;
     void takeUpNewEntries();
     void takeUp(std::uint32_t slot);
-    void enter(const Namable& object, std::uint32_t slot);
+    void enter(Namable& object, std::uint32_t slot);
+    bool erase(std::uint32_t hash, std::uint32_t slot);
     void leaveToAsking(Namable& object);
     void ask(std::uint32_t slot);
     Namable* objectAt(std::uint32_t slot) const;

@@ -22,6 +22,12 @@ std::uint32_t hashOf(const void* object)
     return static_cast<std::uint32_t>((reinterpret_cast<std::uintptr_t>(object) * kSpread) >> 32);
 }
 
+/// Whether an object is this one.
+auto isObject(const void* object)
+{
+    return [object](const void* other) { return other == object; };
+}
+
 /// Only where there is room.
 SequenceExtras& extrasOf(SequenceBlock& block)
 {
@@ -43,12 +49,6 @@ void freeBlock(SequenceBlock& block)
 SequenceExtras::SequenceExtras() = default;
 
 SequenceExtras::~SequenceExtras() = default;
-
-/// Whether a slot holds the object.
-auto Sequence::isAt(const void* object) const
-{
-    return [slots = slots(), object](std::uint32_t slot) { return slots[slot] == object; };
-}
 
 int Sequence::indexOf(const void* object) const
 {
@@ -117,7 +117,7 @@ int Sequence::eraseEvery(const void* object)
         return eraseFirst(object) ? 1 : 0;
     int erased = 0;
     while (const SequenceExtras* const rare = findPlaces()) {
-        const SlotTable::First first = rare->places.find(hashOf(object), isAt(object));
+        const SlotTable::First first = rare->places.find(hashOf(object), isObject(object));
         if (first.slot == kNoSlot)
             return erased;
         eraseSlot(first.slot);
@@ -284,7 +284,7 @@ SequenceExtras* Sequence::findPlaces() const
 void Sequence::place(SequenceExtras& rare, std::uint32_t slot) const
 {
     void* const object = slots()[slot];
-    rare.places.insert(hashOf(object), slot, isAt(object));
+    rare.places.insert(hashOf(object), slot, object, isObject(object));
 }
 
 /// The first slot of the object, kNoSlot when it has none.
@@ -301,7 +301,7 @@ std::uint32_t Sequence::findSlot(const void* object) const
     if (first < entries->used && slots[first] == object)
         return first;
     if (const SequenceExtras* const placed = findPlaces())
-        return placed->places.first(hashOf(object), isAt(object));
+        return placed->places.first(hashOf(object), isObject(object));
     void** const begin = slots + first;
     void** const end = slots + entries->used;
     void** const place = std::find(begin, end, object);
@@ -314,7 +314,7 @@ void Sequence::collectSlots(const void* object, std::vector<std::uint32_t>& slot
 {
     SequenceBlock* const entries = block();
     if (const SequenceExtras* const rare = findPlaces()) {
-        rare->places.collect(hashOf(object), isAt(object), slots);
+        rare->places.collect(hashOf(object), isObject(object), slots);
         return;
     }
     for (std::uint32_t slot = 0; slot < entries->used; ++slot) {
@@ -352,7 +352,7 @@ void Sequence::leaveHole(SequenceExtras& rare, std::uint32_t slot)
     void*& place = block()->slots()[slot];
     void* const object = place;
     if (slot < rare.placedSlots)
-        rare.places.erase(hashOf(object), slot);
+        rare.places.erase(hashOf(object), slot, slots());
     place = nullptr;
     ++rare.holes;
     rare.counts.onErased(slot);

@@ -158,7 +158,6 @@ private:
     SequenceBlock& grow();
     void appendToBlock(void* object);
     SequenceExtras* findPlaces() const;
-    auto isAt(const void* object) const;
     const SlotCounts& countedSlots(SequenceExtras& rare) const;
     std::uint32_t findSlot(const void* object) const;
     void place(SequenceExtras& rare, std::uint32_t slot) const;
@@ -169,10 +168,7 @@ private:
     void closeHoles() const;
     void dropTables(SequenceExtras& rare) const;
     std::uint32_t slotAt(SequenceExtras& rare, int index) const;
-    Namable* askBefore(std::string_view name,
-                       const std::vector<std::uint32_t>& asked,
-                       Namable* found,
-                       std::uint32_t slot) const;
+    Namable* askBefore(std::string_view name, const NameIndex& names, Namable* found) const;
 
     std::uintptr_t& m_data; ///< 0: empty; odd: the only entry, plus 1; else a SequenceBlock.
 };

@@ -38,20 +38,16 @@ Namable* Sequence::findNamed(std::string_view name)
             return scanNames(name);
         rare.names = std::make_unique<NameIndex>(m_data);
     }
-    const std::uint32_t slot = rare.names->find(name);
-    Namable* const found =
-        slot == SlotTable::kNoSlot ? nullptr : static_cast<Namable*>(block()->slots()[slot]);
-    std::vector<std::uint32_t> asked;
-    rare.names->collectAsked(slot, asked);
-    return asked.empty() ? found : askBefore(name, asked, found, slot);
+    Namable* const found = rare.names->find(name);
+    return rare.names->asks() ? askBefore(name, *rare.names, found) : found;
 }
 
-/// Asks the entries in those slots; when none has the name, the one that the index found stands.
-Namable* Sequence::askBefore(std::string_view name,
-                             const std::vector<std::uint32_t>& asked,
-                             Namable* found,
-                             std::uint32_t slot) const
+/// Asks the entries before the one that the index found; when none has the name, that one stands.
+Namable* Sequence::askBefore(std::string_view name, const NameIndex& names, Namable* found) const
 {
+    const std::uint32_t slot = names.firstSlot(name);
+    std::vector<std::uint32_t> asked;
+    names.collectAsked(slot, asked);
     // All is read again after each name: a host's own getName may do anything.
     const auto entryAt = [this](std::uint32_t place) {
         return place < usedSlots() ? static_cast<Namable*>(slots()[place]) : nullptr;

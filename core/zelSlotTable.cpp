@@ -2,12 +2,11 @@
 
 namespace ZEL {
 
-bool SlotTable::erase(std::uint32_t hash, std::uint32_t slot)
+bool SlotTable::erase(std::uint32_t hash, std::uint32_t slot, void* const* objects)
 {
-    if (m_entries.empty())
+    if (!m_entries)
         return false;
-    for (std::size_t place = hash & mask(); m_entries[place].slot != kNoSlot;
-         place = (place + 1) & mask()) {
+    for (std::size_t place = hash & m_mask; m_entries[place].object; place = (place + 1) & m_mask) {
         Entry& entry = m_entries[place];
         if (entry.hash != hash)
             continue;
@@ -15,7 +14,7 @@ bool SlotTable::erase(std::uint32_t hash, std::uint32_t slot)
             eraseEntry(place);
             return true;
         }
-        if (isGroup(entry.slot) && eraseFromGroup(entry, slot))
+        if (isGroup(entry) && eraseFromGroup(entry, slot, objects))
             return true;
     }
     return false;
@@ -26,24 +25,24 @@ void SlotTable::clear()
     *this = SlotTable();
 }
 
-void SlotTable::insertEntry(std::uint32_t hash, std::uint32_t slot)
+void SlotTable::insertEntry(const Entry& entry)
 {
-    if ((m_used + 1) * 4 > m_entries.size() * 3)
+    if ((m_used + 1) * 4 > size() * 3)
         grow();
-    std::size_t place = hash & mask();
-    while (m_entries[place].slot != kNoSlot)
-        place = (place + 1) & mask();
-    m_entries[place] = {hash, slot};
+    std::size_t place = entry.hash & m_mask;
+    while (m_entries[place].object)
+        place = (place + 1) & m_mask;
+    m_entries[place] = entry;
     ++m_used;
 }
 
 void SlotTable::eraseEntry(std::size_t hole)
 {
     // Entries behind the hole move up, unless they would then stand before their own place.
-    for (std::size_t place = (hole + 1) & mask(); m_entries[place].slot != kNoSlot;
-         place = (place + 1) & mask()) {
-        const std::size_t distance = (place - m_entries[place].hash) & mask();
-        if (distance >= ((place - hole) & mask())) {
+    for (std::size_t place = (hole + 1) & m_mask; m_entries[place].object;
+         place = (place + 1) & m_mask) {
+        const std::size_t distance = (place - m_entries[place].hash) & m_mask;
+        if (distance >= ((place - hole) & m_mask)) {
             m_entries[hole] = m_entries[place];
             hole = place;
         }
@@ -52,45 +51,53 @@ void SlotTable::eraseEntry(std::size_t hole)
     --m_used;
 }
 
-void SlotTable::addToGroup(Entry& entry, std::uint32_t slot)
+void SlotTable::addToGroup(Entry& entry, std::uint32_t slot, void* object)
 {
-    if (!isGroup(entry.slot)) {
-        std::uint32_t number = static_cast<std::uint32_t>(m_groups.size()) | kGroupBit;
-        if (m_freeGroups.empty()) {
-            m_groups.emplace_back();
-        } else {
-            number = m_freeGroups.back();
-            m_freeGroups.pop_back();
-        }
-        m_groups[number & ~kGroupBit] = {entry.slot};
-        entry.slot = number;
+    if (slot < lowest(entry))
+        entry.object = object;
+    if (isGroup(entry)) {
+        groupOf(entry).insert(slot);
+        return;
     }
-    Group& slots = m_groups[entry.slot & ~kGroupBit];
-    slots.insert(slots.end(), slot);
+    std::uint32_t number = static_cast<std::uint32_t>(m_groups.size()) | kGroupBit;
+    if (m_freeGroups.empty()) {
+        m_groups.emplace_back();
+    } else {
+        number = m_freeGroups.back();
+        m_freeGroups.pop_back();
+    }
+    m_groups[number & ~kGroupBit] = SlotGroup(entry.slot, slot);
+    entry.slot = number;
 }
 
-bool SlotTable::eraseFromGroup(Entry& entry, std::uint32_t slot)
+bool SlotTable::eraseFromGroup(Entry& entry, std::uint32_t slot, void* const* objects)
 {
-    Group& slots = m_groups[entry.slot & ~kGroupBit];
-    if (slots.erase(slot) == 0)
+    SlotGroup& group = groupOf(entry);
+    const std::uint32_t lowest = group.lowest();
+    if (!group.erase(slot))
         return false;
-    if (slots.size() > 1)
-        return true;
-    m_freeGroups.push_back(entry.slot);
-    entry.slot = *slots.begin();
-    slots.clear();
+    if (group.lowest() != lowest)
+        entry.object = objects[group.lowest()];
+    if (group.isSingle()) {
+        m_freeGroups.push_back(entry.slot);
+        entry.slot = group.lowest();
+        group = SlotGroup();
+    }
     return true;
 }
 
 void SlotTable::grow()
 {
     constexpr std::size_t kSmallest = 64;
-    std::vector<Entry> old(m_entries.empty() ? kSmallest : m_entries.size() * 2);
+    const std::size_t oldSize = size();
+    const std::size_t newSize = oldSize == 0 ? kSmallest : oldSize * 2;
+    auto old = std::make_unique<Entry[]>(newSize);
     old.swap(m_entries);
+    m_mask = newSize - 1;
     m_used = 0;
-    for (const Entry& entry : old) {
-        if (entry.slot != kNoSlot)
-            insertEntry(entry.hash, entry.slot);
+    for (std::size_t place = 0; place < oldSize; ++place) {
+        if (old[place].object)
+            insertEntry(old[place]);
     }
 }
 

@@ -1,33 +1,43 @@
 #pragma once
 
+#include "zelSlotGroup.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <set>
+#include <memory>
 #include <vector>
 
 namespace ZEL {
 
-/// A hash table from keys to slot numbers; a key may have any number of slots. It knows no keys:
-/// the caller gives the hash of one, and a function that tells whether the entry in a slot has it.
-/// All work on one slot takes the same time at any length, but for a logarithm among those that
-/// share a key. Erasing leaves no marks.
+/// A hash table from keys to slot numbers and to the object in the lowest slot of each; a key may
+/// have any number of slots. It knows no keys: the caller gives the hash of one, and a function
+/// that tells whether an object has it. All work on one slot takes the same time at any length, but
+/// for a logarithm among those that share a key. Erasing leaves no marks.
 class SlotTable {
 public:
     static constexpr std::uint32_t kNoSlot = UINT32_MAX;
 
-    /// The lowest slot of a key, kNoSlot when it has none, and whether it is the only one.
+    /// The object in the lowest slot of a key, null when it has none.
+    template <class HasKey>
+    void* findObject(std::uint32_t hash, HasKey hasKey) const
+    {
+        const Entry* const entry = findEntry(hash, hasKey);
+        return entry ? entry->object : nullptr;
+    }
+    /// The lowest slot of a key, kNoSlot when it has none, its object, and whether the slot is the
+    /// only one.
     struct First {
         std::uint32_t slot = kNoSlot;
         bool isOnly = false;
+        void* object = nullptr;
     };
     template <class HasKey>
     First find(std::uint32_t hash, HasKey hasKey) const
     {
-        const std::size_t place = findKey(hash, hasKey);
-        if (place == kNoPlace)
+        const Entry* const entry = findEntry(hash, hasKey);
+        if (!entry)
             return {};
-        const std::uint32_t slot = m_entries[place].slot;
-        return {lowest(slot), !isGroup(slot)};
+        return {lowest(*entry), !isGroup(*entry), entry->object};
     }
     template <class HasKey>
     std::uint32_t first(std::uint32_t hash, HasKey hasKey) const
@@ -38,83 +48,81 @@ public:
     template <class HasKey>
     void collect(std::uint32_t hash, HasKey hasKey, std::vector<std::uint32_t>& slots) const
     {
-        const std::size_t place = findKey(hash, hasKey);
-        if (place == kNoPlace)
+        const Entry* const entry = findEntry(hash, hasKey);
+        if (!entry)
             return;
-        const std::uint32_t slot = m_entries[place].slot;
-        if (isGroup(slot))
-            slots.insert(slots.end(), group(slot).begin(), group(slot).end());
+        if (isGroup(*entry))
+            groupOf(*entry).appendTo(slots);
         else
-            slots.push_back(slot);
+            slots.push_back(entry->slot);
     }
-    /// Adds a slot of the key; it must not be there yet.
+    /// Adds a slot of the key, with the object in it, which is not null; the slot must not be there
+    /// yet.
     template <class HasKey>
-    void insert(std::uint32_t hash, std::uint32_t slot, HasKey hasKey)
+    void insert(std::uint32_t hash, std::uint32_t slot, void* object, HasKey hasKey)
     {
-        const std::size_t place = findKey(hash, hasKey);
-        if (place == kNoPlace)
-            insertEntry(hash, slot);
+        if (Entry* const entry = findEntry(hash, hasKey))
+            addToGroup(*entry, slot, object);
         else
-            addToGroup(m_entries[place], slot);
+            insertEntry({object, hash, slot});
     }
-    /// False when no key of that hash has the slot.
-    bool erase(std::uint32_t hash, std::uint32_t slot);
-    /// Gives every slot its new number. The order must stay as it is.
+    /// False when no key of that hash has the slot. The objects in the other slots of the key are
+    /// read from objects, by slot.
+    bool erase(std::uint32_t hash, std::uint32_t slot, void* const* objects);
+    /// Gives every slot its new number; the objects go with them. The order must stay as it is.
     template <class NewSlot>
     void renumber(NewSlot newSlot)
     {
-        for (Entry& entry : m_entries) {
-            if (entry.slot != kNoSlot && !isGroup(entry.slot))
+        for (std::size_t place = 0; place < size(); ++place) {
+            Entry& entry = m_entries[place];
+            if (entry.object && !isGroup(entry))
                 entry.slot = newSlot(entry.slot);
         }
-        for (Group& slots : m_groups) {
-            Group renumbered;
-            for (const std::uint32_t slot : slots)
-                renumbered.insert(renumbered.end(), newSlot(slot));
-            slots.swap(renumbered);
-        }
+        for (SlotGroup& group : m_groups)
+            group.renumber(newSlot);
     }
     void clear();
 
 private:
-    using Group = std::set<std::uint32_t>;
     struct Entry {
+        void* object = nullptr; ///< In the lowest slot; not owned. Null: free.
         std::uint32_t hash = 0;
-        /// kNoSlot: free. With the highest bit: the number of a group. Else the key's only slot.
+        /// With the highest bit: the number of a group. Else the key's only slot.
         std::uint32_t slot = kNoSlot;
     };
-    static constexpr std::size_t kNoPlace = SIZE_MAX;
     static constexpr std::uint32_t kGroupBit = 1u << 31;
 
-    static bool isGroup(std::uint32_t slot) { return (slot & kGroupBit) != 0; }
-    const Group& group(std::uint32_t slot) const { return m_groups[slot & ~kGroupBit]; }
-    std::uint32_t lowest(std::uint32_t slot) const
+    static bool isGroup(const Entry& entry) { return (entry.slot & kGroupBit) != 0; }
+    const SlotGroup& groupOf(const Entry& entry) const { return m_groups[entry.slot & ~kGroupBit]; }
+    SlotGroup& groupOf(const Entry& entry) { return m_groups[entry.slot & ~kGroupBit]; }
+    std::uint32_t lowest(const Entry& entry) const
     {
-        return isGroup(slot) ? *group(slot).begin() : slot;
+        return isGroup(entry) ? groupOf(entry).lowest() : entry.slot;
     }
     template <class HasKey>
-    std::size_t findKey(std::uint32_t hash, HasKey hasKey) const
+    Entry* findEntry(std::uint32_t hash, HasKey hasKey) const
     {
-        if (m_entries.empty())
-            return kNoPlace;
-        for (std::size_t place = hash & mask();; place = (place + 1) & mask()) {
-            const Entry& entry = m_entries[place];
-            if (entry.slot == kNoSlot)
-                return kNoPlace;
-            if (entry.hash == hash && hasKey(lowest(entry.slot)))
-                return place;
+        if (!m_entries)
+            return nullptr;
+        for (std::size_t place = hash & m_mask;; place = (place + 1) & m_mask) {
+            Entry& entry = m_entries[place];
+            if (!entry.object)
+                return nullptr;
+            if (entry.hash == hash && hasKey(entry.object))
+                return &entry;
         }
     }
-    std::size_t mask() const { return m_entries.size() - 1; }
-    void insertEntry(std::uint32_t hash, std::uint32_t slot);
+    std::size_t size() const { return m_entries ? m_mask + 1 : 0; }
+    void insertEntry(const Entry& entry);
     void eraseEntry(std::size_t hole);
-    void addToGroup(Entry& entry, std::uint32_t slot);
-    bool eraseFromGroup(Entry& entry, std::uint32_t slot);
+    void addToGroup(Entry& entry, std::uint32_t slot, void* object);
+    bool eraseFromGroup(Entry& entry, std::uint32_t slot, void* const* objects);
     void grow();
 
-    std::vector<Entry> m_entries; ///< A power of two of them, at most three quarters used.
+    std::unique_ptr<Entry[]> m_entries; ///< A power of two, at most three quarters used, or null.
+    std::size_t m_mask = 0;             ///< Their number less one.
     std::size_t m_used = 0;
-    std::vector<Group> m_groups;             ///< Two slots or more in each, but for the free ones.
+    std::vector<SlotGroup> m_groups;         ///< Two slots or more in each, but for the free ones.
     std::vector<std::uint32_t> m_freeGroups; ///< With kGroupBit.
 };
 

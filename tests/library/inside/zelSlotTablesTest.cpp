@@ -5,39 +5,47 @@
 #include "core/zelSlotTable.h"
 
 #include <map>
+#include <memory>
 #include <set>
+#include <vector>
 
 namespace ZEL {
 namespace {
 
-/// Keys of slots, and the table of them. Many keys have one hash.
+/// Objects with keys in slots, and the table of them. Many keys have one hash.
 struct TableModel {
-    auto hasKey(int key) const
+    static auto hasKey(int key)
     {
-        return [this, key](std::uint32_t slot) { return keys.at(slot) == key; };
+        return [key](const void* object) { return *static_cast<const int*>(object) == key; };
     }
     static std::uint32_t hash(int key) { return static_cast<std::uint32_t>(key % 7) * 0x01000001; }
 
+    bool isFree(std::uint32_t slot) const { return slot >= objects.size() || !objects[slot]; }
     void insert(int key, std::uint32_t slot)
     {
-        keys[slot] = key;
-        table.insert(hash(key), slot, hasKey(key));
+        if (slot >= objects.size())
+            objects.resize(slot + 1);
+        keys.push_back(std::make_unique<int>(key));
+        objects[slot] = keys.back().get();
+        table.insert(hash(key), slot, objects[slot], hasKey(key));
         slots[key].insert(slot);
     }
     void erase(std::uint32_t slot)
     {
-        const int key = keys.at(slot);
-        ASSERT_TRUE(table.erase(hash(key), slot));
-        ASSERT_FALSE(table.erase(hash(key), slot));
+        const int key = *static_cast<int*>(objects[slot]);
+        objects[slot] = nullptr;
+        ASSERT_TRUE(table.erase(hash(key), slot, objects.data()));
+        ASSERT_FALSE(table.erase(hash(key), slot, objects.data()));
         slots[key].erase(slot);
-        keys.erase(slot);
     }
     void check(int key)
     {
         const std::set<std::uint32_t>& expected = slots[key];
-        ASSERT_EQ(expected.empty() ? SlotTable::kNoSlot : *expected.begin(),
-                  table.first(hash(key), hasKey(key)));
-        ASSERT_EQ(expected.size() == 1, table.find(hash(key), hasKey(key)).isOnly);
+        const SlotTable::First first = table.find(hash(key), hasKey(key));
+        ASSERT_EQ(expected.empty() ? SlotTable::kNoSlot : *expected.begin(), first.slot);
+        ASSERT_EQ(expected.empty() ? nullptr : objects[*expected.begin()], first.object);
+        ASSERT_EQ(first.object, table.findObject(hash(key), hasKey(key)));
+        ASSERT_EQ(expected.size() == 1, first.isOnly);
         std::vector<std::uint32_t> all;
         table.collect(hash(key), hasKey(key), all);
         ASSERT_EQ(std::vector<std::uint32_t>(expected.begin(), expected.end()), all);
@@ -47,10 +55,10 @@ struct TableModel {
     {
         const auto renumbered = [](std::uint32_t slot) { return slot * 2 + 3; };
         table.renumber(renumbered);
-        std::map<std::uint32_t, int> newKeys;
-        for (const auto& [slot, key] : keys)
-            newKeys[renumbered(slot)] = key;
-        keys.swap(newKeys);
+        std::vector<void*> moved(renumbered(static_cast<std::uint32_t>(objects.size())));
+        for (std::uint32_t slot = 0; slot < objects.size(); ++slot)
+            moved[renumbered(slot)] = objects[slot];
+        objects.swap(moved);
         for (auto& [key, old] : slots) {
             std::set<std::uint32_t> all;
             for (const std::uint32_t slot : old)
@@ -60,7 +68,8 @@ struct TableModel {
     }
 
     SlotTable table;
-    std::map<std::uint32_t, int> keys;
+    std::vector<std::unique_ptr<int>> keys; ///< What the objects are.
+    std::vector<void*> objects;             ///< In each slot; null: a hole.
     std::map<int, std::set<std::uint32_t>> slots;
 };
 
@@ -72,17 +81,17 @@ TEST(SlotTable, FindsTheSlotsOfEveryKeyInOrder)
         for (int step = 0; step < stepCount(4000) && !HasFatalFailure(); ++step) {
             const int key = random.below(round == 0 ? 400 : 12);
             const auto slot = static_cast<std::uint32_t>(random.below(900));
-            if (model.keys.count(slot) > 0)
-                model.erase(slot);
-            else
+            if (model.isFree(slot))
                 model.insert(key, slot);
+            else
+                model.erase(slot);
             if (step % 2000 == 1999)
                 model.renumber();
             model.check(key);
             model.check(random.below(400));
         }
         model.table.clear();
-        EXPECT_EQ(SlotTable::kNoSlot, model.table.first(0, [](std::uint32_t) { return true; }));
+        EXPECT_EQ(SlotTable::kNoSlot, model.table.first(0, [](const void*) { return true; }));
     }
 }
 
