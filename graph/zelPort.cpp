@@ -37,21 +37,19 @@ bool isPlainInput(Port& port)
     return port.getPortIOType() == PortInput && !port.isCompoundInternalPort();
 }
 
-/// The end that sends in a connection to be made; null when neither can.
+/// The end that sends in a connection to be made; null when neither can. Asks no more about parents
+/// than it must: they lie elsewhere in memory.
 Port* findSendingEnd(Port* called, Port* other)
 {
-    const bool calledIsInner = called->isCompoundInternalPort();
-    const bool otherIsInner = other->isCompoundInternalPort();
-    if (calledIsInner && otherIsInner) {
-        if (called->getPortIOType() == other->getPortIOType())
-            return nullptr;
-        return called->getPortIOType() == PortOutput ? called : other;
-    }
-    if (otherIsInner)
-        return other;
-    if (calledIsInner || called->getPortIOType() != PortInput)
+    if (isPlainInput(*called))
+        return isPlainInput(*other) ? nullptr : other;
+    if (!other->isCompoundInternalPort())
         return called;
-    return other->getPortIOType() == PortInput ? nullptr : other;
+    if (!called->isCompoundInternalPort())
+        return other;
+    if (called->getPortIOType() == other->getPortIOType())
+        return nullptr;
+    return called->getPortIOType() == PortOutput ? called : other;
 }
 
 } // namespace
