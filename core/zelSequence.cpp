@@ -36,6 +36,18 @@ SequenceExtras& extrasOf(SequenceBlock& block)
     return *block.extras();
 }
 
+SequenceBlock& newBlock(std::uint32_t capacity, bool withExtrasRoom)
+{
+    const std::size_t before = withExtrasRoom ? sizeof(SequenceExtras*) : 0;
+    void* const memory = ::operator new(before + sizeof(SequenceBlock) + capacity * sizeof(void*));
+    auto* const block = new (static_cast<unsigned char*>(memory) + before) SequenceBlock;
+    block->capacity = capacity;
+    block->hasExtrasRoom = withExtrasRoom ? 1 : 0;
+    if (withExtrasRoom)
+        block->extras() = nullptr;
+    return *block;
+}
+
 void freeBlock(SequenceBlock& block)
 {
     if (block.hasExtrasRoom)
@@ -77,18 +89,25 @@ bool Sequence::isKnownOnce(const void* object) const
     return entries->used <= kShort && std::count(slots, slots + entries->used, object) == 1;
 }
 
-void Sequence::appendToBlock(void* object)
+void Sequence::appendMore(void* object)
 {
     SequenceBlock* entries = block();
-    if (!entries || entries->used == entries->capacity) {
-        SequenceExtras* const rare = findExtras();
+    if (!entries) {
+        SequenceBlock& pair = newBlock(2, false);
+        pair.slots()[0] = single();
+        pair.slots()[1] = object;
+        pair.used = 2;
+        m_data = reinterpret_cast<std::uintptr_t>(&pair);
+        return;
+    }
+    SequenceExtras* const rare = entries->findExtras();
+    if (entries->used == entries->capacity) {
         if (rare && rare->holes > kShort && rare->holes * 4 > entries->used)
             closeHoles();
         else
-            entries = &grow();
+            entries = &grow(*entries);
     }
     entries->slots()[entries->used++] = object;
-    SequenceExtras* const rare = entries->findExtras();
     if (rare && !rare->counts.isEmpty())
         rare->counts.onAppended(entries->used - 1);
 }
@@ -234,33 +253,28 @@ SequenceExtras* Sequence::findExtras() const
 }
 
 /// Makes room for more entries. A long sequence will want extras.
-SequenceBlock& Sequence::grow()
+SequenceBlock& Sequence::grow(SequenceBlock& entries)
 {
-    SequenceBlock* const entries = block();
-    const std::uint32_t capacity = entries ? entries->capacity * 2 : 2;
-    return growTo(capacity, capacity > kShort || (entries && entries->hasExtrasRoom));
+    const std::uint32_t capacity = entries.capacity * 2;
+    return growTo(capacity, capacity > kShort || entries.hasExtrasRoom != 0);
 }
 
 SequenceBlock& Sequence::growTo(std::uint32_t capacity, bool withExtrasRoom)
 {
-    const std::size_t before = withExtrasRoom ? sizeof(SequenceExtras*) : 0;
-    void* const memory = ::operator new(before + sizeof(SequenceBlock) + capacity * sizeof(void*));
-    auto* const grown = new (static_cast<unsigned char*>(memory) + before) SequenceBlock;
-    grown->capacity = capacity;
-    grown->hasExtrasRoom = withExtrasRoom ? 1 : 0;
+    SequenceBlock& grown = newBlock(capacity, withExtrasRoom);
     SequenceBlock* const old = block();
-    if (withExtrasRoom)
-        grown->extras() = old ? old->findExtras() : nullptr;
     if (old) {
-        grown->used = old->used;
-        std::memcpy(grown->slots(), old->slots(), old->used * sizeof(void*));
+        if (withExtrasRoom)
+            grown.extras() = old->findExtras();
+        grown.used = old->used;
+        std::memcpy(grown.slots(), old->slots(), old->used * sizeof(void*));
         freeBlock(*old);
     } else if (m_data != 0) {
-        grown->used = 1;
-        grown->slots()[0] = single();
+        grown.used = 1;
+        grown.slots()[0] = single();
     }
-    m_data = reinterpret_cast<std::uintptr_t>(grown);
-    return *grown;
+    m_data = reinterpret_cast<std::uintptr_t>(&grown);
+    return grown;
 }
 
 // Slots.

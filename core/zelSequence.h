@@ -90,13 +90,15 @@ public:
 
     void append(void* object)
     {
-        SequenceBlock* const entries = block();
-        if (m_data == 0)
+        if (m_data == 0) {
             m_data = reinterpret_cast<std::uintptr_t>(object) + 1;
-        else if (entries && entries->used < entries->capacity && !entries->findExtras())
+            return;
+        }
+        SequenceBlock* const entries = block();
+        if (entries && entries->used < entries->capacity && !entries->hasExtrasRoom)
             entries->slots()[entries->used++] = object;
         else
-            appendToBlock(object);
+            appendMore(object);
     }
     /// Erases the first place of the object. False when it has none.
     bool eraseFirst(const void* object);
@@ -155,8 +157,8 @@ private:
     }
     // NOLINTEND(performance-no-int-to-ptr)
     SequenceBlock& growTo(std::uint32_t capacity, bool withExtrasRoom);
-    SequenceBlock& grow();
-    void appendToBlock(void* object);
+    SequenceBlock& grow(SequenceBlock& entries);
+    void appendMore(void* object);
     SequenceExtras* findPlaces() const;
     const SlotCounts& countedSlots(SequenceExtras& rare) const;
     std::uint32_t findSlot(const void* object) const;

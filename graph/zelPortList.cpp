@@ -1,23 +1,12 @@
 #include "core/zelKeepAlive.h"
 #include "core/zelSequence.h"
 #include "zelPort.h"
+#include "zelPortEntry.h"
 #include "zelReleaseEach.h"
-
-#include <cstdio>
 
 namespace ZEL {
 
 namespace {
-
-void* toEntry(Port* port)
-{
-    return static_cast<Namable*>(port);
-}
-
-Port* toPort(void* entry)
-{
-    return static_cast<Port*>(static_cast<Namable*>(entry));
-}
 
 /// One pointer for each reference that a list holds: those of the places in their order, then those
 /// without a place.
@@ -42,12 +31,6 @@ std::vector<Port*> referencesOf(const Sequence& ports, const ReferenceBalance& b
     return references;
 }
 
-void reportMissing(Port& port)
-{
-    std::printf("ZEL::did not find a connection to remove to %s\n",
-                port.getFullPathName().getName());
-}
-
 } // namespace
 
 AddRefWrapper<PortList> PortList::createNew()
@@ -55,14 +38,7 @@ AddRefWrapper<PortList> PortList::createNew()
     return new PortList;
 }
 
-PortList::PortList()
-    : m_ioType(PortInput),
-      m_parentKind(0),
-      m_orphaned(0),
-      m_isHandmade(0),
-      m_parent(nullptr)
-{
-}
+PortList::PortList() : m_ioType(PortInput), m_parentKind(0), m_orphaned(0), m_isHandmade(0) {}
 
 PortList::PortList(const PortList& other)
     : ReferenceCounted(other),
@@ -215,15 +191,6 @@ AddRefWrapper<Port> PortList::addPort(const char* name, const AddRefWrapper<Port
     return port;
 }
 
-/// As add for a connection that was agreed to.
-void PortList::addConnected(const AddRefWrapper<Port>& port)
-{
-    if (m_parent)
-        add(port);
-    else
-        append(port.get());
-}
-
 bool PortList::remove(const AddRefWrapper<Port>& port)
 {
     const bool found = removeEvery(port);
@@ -256,26 +223,6 @@ bool PortList::removeEvery(const AddRefWrapper<Port>& port)
     if (!found)
         reportMissing(*held);
     return found;
-}
-
-/// As remove for a port that stands here once at most.
-bool PortList::removeOnly(const AddRefWrapper<Port>& port)
-{
-    const bool found = eraseOnly(*port);
-    if (!found)
-        reportMissing(*port);
-    return found;
-}
-
-bool PortList::eraseOnly(Port& port)
-{
-    return entries().eraseOnly(toEntry(&port));
-}
-
-/// True when the list is short and the port stands in it once.
-bool PortList::isKnownOnce(Port& port) const
-{
-    return entries().isKnownOnce(toEntry(&port));
 }
 
 bool PortList::movePort(int from, int to)

@@ -193,7 +193,8 @@ private:
     bool forget(Port* port);
     bool removeEvery(const AddRefWrapper<Port>& port);
     bool removeOnly(const AddRefWrapper<Port>& port);
-    void addConnected(const AddRefWrapper<Port>& port);
+    void addConnected(Port& port);
+    static void reportMissing(Port& port);
     AddRefWrapper<Port> findNamed(std::string_view name) const;
     void append(Port* port);
     bool holdsReferences() const;
@@ -209,10 +210,10 @@ private:
     std::uint32_t m_parentKind : 2; ///< A ParentKind.
     std::uint32_t m_orphaned : 1;   ///< The parent died: the list holds references without it.
     std::uint32_t m_isHandmade : 1; ///< The entries may be other than connecting has made them.
-    PortNotification* m_parent;     ///< Not owned. Null: nobody is asked.
     /// The word of a Sequence. There is one reference for each entry while there is a parent, but
     /// for what forward moves and assignments have left uneven, which the extras remember.
     mutable std::uintptr_t m_entries = 0;
+    PortNotification* m_parent = nullptr; ///< Not owned. Null: nobody is asked.
 };
 
 /// One named, typed end point. The list it stands in holds it; connections hold nothing, so they
