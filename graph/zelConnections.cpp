@@ -53,7 +53,7 @@ bool Port::addConnection(const AddRefWrapper<Port>& other)
     // Held over the question: the listener may drop every other reference.
     const AddRefWrapper<Port> sender(sendingEnd);
     const AddRefWrapper<Port> receiver(sendingEnd == this ? other.get() : this);
-    if (sender->m_parent && !sender->m_parent->onPortAddConnection(sender, receiver))
+    if (sender->isParentAsked() && !sender->m_parent->onPortAddConnection(sender, receiver))
         return false;
     // The listener dropped one of them for good: it would die connected.
     if (sender->getRefCount() == 1 || receiver->getRefCount() == 1)
@@ -78,7 +78,7 @@ bool Port::disconnect(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>
     // port.
     if (isPlainInput(*port))
         return !isPlainInput(*other) && disconnect(other, port);
-    if (port->m_parent && !port->m_parent->onPortRemoveConnection(port, other))
+    if (port->isParentAsked() && !port->m_parent->onPortRemoveConnection(port, other))
         return false;
     PortList& connections = port->m_connections;
     PortList& farConnections = other->m_connections;

@@ -33,7 +33,9 @@ Port::Port(const char* name, PortIOType ioType)
     : Namable(name),
       m_ioType(ioType),
       m_parentKind(0),
-      m_hidden(0)
+      m_hidden(0),
+      m_parentIsPlainNode(0),
+      m_parentAgrees(0)
 {
     m_connections.addRef();
 }
@@ -64,6 +66,8 @@ void Port::setParent(PortNotification* parent, ParentKind kind)
 {
     m_parent = parent;
     m_parentKind = static_cast<std::uint32_t>(kind);
+    m_parentIsPlainNode = 0;
+    m_parentAgrees = 0;
 }
 
 PortNotification* Port::getParent()

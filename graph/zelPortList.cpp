@@ -166,6 +166,7 @@ bool PortList::add(const AddRefWrapper<Port>& port)
     const AddRefWrapper<Port> held(port.get());
     // Contract: set before the question, and not taken back when the answer is false.
     held->setParent(m_parent, static_cast<ParentKind>(m_parentKind));
+    held->noteParentClass();
     PortNotification* const parent = m_parent;
     const bool agreed = parent->onPortListPortAdded(*this, held);
     // The parent died while it was asked, and the port was in no list that could tell it.

@@ -3,45 +3,95 @@
 #include "zelCompound.h"
 #include "zelNode.h"
 
+#include <cstring>
 #include <typeinfo>
 
 namespace ZEL {
 
 namespace {
 
-/// A class, by the address of its type information and of its name: another class may lie at the
-/// first when a module was unloaded.
-struct KnownClass {
+/// What is known of a class of parents. The class is known by the address of its type information
+/// and of its name: another class may lie at the first when a module was unloaded.
+struct ParentClass {
     const std::type_info* type = nullptr;
     const char* name = nullptr;
+    bool isOther = false; ///< Of nodes: a compound, too. Of compounds: a node, too.
+    bool agrees = false;  ///< Of nodes: has Node's own answers when ports connect and disconnect.
 
     bool is(const std::type_info& other) const { return type == &other && name == other.name(); }
 };
 
-/// Asks the class of the parent whether it is an Other, too. Classes that are both nodes and
-/// compounds are allowed, but hardly ever seen: the classes met last that are not both are
-/// remembered.
+#if defined(ZEL_NAMES_BY_TYPE)
+
+/// Whether a class overrides an operation cannot be read there.
+bool agreesLikeNode(const PortNotification& /*parent*/)
+{
+    return false;
+}
+
+#else
+
+/// What the virtual tables of listeners hold for the two questions of connections, behind the two
+/// slots of the destructor.
+struct ConnectionSlots {
+    explicit ConnectionSlots(const PortNotification& parent)
+    {
+        void* const* table = nullptr;
+        std::memcpy(&table, static_cast<const void*>(&parent), sizeof(table));
+        onAdd = table[2];
+        onRemove = table[3];
+    }
+    void* onAdd;
+    void* onRemove;
+};
+
+bool agreesLikeNode(const PortNotification& parent)
+{
+    static const ConnectionSlots ownSlots{Node(nullptr)};
+    const ConnectionSlots slots(parent);
+    return slots.onAdd == ownSlots.onAdd && slots.onRemove == ownSlots.onRemove;
+}
+
+#endif
+
+/// The class of a parent of the kind that is not Other. Classes that are both nodes and compounds
+/// are allowed, but hardly ever seen: the classes met last are remembered.
 template <class Other>
-Other* findOther(PortNotification* parent)
+const ParentClass& classOf(PortNotification& parent)
 {
     constexpr std::size_t kSize = 16;      // A power of two.
     constexpr std::size_t kAlignment = 16; // Of most type information.
-    static KnownClass notOther[kSize];
-    const std::type_info& type = typeid(*parent);
-    KnownClass& known = notOther[reinterpret_cast<std::uintptr_t>(&type) / kAlignment % kSize];
-    if (known.is(type))
-        return nullptr;
-    Other* const other = dynamic_cast<Other*>(parent);
-    if (!other)
-        known = {&type, type.name()};
-    return other;
+    static ParentClass classes[kSize];
+    const std::type_info& type = typeid(parent);
+    ParentClass& known = classes[reinterpret_cast<std::uintptr_t>(&type) / kAlignment % kSize];
+    if (!known.is(type))
+        known = {&type, type.name(), dynamic_cast<Other*>(&parent) != nullptr,
+                 agreesLikeNode(parent)};
+    return known;
+}
+
+template <class Other>
+Other* findOther(PortNotification* parent)
+{
+    return classOf<Other>(*parent).isOther ? dynamic_cast<Other*>(parent) : nullptr;
 }
 
 } // namespace
 
+/// Notes what the class of the parent says, so that connecting need not go there. The class of an
+/// object is settled once it is counted: it changes while the object is constructed.
+void Port::noteParentClass()
+{
+    if (parentKind() != ParentKind::Node || static_cast<Node*>(m_parent)->getRefCount() == 0)
+        return;
+    const ParentClass& type = classOf<Compound>(*m_parent);
+    m_parentIsPlainNode = type.isOther ? 0 : 1;
+    m_parentAgrees = type.agrees ? 1 : 0;
+}
+
 bool Port::isCompoundInternalPort()
 {
-    return findParentCompound() != nullptr;
+    return m_parentIsPlainNode == 0 && findParentCompound() != nullptr;
 }
 
 AddRefWrapper<Node> Port::getParentNode()
@@ -70,6 +120,8 @@ Compound* Port::findParentCompound() const
 {
     if (parentKind() == ParentKind::Compound)
         return static_cast<Compound*>(m_parent);
+    if (m_parentIsPlainNode != 0)
+        return nullptr;
     if (parentKind() == ParentKind::Node)
         return findOther<Compound>(m_parent);
     return dynamic_cast<Compound*>(m_parent);

@@ -309,6 +309,8 @@ private:
     static bool standOnce(Port& port, Port& other);
     void setParent(PortNotification* parent, ParentKind kind);
     ParentKind parentKind() const { return static_cast<ParentKind>(m_parentKind); }
+    void noteParentClass();
+    bool isParentAsked() const { return m_parent && m_parentAgrees == 0; }
     Node* findParentNode() const;
     Compound* findParentCompound() const;
 
@@ -316,6 +318,9 @@ private:
     std::int32_t m_ioType : 24;     ///< A PortIOType.
     std::uint32_t m_parentKind : 2; ///< A ParentKind.
     std::uint32_t m_hidden : 1;
+    // What its class says of the parent; 0 also when it was not asked.
+    std::uint32_t m_parentIsPlainNode : 1;  ///< A node and no compound.
+    std::uint32_t m_parentAgrees : 1;       ///< To every connection and disconnection.
     PortNotification* m_parent = nullptr;   ///< Not owned. Null: a port on its own.
     PortList m_connections;                 ///< The port holds one reference; it has no parent.
     AddRefWrapper<PortDataType> m_dataType; ///< Empty: no type.
