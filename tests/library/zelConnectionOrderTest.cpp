@@ -208,31 +208,37 @@ TEST(ConnectionOrder, RemoveAllLeavesWhatIsRefusedInItsOrder)
     }
 }
 
-TEST(ConnectionOrder, APairThatOneEndForgotIsUnevenWhenItIsConnectedAgain)
+/// A hub, its first input and so many others, changed at one end by hand and then connected again.
+void changeByHandAndConnect(Kind kind, int others, bool isTurned, bool callsHub)
 {
-    for (const Kind kind : {Kind::MakeForget, Kind::LeaveNodes, Kind::Forget, Kind::ForgetByHand,
-                            Kind::RemoveByHand, Kind::AddByHand}) {
-        for (const int others : {0, 1, 40, 100}) {
-            for (const bool isHubForgotten : {false, true}) {
-                for (const bool callsHub : {false, true}) {
-                    SCOPED_TRACE(testing::PrintToString(
-                        std::make_tuple(static_cast<int>(kind), others, isHubForgotten, callsHub)));
-                    ConnectionPair pair(hubsAndInputs(others + 1), 7);
-                    connectInputs(pair, kFirstHub, others + 1);
-                    const int input = kFirstInput;
-                    ConnectionEdit edit{kind, kFirstHub, input};
-                    if (isHubForgotten)
-                        std::swap(edit.port, edit.other);
-                    pair.make(edit);
-                    pair.make({Kind::Connect, kFirstHub, input});
-                    pair.make({Kind::Disconnect, callsHub ? kFirstHub : input,
-                               callsHub ? input : kFirstHub});
-                    pair.compareAll(Look::Whole);
-                    pair.make({Kind::DisconnectAll, callsHub ? kFirstHub : input, input});
-                    pair.compareAll(Look::Whole);
-                    if (HasFatalFailure())
-                        return;
-                }
+    ConnectionPair pair(hubsAndInputs(others + 1), 7);
+    connectInputs(pair, kFirstHub, others + 1);
+    const bool isAssignment = kind == Kind::AssignByHand;
+    const int hub = isAssignment && !isTurned ? kSecondHub : kFirstHub;
+    ConnectionEdit edit{kind, hub, isAssignment ? kFirstHub + kSecondHub - hub : kFirstInput, 0, 2};
+    if (isTurned && !isAssignment)
+        std::swap(edit.port, edit.other);
+    pair.make(edit);
+    for (int i = 0; i < std::min(others + 1, 3); ++i) {
+        const int input = kFirstInput + i;
+        pair.make({Kind::Connect, hub, input});
+        pair.make({Kind::Disconnect, callsHub ? hub : input, callsHub ? input : hub});
+        pair.compareAll(Look::Whole);
+    }
+    pair.make({Kind::DisconnectAll, callsHub ? hub : kFirstInput, hub});
+    pair.make({Kind::DisconnectAll, callsHub ? kFirstInput : hub, hub});
+    pair.compareAll(Look::Whole);
+}
+
+TEST(ConnectionOrder, APairThatIsUnevenByHandIsConnectedAgainAndTakenOff)
+{
+    for (int kind = Kind::LeaveNodes; kind < Kind::kKinds; ++kind) {
+        for (const int others : {0, 1, 2, 31, 40, 100}) {
+            for (const int ways : {0, 1, 2, 3}) {
+                SCOPED_TRACE(testing::PrintToString(std::make_tuple(kind, others, ways)));
+                changeByHandAndConnect(static_cast<Kind>(kind), others, ways % 2 != 0, ways > 1);
+                if (HasFatalFailure())
+                    return;
             }
         }
     }
