@@ -214,7 +214,7 @@ TEST(ConnectionDifference, AnswersAsVectorsDoAtBothEnds)
     for (const Manner& manner : kManners) {
         for (unsigned seed = 1; seed <= 4; ++seed) {
             SCOPED_TRACE(manner.name + std::string(", seed ") + std::to_string(seed));
-            RandomConnections(manner, seed).run(stepCount(3000));
+            RandomConnections(manner, seed).run(stepCount(2000));
             if (HasFatalFailure())
                 return;
         }
