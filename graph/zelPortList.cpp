@@ -194,10 +194,9 @@ AddRefWrapper<Port> PortList::addPort(const char* name, const AddRefWrapper<Port
 
 bool PortList::remove(const AddRefWrapper<Port>& port)
 {
-    const bool found = removeEvery(port);
-    if (found)
+    if (!m_parent) // Before: the list may be gone afterwards.
         m_isHandmade = 1;
-    return found;
+    return removeEvery(port);
 }
 
 bool PortList::removeEvery(const AddRefWrapper<Port>& port)
