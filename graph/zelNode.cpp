@@ -42,7 +42,9 @@ Node::~Node()
     }
     outputs().onParentDied(this);
     inputs().onParentDied(this);
-    m_lists->release();
+    PortList& lastList = inputs(); // It holds the pair while the outputs go.
+    outputs().release();
+    lastList.release();
 }
 
 bool Node::isCompound()
