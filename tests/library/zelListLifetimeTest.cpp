@@ -86,6 +86,30 @@ TEST(ListLifetime, EachListOfANodeThatIsHeldLivesAloneAsksNobodyAndHoldsItsPorts
     }
 }
 
+TEST(ListLifetime, TheLastHolderOfBothListsReleasesTheOutputsFirst)
+{
+    for (const bool isMakerAlive : {true, false}) {
+        NodePtr maker = Node::createNew(nullptr, "maker");
+        NodePtr taker = Node::createNew(nullptr, "taker");
+        maker->inputs().add(TestPort::make("in "));
+        maker->outputs().add(TestPort::make("out "));
+        *taker = *maker;
+        TestPort::lastWords = "";
+        (isMakerAlive ? taker : maker) = nullptr;
+        EXPECT_EQ("", TestPort::lastWords);
+        maker = nullptr;
+        taker = nullptr;
+        EXPECT_EQ("out in ", TestPort::lastWords);
+
+        maker = Node::createNew(nullptr, "maker");
+        maker->inputs().add(TestPort::make("in "));
+        maker->outputs().add(TestPort::make("out "));
+        TestPort::lastWords = "";
+        *maker = *Node::createNew(nullptr, "other");
+        EXPECT_EQ("in out ", TestPort::lastWords) << "an assignment takes them in turn";
+    }
+}
+
 /// Nodes that share their lists by assignment, beside records of who holds what.
 class SharedLists {
 public:
