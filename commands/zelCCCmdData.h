@@ -1,11 +1,10 @@
 #pragma once
 
+#include "zelNodesToMove.h"
 #include "zelPort.h"
+#include "zelPortHolds.h"
 
-#include <functional>
-#include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 /// One connection between a port of a moved node and a port outside the set.
@@ -58,7 +57,7 @@ struct CCCmdData {
     /// true when there is no owner.
     bool isExternalCnx(AddRefWrapper<Port>& farEnd, bool* hasNoOwner);
     /// Writes down each connection of the node; makes the compound ports of the external ones.
-    void saveExternalAndInternalCnx(AddRefWrapper<Node>& node,
+    void saveExternalAndInternalCnx(const AddRefWrapper<Node>& node,
                                     ExternalCnxs& externals,
                                     InternalCnxs& internals);
     /// The index of the new compound port, -1 when none was made.
@@ -73,9 +72,8 @@ struct CCCmdData {
     AddRefWrapper<Compound> parentCompound; ///< Empty: none was set, or doit has succeeded.
     AddRefWrapper<Compound> newCompound;    ///< Empty but while doit runs.
     Container* container = nullptr;         ///< Not owned.
-    /// By name; every pass runs in this order.
-    std::map<std::string, AddRefWrapper<Node>, std::less<>> nodesToMove;
-    std::vector<std::string> nodeNames; ///< Every name added, in the order of the calls.
+    NodesToMove nodesToMove;                ///< Every pass runs in the order of the names.
+    std::vector<std::string> nodeNames;     ///< Every name added, in the order of the calls.
     std::string newCompoundName = "Compound";
     std::string createdCompoundPath; ///< Empty before a successful doit.
 
@@ -85,11 +83,11 @@ private:
                   ExternalCnxs& externals,
                   InternalCnxs& internals);
     void countHolds(const ExternalCnxs& externals, const InternalCnxs& internals);
-    /// How many references to the port the records hold. A listener may let a port, or its node, go
-    /// at any time: one that has no others must not be left connected when the records go.
-    int holdsOf(const AddRefWrapper<Port>& port) const;
 
-    std::unordered_map<const Port*, int> m_holds; ///< Empty but while connections are made again.
+    /// By the records. A listener may let a port, or its node, go at any time: one that nobody else
+    /// holds must not be left connected when the records go. Empty but while connections are made
+    /// again.
+    PortHolds m_holds;
 };
 
 } // namespace CmdImpl

@@ -29,15 +29,15 @@ bool CCCmdData::doit()
         return false;
     ExternalCnxs externals;
     InternalCnxs internals;
-    for (auto& [name, node] : nodesToMove)
-        saveExternalAndInternalCnx(node, externals, internals);
+    for (const AddRefWrapper<Node>* const node : nodesToMove.inOrder())
+        saveExternalAndInternalCnx(*node, externals, internals);
     breakConnections(externals);
     breakConnections(internals);
     moveNodesIntoCompound();
     countHolds(externals, internals);
     makeNewConnections(externals);
     makeNewConnections(internals);
-    m_holds.clear();
+    m_holds.reset(0);
     const AddRefWrapper<Node> compoundNode = newCompound->getAsNode();
     createdCompoundPath = compoundNode ? compoundNode->getFullPathName().getName() : "";
     container = nullptr;
@@ -67,29 +67,24 @@ void CCCmdData::breakConnections(InternalCnxs& internals)
 
 void CCCmdData::moveNodesIntoCompound()
 {
-    for (const auto& [name, node] : nodesToMove) {
-        parentCompound->nodes().remove(node);
+    for (const AddRefWrapper<Node>* const node : nodesToMove.inOrder()) {
+        parentCompound->nodes().remove(*node);
         // Contract: added also when the parent refused to let it go.
-        newCompound->nodes().add(node);
+        newCompound->nodes().add(*node);
     }
 }
 
 void CCCmdData::countHolds(const ExternalCnxs& externals, const InternalCnxs& internals)
 {
+    m_holds.reset(2 * (externals.size() + internals.size()));
     for (const ExternalCnxToMakeInfo& cnx : externals) {
-        ++m_holds[cnx.outsidePort.get()];
-        ++m_holds[cnx.insidePort.get()];
+        m_holds.add(cnx.outsidePort.get());
+        m_holds.add(cnx.insidePort.get());
     }
     for (const InternalCnxToMakeInfo& cnx : internals) {
-        ++m_holds[cnx.srcPort.get()];
-        ++m_holds[cnx.dstPort.get()];
+        m_holds.add(cnx.srcPort.get());
+        m_holds.add(cnx.dstPort.get());
     }
-}
-
-int CCCmdData::holdsOf(const AddRefWrapper<Port>& port) const
-{
-    const auto place = m_holds.find(port.get());
-    return place == m_holds.end() ? 0 : place->second;
 }
 
 void CCCmdData::makeNewConnections(ExternalCnxs& externals)
@@ -102,9 +97,9 @@ void CCCmdData::makeNewConnections(ExternalCnxs& externals)
         if (index == -1)
             continue;
         connectEntry(cnx.isInput ? compoundNode->inputs() : compoundNode->outputs(), index,
-                     cnx.outsidePort, holdsOf(cnx.outsidePort));
+                     cnx.outsidePort, m_holds.of(cnx.outsidePort.get()));
         connectEntry(cnx.isInput ? newCompound->innerInputs() : newCompound->innerOutputs(), index,
-                     cnx.insidePort, holdsOf(cnx.insidePort));
+                     cnx.insidePort, m_holds.of(cnx.insidePort.get()));
     }
 }
 
@@ -118,7 +113,8 @@ void CCCmdData::makeNewConnections(InternalCnxs& internals)
         const AddRefWrapper<Port> dstPort = dstNode->inputs()[cnx.dstPortName.c_str()];
         const AddRefWrapper<Port> srcPort = srcNode->outputs()[cnx.srcPortName.c_str()];
         if (dstPort && srcPort && dstPort->addConnection(srcPort))
-            forgetLostPort(dstPort, srcPort, 1 + holdsOf(dstPort), 1 + holdsOf(srcPort));
+            forgetLostPort(dstPort, srcPort, 1 + m_holds.of(dstPort.get()),
+                           1 + m_holds.of(srcPort.get()));
     }
 }
 

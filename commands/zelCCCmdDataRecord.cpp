@@ -36,7 +36,7 @@ bool CCCmdData::addNodeToMove(const char* name)
     if (!node)
         return false;
     nodeNames.emplace_back(name);
-    nodesToMove[name] = node;
+    nodesToMove.set(name, node);
     return true;
 }
 
@@ -50,10 +50,10 @@ bool CCCmdData::isExternalCnx(AddRefWrapper<Port>& farEnd, bool* hasNoOwner)
     const AddRefWrapper<Node> owner = farEnd->getParentNode();
     *hasNoOwner = !owner;
     // Contract: the name decides, never the object.
-    return !owner || nodesToMove.count(owner->getName()) == 0;
+    return !owner || !nodesToMove.contains(owner->getName());
 }
 
-void CCCmdData::saveExternalAndInternalCnx(AddRefWrapper<Node>& node,
+void CCCmdData::saveExternalAndInternalCnx(const AddRefWrapper<Node>& node,
                                            ExternalCnxs& externals,
                                            InternalCnxs& internals)
 {
@@ -75,7 +75,7 @@ void CCCmdData::savePass(PortIOType ioType,
             bool hasNoOwner = false;
             if (isExternalCnx(farEnd, &hasNoOwner)) {
                 const int index = addCompoundPort(ioType, port);
-                externals.push_back({ioType == PortInput, index, farEnd, port});
+                externals.push_back({ioType == PortInput, index, std::move(farEnd), port});
             } else if (ioType == PortInput) {
                 // An inner connection is written down once, from the input that it ends at. A port
                 // of the node may have a parent of the host's own.
