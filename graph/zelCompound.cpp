@@ -190,8 +190,10 @@ int Compound::createCompoundPort(PortIOType ioType,
     const AddRefWrapper<PortDataType> portType(type.get());
     PortList& outer = ioType == PortInput ? owner->inputs() : owner->outputs();
     PortList& inner = ioType == PortInput ? innerInputs() : innerOutputs();
-    // A refused port is returned all the same, but does not stand in the list.
-    if (outer.findPort(outer.addPort(portName.c_str(), portType)) < 0)
+    // A refused port is returned all the same, but does not stand in the list: at the end, unless a
+    // listener has changed that.
+    const AddRefWrapper<Port> added = outer.addPort(portName.c_str(), portType);
+    if (outer.entryAt(outer.size() - 1) != added.get() && outer.findPort(added) < 0)
         return -1;
     const int index = inner.size();
     inner.addPort(portName.c_str(), portType);
