@@ -286,7 +286,7 @@ SequenceExtras* Sequence::findPlaces() const
     if (!entries || entries->used <= kShort)
         return nullptr;
     SequenceExtras& rare = extrasOf(*entries);
-    if (rare.placedSlots == 0 && rare.searchWork <= kPatience * entries->used)
+    if (rare.placedSlots == 0 && rare.searchWork <= kSearchPatience * entries->used)
         return nullptr;
     for (; rare.placedSlots < entries->used; ++rare.placedSlots) {
         if (entries->slots()[rare.placedSlots])

@@ -143,6 +143,8 @@ private:
     static constexpr std::uint32_t kShort = 32;
     /// A table is filled when plain work has visited every slot about so many times.
     static constexpr std::uint64_t kPatience = 4;
+    /// The same for the table of objects: to visit one, no object needs to be looked at.
+    static constexpr std::uint64_t kSearchPatience = 32;
 
     // The word tells a block from an only entry by its lowest bit.
     // NOLINTBEGIN(performance-no-int-to-ptr)

@@ -16,8 +16,9 @@ namespace {
 using NodePtr = AddRefWrapper<Node>;
 
 constexpr int kCount = 8000;
-/// Either table is filled when every slot was visited a few times.
-constexpr std::uint64_t kWorkOfFilling = 12ULL * kCount;
+/// Either table is filled when every slot was visited some times.
+constexpr std::uint64_t kWorkOfFilling = 48ULL * kCount;
+constexpr int kSearchesThatFill = 40;
 
 /// A sequence of nodes that it holds.
 class Nodes {
@@ -95,7 +96,7 @@ TEST(Sequence, StaysQuickAfterAnObjectStoodTwice)
     Nodes nodes;
     for (int i = 0; i < kCount; ++i)
         nodes.append("name" + std::to_string(i));
-    for (int i = 0; i < 8; ++i) // Fills the places.
+    for (int i = 0; i < kSearchesThatFill; ++i)
         ASSERT_TRUE(nodes.sequence.contains(nodes.at(kCount - 1)));
     nodes.sequence.append(nodes.at(17));
     ASSERT_EQ(17, nodes.sequence.indexOf(nodes.at(17)));
@@ -112,7 +113,7 @@ TEST(Sequence, ReadsByIndexWhileEveryOtherEntryIsErased)
     Nodes nodes;
     for (int i = 0; i < kCount; ++i)
         nodes.append("name" + std::to_string(i));
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < kSearchesThatFill; ++i)
         ASSERT_TRUE(nodes.sequence.contains(nodes.at(kCount - 1)));
     const std::uint64_t before = nodes.work();
     for (int i = 0; i < kCount / 2; ++i) { // As a walk that takes out what it does not want.
@@ -129,7 +130,7 @@ TEST(Sequence, GivesItsTablesBackWhenItIsShortAgain)
     Nodes nodes;
     for (int i = 0; i < 1000; ++i)
         nodes.append("name" + std::to_string(i));
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < kSearchesThatFill; ++i) {
         ASSERT_TRUE(nodes.sequence.contains(nodes.at(999)));
         ASSERT_EQ(nodes.at(999), nodes.sequence.findNamed("name999"));
     }
