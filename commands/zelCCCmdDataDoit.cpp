@@ -4,10 +4,20 @@
 #include "zelCCCmdData.h"
 #include "zelCompound.h"
 #include "zelNode.h"
+#include "zelPrefetch.h"
+
+#include <utility>
 
 namespace ZEL::CmdImpl {
 
 namespace {
+
+constexpr auto kEndsOfExternal = [](const ExternalCnxToMakeInfo& cnx) {
+    return std::pair(cnx.outsidePort.get(), cnx.insidePort.get());
+};
+constexpr auto kEndsOfInternal = [](const InternalCnxToMakeInfo& cnx) {
+    return std::pair(cnx.srcPort.get(), cnx.dstPort.get());
+};
 
 /// Connects the port at the index; a list that has none there, its port being refused, is passed
 /// over. The records hold the other port so often.
@@ -29,8 +39,12 @@ bool CCCmdData::doit()
         return false;
     ExternalCnxs externals;
     InternalCnxs internals;
-    for (const AddRefWrapper<Node>* const node : nodesToMove.inOrder())
-        saveExternalAndInternalCnx(*node, externals, internals);
+    const std::vector<const AddRefWrapper<Node>*>& nodes = nodesToMove.inOrder();
+    RecordingPrefetch prefetch(nodes);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        prefetch.onReached(i);
+        saveExternalAndInternalCnx(*nodes[i], externals, internals);
+    }
     breakConnections(externals);
     breakConnections(internals);
     moveNodesIntoCompound();
@@ -55,14 +69,18 @@ bool CCCmdData::undo(Container* newContainer)
 
 void CCCmdData::breakConnections(ExternalCnxs& externals)
 {
-    for (const ExternalCnxToMakeInfo& cnx : externals)
-        cnx.outsidePort->removeConnection(cnx.insidePort);
+    for (std::size_t i = 0; i < externals.size(); ++i) {
+        prefetchRecords(externals, i, kEndsOfExternal);
+        externals[i].outsidePort->removeConnection(externals[i].insidePort);
+    }
 }
 
 void CCCmdData::breakConnections(InternalCnxs& internals)
 {
-    for (const InternalCnxToMakeInfo& cnx : internals)
-        cnx.srcPort->removeConnection(cnx.dstPort);
+    for (std::size_t i = 0; i < internals.size(); ++i) {
+        prefetchRecords(internals, i, kEndsOfInternal);
+        internals[i].srcPort->removeConnection(internals[i].dstPort);
+    }
 }
 
 void CCCmdData::moveNodesIntoCompound()
@@ -92,7 +110,9 @@ void CCCmdData::makeNewConnections(ExternalCnxs& externals)
     const AddRefWrapper<Node> compoundNode = newCompound->getAsNode();
     if (!compoundNode)
         return;
-    for (const ExternalCnxToMakeInfo& cnx : externals) {
+    for (std::size_t i = 0; i < externals.size(); ++i) {
+        prefetchRecords(externals, i, kEndsOfExternal);
+        const ExternalCnxToMakeInfo& cnx = externals[i];
         const int index = cnx.compoundPortIndex;
         if (index == -1)
             continue;
@@ -105,7 +125,9 @@ void CCCmdData::makeNewConnections(ExternalCnxs& externals)
 
 void CCCmdData::makeNewConnections(InternalCnxs& internals)
 {
-    for (const InternalCnxToMakeInfo& cnx : internals) {
+    for (std::size_t i = 0; i < internals.size(); ++i) {
+        prefetchRecords(internals, i, kEndsOfInternal);
+        const InternalCnxToMakeInfo& cnx = internals[i];
         const AddRefWrapper<Node> srcNode = newCompound->nodes()[cnx.srcNodeName.c_str()];
         const AddRefWrapper<Node> dstNode = newCompound->nodes()[cnx.dstNodeName.c_str()];
         if (!srcNode || !dstNode)
