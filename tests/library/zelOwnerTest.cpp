@@ -113,6 +113,84 @@ TEST(PortOwner, DecidesWhoSendsWhenItHasSeveralBases)
     EXPECT_TRUE(inner->removeConnection(input));
 }
 
+/// Nodes that are asked about connections, disconnections, or both, some of them by a class further
+/// down than the one that makes the ports.
+struct AskedNode : Node {
+    AskedNode() : Node(nullptr) {}
+    using Node::operator=;
+    bool note(const char* question)
+    {
+        asked += question;
+        return true;
+    }
+    std::string asked;
+};
+struct MakesPorts : AskedNode {
+    MakesPorts()
+    {
+        inputs().addPort("in", nullptr);
+        outputs().addPort("out", nullptr);
+    }
+    using Node::operator=;
+};
+template <class Base>
+struct AskedToAdd : Base {
+    using Base::operator=;
+    bool onPortAddConnection(PortArg, PortArg) override { return this->note("add "); }
+};
+template <class Base>
+struct AskedToRemove : Base {
+    using Base::operator=;
+    bool onPortRemoveConnection(PortArg, PortArg) override { return this->note("remove "); }
+};
+/// No class of its own has an answer to a question of connections.
+template <class Base>
+struct NotAsked : Base {
+    using Base::operator=;
+    bool onPortSetName(PortArg, const char*) override { return true; }
+};
+
+TEST(PortOwner, IsAskedByTheClassOfTheWholeObjectWhenItMakesItsPortsItself)
+{
+    const struct {
+        AddRefWrapper<AskedNode> node;
+        const char* asked;
+    } cases[] = {
+        {new AskedNode, ""},
+        {new MakesPorts, ""},
+        {new NotAsked<AskedNode>, ""},
+        {new AskedToAdd<AskedNode>, "add add "},
+        {new AskedToRemove<AskedNode>, "remove remove "},
+        {new AskedToAdd<MakesPorts>, "add add "},
+        {new AskedToRemove<MakesPorts>, "remove remove "},
+        {new AskedToRemove<AskedToAdd<MakesPorts>>, "add remove add remove "},
+        {new NotAsked<AskedToAdd<NotAsked<MakesPorts>>>, "add add "},
+        {new NotAsked<AskedToRemove<AskedToAdd<AskedNode>>>, "add remove add remove "},
+        {new MakesPorts, ""},
+    };
+    for (const auto& row : cases) {
+        if (row.node->inputs().size() == 0) {
+            row.node->inputs().addPort("in", nullptr);
+            row.node->outputs().addPort("out", nullptr);
+        }
+        const PortPtr in = row.node->inputs()[0];
+        const PortPtr out = row.node->outputs()[0];
+        EXPECT_TRUE(in->addConnection(out) && in->removeConnection(out));
+        EXPECT_TRUE(out->addConnection(in) && out->removeConnection(in));
+        EXPECT_EQ(row.asked, row.node->asked) << &row - cases;
+        // Given to another parent, it asks that one; and given back, the first again.
+        row.node->asked = "";
+        Plugged plain;
+        out->setParent(&plain);
+        EXPECT_TRUE(out->addConnection(in) && out->removeConnection(in));
+        EXPECT_EQ("", row.node->asked);
+        out->setParent(static_cast<Node*>(row.node.get()));
+        EXPECT_TRUE(out->addConnection(in) && out->removeConnection(in));
+        EXPECT_TRUE(in->addConnection(out) && in->removeConnection(out));
+        EXPECT_EQ(row.asked, row.node->asked) << &row - cases;
+    }
+}
+
 /// Writes down what its objects find when they die.
 struct LastWords {
     inline static std::string text;
