@@ -1,145 +1,141 @@
-// Runs every workload on the library and on the baseline, interleaved, and prints a table of the
-// medians.
+// Measures every row of the table of costs, or the rows that a program asks for one by one.
 
-#include "zelBenchNetworks.h"
+#include "zelHeap.h"
+#include "zelMeter.h"
 #include "zelWorkload.h"
 
-#include <benchmark/benchmark.h>
-
-#include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <map>
-#include <unistd.h>
+#include <cstdlib>
+#include <iostream>
+#include <regex>
+#include <string>
 
 namespace {
 
-constexpr int kRepetitions = 9;
+constexpr int kRounds = 5;
 
-/// So many items are measured in one repetition at least.
-constexpr double kItems = 20000;
+constexpr const char* kUsage =
+    R"(usage: zelBench [REGEX]    measures the rows whose "job/size" has a match; prints a table
+       zelBench --list     prints every row: job, size and goal, with tabs between
+       zelBench --serve    reads rows, job and size with a tab between, and answers each with
+                           the nanoseconds of the library and of the baseline (0: none)
+       zelBench --cold JOB SIZE library|baseline
+                           measures one run in this process, which has used no memory before
+)";
 
-void registerRuns(const Workload& workload, int size, const char* side, Timing (*run)(int))
+std::vector<Workload> allWorkloads()
 {
-    const std::string name = workload.name + "/" + std::to_string(size) + "/" + side;
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [run, size](benchmark::State& state) {
-                                     Timing total;
-                                     for (auto _ : state) {
-                                         while (total.items < kItems) {
-                                             const Timing timing = run(size);
-                                             total.seconds += timing.seconds;
-                                             total.items += timing.items;
-                                         }
-                                         state.SetIterationTime(total.seconds / total.items);
-                                     }
-                                 })
-        ->UseManualTime()
-        ->Iterations(1)
-        ->Repetitions(kRepetitions)
-        ->Unit(benchmark::kNanosecond);
+    std::vector<Workload> workloads;
+    for (auto* const group :
+         {networkWorkloads, collapseTenthWorkloads, tenNodesWorkloads, lookupWorkloads,
+          renameWorkloads, fanOutWorkloads, editingWorkloads}) {
+        for (Workload& workload : group())
+            workloads.push_back(std::move(workload));
+    }
+    return workloads;
 }
 
-/// Collects the times of each run, in nanoseconds.
-class Collector : public benchmark::BenchmarkReporter {
-public:
-    bool ReportContext(const Context& /*context*/) override { return true; }
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration)
-                m_times[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
+/// Null when there is no such row.
+const Workload* findRow(const std::vector<Workload>& workloads, const std::string& job, int size)
+{
+    for (const Workload& workload : workloads) {
+        for (const int known : workload.sizes) {
+            if (workload.name == job && known == size)
+                return &workload;
         }
     }
-    /// 0 when there was no such run.
-    double median(const std::string& name)
-    {
-        std::vector<double>& times = m_times[name];
-        if (times.empty())
-            return 0;
-        std::sort(times.begin(), times.end());
-        return times[times.size() / 2];
+    return nullptr;
+}
+
+/// "8 x 10000" where the size is levels x siblings.
+std::string shownSize(int size)
+{
+    if (size < kLevel)
+        return std::to_string(size);
+    return std::to_string(size / kLevel) + " x " + std::to_string(size % kLevel);
+}
+
+int printList(const std::vector<Workload>& workloads)
+{
+    for (const Workload& workload : workloads) {
+        for (const int size : workload.sizes)
+            std::printf("%s\t%d\t%s\t%s\n", workload.name.c_str(), size, shownSize(size).c_str(),
+                        workload.goal);
     }
-
-private:
-    std::map<std::string, std::vector<double>> m_times;
-};
-
-void printRow(Collector& times, const Workload& workload, int size)
-{
-    const std::string name = workload.name + "/" + std::to_string(size) + "/";
-    const double library = times.median(name + "library");
-    const double plain = times.median(name + "baseline");
-    if (library == 0)
-        return;
-    const std::string shown =
-        size >= 1000000 ? std::to_string(size / 1000000) + " x " + std::to_string(size % 1000000)
-                        : std::to_string(size);
-    if (plain == 0)
-        std::printf("| %s | %s | %.0f ns | | | %s |\n", workload.name.c_str(), shown.c_str(),
-                    library, workload.goal);
-    else
-        std::printf("| %s | %s | %.0f ns | %.0f ns | %.1fx | %s |\n", workload.name.c_str(),
-                    shown.c_str(), library, plain, library / plain, workload.goal);
+    return 0;
 }
 
-double residentBytes()
+int printTable(const std::vector<Workload>& workloads, Meter& meter, const std::regex& chosen)
 {
-    double pages = 0;
-    double resident = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident;
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
+    std::printf("| job | size | library | baseline | ratio | goal |\n|---|---|---|---|---|---|\n");
+    for (const Workload& workload : workloads) {
+        for (const int size : workload.sizes) {
+            const std::string shown = shownSize(size);
+            if (!std::regex_search(workload.name + "/" + shown, chosen))
+                continue;
+            const Figures figures = meter.best(workload, size, kRounds);
+            std::printf("| %s | %s | %.1f ns | ", workload.name.c_str(), shown.c_str(),
+                        figures.library);
+            if (figures.baseline > 0)
+                std::printf("%.1f ns | %.2fx", figures.baseline,
+                            figures.library / figures.baseline);
+            else
+                std::printf("|");
+            std::printf(" | %s |\n", workload.goal);
+            std::fflush(stdout);
+        }
+    }
+    return 0;
 }
 
-/// The memory that a node with all inputs connected takes; run first, on an untouched heap.
-template <class Network>
-double bytesPerNode()
+int serve(const std::vector<Workload>& workloads, Meter& meter)
 {
-    constexpr int kCount = 100000;
-    const double before = residentBytes();
-    Network network(kCount);
-    network.connectAll();
-    return (residentBytes() - before) / kCount;
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        const std::size_t tab = line.find('\t');
+        const Workload* const workload =
+            tab == std::string::npos
+                ? nullptr
+                : findRow(workloads, line.substr(0, tab), std::atoi(line.c_str() + tab + 1));
+        if (!workload) {
+            std::fprintf(stderr, "zelBench: no such row: %s\n", line.c_str());
+            return 1;
+        }
+        const Figures figures = meter.measure(*workload, std::atoi(line.c_str() + tab + 1));
+        std::printf("%.3f\t%.3f\n", figures.library, figures.baseline);
+        std::fflush(stdout);
+    }
+    return 0;
+}
+
+int runCold(const std::vector<Workload>& workloads, char** arguments)
+{
+    const int size = std::atoi(arguments[1]);
+    const Workload* const workload = findRow(workloads, arguments[0], size);
+    const bool baseline = std::string(arguments[2]) == "baseline";
+    if (!workload || (baseline && !workload->baseline))
+        return 1;
+    std::printf("%.3f\n", measureColdRun(baseline ? workload->baseline : workload->library, size));
+    return 0;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const double libraryBytes = bytesPerNode<LibraryNetwork>();
-    std::vector<std::string> arguments(argv, argv + argc);
-    arguments.emplace_back("--benchmark_enable_random_interleaving=true");
-    std::vector<char*> pointers;
-    pointers.reserve(arguments.size());
-    for (std::string& argument : arguments)
-        pointers.push_back(argument.data());
-    int count = static_cast<int>(pointers.size());
-    benchmark::Initialize(&count, pointers.data());
-    if (benchmark::ReportUnrecognizedArguments(count, pointers.data()))
-        return 1;
-
-    std::vector<Workload> workloads;
-    for (auto* const group :
-         {networkWorkloads, lookupWorkloads, fanOutWorkloads, editingWorkloads}) {
-        for (Workload& workload : group())
-            workloads.push_back(std::move(workload));
+    const std::vector<Workload> workloads = allWorkloads();
+    const std::string first = argc > 1 ? argv[1] : "";
+    if (first == "--cold" && argc == 5)
+        return runCold(workloads, argv + 2);
+    if (first == "--list" && argc == 2)
+        return printList(workloads);
+    keepFreedMemory();
+    Meter meter(argv[0]);
+    if (first == "--serve" && argc == 2)
+        return serve(workloads, meter);
+    if (argc > 2 || first.rfind('-', 0) == 0) {
+        std::fputs(kUsage, stderr);
+        return 2;
     }
-    for (const Workload& workload : workloads) {
-        for (const int size : workload.sizes) {
-            registerRuns(workload, size, "library", workload.library);
-            if (workload.baseline)
-                registerRuns(workload, size, "baseline", workload.baseline);
-        }
-    }
-    Collector times;
-    benchmark::RunSpecifiedBenchmarks(&times);
-
-    std::printf("| job | size | library | baseline | ratio | goal |\n|---|---|---|---|---|---|\n");
-    for (const Workload& workload : workloads) {
-        for (const int size : workload.sizes)
-            printRow(times, workload, size);
-    }
-    std::printf("| memory of a node, 4 connections | 100000 | %.0f bytes | | | 1500 bytes |\n",
-                libraryBytes);
-    return 0;
+    return printTable(workloads, meter, std::regex(first));
 }

@@ -74,10 +74,11 @@ public:
         parent.nodes().add(node);
         return node;
     }
+    void addNode(const std::string& name) { createNode(*network, name.c_str()); }
     void createNodes(int count)
     {
         for (int i = 0; i < count; ++i)
-            createNode(*network, nodeName(i).c_str());
+            addNode(nodeName(i));
     }
     /// Connects every input.
     void connectAll()
@@ -117,10 +118,11 @@ public:
             baseline::addPort(node, outputName(i), &types[i], true);
         return node;
     }
+    void addNode(const std::string& name) { createNode(*top.compound, name); }
     void createNodes(int count)
     {
         for (int i = 0; i < count; ++i)
-            createNode(*top.compound, nodeName(i));
+            addNode(nodeName(i));
     }
     void connectAll()
     {

@@ -1,71 +1,11 @@
 // Making, connecting and destroying whole networks.
 
-#include "zelBenchNetworks.h"
+#include "zelNetworkJobs.h"
 #include "zelWorkload.h"
 
 using namespace ZEL;
 
 namespace {
-
-template <class Network>
-Timing create(int count)
-{
-    Network network;
-    const StopWatch watch;
-    network.createNodes(count);
-    return watch.stop(count);
-}
-
-template <class Network>
-Timing destroy(int count)
-{
-    auto network = std::make_unique<Network>(count);
-    network->connectAll();
-    const StopWatch watch;
-    network = nullptr;
-    return watch.stop(count);
-}
-
-Timing connectLibrary(int count)
-{
-    LibraryNetwork network(count);
-    std::vector<std::pair<AddRefWrapper<Port>, AddRefWrapper<Port>>> pairs;
-    for (int i = 0; i < count; ++i) {
-        for (int j = 0; j < kInputs; ++j)
-            pairs.emplace_back(
-                network.network->nodes()[sourceOf(i, j, count)]->outputs()[j % kOutputs],
-                network.network->nodes()[i]->inputs()[j]);
-    }
-    const StopWatch watch;
-    for (const auto& [output, input] : pairs)
-        input->addConnection(output);
-    return watch.stop(static_cast<double>(pairs.size()));
-}
-
-Timing connectBaseline(int count)
-{
-    BaselineNetwork network(count);
-    std::vector<std::pair<baseline::Port*, baseline::Port*>> pairs;
-    auto& nodes = network.top.compound->nodes;
-    for (int i = 0; i < count; ++i) {
-        for (int j = 0; j < kInputs; ++j)
-            pairs.emplace_back(nodes[sourceOf(i, j, count)]->outputs[j % kOutputs].get(),
-                               nodes[i]->inputs[j].get());
-    }
-    const StopWatch watch;
-    for (const auto& [output, input] : pairs)
-        baseline::connect(output, input);
-    return watch.stop(static_cast<double>(pairs.size()));
-}
-
-std::vector<std::string> nodeNames(int count)
-{
-    std::vector<std::string> names;
-    names.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i)
-        names.push_back(nodeName(i));
-    return names;
-}
 
 Timing connectByNameLibrary(int count)
 {
@@ -81,7 +21,7 @@ Timing connectByNameLibrary(int count)
                 source->outputs()[outputName(j % kOutputs)]);
         }
     }
-    return watch.stop(count * kInputs);
+    return watch.stop(static_cast<double>(count) * kInputs);
 }
 
 Timing connectByNameBaseline(int count)
@@ -98,7 +38,7 @@ Timing connectByNameBaseline(int count)
                               baseline::findPort(target->inputs, inputName(j)));
         }
     }
-    return watch.stop(count * kInputs);
+    return watch.stop(static_cast<double>(count) * kInputs);
 }
 
 } // namespace
@@ -106,12 +46,31 @@ Timing connectByNameBaseline(int count)
 std::vector<Workload> networkWorkloads()
 {
     const std::vector<int> sizes = {1000, 10000, 100000};
+    const std::vector<int> million = {1000000};
+    const char* const asSmaller = "1.3x of 100000";
+    const char* const creating = "create a node with 6 ports";
+    const char* const connecting = "connect, ports at hand";
+    const char* const destroying = "destroy a connected node";
+    const auto create = timeCreate<LibraryNetwork>;
+    const auto createPlain = timeCreate<BaselineNetwork>;
+    const auto connect = timeConnect<LibraryPairs>;
+    const auto connectPlain = timeConnect<BaselinePairs>;
+    const auto destroy = timeDestroy<LibraryNetwork>;
+    const auto destroyPlain = timeDestroy<BaselineNetwork>;
     return {
-        {"create a node with 6 ports", sizes, create<LibraryNetwork>, create<BaselineNetwork>,
-         "2.5x"},
-        {"connect, ports at hand", sizes, connectLibrary, connectBaseline, "2.5x"},
+        {creating, sizes, create, createPlain, "1.2x"},
+        {creating, million, create, createPlain, asSmaller},
+        {"the same, on a cold heap",
+         {10, 1000, 10000, 100000, 1000000},
+         create,
+         createPlain,
+         "",
+         nullptr,
+         true},
+        {connecting, sizes, connect, connectPlain, "1.5x"},
+        {connecting, million, connect, connectPlain, asSmaller},
         {"connect, both ends by name", sizes, connectByNameLibrary, connectByNameBaseline, "2.5x"},
-        {"destroy a connected node", sizes, destroy<LibraryNetwork>, destroy<BaselineNetwork>,
-         "3x"},
+        {destroying, sizes, destroy, destroyPlain, "1.3x"},
+        {destroying, million, destroy, destroyPlain, asSmaller},
     };
 }
