@@ -64,13 +64,19 @@ public:
     void rebuildCompounds() override {}
     ZEL::Runtime* getRuntime() override { return nullptr; }
 
-    ZEL::AddRefWrapper<ZEL::Node> createNode(ZEL::Compound& parent, const char* name)
+    /// A node that stands in no list yet.
+    ZEL::AddRefWrapper<ZEL::Node> makeNode(const char* name)
     {
         ZEL::AddRefWrapper<ZEL::Node> node = ZEL::Node::createNew(this, name);
         for (int i = 0; i < kInputs; ++i)
             node->inputs().addPort(inputName(i), types[i]);
         for (int i = 0; i < kOutputs; ++i)
             node->outputs().addPort(outputName(i), types[i]);
+        return node;
+    }
+    ZEL::AddRefWrapper<ZEL::Node> createNode(ZEL::Compound& parent, const char* name)
+    {
+        ZEL::AddRefWrapper<ZEL::Node> node = makeNode(name);
         parent.nodes().add(node);
         return node;
     }
@@ -109,13 +115,17 @@ public:
     }
     explicit BaselineNetwork(int count) : BaselineNetwork() { createNodes(count); }
 
-    baseline::Node* createNode(baseline::Compound& parent, std::string name)
+    void addPorts(baseline::Node* node)
     {
-        baseline::Node* const node = baseline::addNode(parent, std::move(name));
         for (int i = 0; i < kInputs; ++i)
             baseline::addPort(node, inputName(i), &types[i], false);
         for (int i = 0; i < kOutputs; ++i)
             baseline::addPort(node, outputName(i), &types[i], true);
+    }
+    baseline::Node* createNode(baseline::Compound& parent, std::string name)
+    {
+        baseline::Node* const node = baseline::addNode(parent, std::move(name));
+        addPorts(node);
         return node;
     }
     void addNode(const std::string& name) { createNode(*top.compound, name); }
