@@ -2,21 +2,13 @@
 
 #include "zelCore.h"
 #include "zelSequence.h"
+#include "zelShortText.h"
 
 #include <algorithm>
 
 namespace ZEL {
 
-namespace {
-
-std::uint32_t hashOf(std::string_view name)
-{
-    constexpr int kHalf = sizeof(std::size_t) * 4; // In bits.
-    const std::size_t hash = std::hash<std::string_view>()(name);
-    return static_cast<std::uint32_t>(hash ^ (hash >> kHalf));
-}
-
-} // namespace
+using ShortText::hashOf;
 
 NameIndex::~NameIndex()
 {
@@ -31,7 +23,9 @@ NameIndex::~NameIndex()
 /// Whether an entry has the name.
 auto NameIndex::isNamed(std::string_view name)
 {
-    return [name](const void* entry) { return static_cast<const Namable*>(entry)->m_name == name; };
+    return [name](const void* entry) {
+        return ShortText::areEqual(static_cast<const Namable*>(entry)->m_name, name);
+    };
 }
 
 Namable* NameIndex::find(std::string_view name)
@@ -118,7 +112,7 @@ void NameIndex::rename(Namable& object, std::string& name)
         enter(object, slot);
 }
 
-std::string_view NameIndex::nameOf(const Namable& object)
+const std::string& NameIndex::nameOf(const Namable& object)
 {
     return object.m_name;
 }

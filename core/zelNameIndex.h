@@ -52,7 +52,7 @@ public:
     void rename(Namable& object, std::string& name);
 
     /// The name of an object with a plain name.
-    static std::string_view nameOf(const Namable& object);
+    static const std::string& nameOf(const Namable& object);
     /// Appends what the object's getName answers.
     static void appendName(const Namable& object, std::string& text);
 
@@ -67,13 +67,16 @@ private:
     void ask(std::uint32_t slot);
     Namable* objectAt(std::uint32_t slot) const;
 
+    // What a lookup reads lies together.
     std::uintptr_t& m_home;
-    SlotTable m_table;
-    std::vector<std::uint32_t> m_asked; ///< Slots of the entries that are asked, ascending.
     std::uint32_t m_slots = 0;          ///< How many slots were taken up, from slot 0.
+    std::vector<std::uint32_t> m_asked; ///< Slots of the entries that are asked, ascending.
+    SlotTable m_table;
 };
 
 /// True when the object's getName is Namable's own.
 bool hasPlainName(const Namable& object);
+/// True when the object's getName answers that name. Calls it only if the class has its own.
+bool hasName(const Namable& object, std::string_view name);
 
 } // namespace ZEL

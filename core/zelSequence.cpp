@@ -1,7 +1,5 @@
 #include "zelSequence.h"
 
-#include "zelNameIndex.h"
-
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -57,10 +55,6 @@ void freeBlock(SequenceBlock& block)
 }
 
 } // namespace
-
-SequenceExtras::SequenceExtras() = default;
-
-SequenceExtras::~SequenceExtras() = default;
 
 int Sequence::indexOf(const void* object) const
 {
@@ -233,7 +227,7 @@ void Sequence::assign(const Sequence& other)
 void Sequence::dropIndex()
 {
     if (SequenceExtras* const rare = findExtras())
-        rare->names = nullptr;
+        rare->names.reset();
 }
 
 SequenceExtras& Sequence::extras()

@@ -1,36 +1,31 @@
 #pragma once
 
+#include "zelNameIndex.h"
 #include "zelReferenceBalance.h"
 #include "zelSlotCounts.h"
 #include "zelSlotTable.h"
 
 #include <cstdint>
-#include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
 namespace ZEL {
 
 class Namable;
-class NameIndex;
 
 /// What only a long or unusual sequence needs.
 struct SequenceExtras {
-    SequenceExtras();
-    SequenceExtras(const SequenceExtras&) = delete;
-    SequenceExtras& operator=(const SequenceExtras&) = delete;
-    ~SequenceExtras();
-
-    std::uint32_t first = 0;          ///< The first slot that is no hole.
-    std::uint32_t holes = 0;          ///< Slots that were erased, the leading ones too.
-    std::uint32_t placedSlots = 0;    ///< How many slots the places hold, from slot 0.
-    std::uint32_t countedReads = 0;   ///< By index, through the counts, since holes were closed.
-    std::uint64_t searchWork = 0;     ///< Slots visited and moved before the places were filled.
-    std::uint64_t scanWork = 0;       ///< Slots visited by name before there were names.
-    SlotTable places;                 ///< From an object to its slots.
-    SlotCounts counts;                ///< Empty unless an index was asked for among holes.
-    std::unique_ptr<NameIndex> names; ///< Null: nothing was looked up by name often enough.
-    ReferenceBalance balance;         ///< PortList's; it survives an assignment.
+    std::optional<NameIndex> names; ///< None: nothing was looked up by name often enough.
+    std::uint32_t first = 0;        ///< The first slot that is no hole.
+    std::uint32_t holes = 0;        ///< Slots that were erased, the leading ones too.
+    std::uint32_t placedSlots = 0;  ///< How many slots the places hold, from slot 0.
+    std::uint32_t countedReads = 0; ///< By index, through the counts, since holes were closed.
+    std::uint64_t searchWork = 0;   ///< Slots visited and moved before the places were filled.
+    std::uint64_t scanWork = 0;     ///< Slots visited by name before there were names.
+    SlotTable places;               ///< From an object to its slots.
+    SlotCounts counts;              ///< Empty unless an index was asked for among holes.
+    ReferenceBalance balance;       ///< PortList's; it survives an assignment.
 
     /// An erased entry leaves a hole: tables know the slots of the others.
     bool leavesHoles() const { return placedSlots > 0 || holes > 0 || names || !counts.isEmpty(); }
@@ -121,6 +116,14 @@ public:
     Namable* findNamed(std::string_view name);
     /// The same without an index.
     Namable* scanNames(std::string_view name) const;
+    /// What a search found without running code of the host.
+    struct Unasked {
+        Namable* entry = nullptr; ///< Null: there is none, if that is sure.
+        bool isSure = true;       ///< False: an entry has to be asked for its name first.
+    };
+    /// The two above, as far as no entry has to be asked.
+    Unasked findUnasked(std::string_view name);
+    Unasked scanUnasked(std::string_view name) const;
 
     /// Ends the use of an index: from here on the entries may die.
     void dropIndex();
@@ -172,6 +175,17 @@ private:
     void closeHoles() const;
     void dropTables(SequenceExtras& rare) const;
     std::uint32_t slotAt(SequenceExtras& rare, int index) const;
+    /// The index when it is to be used; else null.
+    NameIndex* findNames()
+    {
+        SequenceBlock* const entries = block();
+        if (!entries || entries->used <= kShort)
+            return nullptr;
+        SequenceExtras* const rare = entries->findExtras();
+        return rare && rare->names ? &*rare->names : beginNames();
+    }
+    NameIndex* beginNames();
+    static std::uint32_t firstToAsk(SequenceBlock& entries, std::string_view name);
     Namable* askBefore(std::string_view name, const NameIndex& names, Namable* found) const;
 
     std::uintptr_t& m_data; ///< 0: empty; odd: the only entry, plus 1; else a SequenceBlock.

@@ -1,6 +1,5 @@
 // How a sequence counts past its holes and closes them.
 
-#include "zelNameIndex.h"
 #include "zelSequence.h"
 
 #include <algorithm>
@@ -77,7 +76,7 @@ void Sequence::dropTables(SequenceExtras& rare) const
     rare.places.clear();
     rare.placedSlots = 0;
     rare.searchWork = 0;
-    rare.names = nullptr;
+    rare.names.reset();
     rare.scanWork = 0;
     rare.counts.clear();
 }

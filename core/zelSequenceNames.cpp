@@ -3,6 +3,7 @@
 #include "zelCore.h"
 #include "zelNameIndex.h"
 #include "zelSequence.h"
+#include "zelShortText.h"
 
 #include <cstring>
 
@@ -10,36 +11,52 @@ namespace ZEL {
 
 namespace {
 
-/// Asks the object only if its class has a getName of its own.
-bool hasName(const Namable& object, std::string_view name)
+/// True when the object is known to answer Namable's own name.
+bool isPlain(const Namable& object)
 {
-#if !defined(ZEL_NAMES_BY_TYPE) // There asking costs less than finding out.
-    if (hasPlainName(object)) {
-        // Names of one list often differ in their last character only: that one first.
-        const std::string_view own = NameIndex::nameOf(object);
-        return own.size() == name.size() &&
-               (own.empty() || (own.back() == name.back() && own == name));
-    }
+#if defined(ZEL_NAMES_BY_TYPE) // There asking costs less than finding out.
+    (void)object;
+    return false;
+#else
+    return hasPlainName(object);
 #endif
-    const char* const text = object.getName();
-    return std::strncmp(text, name.data(), name.size()) == 0 && text[name.size()] == '\0';
 }
 
 } // namespace
 
+bool hasName(const Namable& object, std::string_view name)
+{
+    if (isPlain(object))
+        return ShortText::areEqual(NameIndex::nameOf(object), name);
+    const char* const text = object.getName();
+    return std::strncmp(text, name.data(), name.size()) == 0 && text[name.size()] == '\0';
+}
+
+/// Makes the index of a long sequence when it is to be used from now on; else null.
+NameIndex* Sequence::beginNames()
+{
+    SequenceExtras& rare = extras();
+    if (rare.scanWork <= kPatience * usedSlots())
+        return nullptr;
+    return &rare.names.emplace(m_data);
+}
+
 Namable* Sequence::findNamed(std::string_view name)
 {
-    SequenceBlock* const entries = block();
-    if (!entries || entries->used <= kShort)
+    NameIndex* const names = findNames();
+    if (!names)
         return scanNames(name);
-    SequenceExtras& rare = extras();
-    if (!rare.names) {
-        if (rare.scanWork <= kPatience * entries->used)
-            return scanNames(name);
-        rare.names = std::make_unique<NameIndex>(m_data);
-    }
-    Namable* const found = rare.names->find(name);
-    return rare.names->asks() ? askBefore(name, *rare.names, found) : found;
+    Namable* const found = names->find(name);
+    return names->asks() ? askBefore(name, *names, found) : found;
+}
+
+Sequence::Unasked Sequence::findUnasked(std::string_view name)
+{
+    NameIndex* const names = findNames();
+    if (!names)
+        return scanUnasked(name);
+    Namable* const found = names->find(name);
+    return {found, !names->asks()};
 }
 
 /// Asks the entries before the one that the index found; when none has the name, that one stands.
@@ -60,25 +77,58 @@ Namable* Sequence::askBefore(std::string_view name, const NameIndex& names, Nama
     return !found || entryAt(slot) == found ? found : scanNames(name);
 }
 
+/// The first slot of the block whose entry has the name or has to be asked; behind them all when
+/// there is none.
+std::uint32_t Sequence::firstToAsk(SequenceBlock& entries, std::string_view name)
+{
+    void* const* const slots = entries.slots();
+    const std::uint32_t used = entries.used;
+    const ShortText::Pattern pattern(name);
+    std::uint32_t slot = 0;
+    for (; slot < used; ++slot) {
+        const auto* const object = static_cast<Namable*>(slots[slot]);
+        if (object && (!isPlain(*object) || pattern.isEqual(NameIndex::nameOf(*object))))
+            break;
+    }
+    if (SequenceExtras* const rare = entries.findExtras())
+        rare->scanWork += slot;
+    return slot;
+}
+
+Sequence::Unasked Sequence::scanUnasked(std::string_view name) const
+{
+    SequenceBlock* const entries = block();
+    if (!entries) {
+        auto* const only = static_cast<Namable*>(single());
+        if (only && !isPlain(*only))
+            return {nullptr, false};
+        return {only && hasName(*only, name) ? only : nullptr, true};
+    }
+    const std::uint32_t slot = firstToAsk(*entries, name);
+    if (slot == entries->used)
+        return {};
+    auto* const object = static_cast<Namable*>(entries->slots()[slot]);
+    return isPlain(*object) ? Unasked{object, true} : Unasked{nullptr, false};
+}
+
 Namable* Sequence::scanNames(std::string_view name) const
 {
-    if (m_data == 0)
-        return nullptr;
     SequenceBlock* entries = block();
     if (!entries) {
         auto* const only = static_cast<Namable*>(single());
-        return hasName(*only, name) ? only : nullptr;
+        return only && hasName(*only, name) ? only : nullptr;
     }
+    const std::uint32_t first = firstToAsk(*entries, name);
     // All is read again after each name: a host's own getName may do anything.
-    std::uint32_t slot = 0;
+    std::uint32_t slot = first;
     Namable* found = nullptr;
     for (; !found && entries && slot < entries->used; entries = block(), ++slot) {
         auto* const object = static_cast<Namable*>(entries->slots()[slot]);
         if (object && hasName(*object, name))
             found = object;
     }
-    if (SequenceExtras* const rare = entries ? entries->findExtras() : nullptr)
-        rare->scanWork += slot;
+    if (SequenceExtras* const rare = findExtras())
+        rare->scanWork += slot - first;
     return found;
 }
 

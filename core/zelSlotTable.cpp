@@ -27,7 +27,7 @@ void SlotTable::clear()
 
 void SlotTable::insertEntry(const Entry& entry)
 {
-    if ((m_used + 1) * 4 > size() * 3)
+    if ((m_used + 1) * 2 > size())
         grow();
     std::size_t place = entry.hash & m_mask;
     while (m_entries[place].object)

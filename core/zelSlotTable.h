@@ -119,7 +119,7 @@ private:
     bool eraseFromGroup(Entry& entry, std::uint32_t slot, void* const* objects);
     void grow();
 
-    std::unique_ptr<Entry[]> m_entries; ///< A power of two, at most three quarters used, or null.
+    std::unique_ptr<Entry[]> m_entries; ///< A power of two, at most half of them used, or null.
     std::size_t m_mask = 0;             ///< Their number less one.
     std::size_t m_used = 0;
     std::vector<SlotGroup> m_groups;         ///< Two slots or more in each, but for the free ones.

@@ -142,7 +142,7 @@ TEST(Sequence, GivesItsTablesBackWhenItIsShortAgain)
         ASSERT_EQ(i != 500, nodes.sequence.eraseFirst(nodes.at(i)));
     EXPECT_TRUE(nodes.sequence.extras().counts.isEmpty());
     EXPECT_FALSE(nodes.sequence.extras().leavesHoles());
-    EXPECT_EQ(nullptr, nodes.sequence.extras().names);
+    EXPECT_FALSE(nodes.sequence.extras().names);
     EXPECT_EQ(nodes.at(9), nodes.sequence.findNamed("name9"));
 }
 
