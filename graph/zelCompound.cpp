@@ -6,13 +6,6 @@
 
 namespace ZEL {
 
-struct Compound::Impl {
-    AddRefWrapper<PortList> innerInputs;  ///< Never empty.
-    AddRefWrapper<PortList> innerOutputs; ///< Never empty.
-    AddRefWrapper<NodeList> nodes;        ///< Never empty.
-    Node* owner = nullptr;                ///< Not owned. Null: there was none, or it died.
-};
-
 namespace {
 
 /// The port of one list that stands where port stands in the other; empty when it is in neither.
@@ -50,42 +43,41 @@ AddRefWrapper<Compound> Compound::createNew(const AddRefWrapper<Node>& owner, co
     return compound;
 }
 
-Compound::Compound(const AddRefWrapper<Node>& owner) : m_impl(new Impl)
+Compound::Compound(const AddRefWrapper<Node>& owner)
+    : m_innerInputs(PortList::createNew()),
+      m_innerOutputs(PortList::createNew()),
+      m_nodes(NodeList::createNew()),
+      m_owner(owner.get())
 {
-    m_impl->innerInputs = PortList::createNew();
-    m_impl->innerInputs->setParent(this, ParentKind::Compound);
-    m_impl->innerInputs->setPortIOType(PortOutput);
-    m_impl->innerOutputs = PortList::createNew();
-    m_impl->innerOutputs->setParent(this, ParentKind::Compound);
-    m_impl->innerOutputs->setPortIOType(PortInput);
-    m_impl->nodes = NodeList::createNew();
-    m_impl->nodes->setParentCompound(this);
-    m_impl->owner = owner.get();
+    m_innerInputs->setParent(this, ParentKind::Compound);
+    m_innerInputs->setPortIOType(PortOutput);
+    m_innerOutputs->setParent(this, ParentKind::Compound);
+    m_innerOutputs->setPortIOType(PortInput);
+    m_nodes->setParentCompound(this);
     if (owner)
         owner->setOwnedCompound(this);
 }
 
 Compound::~Compound()
 {
-    m_impl->nodes->onCompoundDied(this);
-    m_impl->innerOutputs->onParentDied(this);
-    m_impl->innerInputs->onParentDied(this);
-    delete m_impl;
+    m_nodes->onCompoundDied(this);
+    m_innerOutputs->onParentDied(this);
+    m_innerInputs->onParentDied(this);
 }
 
 NodeList& Compound::nodes()
 {
-    return *m_impl->nodes;
+    return *m_nodes;
 }
 
 PortList& Compound::innerInputs()
 {
-    return *m_impl->innerInputs;
+    return *m_innerInputs;
 }
 
 PortList& Compound::innerOutputs()
 {
-    return *m_impl->innerOutputs;
+    return *m_innerOutputs;
 }
 
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): every member takes itself.
@@ -93,8 +85,13 @@ Compound& Compound::operator=(const Compound& other)
 {
     Namable::operator=(other);
     // The old lists are released last: other may lie inside.
-    Impl shared(*other.m_impl);
-    std::swap(*m_impl, shared);
+    const AddRefWrapper<PortList> oldInputs(m_innerInputs);
+    const AddRefWrapper<PortList> oldOutputs(m_innerOutputs);
+    const AddRefWrapper<NodeList> oldNodes(m_nodes);
+    m_innerInputs = other.m_innerInputs;
+    m_innerOutputs = other.m_innerOutputs;
+    m_nodes = other.m_nodes;
+    m_owner = other.m_owner;
     return *this;
 }
 
@@ -150,7 +147,7 @@ bool Compound::onPortSetName(const AddRefWrapper<Port>& /*port*/, const char* /*
 
 Namable Compound::onGetParentFullPathName()
 {
-    return m_impl->owner ? m_impl->owner->getFullPathName() : Namable();
+    return m_owner ? m_owner->getFullPathName() : Namable();
 }
 
 bool Compound::onNodeAdd(const AddRefWrapper<Node>& /*node*/)
@@ -225,18 +222,18 @@ const char* Compound::getSpecializedCompoundTypeName()
 
 const char* Compound::getName() const
 {
-    return m_impl->owner ? m_impl->owner->getName() : "";
+    return m_owner ? m_owner->getName() : "";
 }
 
 void Compound::setName(const char* name)
 {
-    if (m_impl->owner)
-        m_impl->owner->setName(name);
+    if (m_owner)
+        m_owner->setName(name);
 }
 
 AddRefWrapper<Node> Compound::getAsNode() const
 {
-    return m_impl->owner;
+    return m_owner;
 }
 
 AddRefWrapper<Port> Compound::getReversePort(const AddRefWrapper<Port>& port)
@@ -261,11 +258,11 @@ StatusStr Compound::makeConnection(AddRefWrapper<Node> from,
         return "Missing first node in makeConnection";
     if (!to)
         return "Missing second node in makeConnection";
-    PortList& sources = from == m_impl->owner ? innerInputs() : from->outputs();
+    PortList& sources = from == m_owner ? innerInputs() : from->outputs();
     const AddRefWrapper<Port> source = sources[outName];
     if (!source)
         return {kMissingPort, outName, from->getName()};
-    PortList& targets = to == m_impl->owner ? innerOutputs() : to->inputs();
+    PortList& targets = to == m_owner ? innerOutputs() : to->inputs();
     const AddRefWrapper<Port> target = targets[inName];
     if (!target)
         return {kMissingPort, inName, to->getName()};
@@ -283,19 +280,19 @@ AddRefWrapper<Node> Compound::removeNode(const char* name)
 
 void Compound::recurse_parent_first(void (*callback)(Node*, void*), void* data)
 {
-    if (m_impl->owner)
-        m_impl->owner->recurse_parent_first(callback, data);
+    if (m_owner)
+        m_owner->recurse_parent_first(callback, data);
 }
 
 Node* Compound::owner() const
 {
-    return m_impl->owner;
+    return m_owner;
 }
 
 void Compound::onOwnerDied(Node* owner)
 {
-    if (m_impl->owner == owner)
-        m_impl->owner = nullptr;
+    if (m_owner == owner)
+        m_owner = nullptr;
 }
 
 } // namespace ZEL
