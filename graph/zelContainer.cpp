@@ -1,8 +1,11 @@
 #include "zelContainer.h"
 
+#include "core/zelNameIndex.h"
+#include "core/zelSequence.h"
 #include "core/zelText.h"
 #include "zelCompound.h"
 #include "zelNode.h"
+#include "zelPlainAnswers.h"
 #include "zelPortOrder.h"
 
 #include <algorithm>
@@ -67,29 +70,76 @@ bool isSeenFromInside(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>
 
 } // namespace
 
-/// Looks up the names that a path is made of, without copying them.
+/// Follows the names that a path is made of, without copying them. As long as the library itself
+/// answers, nothing can change or die, and nothing is held but the node that the way began at. A
+/// host's class is asked with the node and the compound held.
 class PathWalker {
 public:
-    /// The node that the names lead to, from the root node down; empty when there is none.
-    static AddRefWrapper<Node> findNode(Container& container, std::string_view path)
+    /// Goes from the root node down as the names say.
+    PathWalker(Container& container, std::string_view path) : m_held(container.getRootNode())
     {
         NameReader names(path);
         std::string_view name;
         names.next(name);
-        AddRefWrapper<Node> node = container.getRootNode();
-        if (!node || name != node->getName())
-            return nullptr;
-        while (node && names.next(name)) {
-            const AddRefWrapper<Compound> compound = node->getAsCompound();
-            node = compound ? compound->nodes().findNamed(name) : nullptr;
+        if (!m_held || !hasName(*m_held, name))
+            return;
+        m_node = m_held.get();
+        while (m_node && names.next(name)) {
+            if (!goUnasked(name))
+                goAsking(name);
         }
-        return node;
     }
 
-    static AddRefWrapper<Port> findPort(const PortList& ports, std::string_view name)
+    /// Where the names lead to; null when there is no such node. Alive until the host is asked.
+    Node* node() const { return m_node; }
+
+    /// The node, held.
+    const AddRefWrapper<Node>& holdNode()
     {
+        m_held = m_node;
+        return m_held;
+    }
+
+    /// A port of the node, by name; empty when the list has none.
+    AddRefWrapper<Port> findPort(const PortList& ports, std::string_view name)
+    {
+        Sequence entries = ports.entries();
+        const Sequence::Unasked found =
+            ports.holdsReferences() ? entries.findUnasked(name) : entries.scanUnasked(name);
+        if (found.isSure)
+            return static_cast<Port*>(found.entry);
+        holdNode();
         return ports.findNamed(name);
     }
+
+private:
+    /// Goes down by one name. False, and nothing happened, when the host has to be asked, or when
+    /// nobody else holds what the way began at: then it goes as soon as it is left.
+    bool goUnasked(std::string_view name)
+    {
+        if (m_held->getRefCount() == 1 || !hasPlainCompound(*m_node))
+            return false;
+        const Compound* const compound = m_node->m_ownedCompound.get();
+        if (!compound) {
+            m_node = nullptr;
+            return true;
+        }
+        if (!hasPlainNodes(*compound))
+            return false;
+        const Sequence::Unasked found = compound->m_nodes->entries().findUnasked(name);
+        if (found.isSure)
+            m_node = static_cast<Node*>(found.entry);
+        return found.isSure;
+    }
+    void goAsking(std::string_view name)
+    {
+        const AddRefWrapper<Compound> compound = holdNode()->getAsCompound();
+        m_held = compound ? compound->nodes().findNamed(name) : nullptr;
+        m_node = m_held.get();
+    }
+
+    AddRefWrapper<Node> m_held; ///< The node, or the one above it where the host was asked last.
+    Node* m_node = nullptr;     ///< Not owned. Null: the names lead nowhere.
 };
 
 Container::Container() = default;
@@ -110,7 +160,7 @@ void Container::tokenizePath(std::string path, std::vector<std::string>& tokens)
 
 AddRefWrapper<Node> Container::findNodeFromPath(const char* path)
 {
-    return path && *path ? PathWalker::findNode(*this, withoutLastDot(path)) : nullptr;
+    return path && *path ? PathWalker(*this, withoutLastDot(path)).node() : nullptr;
 }
 
 AddRefWrapper<Port>
@@ -120,17 +170,18 @@ Container::findPortFromPath(const char* path, PortIOType ioType, ESearchMode mod
     const std::size_t lastDot = names.rfind('.');
     if (lastDot == std::string_view::npos)
         return nullptr;
-    const AddRefWrapper<Node> node = PathWalker::findNode(*this, names.substr(0, lastDot));
+    PathWalker way(*this, names.substr(0, lastDot));
+    Node* const node = way.node();
     if (!node)
         return nullptr;
     const std::string_view name = names.substr(lastDot + 1);
     AddRefWrapper<Port> port =
-        PathWalker::findPort(ioType == PortInput ? node->inputs() : node->outputs(), name);
+        way.findPort(ioType == PortInput ? node->inputs() : node->outputs(), name);
     if (port || mode != eSearchNodeAndInner)
         return port;
     // The inner lists are crossed: a port of the direction asked for stands in the other one.
-    if (const AddRefWrapper<Compound> compound = node->getAsCompound())
-        port = PathWalker::findPort(
+    if (const AddRefWrapper<Compound> compound = way.holdNode()->getAsCompound())
+        port = way.findPort(
             ioType == PortInput ? compound->innerOutputs() : compound->innerInputs(), name);
     return port;
 }

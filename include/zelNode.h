@@ -100,6 +100,7 @@ public:
 
 private:
     friend class NodeList;
+    friend class PathWalker;
 
     void appendFullPath(std::string& path, std::size_t following);
 

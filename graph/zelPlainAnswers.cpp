@@ -1,6 +1,9 @@
-// The one place that finds out how a class answers getName.
+// The one place that finds out which of its questions a class answers as the library does.
+
+#include "zelPlainAnswers.h"
 
 #include "core/zelNameIndex.h"
+#include "zelCompound.h"
 #include "zelNode.h"
 
 #if defined(ZEL_NAMES_BY_TYPE)
@@ -53,33 +56,61 @@ bool hasPlainName(const Namable& object)
     return of != notes().end() && of->second.plain > 0 && of->second.overriding == 0;
 }
 
+bool hasPlainCompound(const Node& /*node*/)
+{
+    return false;
+}
+
+bool hasPlainNodes(const Compound& /*compound*/)
+{
+    return false;
+}
+
 } // namespace ZEL
 
 #else
 
+#include <cstddef>
 #include <cstring>
 
 namespace ZEL {
 
 namespace {
 
-/// What the object's virtual table holds for getName: the third slot, behind the two of the
-/// destructor.
-void* getNameSlot(const Namable& object)
+// Slots of the published order, which begins with the two of the destructor in Namable and with
+// three of ReferenceCounted in the others.
+constexpr std::size_t kGetName = 2;
+constexpr std::size_t kGetAsCompound = 4;
+constexpr std::size_t kNodes = 3;
+
+/// What the object's virtual table holds in a slot.
+void* slotOf(const void* object, std::size_t slot)
 {
     void* const* table = nullptr;
-    std::memcpy(&table, static_cast<const void*>(&object), sizeof(table));
-    return table[2];
+    std::memcpy(&table, object, sizeof(table));
+    return table[slot];
 }
 
 /// Null until the library is loaded: no name is taken for plain before.
-void* const kOwnGetName = getNameSlot(Namable());
+void* const kOwnGetName = slotOf(&static_cast<const Namable&>(Namable()), kGetName);
 
 } // namespace
 
 bool hasPlainName(const Namable& object)
 {
-    return getNameSlot(object) == kOwnGetName;
+    return slotOf(&object, kGetName) == kOwnGetName;
+}
+
+bool hasPlainCompound(const Node& node)
+{
+    static void* const own = slotOf(Node::createNew(nullptr, nullptr).get(), kGetAsCompound);
+    return slotOf(&node, kGetAsCompound) == own;
+}
+
+bool hasPlainNodes(const Compound& compound)
+{
+    static void* const own = slotOf(Compound::createNew(nullptr, nullptr).get(), kNodes);
+    return slotOf(&compound, kNodes) == own;
 }
 
 } // namespace ZEL

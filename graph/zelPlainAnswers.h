@@ -1,0 +1,15 @@
+#pragma once
+
+namespace ZEL {
+
+class Compound;
+class Node;
+
+// Whether a question would be answered by the library itself, so that it need not be asked. False
+// also where an object does not show it.
+/// True when the node's getAsCompound is Node's own.
+bool hasPlainCompound(const Node& node);
+/// True when the compound's nodes is Compound's own.
+bool hasPlainNodes(const Compound& compound);
+
+} // namespace ZEL
