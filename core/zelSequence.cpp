@@ -83,7 +83,7 @@ bool Sequence::isKnownOnce(const void* object) const
     return entries->used <= kShort && std::count(slots, slots + entries->used, object) == 1;
 }
 
-void Sequence::appendMore(void* object)
+std::uint32_t Sequence::appendMore(void* object)
 {
     SequenceBlock* entries = block();
     if (!entries) {
@@ -92,7 +92,7 @@ void Sequence::appendMore(void* object)
         pair.slots()[1] = object;
         pair.used = 2;
         m_data = reinterpret_cast<std::uintptr_t>(&pair);
-        return;
+        return 1;
     }
     SequenceExtras* const rare = entries->findExtras();
     if (entries->used == entries->capacity) {
@@ -104,6 +104,7 @@ void Sequence::appendMore(void* object)
     entries->slots()[entries->used++] = object;
     if (rare && !rare->counts.isEmpty())
         rare->counts.onAppended(entries->used - 1);
+    return entries->used - 1;
 }
 
 bool Sequence::eraseFirst(const void* object)
@@ -115,12 +116,19 @@ bool Sequence::eraseFirst(const void* object)
     return true;
 }
 
-bool Sequence::eraseOnly(const void* object)
+bool Sequence::eraseOnly(const void* object, std::uint32_t slot)
 {
     SequenceBlock* const entries = block();
-    if (!entries || entries->used == 0 || entries->slots()[entries->used - 1] != object)
+    if (!entries)
         return eraseFirst(object);
-    eraseSlot(entries->used - 1);
+    void** const slots = entries->slots();
+    const std::uint32_t used = entries->used;
+    if (slot >= used || slots[slot] != object) {
+        if (used == 0 || slots[used - 1] != object)
+            return eraseFirst(object);
+        slot = used - 1;
+    }
+    eraseSlot(slot, kShort); // Others know their slots, too.
     return true;
 }
 
@@ -333,7 +341,8 @@ void Sequence::collectSlots(const void* object, std::vector<std::uint32_t>& slot
         rare->searchWork += entries->used;
 }
 
-void Sequence::eraseSlot(std::uint32_t slot)
+/// Moves the entries behind the slot if they are few enough, and if no table knows their slots.
+void Sequence::eraseSlot(std::uint32_t slot, std::uint32_t few)
 {
     SequenceBlock* const entries = block();
     if (!entries) {
@@ -342,8 +351,8 @@ void Sequence::eraseSlot(std::uint32_t slot)
     }
     const std::uint32_t behind = entries->used - 1 - slot;
     SequenceExtras* const rare = behind > kShort ? &extrasOf(*entries) : entries->findExtras();
-    // At the beginning of a long sequence a hole costs nothing, also later.
-    if (rare && (rare->leavesHoles() || (slot == 0 && behind > kShort))) {
+    // A hole at the beginning costs nothing later; one in the middle costs counting for an index.
+    if (rare && (rare->leavesHoles() || behind > few || (behind > kShort && slot == 0))) {
         leaveHole(*rare, slot);
         tidyHoles(*rare);
         return;

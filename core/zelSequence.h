@@ -83,22 +83,23 @@ public:
     /// True when the object has exactly one place and that is seen at once: not in a long sequence.
     bool isKnownOnce(const void* object) const;
 
-    void append(void* object)
+    /// Returns the slot; it is the object's until it is erased or entries move.
+    std::uint32_t append(void* object)
     {
         if (m_data == 0) {
             m_data = reinterpret_cast<std::uintptr_t>(object) + 1;
-            return;
+            return 0;
         }
         SequenceBlock* const entries = block();
-        if (entries && entries->used < entries->capacity && !entries->hasExtrasRoom)
-            entries->slots()[entries->used++] = object;
-        else
-            appendMore(object);
+        if (!entries || entries->used == entries->capacity || entries->hasExtrasRoom != 0)
+            return appendMore(object);
+        entries->slots()[entries->used] = object;
+        return entries->used++;
     }
     /// Erases the first place of the object. False when it has none.
     bool eraseFirst(const void* object);
-    /// The same for an object that has no second place.
-    bool eraseOnly(const void* object);
+    /// The same for an object that has no second place, and had that slot once.
+    bool eraseOnly(const void* object, std::uint32_t slot);
     /// Erases every place of the object; returns how many there were.
     int eraseEvery(const void* object);
     /// Erases the entry at the index, which must be in range.
@@ -144,6 +145,8 @@ public:
 private:
     /// Up to this length a sequence is only ever searched slot by slot.
     static constexpr std::uint32_t kShort = 32;
+    /// So many entries are moved rather than leave a hole.
+    static constexpr std::uint32_t kFew = 256;
     /// A table is filled when plain work has visited every slot about so many times.
     static constexpr std::uint64_t kPatience = 4;
     /// The same for the table of objects: to visit one, no object needs to be looked at.
@@ -163,13 +166,13 @@ private:
     // NOLINTEND(performance-no-int-to-ptr)
     SequenceBlock& growTo(std::uint32_t capacity, bool withExtrasRoom);
     SequenceBlock& grow(SequenceBlock& entries);
-    void appendMore(void* object);
+    std::uint32_t appendMore(void* object);
     SequenceExtras* findPlaces() const;
     const SlotCounts& countedSlots(SequenceExtras& rare) const;
     std::uint32_t findSlot(const void* object) const;
     void place(SequenceExtras& rare, std::uint32_t slot) const;
     int eraseByScan(const void* object);
-    void eraseSlot(std::uint32_t slot);
+    void eraseSlot(std::uint32_t slot, std::uint32_t few = kFew);
     void leaveHole(SequenceExtras& rare, std::uint32_t slot);
     void tidyHoles(SequenceExtras& rare);
     void closeHoles() const;

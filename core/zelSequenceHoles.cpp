@@ -38,7 +38,7 @@ void Sequence::tidyHoles(SequenceExtras& rare)
     if (rare.names)
         rare.names->trim(entries.used);
     const std::uint32_t left = entries.used - rare.holes;
-    if (left <= kShort / 2 || (rare.holes > kShort && rare.holes * 2 > entries.used))
+    if (left <= kShort / 2 || (rare.holes > kShort && rare.holes / 7 > left))
         closeHoles();
     if (left <= kShort / 2)
         dropTables(rare);

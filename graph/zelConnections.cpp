@@ -61,8 +61,10 @@ bool Port::addConnection(const AddRefWrapper<Port>& other)
     // Or the compound of the sending one: neither could take the connection off.
     if (isPlainInput(*sender) && isPlainInput(*receiver))
         return false;
-    sender->m_connections.addConnected(*receiver);
-    receiver->m_connections.addConnected(*sender);
+    const std::uint32_t placeOfReceiver = sender->m_connections.addConnected(*receiver);
+    const std::uint32_t placeOfSender = receiver->m_connections.addConnected(*sender);
+    sender->m_connections.notePlace(placeOfSender);
+    receiver->m_connections.notePlace(placeOfReceiver);
     return true;
 }
 
@@ -84,7 +86,7 @@ bool Port::disconnect(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>
     PortList& farConnections = other->m_connections;
     if (!standOnce(*port, *other))
         return connections.removeEvery(other) && farConnections.removeEvery(port);
-    return connections.removeOnly(other) && farConnections.removeOnly(port);
+    return connections.removeOnly(*other) && farConnections.removeOnly(*port);
 }
 
 /// True when the two are known to stand in each other's connections once at most.
@@ -93,8 +95,8 @@ bool Port::standOnce(Port& port, Port& other)
     // What only connecting and disconnecting have changed has the pair equally often at both ends.
     const PortList& a = port.m_connections;
     const PortList& b = other.m_connections;
-    return &port != &other && a.isPlainRecord() && b.isPlainRecord() &&
-           (a.isKnownOnce(other) || b.isKnownOnce(port));
+    return &port != &other && a.m_isRecord != 0 && b.m_isRecord != 0 &&
+           (b.isKnownOnce(port) || a.isKnownOnce(other));
 }
 
 void Port::removeAllConnections()
@@ -126,38 +128,54 @@ void Port::onParentNodeDeleted()
     }
     // What this end keeps the others do not know: connected again, the two are uneven.
     if (isConnected())
-        m_connections.m_isHandmade = 1;
+        m_connections.endRecord();
 }
 
 // The list's side.
 
-/// Appends a port that was agreed to. A list whose parent somebody has set asks that, too.
-void PortList::addConnected(Port& port)
+/// Appends a connected port; returns its slot.
+std::uint32_t PortList::addConnected(Port& port)
 {
-    if (m_isHandmade != 0 && m_parent)
-        add(&port);
-    else
-        entries().append(toEntry(&port));
+    if (!parent())
+        return entries().append(toEntry(&port));
+    add(&port);
+    return 0;
 }
 
-/// As remove for a port that stands here once at most.
-bool PortList::removeOnly(const AddRefWrapper<Port>& port)
+/// Notes where the port whose record this is stands in the list of the one connected last.
+void PortList::notePlace(std::uint32_t place)
 {
-    const bool found = eraseOnly(*port);
-    if (!found)
-        reportMissing(*port);
-    return found;
+    if (m_isRecord != 0)
+        m_place = place;
 }
 
-bool PortList::eraseOnly(Port& port)
+/// Something else than connecting and disconnecting changes the list.
+void PortList::endRecord()
 {
-    return entries().eraseOnly(toEntry(&port));
+    if (m_isRecord == 0)
+        return;
+    m_isRecord = 0;
+    m_parent = nullptr;
 }
 
 /// True when the list is short and the port stands in it once.
 bool PortList::isKnownOnce(Port& port) const
 {
     return entries().isKnownOnce(toEntry(&port));
+}
+
+/// Erases a port that stands here once at most. This list and the port's are records.
+bool PortList::eraseOnly(Port& port)
+{
+    return entries().eraseOnly(toEntry(&port), port.m_connections.m_place);
+}
+
+bool PortList::removeOnly(Port& port)
+{
+    const bool found = eraseOnly(port);
+    if (!found)
+        reportMissing(port);
+    return found;
 }
 
 void PortList::reportMissing(Port& port)

@@ -38,6 +38,7 @@ Port::Port(const char* name, PortIOType ioType)
       m_parentAgrees(0)
 {
     m_connections.addRef();
+    m_connections.m_isRecord = 1;
 }
 
 Port::~Port() = default;

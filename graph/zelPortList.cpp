@@ -38,15 +38,22 @@ AddRefWrapper<PortList> PortList::createNew()
     return new PortList;
 }
 
-PortList::PortList() : m_ioType(PortInput), m_parentKind(0), m_orphaned(0), m_isHandmade(0) {}
+PortList::PortList()
+    : m_ioType(PortInput),
+      m_parentKind(0),
+      m_orphaned(0),
+      m_isRecord(0),
+      m_parent(nullptr)
+{
+}
 
 PortList::PortList(const PortList& other)
     : ReferenceCounted(other),
       m_ioType(other.m_ioType),
       m_parentKind(other.m_parentKind),
       m_orphaned(other.m_orphaned),
-      m_isHandmade(1),
-      m_parent(other.m_parent)
+      m_isRecord(0),
+      m_parent(other.parent())
 {
     entries().assign(other.entries());
 }
@@ -63,8 +70,8 @@ PortList& PortList::operator=(const PortList& other)
     m_ioType = other.m_ioType;
     m_parentKind = other.m_parentKind;
     m_orphaned = other.m_orphaned;
-    m_isHandmade = 1;
-    m_parent = other.m_parent;
+    m_isRecord = 0;
+    m_parent = other.parent();
     return *this;
 }
 
@@ -106,11 +113,11 @@ void PortList::releaseEntries(PortNotification* dyingParent)
 void PortList::setParent(PortNotification* parent)
 {
     setParent(parent, ParentKind::Unknown);
-    m_isHandmade = 1;
 }
 
 void PortList::setParent(PortNotification* parent, ParentKind kind)
 {
+    m_isRecord = 0;
     m_parent = parent;
     m_parentKind = static_cast<std::uint32_t>(kind);
     m_orphaned = 0;
@@ -120,7 +127,7 @@ void PortList::setParent(PortNotification* parent, ParentKind kind)
 
 PortNotification* PortList::getParent()
 {
-    return m_parent;
+    return parent();
 }
 
 void PortList::setPortIOType(PortIOType type)
@@ -157,8 +164,8 @@ bool PortList::add(const AddRefWrapper<Port>& port)
 {
     if (!port)
         return false;
+    endRecord();
     if (!m_parent) {
-        m_isHandmade = 1;
         append(port.get());
         return true;
     }
@@ -194,8 +201,7 @@ AddRefWrapper<Port> PortList::addPort(const char* name, const AddRefWrapper<Port
 
 bool PortList::remove(const AddRefWrapper<Port>& port)
 {
-    if (!m_parent) // Before: the list may be gone afterwards.
-        m_isHandmade = 1;
+    endRecord(); // Before: the list may be gone afterwards.
     return removeEvery(port);
 }
 
@@ -207,14 +213,14 @@ bool PortList::removeEvery(const AddRefWrapper<Port>& port)
     const AddRefWrapper<Port> held(port.get());
     bool found = false;
     // Looked for again after each question: the listener may have changed the list.
-    while (m_parent && entries().contains(toEntry(held.get()))) {
+    while (parent() && entries().contains(toEntry(held.get()))) {
         found = true;
         if (!m_parent->onPortListPortRemoved(*this, held))
             return false;
         if (entries().eraseFirst(toEntry(held.get())) && holdsReferences())
             releasePlace(held.get());
     }
-    if (!m_parent) {
+    if (!parent()) {
         const int erased = entries().eraseEvery(toEntry(held.get()));
         for (int i = 0; i < erased && holdsReferences(); ++i)
             releasePlace(held.get());
@@ -234,7 +240,7 @@ bool PortList::movePort(int from, int to)
     if (from == size())
         return false;
     const KeepAlive self(this);
-    if (m_parent && !m_parent->onPortListPortMove(*this, from, to))
+    if (parent() && !m_parent->onPortListPortMove(*this, from, to))
         return false;
     // Tested again: the listener may have changed the list.
     if (from >= size() || to > size())
@@ -247,7 +253,7 @@ bool PortList::movePort(int from, int to)
     } else {
         repeatForward(from, to);
     }
-    if (m_parent)
+    if (parent())
         m_parent->onPortListPortMoved(*this, from, to);
     return true;
 }
@@ -256,7 +262,7 @@ void PortList::repeatForward(int from, int to)
 {
     // Contract: the entry behind the moved port is erased, not the moved port's old place. One
     // place further on that entry is the inserted copy itself, and the list ends as it began.
-    m_isHandmade = 1;
+    endRecord();
     Sequence ports = entries();
     void* const moved = ports.at(from);
     ports.insertAt(to, moved);
@@ -271,7 +277,7 @@ void PortList::repeatForward(int from, int to)
 void PortList::onPortDeleted(Port* port)
 {
     if (forget(port))
-        m_isHandmade = 1;
+        endRecord();
 }
 
 /// True when the port stood there.
@@ -312,7 +318,7 @@ AddRefWrapper<Port> PortList::findNamed(std::string_view name) const
 
 bool PortList::holdsReferences() const
 {
-    return m_parent || m_orphaned;
+    return parent() || m_orphaned != 0;
 }
 
 void PortList::addSurplus(Port* port, int change)
@@ -332,7 +338,7 @@ void PortList::releasePlace(Port* port)
 
 void PortList::onParentDied(PortNotification* parent)
 {
-    if (m_parent == parent) {
+    if (m_parent == parent) {   // No record: it is a list of that parent's own.
         if (getRefCount() == 1) // The ports die with their parent: as long as they can name it.
             releaseEntries(parent);
         setParent(nullptr, ParentKind::Unknown);

@@ -187,13 +187,15 @@ private:
 
     Sequence entries() const;
     Port* entryAt(int index) const;
-    bool isPlainRecord() const { return !m_parent && !m_orphaned && !m_isHandmade; }
+    PortNotification* parent() const { return m_isRecord != 0 ? nullptr : m_parent; }
+    void endRecord();
     bool isKnownOnce(Port& port) const;
     bool eraseOnly(Port& port);
+    void notePlace(std::uint32_t place);
     bool forget(Port* port);
     bool removeEvery(const AddRefWrapper<Port>& port);
-    bool removeOnly(const AddRefWrapper<Port>& port);
-    void addConnected(Port& port);
+    bool removeOnly(Port& port);
+    std::uint32_t addConnected(Port& port);
     static void reportMissing(Port& port);
     AddRefWrapper<Port> findNamed(std::string_view name) const;
     void append(Port* port);
@@ -209,11 +211,16 @@ private:
     std::int32_t m_ioType : 24;     ///< A PortIOType.
     std::uint32_t m_parentKind : 2; ///< A ParentKind.
     std::uint32_t m_orphaned : 1;   ///< The parent died: the list holds references without it.
-    std::uint32_t m_isHandmade : 1; ///< The entries may be other than connecting has made them.
+    std::uint32_t m_isRecord : 1;   ///< Connections, as connecting has made them.
     /// The word of a Sequence. There is one reference for each entry while there is a parent, but
     /// for what forward moves and assignments have left uneven, which the extras remember.
     mutable std::uintptr_t m_entries = 0;
-    PortNotification* m_parent = nullptr; ///< Not owned. Null: nobody is asked.
+    union {
+        PortNotification* m_parent; ///< Not owned. Null: nobody is asked.
+        /// Of a record, which has no parent: the slot of the port whose connections these are in
+        /// the list of the one connected last, unless entries moved there since.
+        std::uint32_t m_place;
+    };
 };
 
 /// One named, typed end point. The list it stands in holds it; connections hold nothing, so they
