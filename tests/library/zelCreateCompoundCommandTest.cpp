@@ -1,7 +1,9 @@
 #include "zelTestEditing.h"
 
 #include <functional>
+#include <map>
 #include <memory>
+#include <vector>
 
 namespace ZEL {
 namespace {
@@ -246,6 +248,47 @@ TEST(CreateCompoundCommand, RecordsAnInputWhoseParentIsNoNodeByTheNodeThatHasIt)
         EXPECT_EQ(net.port("Top.Box.A.Out"), in->connectedTo()[1]);
         EXPECT_EQ(0, net.compound("Top.Box")->innerInputs().size());
         in->setParent(nullptr);
+    }
+}
+
+TEST(CreateCompoundCommand, MovesManyInTheOrderOfTheirNamesWhateverTheOrderOfTheCalls)
+{
+    for (const int count : {3, 99, 150, 400}) {
+        TestNetwork net;
+        std::vector<std::string> names{"a", "ab", "\xc3\xa9t\xc3\xa9"};
+        for (int i = 3; i < count;
+             ++i) // Some are told apart by their last byte, some by the first.
+            names.push_back(i % 2 != 0 ? "a long name " + std::to_string(i) : std::to_string(i));
+        std::vector<AddRefWrapper<Node>> nodes;
+        std::map<std::string, AddRefWrapper<Node>> sources; // By the name of the node they feed.
+        for (const std::string& name : names) {
+            sources[name] = net.addNode("Top", ("source of " + name).c_str(), "", "Out");
+            nodes.push_back(net.addNode("Top", name.c_str(), "X Y", "Out"));
+            sources[name]->outputs()[0]->addConnection(nodes.back()->inputs()[0]);
+        }
+        for (std::size_t i = 0; i < nodes.size(); ++i)
+            nodes[i]->outputs()[0]->addConnection(nodes[i * 7 % nodes.size()]->inputs()[1]);
+        Collapse command(net, "Top", {});
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const std::string& name = names[(i * 10007 + 5) % names.size()];
+            EXPECT_TRUE(command.addNodeToMove(name.c_str()) && command.addNodeToMove(name.c_str()));
+        }
+        EXPECT_TRUE(command.doit());
+        const AddRefWrapper<Compound> box = net.compound("Top.Box");
+        ASSERT_EQ(count, box->nodes().size());
+        ASSERT_EQ(count, box->innerInputs().size());
+        int place = 0;
+        for (const auto& [name, source] : sources) {
+            ASSERT_EQ(name, box->nodes()[place]->getName());
+            const AddRefWrapper<Port> port = box->getAsNode()->inputs()[place];
+            ASSERT_EQ(source, port->connectedTo()[0]->getParentNode());
+            ASSERT_EQ(box->nodes()[place]->inputs()[0],
+                      box->innerInputs()[place]->connectedTo()[0]);
+            ++place;
+        }
+        for (std::size_t i = 0; i < nodes.size(); ++i)
+            ASSERT_EQ(nodes[i * 7 % nodes.size()]->inputs()[1],
+                      nodes[i]->outputs()[0]->connectedTo()[0]);
     }
 }
 
