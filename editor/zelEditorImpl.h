@@ -2,6 +2,8 @@
 
 #include "core/zelSequence.h"
 #include "zelEditor.h"
+#include "zelEditorSlots.h"
+#include "zelNotifierList.h"
 
 namespace ZEL {
 
@@ -10,14 +12,14 @@ struct HostEditorImpl {
     explicit HostEditorImpl(HostEditor* editor);
     ~HostEditorImpl();
 
-    /// Forgets the notifier; does nothing once the editor is being destroyed.
-    void removeMe(HostEditorNotifier* notifier);
+    /// Adds the notifier at the end and returns its slot; tells those that have moved up.
+    std::uint32_t addMe(HostEditorNotifier* notifier);
+    /// Forgets the notifier in that slot; does nothing once the editor is being destroyed.
+    void removeMe(std::uint32_t slot);
 
-    Sequence notifiers() { return Sequence(notifierData); }
-
-    std::uintptr_t notifierData = 0; ///< HostEditorNotifiers, not owned, in order of registration.
-    HostEditor* owner;               ///< Not owned: the editor that owns this record.
-    bool beingDestroyed = false;     ///< Keeps notifiers unchanged while the destructor walks it.
+    NotifierList notifiers;
+    HostEditor* owner;           ///< Not owned: the editor that owns this record.
+    bool beingDestroyed = false; ///< Keeps notifiers unchanged while the destructor walks it.
 };
 
 /// The notifier's side of its registrations.
@@ -29,9 +31,9 @@ struct HostEditorNotifierImpl {
     ~HostEditorNotifierImpl();
 
     void registerEditor(HostEditor* editor, HostEditorNotifier* notifier);
-    void unregisterEditor(HostEditor* editor, HostEditorNotifier* notifier);
-    /// Makes every editor forget the notifier.
-    void unregisterNotifier(HostEditorNotifier* notifier);
+    void unregisterEditor(HostEditor* editor);
+    /// Makes every editor forget the notifier, which is dying.
+    void unregisterNotifier();
 
     /// One walk over the editors. It lies on the stack of the notification and outlives the
     /// notifier when a callback destroys that.
@@ -52,14 +54,16 @@ struct HostEditorNotifierImpl {
         const Pass pass(*this);
         // Contract: the length is read on every turn; a callback may register or remove editors.
         for (int i = 0; pass.notifier && i < pass.notifier->editors().size(); ++i)
-            callback(*static_cast<HostEditor*>(pass.notifier->editors().at(i)));
+            callback(*pass.notifier->editorAt(i));
     }
 
     Sequence editors() { return Sequence(editorData); }
+    HostEditor* editorAt(int index) { return static_cast<HostEditor*>(editors().at(index)); }
 
-    std::uintptr_t editorData =
-        0; ///< HostEditors, not owned, in order of registration, no doubles.
+    /// HostEditors, not owned, in order of registration, no doubles.
+    std::uintptr_t editorData = 0;
     Pass* innermostPass = nullptr; ///< Not owned. Null: no notification is under way.
+    EditorSlots slots;             ///< Where the notifier stands in the lists of those editors.
 };
 
 } // namespace ZEL

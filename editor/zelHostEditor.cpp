@@ -7,16 +7,23 @@ HostEditorImpl::HostEditorImpl(HostEditor* editor) : owner(editor) {}
 HostEditorImpl::~HostEditorImpl()
 {
     beingDestroyed = true;
-    const int count = notifiers().size();
-    for (int i = 0; i < count; ++i)
-        static_cast<HostEditorNotifier*>(notifiers().at(i))->unregisterEditor(owner);
-    notifiers().clear();
+    for (std::uint32_t slot = 0; slot < notifiers.slotCount(); ++slot) {
+        if (HostEditorNotifier* const notifier = notifiers.at(slot))
+            notifier->unregisterEditor(owner);
+    }
 }
 
-void HostEditorImpl::removeMe(HostEditorNotifier* notifier)
+std::uint32_t HostEditorImpl::addMe(HostEditorNotifier* notifier)
+{
+    return notifiers.append(notifier, [this](HostEditorNotifier& moved, std::uint32_t slot) {
+        moved.m_impl->slots.change(owner, slot);
+    });
+}
+
+void HostEditorImpl::removeMe(std::uint32_t slot)
 {
     if (!beingDestroyed)
-        notifiers().eraseFirst(notifier);
+        notifiers.erase(slot);
 }
 
 HostEditor::HostEditor() : m_impl(new HostEditorImpl(this)) {}

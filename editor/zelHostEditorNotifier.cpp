@@ -26,20 +26,21 @@ void HostEditorNotifierImpl::registerEditor(HostEditor* editor, HostEditorNotifi
 {
     if (editors().contains(editor))
         return;
+    const HostEditor* const only = editors().size() == 1 ? editorAt(0) : nullptr;
     editors().append(editor);
-    editor->m_impl->notifiers().append(notifier);
+    slots.add(editor, editor->m_impl->addMe(notifier), only);
 }
 
-void HostEditorNotifierImpl::unregisterEditor(HostEditor* editor, HostEditorNotifier* notifier)
+void HostEditorNotifierImpl::unregisterEditor(HostEditor* editor)
 {
     if (editors().eraseFirst(editor))
-        editor->m_impl->removeMe(notifier);
+        editor->m_impl->removeMe(slots.take(editor));
 }
 
-void HostEditorNotifierImpl::unregisterNotifier(HostEditorNotifier* notifier)
+void HostEditorNotifierImpl::unregisterNotifier()
 {
     for (int i = 0; i < editors().size(); ++i)
-        static_cast<HostEditor*>(editors().at(i))->m_impl->removeMe(notifier);
+        editorAt(i)->m_impl->removeMe(slots.take(editorAt(i)));
 }
 
 HostEditorNotifierImpl::Pass::Pass(HostEditorNotifierImpl& impl)
@@ -61,7 +62,7 @@ HostEditorNotifier::~HostEditorNotifier()
 {
     if (!m_impl)
         return;
-    m_impl->unregisterNotifier(this);
+    m_impl->unregisterNotifier();
     delete m_impl;
 }
 
@@ -77,7 +78,7 @@ void HostEditorNotifier::registerEditor(HostEditor* editor)
 void HostEditorNotifier::unregisterEditor(HostEditor* editor)
 {
     if (m_impl && editor)
-        m_impl->unregisterEditor(editor, this);
+        m_impl->unregisterEditor(editor);
 }
 
 void HostEditorNotifier::notifyConnectionChange(ECnxChangeType type,
