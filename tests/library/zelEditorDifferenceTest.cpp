@@ -263,3 +263,31 @@ TEST(ListDifference, NotifiersOfOneEditorEndInEveryOrder)
         }
     }
 }
+
+TEST(ListDifference, NotifiersOfAFewEditorsComeAndGo)
+{
+    // More are made in their life than the editors' lists have room for: what is left moves up.
+    for (const int editors : {1, 2, 17, 40}) {
+        for (const bool isFirstInFirstOut : {true, false}) {
+            SCOPED_TRACE(testing::PrintToString(std::make_tuple(editors, isFirstInFirstOut)));
+            Random random(static_cast<unsigned>(editors));
+            constexpr int kAtATime = 30;
+            EditorModel model(editors, kAtATime);
+            for (int step = 0; step < stepCount(1500) && !HasFatalFailure(); ++step) {
+                const int notifier = isFirstInFirstOut ? step % kAtATime : random.below(kAtATime);
+                model.make({Registering::EndNotifier, 0, notifier});
+                for (int i = 0; i < editors; ++i)
+                    model.make({Registering::Add, (step + i) % editors, notifier});
+                if (random.oneIn(3)) // The others of that notifier keep their places.
+                    model.make({Registering::Remove, random.below(editors), notifier});
+                if (random.oneIn(300))
+                    model.make({Registering::EndEditor, random.below(editors), 0});
+                model.notify(random.below(kAtATime));
+            }
+            model.notifyAll();
+            for (int i = 0; i < editors; ++i)
+                model.make({Registering::EndEditor, i, 0});
+            model.notifyAll();
+        }
+    }
+}
