@@ -25,7 +25,7 @@ show-it top
 show-it *top.m_object
 show-it network
 show-it *network.m_object
-show-it network.m_object->m_impl->nodes
+show-it network.m_object->m_nodes
 show-it blur
 show-it *blur.m_object
 show-it in
@@ -33,8 +33,8 @@ show-it *in.m_object
 show-it *inner.m_object
 show-it alone
 show-it many
-show-it *many.m_object->m_inputs.m_object
-show-it *emptied.m_object->m_inputs.m_object
+show-it (ZEL::PortList&)many.m_object->m_lists->m_inputs
+show-it (ZEL::PortList&)emptied.m_object->m_lists->m_inputs
 show-it image
 show-it *image.m_object
 show-it properties

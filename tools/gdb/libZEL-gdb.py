@@ -92,7 +92,11 @@ def entries_of(word):
         return 1, [data - 1]
     block = gdb.Value(data).cast(gdb.lookup_type("ZEL::SequenceBlock").pointer())
     used, capacity = int(block["used"]), int(block["capacity"])
-    holes = int(block["extras"]["holes"]) if int(block["extras"]) else 0
+    holes = 0
+    if int(block["hasExtrasRoom"]):
+        extras_type = gdb.lookup_type("ZEL::SequenceExtras").pointer()
+        extras = (block.cast(extras_type.pointer()) - 1).dereference()
+        holes = int(extras["holes"]) if int(extras) else 0
     if used > capacity or holes > used:
         raise Unreadable("a list of %d entries in %d slots" % (used, capacity))
     slots = (block + 1).cast(gdb.lookup_type("unsigned long").pointer())
@@ -107,7 +111,7 @@ def name_of(value):
 
 def owner_of(compound):
     """The pointer to the node that owns the compound."""
-    return compound["m_impl"].dereference()["owner"]
+    return compound["m_owner"]
 
 
 def node_path(node):
@@ -171,7 +175,7 @@ def port_details(port):
         direction = "inner " + ("input" if direction == "output" else "output")
     data_type = port["m_dataType"]["m_object"]
     type_name = "type " + name_of(data_type.dereference()) if int(data_type) else "no type"
-    connections = list_size(port["m_connections"]["m_object"].dereference())
+    connections = list_size(port["m_connections"])
     return f"{direction}, {type_name}, {counted(connections, 'connection')}"
 
 
@@ -181,14 +185,14 @@ def port_path(port):
 
 
 def node_details(node):
-    inputs = list_size(node["m_inputs"]["m_object"].dereference())
-    outputs = list_size(node["m_outputs"]["m_object"].dereference())
+    lists = node["m_lists"].dereference()
+    inputs, outputs = list_size(lists["m_inputs"]), list_size(lists["m_outputs"])
     type_name = string_of(node["m_nodeTypeName"])
     parts = [f"type {type_name}"] if type_name else []
     parts += [counted(inputs, "input"), counted(outputs, "output")]
     compound = node["m_ownedCompound"]["m_object"]
     if int(compound):
-        nodes = compound["m_impl"].dereference()["nodes"]["m_object"].dereference()
+        nodes = compound["m_nodes"]["m_object"].dereference()
         parts.append("owns a compound of " + counted(list_size(nodes), "node"))
     return ", ".join(parts)
 
@@ -206,7 +210,7 @@ def node_text(value):
 def compound_text(value):
     compound = class_value(value, "Compound")
     owner = owner_of(compound)
-    nodes = compound["m_impl"].dereference()["nodes"]["m_object"].dereference()
+    nodes = compound["m_nodes"]["m_object"].dereference()
     whose = "of " + node_path(owner.dereference()) if int(owner) else "without an owner"
     return f"{class_name(value, 'Compound')} {whose}: {counted(list_size(nodes), 'node')}"
 
@@ -274,22 +278,21 @@ def node_list_rows(value):
 
 def port_rows(value):
     """The ports at the other ends."""
-    connections = class_value(value, "Port")["m_connections"]["m_object"].dereference()
-    entries = entries_of(connections["m_entries"])[1]
+    entries = entries_of(class_value(value, "Port")["m_connections"]["m_entries"])[1]
     return text_rows(entries, "Port", port_path)
 
 
 def node_rows(value):
-    node = class_value(value, "Node")
-    yield "inputs", node["m_inputs"]["m_object"].dereference()
-    yield "outputs", node["m_outputs"]["m_object"].dereference()
+    lists = class_value(value, "Node")["m_lists"].dereference()
+    yield "inputs", class_value(lists["m_inputs"], "PortList")
+    yield "outputs", class_value(lists["m_outputs"], "PortList")
 
 
 def compound_rows(value):
-    impl = class_value(value, "Compound")["m_impl"].dereference()
-    for label, member in (("inner inputs", "innerInputs"), ("inner outputs", "innerOutputs")):
-        yield label, impl[member]["m_object"].dereference()
-    yield "nodes", impl["nodes"]["m_object"].dereference()
+    compound = class_value(value, "Compound")
+    for label, member in (("inner inputs", "m_innerInputs"), ("inner outputs", "m_innerOutputs")):
+        yield label, compound[member]["m_object"].dereference()
+    yield "nodes", compound["m_nodes"]["m_object"].dereference()
 
 
 def property_list_rows(value):
