@@ -27,6 +27,7 @@ void warmHeap(std::size_t bytes)
     auto* const block = static_cast<char*>(std::malloc(bytes));
     if (!block)
         return;
+    benchmark::DoNotOptimize(block);
     for (std::size_t i = 0; i < bytes; i += kPage)
         block[i] = 1;
     benchmark::ClobberMemory();
@@ -36,7 +37,7 @@ void warmHeap(std::size_t bytes)
 void settleHeap()
 {
     constexpr std::size_t kJoins = 1 << 20; // Freeing as much makes glibc join its small blocks.
-    void* block = std::malloc(kJoins);
+    void* const block = std::malloc(kJoins);
     benchmark::DoNotOptimize(block);
     std::free(block);
 }

@@ -8,7 +8,8 @@
 // The functions here stand in for those of glibc, for the whole process, the shared library too.
 // Each block is taken with room for one number more, at its end, which is the size asked for.
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the names are glibc's, those behind malloc and free.
+// The names are glibc's, those behind malloc and free.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -16,7 +17,7 @@ void* __libc_realloc(void* block, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
 void __libc_free(void* block);
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
 
 namespace {
 
@@ -58,6 +59,7 @@ HeapTally heapTally()
     return g_tally;
 }
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): glibc's have reserved names.
 extern "C" {
 
 void* malloc(std::size_t size)
@@ -110,3 +112,4 @@ int posix_memalign(void** result, std::size_t alignment, std::size_t size)
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
