@@ -46,6 +46,14 @@ std::uint32_t NameIndex::firstSlot(std::string_view name) const
     return m_table.first(hashOf(name), isNamed(name));
 }
 
+std::uint32_t NameIndex::onlySlotOf(const Namable& object) const
+{
+    if (object.m_index != this || asks())
+        return kNoSlot;
+    const SlotTable::First first = m_table.find(hashOf(object.m_name), isNamed(object.m_name));
+    return first.isOnly && first.object == &object ? first.slot : kNoSlot;
+}
+
 void NameIndex::collectAsked(std::uint32_t before, std::vector<std::uint32_t>& slots) const
 {
     const auto end = std::lower_bound(m_asked.begin(), m_asked.end(), before);

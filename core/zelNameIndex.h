@@ -33,6 +33,8 @@ public:
     Namable* find(std::string_view name);
     /// The slot of what find has given; kNoSlot when that is null.
     std::uint32_t firstSlot(std::string_view name) const;
+    /// The first slot of an entry that alone has its name; kNoSlot when the index cannot tell.
+    std::uint32_t onlySlotOf(const Namable& object) const;
     /// Whether any entry is to be asked.
     bool asks() const { return !m_asked.empty(); }
     /// Appends the slots before that one whose entries are to be asked; kNoSlot: all of them.

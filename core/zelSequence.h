@@ -117,6 +117,9 @@ public:
     Namable* findNamed(std::string_view name);
     /// The same without an index.
     Namable* scanNames(std::string_view name) const;
+    /// As contains and eraseFirst. The index, if there is one, tells where an entry stands.
+    bool containsNamed(const Namable* object) const;
+    bool eraseFirstNamed(const Namable* object);
     /// What a search found without running code of the host.
     struct Unasked {
         Namable* entry = nullptr; ///< Null: there is none, if that is sure.
@@ -170,6 +173,7 @@ private:
     SequenceExtras* findPlaces() const;
     const SlotCounts& countedSlots(SequenceExtras& rare) const;
     std::uint32_t findSlot(const void* object) const;
+    std::uint32_t findNamedSlot(const Namable* object) const;
     void place(SequenceExtras& rare, std::uint32_t slot) const;
     int eraseByScan(const void* object);
     void eraseSlot(std::uint32_t slot, std::uint32_t few = kFew);

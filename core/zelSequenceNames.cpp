@@ -41,6 +41,28 @@ NameIndex* Sequence::beginNames()
     return &rare.names.emplace(m_data);
 }
 
+bool Sequence::containsNamed(const Namable* object) const
+{
+    return findNamedSlot(object) != SlotTable::kNoSlot;
+}
+
+bool Sequence::eraseFirstNamed(const Namable* object)
+{
+    const std::uint32_t slot = findNamedSlot(object);
+    if (slot == SlotTable::kNoSlot)
+        return false;
+    eraseSlot(slot);
+    return true;
+}
+
+std::uint32_t Sequence::findNamedSlot(const Namable* object) const
+{
+    const SequenceExtras* const rare = findExtras();
+    const std::uint32_t slot =
+        rare && rare->names && object ? rare->names->onlySlotOf(*object) : SlotTable::kNoSlot;
+    return slot == SlotTable::kNoSlot ? findSlot(object) : slot;
+}
+
 Namable* Sequence::findNamed(std::string_view name)
 {
     NameIndex* const names = findNames();

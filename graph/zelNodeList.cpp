@@ -135,7 +135,7 @@ bool NodeList::add(const AddRefWrapper<Node>& node)
 
 bool NodeList::remove(const AddRefWrapper<Node>& node)
 {
-    if (!m_parentCompound || !node || !entries().contains(toEntry(node.get())))
+    if (!m_parentCompound || !node || !entries().containsNamed(node.get()))
         return false;
     const KeepAlive self(this);
     const AddRefWrapper<Node> held(node.get());
@@ -143,7 +143,7 @@ bool NodeList::remove(const AddRefWrapper<Node>& node)
         return false;
     held->onThisNodeDeleted();
     // Looked for again: the host may have changed the list in either call.
-    if (entries().eraseFirst(toEntry(held.get())))
+    if (entries().eraseFirstNamed(held.get()))
         held->release();
     return true;
 }
