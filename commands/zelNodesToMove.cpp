@@ -1,9 +1,9 @@
 #include "zelNodesToMove.h"
 
+#include "core/zelShortText.h"
 #include "zelNode.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace ZEL::CmdImpl {
 
@@ -45,13 +45,14 @@ NodesToMove::Found NodesToMove::find(std::string_view name) const
     if (m_table.empty())
         return {};
     Found found;
-    found.hash = static_cast<std::uint32_t>(std::hash<std::string_view>()(name));
+    found.hash = ShortText::hashOf(name);
     const std::size_t mask = m_table.size() - 1;
     for (found.place = found.hash & mask;; found.place = (found.place + 1) & mask) {
         const Place& place = m_table[found.place];
         if (place.number == 0)
             return found;
-        found.isThere = place.hash == found.hash && m_entries[place.number - 1].name == name;
+        found.isThere =
+            place.hash == found.hash && ShortText::areEqual(m_entries[place.number - 1].name, name);
         if (found.isThere)
             return found;
     }

@@ -36,8 +36,11 @@ inline void prefetchParent(Port& port)
 template <class Records, class PortsOf>
 void prefetchRecords(const Records& records, std::size_t reached, PortsOf portsOf)
 {
+    constexpr std::size_t kWorthIt = 10000;
     constexpr std::size_t kPortsAhead = 8;
     constexpr std::size_t kParentsAhead = 4;
+    if (records.size() < kWorthIt)
+        return;
     if (reached + kPortsAhead < records.size()) {
         const auto [a, b] = portsOf(records[reached + kPortsAhead]);
         prefetchPort(a);
@@ -77,7 +80,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kWorthIt = 100;
+    static constexpr std::size_t kWorthIt = 2000;
 
     Node* nodeAt(std::size_t place) const
     {
