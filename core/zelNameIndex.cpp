@@ -145,6 +145,9 @@ std::vector<std::uint32_t> NameIndex::slotsOf(const Namable& object) const
 void NameIndex::takeUpNewEntries()
 {
     const std::uint32_t used = Sequence(m_home).usedSlots();
+    if (m_slots == used)
+        return;
+    m_table.reserve(used - m_slots);
     while (m_slots < used)
         takeUp(m_slots++);
 }

@@ -290,6 +290,8 @@ SequenceExtras* Sequence::findPlaces() const
     SequenceExtras& rare = extrasOf(*entries);
     if (rare.placedSlots == 0 && rare.searchWork <= kSearchPatience * entries->used)
         return nullptr;
+    if (rare.placedSlots < entries->used)
+        rare.places.reserve(entries->used - rare.placedSlots);
     for (; rare.placedSlots < entries->used; ++rare.placedSlots) {
         if (entries->slots()[rare.placedSlots])
             place(rare, rare.placedSlots);

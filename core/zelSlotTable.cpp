@@ -25,10 +25,19 @@ void SlotTable::clear()
     *this = SlotTable();
 }
 
+void SlotTable::reserve(std::size_t keys)
+{
+    constexpr std::size_t kSmallest = 64;
+    std::size_t newSize = m_entries ? size() : kSmallest;
+    while ((m_used + keys) * 2 > newSize)
+        newSize *= 2;
+    if (newSize != size())
+        growTo(newSize);
+}
+
 void SlotTable::insertEntry(const Entry& entry)
 {
-    if ((m_used + 1) * 2 > size())
-        grow();
+    reserve(1);
     std::size_t place = entry.hash & m_mask;
     while (m_entries[place].object)
         place = (place + 1) & m_mask;
@@ -86,11 +95,9 @@ bool SlotTable::eraseFromGroup(Entry& entry, std::uint32_t slot, void* const* ob
     return true;
 }
 
-void SlotTable::grow()
+void SlotTable::growTo(std::size_t newSize)
 {
-    constexpr std::size_t kSmallest = 64;
     const std::size_t oldSize = size();
-    const std::size_t newSize = oldSize == 0 ? kSmallest : oldSize * 2;
     auto old = std::make_unique<Entry[]>(newSize);
     old.swap(m_entries);
     m_mask = newSize - 1;

@@ -56,6 +56,8 @@ public:
         else
             slots.push_back(entry->slot);
     }
+    /// Makes room for so many more keys at once.
+    void reserve(std::size_t keys);
     /// Adds a slot of the key, with the object in it, which is not null; the slot must not be there
     /// yet.
     template <class HasKey>
@@ -117,7 +119,7 @@ private:
     void eraseEntry(std::size_t hole);
     void addToGroup(Entry& entry, std::uint32_t slot, void* object);
     bool eraseFromGroup(Entry& entry, std::uint32_t slot, void* const* objects);
-    void grow();
+    void growTo(std::size_t newSize);
 
     std::unique_ptr<Entry[]> m_entries; ///< A power of two, at most half of them used, or null.
     std::size_t m_mask = 0;             ///< Their number less one.
