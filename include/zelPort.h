@@ -17,6 +17,7 @@ class Sequence;
 
 /// The direction of a port. The inner ports of a compound are crossed: an inner input feeds the
 /// inner nodes and has the direction PortOutput, an inner output is fed by them and has PortInput.
+/// Ports and lists keep the lowest 24 bits of a value of the host's own.
 enum PortIOType : std::int32_t {
     PortInput = 0,  ///< The receiving end of a connection.
     PortOutput = 1, ///< The sending end of a connection.
@@ -263,7 +264,8 @@ public:
 
     // Connections. In each pair one end sends: a compound-internal port, or else an output.
     /// The ports at the other ends, in the order of connecting. The list is a member of the port
-    /// and lives as long as it: a wrapper of the list does not keep it longer.
+    /// and lives as long as it: a wrapper of the list does not keep it longer (P10 in
+    /// docs/caller-guarantees.md).
     PortList& connectedTo();
     bool isConnected();
     /// Connects the two ports; may be called on either. Asks onPortAddConnection of the sending
