@@ -4,6 +4,9 @@
 #include "zelCommands.h"
 #include "zelWorkload.h"
 
+#include <algorithm>
+#include <random>
+
 using namespace ZEL;
 
 namespace {
@@ -41,19 +44,14 @@ Timing runCommandStep(int count)
     return runCommands(count, step);
 }
 
-/// Collapses count nodes out of the middle of a chain of twice as many.
-Timing collapse(int count)
+/// Collapses count nodes out of the middle of the network.
+Timing collapseMiddle(LibraryNetwork& network, int count)
 {
-    LibraryNetwork network;
-    network.network = new NestingCompound(network.top);
-    network.createNodes(2 * count);
-    NodeList& nodes = network.network->nodes();
-    for (int i = 1; i < 2 * count; ++i)
-        nodes[i]->inputs()[0]->addConnection(nodes[i - 1]->outputs()[0]);
+    const int first = (network.network->nodes().size() - count) / 2;
     std::vector<std::string> names;
     names.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
-        names.push_back(nodeName(count / 2 + i));
+        names.push_back(nodeName(first + i));
     const StopWatch watch;
     CreateCompoundCommand command;
     command.setParentCompound(&network, "Top");
@@ -61,6 +59,28 @@ Timing collapse(int count)
         command.addNodeToMove(name.c_str());
     command.doit();
     return watch.stop(count);
+}
+
+/// Of a chain of twice as many.
+Timing collapseChain(int count)
+{
+    LibraryNetwork network;
+    network.network = new NestingCompound(network.top);
+    network.createNodes(2 * count);
+    NodeList& nodes = network.network->nodes();
+    for (int i = 1; i < 2 * count; ++i)
+        nodes[i]->inputs()[0]->addConnection(nodes[i - 1]->outputs()[0]);
+    return collapseMiddle(network, count);
+}
+
+/// Of nodes that are all connected with any others: a hundred, or twice as many.
+Timing collapseScattered(int count)
+{
+    LibraryNetwork network;
+    network.network = new NestingCompound(network.top);
+    network.createNodes(std::max(100, 2 * count));
+    network.connectAll();
+    return collapseMiddle(network, count);
 }
 
 class CountingEditor : public HostEditor {
@@ -74,15 +94,26 @@ public:
     int changes = 0;
 };
 
-enum class EditorStep { registration, notification, nodesDie, editorDies };
+enum class EditorStep { registration, notification, nodesDie, shuffledNodesDie, editorDies };
 
-template <EditorStep measured>
-Timing observe(int count)
+std::vector<AddRefWrapper<Node>> createNodes(int count, bool withPorts)
 {
     std::vector<AddRefWrapper<Node>> nodes;
     nodes.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         nodes.push_back(Node::createNew(nullptr, "Node"));
+        for (int j = 0; withPorts && j < kInputs; ++j)
+            nodes.back()->inputs().addPort(inputName(j), nullptr);
+        for (int j = 0; withPorts && j < kOutputs; ++j)
+            nodes.back()->outputs().addPort(outputName(j), nullptr);
+    }
+    return nodes;
+}
+
+template <EditorStep measured, bool withPorts = false>
+Timing observe(int count)
+{
+    std::vector<AddRefWrapper<Node>> nodes = createNodes(count, withPorts);
     auto editor = std::make_unique<CountingEditor>();
     const StopWatch registration;
     for (const AddRefWrapper<Node>& node : nodes)
@@ -95,12 +126,14 @@ Timing observe(int count)
             node->notifyNodeChange(eNodeChanged, nullptr, node);
         return watch.stop(count);
     }
+    if (measured == EditorStep::shuffledNodesDie)
+        std::shuffle(nodes.begin(), nodes.end(), std::minstd_rand(1));
     const StopWatch watch;
-    if (measured == EditorStep::nodesDie) {
+    if (measured == EditorStep::editorDies) {
+        editor = nullptr;
+    } else {
         for (AddRefWrapper<Node>& node : nodes)
             node = nullptr;
-    } else {
-        editor = nullptr;
     }
     return watch.stop(count);
 }
@@ -110,15 +143,22 @@ Timing observe(int count)
 std::vector<Workload> editingWorkloads()
 {
     const std::vector<int> sizes = {1000, 10000, 100000};
+    const std::vector<int> collapsed = {10, 100, 1000, 10000};
+    const std::vector<int> watched = {10, 100, 1000, 10000, 100000, 1000000};
     return {
-        {"ConnectCommand: connect", {1000}, runCommandStep<0>, nullptr, "1.5 us"},
-        {"ConnectCommand: undo", {1000}, runCommandStep<1>, nullptr, "1.5 us"},
-        {"ConnectCommand: redo", {1000}, runCommandStep<2>, nullptr, "1.5 us"},
-        {"CreateCompoundCommand, a node", {10, 100, 1000, 10000}, collapse, nullptr, "1.5 us"},
+        {"ConnectCommand: connect", {1000}, runCommandStep<0>, nullptr, "1.2 us"},
+        {"ConnectCommand: undo", {1000}, runCommandStep<1>, nullptr, "1.2 us"},
+        {"ConnectCommand: redo", {1000}, runCommandStep<2>, nullptr, "1.2 us"},
+        {"CreateCompoundCommand, a node", collapsed, collapseChain, nullptr, "1.2 us"},
+        {"CreateCompoundCommand, scattered", collapsed, collapseScattered, nullptr, "1.2 us"},
         {"one editor: register with a node", sizes, observe<EditorStep::registration>, nullptr,
          "flat"},
         {"one editor: a notification", sizes, observe<EditorStep::notification>, nullptr, "25 ns"},
-        {"one editor: a node dies", sizes, observe<EditorStep::nodesDie>, nullptr, "flat"},
+        {"one editor: a node dies", watched, observe<EditorStep::nodesDie>, nullptr, "500 ns"},
+        {"one editor: a node with 6 ports dies", watched, observe<EditorStep::nodesDie, true>,
+         nullptr, "500 ns"},
+        {"one editor: a node dies, shuffled", watched, observe<EditorStep::shuffledNodesDie>,
+         nullptr, "500 ns"},
         {"one editor: dies before a node", sizes, observe<EditorStep::editorDies>, nullptr, "flat"},
     };
 }
