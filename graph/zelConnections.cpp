@@ -33,6 +33,82 @@ Port* findSendingEnd(Port* called, Port* other)
 
 } // namespace
 
+/// What the two ends of a connection do with their lists. A list is a record as long as nothing but
+/// connecting and disconnecting has changed it: a pair then stands equally often at both ends.
+class ConnectionRecord {
+public:
+    /// Appends each port to the other's connections, the sender's first.
+    static void connect(Port& sender, Port& receiver)
+    {
+        PortList& senders = sender.m_connections;
+        PortList& receivers = receiver.m_connections;
+        const std::uint32_t slotOfReceiver = append(senders, receiver);
+        const std::uint32_t slotOfSender = append(receivers, sender);
+        noteSlot(senders, slotOfSender);
+        noteSlot(receivers, slotOfReceiver);
+    }
+
+    /// Asks, then takes all places of the pair off both ends. The first port is the called one.
+    /// Both are held by the caller's own wrappers.
+    static bool disconnect(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>& other)
+    {
+        // Contract: only the called port decides who is asked; an output keeps the role before an
+        // inner port.
+        if (isPlainInput(*port))
+            return !isPlainInput(*other) && disconnect(other, port);
+        if (port->isParentAsked() && !port->m_parent->onPortRemoveConnection(port, other))
+            return false;
+        if (standOnce(*port, *other))
+            return removeOnly(*port, *other) && removeOnly(*other, *port);
+        return port->m_connections.removeEvery(other) && other->m_connections.removeEvery(port);
+    }
+
+    /// Makes the other port forget this one. Nobody is asked.
+    static void forget(Port& port, Port& other)
+    {
+        if (standOnce(port, other))
+            eraseOnly(other, port);
+        else
+            other.m_connections.forget(&port);
+    }
+
+private:
+    /// Returns the slot.
+    static std::uint32_t append(PortList& list, Port& port)
+    {
+        if (!list.parent())
+            return list.entries().append(toEntry(&port));
+        list.add(&port);
+        return 0;
+    }
+    static void noteSlot(PortList& list, std::uint32_t slot)
+    {
+        if (list.m_isRecord != 0)
+            list.m_slot = slot;
+    }
+    /// True when the two are known to stand in each other's connections once at most.
+    static bool standOnce(Port& port, Port& other)
+    {
+        const PortList& a = port.m_connections;
+        const PortList& b = other.m_connections;
+        return &port != &other && a.m_isRecord != 0 && b.m_isRecord != 0 &&
+               (b.entries().isKnownOnce(toEntry(&port)) ||
+                a.entries().isKnownOnce(toEntry(&other)));
+    }
+    /// Takes the other port out of the port's connections, where it stands once at most.
+    static bool eraseOnly(Port& port, Port& other)
+    {
+        return port.m_connections.entries().eraseOnly(toEntry(&other), other.m_connections.m_slot);
+    }
+    static bool removeOnly(Port& port, Port& other)
+    {
+        const bool found = eraseOnly(port, other);
+        if (!found)
+            PortList::reportMissing(other);
+        return found;
+    }
+};
+
 PortList& Port::connectedTo()
 {
     return m_connections;
@@ -61,42 +137,14 @@ bool Port::addConnection(const AddRefWrapper<Port>& other)
     // Or the compound of the sending one: neither could take the connection off.
     if (isPlainInput(*sender) && isPlainInput(*receiver))
         return false;
-    const std::uint32_t placeOfReceiver = sender->m_connections.addConnected(*receiver);
-    const std::uint32_t placeOfSender = receiver->m_connections.addConnected(*sender);
-    sender->m_connections.notePlace(placeOfSender);
-    receiver->m_connections.notePlace(placeOfReceiver);
+    ConnectionRecord::connect(*sender, *receiver);
     return true;
 }
 
 bool Port::removeConnection(const AddRefWrapper<Port>& other)
 {
-    return other && disconnect(AddRefWrapper<Port>(this), AddRefWrapper<Port>(other.get()));
-}
-
-/// The first port is the called one. Both are held by the caller's own wrappers.
-bool Port::disconnect(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>& other)
-{
-    // Contract: only the called port decides who is asked; an output keeps the role before an inner
-    // port.
-    if (isPlainInput(*port))
-        return !isPlainInput(*other) && disconnect(other, port);
-    if (port->isParentAsked() && !port->m_parent->onPortRemoveConnection(port, other))
-        return false;
-    PortList& connections = port->m_connections;
-    PortList& farConnections = other->m_connections;
-    if (!standOnce(*port, *other))
-        return connections.removeEvery(other) && farConnections.removeEvery(port);
-    return connections.removeOnly(*other) && farConnections.removeOnly(*port);
-}
-
-/// True when the two are known to stand in each other's connections once at most.
-bool Port::standOnce(Port& port, Port& other)
-{
-    // What only connecting and disconnecting have changed has the pair equally often at both ends.
-    const PortList& a = port.m_connections;
-    const PortList& b = other.m_connections;
-    return &port != &other && a.m_isRecord != 0 && b.m_isRecord != 0 &&
-           (b.isKnownOnce(port) || a.isKnownOnce(other));
+    return other && ConnectionRecord::disconnect(AddRefWrapper<Port>(this),
+                                                 AddRefWrapper<Port>(other.get()));
 }
 
 void Port::removeAllConnections()
@@ -105,7 +153,7 @@ void Port::removeAllConnections()
     for (int i = m_connections.size() - 1; i >= 0; --i) {
         // A place is gone when its port stood twice and went with its twin, or a listener took it.
         if (i < m_connections.size())
-            disconnect(self, m_connections[i]);
+            ConnectionRecord::disconnect(self, m_connections[i]);
     }
 }
 
@@ -118,10 +166,7 @@ void Port::onParentNodeDeleted()
 {
     for (int i = 0; i < m_connections.size();) {
         const AddRefWrapper<Port> other = m_connections[i];
-        if (standOnce(*this, *other))
-            other->m_connections.eraseOnly(*this);
-        else
-            other->m_connections.forget(this);
+        ConnectionRecord::forget(*this, *other);
         // A port that is connected to itself has just left its own list: the next one moved up.
         if (other != this)
             ++i;
@@ -131,24 +176,6 @@ void Port::onParentNodeDeleted()
         m_connections.endRecord();
 }
 
-// The list's side.
-
-/// Appends a connected port; returns its slot.
-std::uint32_t PortList::addConnected(Port& port)
-{
-    if (!parent())
-        return entries().append(toEntry(&port));
-    add(&port);
-    return 0;
-}
-
-/// Notes where the port whose record this is stands in the list of the one connected last.
-void PortList::notePlace(std::uint32_t place)
-{
-    if (m_isRecord != 0)
-        m_place = place;
-}
-
 /// Something else than connecting and disconnecting changes the list.
 void PortList::endRecord()
 {
@@ -156,26 +183,6 @@ void PortList::endRecord()
         return;
     m_isRecord = 0;
     m_parent = nullptr;
-}
-
-/// True when the list is short and the port stands in it once.
-bool PortList::isKnownOnce(Port& port) const
-{
-    return entries().isKnownOnce(toEntry(&port));
-}
-
-/// Erases a port that stands here once at most. This list and the port's are records.
-bool PortList::eraseOnly(Port& port)
-{
-    return entries().eraseOnly(toEntry(&port), port.m_connections.m_place);
-}
-
-bool PortList::removeOnly(Port& port)
-{
-    const bool found = eraseOnly(port);
-    if (!found)
-        reportMissing(port);
-    return found;
 }
 
 void PortList::reportMissing(Port& port)

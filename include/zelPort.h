@@ -10,6 +10,7 @@
 namespace ZEL {
 
 class Compound;
+class ConnectionRecord;
 class Node;
 class Port;
 class PortList;
@@ -181,6 +182,7 @@ public:
 
 private:
     friend class Compound;
+    friend class ConnectionRecord;
     friend class ListIterator<const PortList>;
     friend class PathWalker;
     friend class Node;
@@ -190,13 +192,8 @@ private:
     Port* entryAt(int index) const;
     PortNotification* parent() const { return m_isRecord != 0 ? nullptr : m_parent; }
     void endRecord();
-    bool isKnownOnce(Port& port) const;
-    bool eraseOnly(Port& port);
-    void notePlace(std::uint32_t place);
     bool forget(Port* port);
     bool removeEvery(const AddRefWrapper<Port>& port);
-    bool removeOnly(Port& port);
-    std::uint32_t addConnected(Port& port);
     static void reportMissing(Port& port);
     AddRefWrapper<Port> findNamed(std::string_view name) const;
     void append(Port* port);
@@ -220,7 +217,7 @@ private:
         PortNotification* m_parent; ///< Not owned. Null: nobody is asked.
         /// Of a record, which has no parent: the slot of the port whose connections these are in
         /// the list of the one connected last, unless entries moved there since.
-        std::uint32_t m_place;
+        std::uint32_t m_slot;
     };
 };
 
@@ -312,10 +309,9 @@ protected:
     Port(const char* name, PortIOType ioType);
 
 private:
+    friend class ConnectionRecord;
     friend class PortList;
 
-    static bool disconnect(const AddRefWrapper<Port>& port, const AddRefWrapper<Port>& other);
-    static bool standOnce(Port& port, Port& other);
     void setParent(PortNotification* parent, ParentKind kind);
     ParentKind parentKind() const { return static_cast<ParentKind>(m_parentKind); }
     void noteParentClass();
