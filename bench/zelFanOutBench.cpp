@@ -138,7 +138,7 @@ std::vector<Workload> fanOutWorkloads()
     const std::vector<int> sizes = {10, 100, 1000, 10000, 100000};
     const std::vector<int> longOnes = {1000, 10000, 100000};
     return {
-        {"fan-out: connect", sizes, connectFan<LibraryFan>, connectFan<BaselineFan>, "4x"},
+        {"fan-out: connect", sizes, connectFan<LibraryFan>, connectFan<BaselineFan>, "1.5x"},
         {"fan-out: remove, first to last", sizes, removeLibrary<Order::firstToLast>,
          removeBaseline<Order::firstToLast>, "5x"},
         {"fan-out: remove, last to first", sizes, removeLibrary<Order::lastToFirst>,

@@ -1,6 +1,7 @@
 """Whether a row meets its goal."""
 
 NOISE = 1.05  # "As before": two runs of one program differ by as much.
+ROUNDED = 0.005  # Ratios are shown with two decimals, and judged as shown.
 FLAT = 2  # At most so many times the figure of the smallest size.
 
 
@@ -24,7 +25,7 @@ def limit_of(row, rows):
     if words[0].endswith("x"):
         times = float(words[0][:-1])
         if len(words) == 1:
-            return scaled(row.figures.get("baseline"), times)
+            return scaled(row.figures.get("baseline"), times + ROUNDED)
         return scaled(figure_at(row.job, row.goal.split(" of ")[1], rows), times)
     units = {"ns": 1, "us": 1000, "bytes": 1, "block": 1, "blocks": 1}
     return float(words[0]) * units[words[1]]
