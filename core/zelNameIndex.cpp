@@ -46,12 +46,12 @@ std::uint32_t NameIndex::firstSlot(std::string_view name) const
     return m_table.first(hashOf(name), isNamed(name));
 }
 
-std::uint32_t NameIndex::onlySlotOf(const Namable& object) const
+std::uint32_t NameIndex::firstSlotOf(const Namable& object) const
 {
     if (object.m_index != this || asks())
         return kNoSlot;
     const SlotTable::First first = m_table.find(hashOf(object.m_name), isNamed(object.m_name));
-    return first.isOnly && first.object == &object ? first.slot : kNoSlot;
+    return first.object == &object ? first.slot : kNoSlot;
 }
 
 void NameIndex::collectAsked(std::uint32_t before, std::vector<std::uint32_t>& slots) const
@@ -64,10 +64,8 @@ void NameIndex::onErased(Namable* object, std::uint32_t slot)
 {
     if (object->m_index != this)
         return;
-    const std::uint32_t hash = hashOf(object->m_name);
-    erase(hash, slot);
-    // Others of the name are left: is the object one of them?
-    if (m_table.first(hash, isNamed(object->m_name)) == kNoSlot || slotsOf(*object).empty())
+    erase(hashOf(object->m_name), slot);
+    if (!isEntered(*object))
         object->m_index = nullptr;
 }
 
@@ -106,7 +104,7 @@ void NameIndex::rename(Namable& object, std::string& name)
     const std::uint32_t hash = hashOf(object.m_name);
     const SlotTable::First first = m_table.find(hash, isNamed(object.m_name));
     // Who has a name alone stands in one slot; of several of one name, the object has some.
-    if (first.isOnly) {
+    if (first.count == 1) {
         erase(hash, first.slot);
         object.m_name.swap(name);
         enter(object, first.slot);
@@ -133,13 +131,28 @@ void NameIndex::appendName(const Namable& object, std::string& text)
         text += object.getName();
 }
 
-/// The slots of the object that were taken up.
+/// The slots that hold the object under its name, and perhaps others of it that were taken up.
 std::vector<std::uint32_t> NameIndex::slotsOf(const Namable& object) const
 {
+    constexpr std::uint32_t kFew = 8; // So many are looked through.
+    const std::uint32_t hash = hashOf(object.m_name);
     std::vector<std::uint32_t> slots;
-    Sequence(m_home).collectSlots(&object, slots);
-    slots.erase(std::lower_bound(slots.begin(), slots.end(), m_slots), slots.end());
+    if (m_table.find(hash, isNamed(object.m_name)).count <= kFew) {
+        const auto isOther = [&](std::uint32_t slot) { return objectAt(slot) != &object; };
+        m_table.collect(hash, isNamed(object.m_name), slots);
+        slots.erase(std::remove_if(slots.begin(), slots.end(), isOther), slots.end());
+    } else {
+        Sequence(m_home).collectSlots(&object, slots);
+        slots.erase(std::lower_bound(slots.begin(), slots.end(), m_slots), slots.end());
+    }
     return slots;
+}
+
+/// Whether a slot holds the object under its name.
+bool NameIndex::isEntered(const Namable& object) const
+{
+    const SlotTable::First first = m_table.find(hashOf(object.m_name), isNamed(object.m_name));
+    return first.object == &object || (first.count > 1 && !slotsOf(object).empty());
 }
 
 void NameIndex::takeUpNewEntries()

@@ -33,8 +33,9 @@ public:
     Namable* find(std::string_view name);
     /// The slot of what find has given; kNoSlot when that is null.
     std::uint32_t firstSlot(std::string_view name) const;
-    /// The first slot of an entry that alone has its name; kNoSlot when the index cannot tell.
-    std::uint32_t onlySlotOf(const Namable& object) const;
+    /// The first slot of an entry that is the first of its name; kNoSlot when the index cannot
+    /// tell.
+    std::uint32_t firstSlotOf(const Namable& object) const;
     /// Whether any entry is to be asked.
     bool asks() const { return !m_asked.empty(); }
     /// Appends the slots before that one whose entries are to be asked; kNoSlot: all of them.
@@ -61,6 +62,7 @@ public:
 private:
     static auto isNamed(std::string_view name);
     std::vector<std::uint32_t> slotsOf(const Namable& object) const;
+    bool isEntered(const Namable& object) const;
     void takeUpNewEntries();
     void takeUp(std::uint32_t slot);
     void enter(Namable& object, std::uint32_t slot);

@@ -143,7 +143,7 @@ int Sequence::eraseEvery(const void* object)
             return erased;
         eraseSlot(first.slot);
         ++erased;
-        if (first.isOnly)
+        if (first.count == 1)
             return erased;
     }
     return erased + eraseByScan(object); // There are no places, or no longer: it is short now.

@@ -59,7 +59,7 @@ std::uint32_t Sequence::findNamedSlot(const Namable* object) const
 {
     const SequenceExtras* const rare = findExtras();
     const std::uint32_t slot =
-        rare && rare->names && object ? rare->names->onlySlotOf(*object) : SlotTable::kNoSlot;
+        rare && rare->names && object ? rare->names->firstSlotOf(*object) : SlotTable::kNoSlot;
     return slot == SlotTable::kNoSlot ? findSlot(object) : slot;
 }
 

@@ -19,6 +19,11 @@ public:
     std::uint32_t lowest() const { return m_first; }
     /// After an erasure: one slot is left.
     bool isSingle() const { return m_second == kNone; }
+    /// How many slots there are, when it is not single.
+    std::uint32_t size() const
+    {
+        return m_rest ? static_cast<std::uint32_t>(m_rest->size()) + 2 : 2;
+    }
     void appendTo(std::vector<std::uint32_t>& slots) const;
 
     /// The slot must not be there yet.

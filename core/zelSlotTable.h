@@ -24,11 +24,11 @@ public:
         const Entry* const entry = findEntry(hash, hasKey);
         return entry ? entry->object : nullptr;
     }
-    /// The lowest slot of a key, kNoSlot when it has none, its object, and whether the slot is the
-    /// only one.
+    /// The lowest slot of a key, kNoSlot when it has none, its object, and how many slots there
+    /// are.
     struct First {
         std::uint32_t slot = kNoSlot;
-        bool isOnly = false;
+        std::uint32_t count = 0;
         void* object = nullptr;
     };
     template <class HasKey>
@@ -37,7 +37,7 @@ public:
         const Entry* const entry = findEntry(hash, hasKey);
         if (!entry)
             return {};
-        return {lowest(*entry), !isGroup(*entry), entry->object};
+        return {lowest(*entry), isGroup(*entry) ? groupOf(*entry).size() : 1, entry->object};
     }
     template <class HasKey>
     std::uint32_t first(std::uint32_t hash, HasKey hasKey) const

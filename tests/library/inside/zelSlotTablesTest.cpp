@@ -45,7 +45,7 @@ struct TableModel {
         ASSERT_EQ(expected.empty() ? SlotTable::kNoSlot : *expected.begin(), first.slot);
         ASSERT_EQ(expected.empty() ? nullptr : objects[*expected.begin()], first.object);
         ASSERT_EQ(first.object, table.findObject(hash(key), hasKey(key)));
-        ASSERT_EQ(expected.size() == 1, first.isOnly);
+        ASSERT_EQ(expected.size(), first.count);
         std::vector<std::uint32_t> all;
         table.collect(hash(key), hasKey(key), all);
         ASSERT_EQ(std::vector<std::uint32_t>(expected.begin(), expected.end()), all);
