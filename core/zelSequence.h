@@ -124,6 +124,7 @@ public:
     struct Unasked {
         Namable* entry = nullptr; ///< Null: there is none, if that is sure.
         bool isSure = true;       ///< False: an entry has to be asked for its name first.
+        std::uint32_t slot = 0;   ///< Of the entry that has to be asked, after a scan.
     };
     /// The two above, as far as no entry has to be asked.
     Unasked findUnasked(std::string_view name);

@@ -78,7 +78,7 @@ Sequence::Unasked Sequence::findUnasked(std::string_view name)
     if (!names)
         return scanUnasked(name);
     Namable* const found = names->find(name);
-    return {found, !names->asks()};
+    return {found, !names->asks(), 0};
 }
 
 /// Asks the entries before the one that the index found; when none has the name, that one stands.
@@ -123,26 +123,30 @@ Sequence::Unasked Sequence::scanUnasked(std::string_view name) const
     if (!entries) {
         auto* const only = static_cast<Namable*>(single());
         if (only && !isPlain(*only))
-            return {nullptr, false};
-        return {only && hasName(*only, name) ? only : nullptr, true};
+            return {nullptr, false, 0};
+        return {only && hasName(*only, name) ? only : nullptr, true, 0};
     }
     const std::uint32_t slot = firstToAsk(*entries, name);
     if (slot == entries->used)
         return {};
     auto* const object = static_cast<Namable*>(entries->slots()[slot]);
-    return isPlain(*object) ? Unasked{object, true} : Unasked{nullptr, false};
+    if (isPlain(*object))
+        return {object, true, slot};
+    return {nullptr, false, slot};
 }
 
 Namable* Sequence::scanNames(std::string_view name) const
 {
+    const Unasked unasked = scanUnasked(name);
+    if (unasked.isSure)
+        return unasked.entry;
     SequenceBlock* entries = block();
     if (!entries) {
         auto* const only = static_cast<Namable*>(single());
-        return only && hasName(*only, name) ? only : nullptr;
+        return hasName(*only, name) ? only : nullptr;
     }
-    const std::uint32_t first = firstToAsk(*entries, name);
     // All is read again after each name: a host's own getName may do anything.
-    std::uint32_t slot = first;
+    std::uint32_t slot = unasked.slot;
     Namable* found = nullptr;
     for (; !found && entries && slot < entries->used; entries = block(), ++slot) {
         auto* const object = static_cast<Namable*>(entries->slots()[slot]);
@@ -150,7 +154,7 @@ Namable* Sequence::scanNames(std::string_view name) const
             found = object;
     }
     if (SequenceExtras* const rare = findExtras())
-        rare->scanWork += slot - first;
+        rare->scanWork += slot - unasked.slot;
     return found;
 }
 
