@@ -110,6 +110,44 @@ TEST(ListLifetime, TheLastHolderOfBothListsReleasesTheOutputsFirst)
     }
 }
 
+TEST(ListLifetime, AListThatIsReplacedGoesOnAskingItsMakerWhileSomebodyHoldsIt)
+{
+    const int alive = Live::count;
+    for (const int held : {0, 1, 2, 3, 4}) { // 1: inputs, 2: outputs, 4: both, by another node.
+        SCOPED_TRACE(held);
+        Questions questions;
+        const NodePtr maker(new TestNode(questions, nullptr));
+        maker->inputs().add(TestPort::make("in "));
+        maker->outputs().add(TestPort::make("out "));
+        const NodePtr taker = Node::createNew(nullptr, "taker");
+        if (held == 4)
+            *taker = *maker;
+        ListPtr lists[2] = {(held & 1) != 0 ? &maker->inputs() : nullptr,
+                            (held & 2) != 0 ? &maker->outputs() : nullptr};
+        TestPort::lastWords = "";
+        *maker = *Node::createNew(nullptr, "other");
+        EXPECT_EQ(std::string(held == 4 || lists[0] ? "" : "in ") +
+                      (held == 4 || lists[1] ? "" : "out "),
+                  TestPort::lastWords);
+        if (held == 4) {
+            lists[0] = &taker->inputs();
+            *taker = *maker;
+        }
+        questions.take();
+        for (ListPtr& list : lists) {
+            if (!list)
+                continue;
+            EXPECT_TRUE(list->getParent() == maker.get() && list->size() == 1);
+            EXPECT_TRUE(list->add(TestPort::make("more")));
+            EXPECT_EQ(0, questions.take().find("other: add more to "));
+            list = nullptr;
+        }
+        EXPECT_EQ(0, maker->inputs().size() + maker->outputs().size());
+        EXPECT_EQ(alive + 1, Live::count) << "the maker";
+    }
+    EXPECT_EQ(alive, Live::count);
+}
+
 /// Nodes that share their lists by assignment, beside records of who holds what.
 class SharedLists {
 public:
