@@ -2,7 +2,7 @@
 
 NOISE = 1.05  # "As before": two runs of one program differ by as much.
 ROUNDED = 0.005  # Ratios are shown with two decimals, and judged as shown.
-FLAT = 2  # At most so many times the figure of the smallest size.
+FLAT = 4  # Times the figure of the smallest size: beyond the caches each step waits for memory.
 
 
 def met(row, rows):

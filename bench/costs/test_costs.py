@@ -26,7 +26,7 @@ class Goals(unittest.TestCase):
             ("2 blocks", {}, 2),
             ("as before", {"before": 100}, 105),
             ("1.3x of 100", {}, 65),
-            ("flat", {}, 100),
+            ("flat", {}, 200),
         ):
             smaller = row("", 50, size=100)
             for after, expected in ((most, True), (most * 1.01, False)):
