@@ -58,7 +58,8 @@ against four times the smallest size, and "as before" allows the five per cent b
 
 
 def measured_names(name, before_name):
-    lines = [f"Measured on {os.cpu_count()} processors.", f"Library: {name}."]
+    load = f"at a load of {os.getloadavg()[0]:.1f} when it ended"
+    lines = [f"Measured on {os.cpu_count()} processors, {load}.", f"Library: {name}."]
     if before_name:
         lines[1:] = [f"Before: {before_name}.", f"After: {name}."]
     return "\n".join(lines)
