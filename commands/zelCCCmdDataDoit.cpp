@@ -70,7 +70,7 @@ bool CCCmdData::undo(Container* newContainer)
 void CCCmdData::breakConnections(ExternalCnxs& externals)
 {
     for (std::size_t i = 0; i < externals.size(); ++i) {
-        prefetchRecords(externals, i, kEndsOfExternal);
+        prefetchRecords(externals, i, kEndsOfExternal, m_holds);
         externals[i].outsidePort->removeConnection(externals[i].insidePort);
     }
 }
@@ -78,7 +78,7 @@ void CCCmdData::breakConnections(ExternalCnxs& externals)
 void CCCmdData::breakConnections(InternalCnxs& internals)
 {
     for (std::size_t i = 0; i < internals.size(); ++i) {
-        prefetchRecords(internals, i, kEndsOfInternal);
+        prefetchRecords(internals, i, kEndsOfInternal, m_holds);
         internals[i].srcPort->removeConnection(internals[i].dstPort);
     }
 }
@@ -111,7 +111,7 @@ void CCCmdData::makeNewConnections(ExternalCnxs& externals)
     if (!compoundNode)
         return;
     for (std::size_t i = 0; i < externals.size(); ++i) {
-        prefetchRecords(externals, i, kEndsOfExternal);
+        prefetchRecords(externals, i, kEndsOfExternal, m_holds);
         const ExternalCnxToMakeInfo& cnx = externals[i];
         const int index = cnx.compoundPortIndex;
         if (index == -1)
@@ -126,7 +126,7 @@ void CCCmdData::makeNewConnections(ExternalCnxs& externals)
 void CCCmdData::makeNewConnections(InternalCnxs& internals)
 {
     for (std::size_t i = 0; i < internals.size(); ++i) {
-        prefetchRecords(internals, i, kEndsOfInternal);
+        prefetchRecords(internals, i, kEndsOfInternal, m_holds);
         const InternalCnxToMakeInfo& cnx = internals[i];
         const AddRefWrapper<Node> srcNode = newCompound->nodes()[cnx.srcNodeName.c_str()];
         const AddRefWrapper<Node> dstNode = newCompound->nodes()[cnx.dstNodeName.c_str()];

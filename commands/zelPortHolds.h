@@ -26,6 +26,12 @@ public:
     {
         return m_entries.empty() ? 0 : m_entries[placeOf(port)].holds;
     }
+    /// Asks for the memory that of will read.
+    void prefetch(const Port* port) const
+    {
+        if (!m_entries.empty())
+            __builtin_prefetch(&m_entries[homeOf(port)]);
+    }
 
 private:
     struct Entry {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelNode.h"
+#include "zelPortHolds.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -32,9 +33,12 @@ inline void prefetchParent(Port& port)
 }
 
 /// Asks for the two ports of a record that a walk will reach soon, and before it does, for their
-/// parents. portsOf(record) gives both.
+/// parents and their holds. portsOf(record) gives both.
 template <class Records, class PortsOf>
-void prefetchRecords(const Records& records, std::size_t reached, PortsOf portsOf)
+void prefetchRecords(const Records& records,
+                     std::size_t reached,
+                     PortsOf portsOf,
+                     const PortHolds& holds)
 {
     constexpr std::size_t kWorthIt = 10000;
     constexpr std::size_t kPortsAhead = 8;
@@ -50,6 +54,8 @@ void prefetchRecords(const Records& records, std::size_t reached, PortsOf portsO
         const auto [a, b] = portsOf(records[reached + kParentsAhead]);
         prefetchParent(*a);
         prefetchParent(*b);
+        holds.prefetch(a);
+        holds.prefetch(b);
     }
 }
 
