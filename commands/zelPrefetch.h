@@ -16,8 +16,10 @@ namespace ZEL::CmdImpl {
 inline void prefetchLines(std::uintptr_t address)
 {
     constexpr std::uintptr_t kLine = 64;
+    // NOLINTBEGIN(performance-no-int-to-ptr): nothing is read there.
     __builtin_prefetch(reinterpret_cast<const void*>(address), 1);
     __builtin_prefetch(reinterpret_cast<const void*>(address + kLine), 1);
+    // NOLINTEND(performance-no-int-to-ptr)
 }
 
 inline void prefetchPort(const Port* port)

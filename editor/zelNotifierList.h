@@ -17,7 +17,7 @@ public:
     template <class OnMoved>
     std::uint32_t append(HostEditorNotifier* notifier, OnMoved onMoved)
     {
-        if (m_slots.size() == m_slots.capacity() && m_holes * 2 > m_slots.size())
+        if (m_slots.size() == m_slots.capacity() && m_holes > m_slots.size() / 2)
             closeHoles(onMoved);
         m_slots.push_back(notifier);
         return static_cast<std::uint32_t>(m_slots.size() - 1);
