@@ -352,3 +352,27 @@ TEST(LongEditorList, HasNoPlaceForANullEditor)
         notifier.unregisterEditor(nullptr);
     }
 }
+
+TEST(LongPortList, TellsNamesOfEveryLengthApartByOneCharacter)
+{
+    for (std::size_t length = 0; length <= 70; ++length) {
+        SCOPED_TRACE(length);
+        const NodePtr node = Node::createNew(nullptr, "node");
+        std::vector<std::string> names{std::string(length, 'a'), std::string(length + 1, 'a')};
+        for (std::size_t place = 0; place < length; ++place) {
+            for (const char other : {'b', '\xe1'}) { // The same but for its highest bit.
+                names.push_back(names.front());
+                names.back()[place] = other;
+            }
+        }
+        for (const std::string& name : names)
+            node->inputs().addPort(name.c_str(), nullptr);
+        for (int round = 0; round < 3; ++round) {
+            for (std::size_t i = 0; i < names.size(); ++i)
+                ASSERT_EQ(static_cast<int>(i),
+                          node->inputs().findPort(node->inputs()[names[i].c_str()]));
+            for (const std::string& name : names)
+                ASSERT_EQ(nullptr, node->inputs()[(name + "c").c_str()]);
+        }
+    }
+}
