@@ -43,6 +43,8 @@ PortList::PortList()
       m_parentKind(0),
       m_orphaned(0),
       m_isRecord(0),
+      m_parentIsPlainNode(0),
+      m_parentAgrees(0),
       m_parent(nullptr)
 {
 }
@@ -53,6 +55,8 @@ PortList::PortList(const PortList& other)
       m_parentKind(other.m_parentKind),
       m_orphaned(other.m_orphaned),
       m_isRecord(0),
+      m_parentIsPlainNode(0),
+      m_parentAgrees(0),
       m_parent(other.parent())
 {
     entries().assign(other.entries());
@@ -71,6 +75,8 @@ PortList& PortList::operator=(const PortList& other)
     m_parentKind = other.m_parentKind;
     m_orphaned = other.m_orphaned;
     m_isRecord = 0;
+    m_parentIsPlainNode = 0;
+    m_parentAgrees = 0;
     m_parent = other.parent();
     return *this;
 }
@@ -118,6 +124,8 @@ void PortList::setParent(PortNotification* parent)
 void PortList::setParent(PortNotification* parent, ParentKind kind)
 {
     m_isRecord = 0;
+    m_parentIsPlainNode = 0;
+    m_parentAgrees = 0;
     m_parent = parent;
     m_parentKind = static_cast<std::uint32_t>(kind);
     m_orphaned = 0;
@@ -172,8 +180,7 @@ bool PortList::add(const AddRefWrapper<Port>& port)
     const KeepAlive self(this);
     const AddRefWrapper<Port> held(port.get());
     // Contract: set before the question, and not taken back when the answer is false.
-    held->setParent(m_parent, static_cast<ParentKind>(m_parentKind));
-    held->noteParentClass();
+    giveParentTo(*held);
     PortNotification* const parent = m_parent;
     const bool agreed = parent->onPortListPortAdded(*this, held);
     // The parent died while it was asked, and the port was in no list that could tell it.

@@ -78,11 +78,21 @@ Other* findOther(PortNotification* parent)
 
 } // namespace
 
+void PortList::giveParentTo(Port& port)
+{
+    port.setParent(m_parent, static_cast<ParentKind>(m_parentKind));
+    if (m_parentIsPlainNode == 0)
+        noteParentClass();
+    port.m_parentIsPlainNode = m_parentIsPlainNode;
+    port.m_parentAgrees = m_parentAgrees;
+}
+
 /// Notes what the class of the parent says, so that connecting need not go there. The class of an
 /// object is settled once it is counted: it changes while the object is constructed.
-void Port::noteParentClass()
+void PortList::noteParentClass()
 {
-    if (parentKind() != ParentKind::Node || static_cast<Node*>(m_parent)->getRefCount() == 0)
+    if (static_cast<ParentKind>(m_parentKind) != ParentKind::Node ||
+        static_cast<Node*>(m_parent)->getRefCount() == 0)
         return;
     const ParentClass& type = classOf<Compound>(*m_parent);
     m_parentIsPlainNode = type.isOther ? 0 : 1;

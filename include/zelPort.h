@@ -203,6 +203,8 @@ private:
     void repeatForward(int from, int to);
     void releaseEntries(PortNotification* dyingParent);
     void setParent(PortNotification* parent, ParentKind kind);
+    void giveParentTo(Port& port);
+    void noteParentClass();
     void onParentDied(PortNotification* parent);
 
     // These share one word, which fills the one that the count leaves half empty.
@@ -210,6 +212,8 @@ private:
     std::uint32_t m_parentKind : 2; ///< A ParentKind.
     std::uint32_t m_orphaned : 1;   ///< The parent died: the list holds references without it.
     std::uint32_t m_isRecord : 1;   ///< Connections, as connecting has made them.
+    std::uint32_t m_parentIsPlainNode : 1; ///< As in Port.
+    std::uint32_t m_parentAgrees : 1;      ///< As in Port.
     /// The word of a Sequence. There is one reference for each entry while there is a parent, but
     /// for what forward moves and assignments have left uneven, which the extras remember.
     mutable std::uintptr_t m_entries = 0;
@@ -314,7 +318,6 @@ private:
 
     void setParent(PortNotification* parent, ParentKind kind);
     ParentKind parentKind() const { return static_cast<ParentKind>(m_parentKind); }
-    void noteParentClass();
     bool isParentAsked() const { return m_parent && m_parentAgrees == 0; }
     Node* findParentNode() const;
     Compound* findParentCompound() const;
