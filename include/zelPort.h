@@ -217,12 +217,14 @@ private:
     /// The word of a Sequence. There is one reference for each entry while there is a parent, but
     /// for what forward moves and assignments have left uneven, which the extras remember.
     mutable std::uintptr_t m_entries = 0;
+    // NOLINTBEGIN(readability-identifier-naming): they are private, too.
     union {
         PortNotification* m_parent; ///< Not owned. Null: nobody is asked.
         /// Of a record, which has no parent: the slot of the port whose connections these are in
         /// the list of the one connected last, unless entries moved there since.
         std::uint32_t m_slot;
     };
+    // NOLINTEND(readability-identifier-naming)
 };
 
 /// One named, typed end point. The list it stands in holds it; connections hold nothing, so they
