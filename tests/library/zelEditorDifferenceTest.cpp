@@ -178,6 +178,7 @@ Registering pickChange(Random& random, EditorModel& model, int editor, int notif
 std::vector<int> orderOf(int kind, int count, Random& random)
 {
     std::vector<int> numbers;
+    numbers.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         numbers.push_back(kind == 1 ? count - 1 - i : i);
     std::vector<int> result;
