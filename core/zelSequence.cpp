@@ -36,7 +36,7 @@ SequenceExtras& extrasOf(SequenceBlock& block)
 
 SequenceBlock& newBlock(std::uint32_t capacity, bool withExtrasRoom)
 {
-    const std::size_t before = withExtrasRoom ? sizeof(SequenceExtras*) : 0;
+    const std::size_t before = withExtrasRoom ? sizeof(void*) : 0;
     void* const memory = ::operator new(before + sizeof(SequenceBlock) + capacity * sizeof(void*));
     auto* const block = new (static_cast<unsigned char*>(memory) + before) SequenceBlock;
     block->capacity = capacity;

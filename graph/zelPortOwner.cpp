@@ -71,9 +71,9 @@ const ParentClass& classOf(PortNotification& parent)
 }
 
 template <class Other>
-Other* findOther(PortNotification* parent)
+Other* findOther(PortNotification& parent)
 {
-    return classOf<Other>(*parent).isOther ? dynamic_cast<Other*>(parent) : nullptr;
+    return classOf<Other>(parent).isOther ? dynamic_cast<Other*>(&parent) : nullptr;
 }
 
 } // namespace
@@ -122,7 +122,7 @@ Node* Port::findParentNode() const
     if (parentKind() == ParentKind::Node)
         return static_cast<Node*>(m_parent);
     if (parentKind() == ParentKind::Compound)
-        return findOther<Node>(m_parent);
+        return findOther<Node>(*m_parent);
     return dynamic_cast<Node*>(m_parent);
 }
 
@@ -133,7 +133,7 @@ Compound* Port::findParentCompound() const
     if (m_parentIsPlainNode != 0)
         return nullptr;
     if (parentKind() == ParentKind::Node)
-        return findOther<Compound>(m_parent);
+        return findOther<Compound>(*m_parent);
     return dynamic_cast<Compound*>(m_parent);
 }
 
