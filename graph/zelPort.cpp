@@ -2,6 +2,7 @@
 
 #include "core/zelKeepAlive.h"
 #include "core/zelNameIndex.h"
+#include "zelDirection.h"
 
 #include <cstring>
 
@@ -31,7 +32,7 @@ PortNotification::~PortNotification() = default;
 
 Port::Port(const char* name, PortIOType ioType)
     : Namable(name),
-      m_ioType(ioType),
+      m_ioType(keepDirection(this, ioType)),
       m_parentKind(0),
       m_hidden(0),
       m_parentIsPlainNode(0),
@@ -41,7 +42,10 @@ Port::Port(const char* name, PortIOType ioType)
     m_connections.m_isRecord = 1;
 }
 
-Port::~Port() = default;
+Port::~Port()
+{
+    forgetDirection(this, m_ioType);
+}
 
 AddRefWrapper<Port> Port::createNew(const char* name, PortIOType ioType)
 {
@@ -89,7 +93,7 @@ Namable Port::getFullPathName()
 
 PortIOType Port::getPortIOType()
 {
-    return static_cast<PortIOType>(m_ioType);
+    return directionOf(this, m_ioType);
 }
 
 AddRefWrapper<PortDataType> Port::getDataType()

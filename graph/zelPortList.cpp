@@ -1,5 +1,6 @@
 #include "core/zelKeepAlive.h"
 #include "core/zelSequence.h"
+#include "zelDirection.h"
 #include "zelPort.h"
 #include "zelPortEntry.h"
 #include "zelReleaseEach.h"
@@ -51,7 +52,7 @@ PortList::PortList()
 
 PortList::PortList(const PortList& other)
     : ReferenceCounted(other),
-      m_ioType(other.m_ioType),
+      m_ioType(keepDirection(this, directionOf(&other, other.m_ioType))),
       m_parentKind(other.m_parentKind),
       m_orphaned(other.m_orphaned),
       m_isRecord(0),
@@ -71,7 +72,7 @@ PortList& PortList::operator=(const PortList& other)
             addSurplus(toPort(entries().at(i)), 1);
     }
     entries().assign(other.entries());
-    m_ioType = other.m_ioType;
+    setPortIOType(directionOf(&other, other.m_ioType));
     m_parentKind = other.m_parentKind;
     m_orphaned = other.m_orphaned;
     m_isRecord = 0;
@@ -83,6 +84,7 @@ PortList& PortList::operator=(const PortList& other)
 
 PortList::~PortList()
 {
+    forgetDirection(this, m_ioType);
     if (m_entries == 0)
         return;
     if (holdsReferences())
@@ -140,7 +142,8 @@ PortNotification* PortList::getParent()
 
 void PortList::setPortIOType(PortIOType type)
 {
-    m_ioType = static_cast<std::int32_t>(type);
+    forgetDirection(this, m_ioType);
+    m_ioType = keepDirection(this, type);
 }
 
 int PortList::size()
@@ -200,7 +203,7 @@ void PortList::append(Port* port)
 
 AddRefWrapper<Port> PortList::addPort(const char* name, const AddRefWrapper<PortDataType>& type)
 {
-    AddRefWrapper<Port> port = Port::createNew(name, static_cast<PortIOType>(m_ioType));
+    AddRefWrapper<Port> port = Port::createNew(name, directionOf(this, m_ioType));
     port->m_dataType = type; // It has no parent to be asked.
     add(port);
     return port;

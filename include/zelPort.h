@@ -18,7 +18,6 @@ class Sequence;
 
 /// The direction of a port. The inner ports of a compound are crossed: an inner input feeds the
 /// inner nodes and has the direction PortOutput, an inner output is fed by them and has PortInput.
-/// Ports and lists keep the lowest 24 bits of a value of the host's own.
 enum PortIOType : std::int32_t {
     PortInput = 0,  ///< The receiving end of a connection.
     PortOutput = 1, ///< The sending end of a connection.
@@ -208,7 +207,7 @@ private:
     void onParentDied(PortNotification* parent);
 
     // These share one word, which fills the one that the count leaves half empty.
-    std::int32_t m_ioType : 24;     ///< A PortIOType.
+    std::int32_t m_ioType : 24;     ///< A PortIOType, or where to look for it.
     std::uint32_t m_parentKind : 2; ///< A ParentKind.
     std::uint32_t m_orphaned : 1;   ///< The parent died: the list holds references without it.
     std::uint32_t m_isRecord : 1;   ///< Connections, as connecting has made them.
@@ -325,7 +324,7 @@ private:
     Compound* findParentCompound() const;
 
     // These share one word, which fills the one that the count leaves half empty.
-    std::int32_t m_ioType : 24;     ///< A PortIOType.
+    std::int32_t m_ioType : 24;     ///< A PortIOType, or where to look for it.
     std::uint32_t m_parentKind : 2; ///< A ParentKind.
     std::uint32_t m_hidden : 1;
     // What its class says of the parent; 0 also when it was not asked.

@@ -212,6 +212,24 @@ TEST(Port, NewPortHasNothingButNameAndDirection)
     EXPECT_TRUE(port->isPortHidden());
 }
 
+TEST(Port, KeepsEveryDirectionAListsPortsToo)
+{
+    constexpr std::int32_t kEdge = 1 << 23;
+    for (const std::int32_t number :
+         {7, -1, kEdge - 1, kEdge, -kEdge, -kEdge - 1, INT32_MAX, INT32_MIN, 0}) {
+        const auto type = static_cast<PortIOType>(number);
+        EXPECT_EQ(type, Port::createNew("p", type)->getPortIOType());
+        const AddRefWrapper<PortList> list = PortList::createNew();
+        for (const PortIOType former : {PortOutput, static_cast<PortIOType>(INT32_MAX), type})
+            list->setPortIOType(former);
+        const AddRefWrapper<PortList> copy(new PortList(*list));
+        PortList assigned;
+        assigned = *copy;
+        for (PortList* const each : {list.get(), copy.get(), &assigned})
+            EXPECT_EQ(type, each->addPort("p", nullptr)->getPortIOType());
+    }
+}
+
 TEST(Port, MayLoseItsLastReferenceInEveryQuestion)
 {
     using Step = void (*)(Port&, Port&);
