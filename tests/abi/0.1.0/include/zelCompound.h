@@ -136,12 +136,15 @@ public:
 
 private:
     friend class Node;
+    friend class PathWalker;
 
     Node* owner() const;
     void onOwnerDied(Node* owner);
 
-    struct Impl;
-    Impl* m_impl; ///< Owned, never null.
+    AddRefWrapper<PortList> m_innerInputs;  ///< Never empty.
+    AddRefWrapper<PortList> m_innerOutputs; ///< Never empty.
+    AddRefWrapper<NodeList> m_nodes;        ///< Never empty.
+    Node* m_owner = nullptr;                ///< Not owned. Null: there was none, or it died.
 };
 
 } // namespace ZEL

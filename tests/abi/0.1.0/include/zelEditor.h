@@ -111,6 +111,8 @@ public:
     void notifyCompoundPortChange(ECompoundPortChangeType type, const AddRefWrapper<Port>& port);
 
 private:
+    friend struct HostEditorImpl;
+
     HostEditorNotifierImpl* m_impl = nullptr; ///< Owned. Null: no editor was ever registered.
 };
 

@@ -11,6 +11,7 @@ namespace ZEL {
 class Compound;
 class Container;
 class NodeList;
+class PortListPair;
 class Sequence;
 
 /// One vertex of the network: a name, ordered inputs and outputs, the name of its type and, for a
@@ -99,11 +100,11 @@ public:
 
 private:
     friend class NodeList;
+    friend class PathWalker;
 
     void appendFullPath(std::string& path, std::size_t following);
 
-    AddRefWrapper<PortList> m_inputs;        ///< Never empty.
-    AddRefWrapper<PortList> m_outputs;       ///< Never empty.
+    PortListPair* m_lists;                   ///< Never null; a reference to each of the two.
     Compound* m_parentCompound = nullptr;    ///< Not owned. Null: a top-level node.
     AddRefWrapper<Compound> m_ownedCompound; ///< Empty: a plain node.
     Container* m_container;                  ///< Not owned, may be null.

@@ -10,6 +10,7 @@
 namespace ZEL {
 
 class Compound;
+class ConnectionRecord;
 class Node;
 class Port;
 class PortList;
@@ -180,12 +181,19 @@ public:
 
 private:
     friend class Compound;
+    friend class ConnectionRecord;
     friend class ListIterator<const PortList>;
     friend class PathWalker;
     friend class Node;
+    friend class Port;
 
     Sequence entries() const;
     Port* entryAt(int index) const;
+    PortNotification* parent() const { return m_isRecord != 0 ? nullptr : m_parent; }
+    void endRecord();
+    bool forget(Port* port);
+    bool removeEvery(const AddRefWrapper<Port>& port);
+    static void reportMissing(Port& port);
     AddRefWrapper<Port> findNamed(std::string_view name) const;
     void append(Port* port);
     bool holdsReferences() const;
@@ -194,15 +202,28 @@ private:
     void repeatForward(int from, int to);
     void releaseEntries(PortNotification* dyingParent);
     void setParent(PortNotification* parent, ParentKind kind);
+    void giveParentTo(Port& port);
+    void noteParentClass();
     void onParentDied(PortNotification* parent);
 
-    PortIOType m_ioType = PortInput;
-    PortNotification* m_parent = nullptr; ///< Not owned. Null: nobody is asked.
+    // These share one word, which fills the one that the count leaves half empty.
+    std::int32_t m_ioType : 24;     ///< A PortIOType, or where to look for it.
+    std::uint32_t m_parentKind : 2; ///< A ParentKind.
+    std::uint32_t m_orphaned : 1;   ///< The parent died: the list holds references without it.
+    std::uint32_t m_isRecord : 1;   ///< Connections, as connecting has made them.
+    std::uint32_t m_parentIsPlainNode : 1; ///< As in Port.
+    std::uint32_t m_parentAgrees : 1;      ///< As in Port.
     /// The word of a Sequence. There is one reference for each entry while there is a parent, but
     /// for what forward moves and assignments have left uneven, which the extras remember.
     mutable std::uintptr_t m_entries = 0;
-    ParentKind m_parentKind = ParentKind::Unknown;
-    bool m_orphaned = false; ///< The parent died: the list holds references without it.
+    // NOLINTBEGIN(readability-identifier-naming): they are private, too.
+    union {
+        PortNotification* m_parent; ///< Not owned. Null: nobody is asked.
+        /// Of a record, which has no parent: the slot of the port whose connections these are in
+        /// the list of the one connected last, unless entries moved there since.
+        std::uint32_t m_slot;
+    };
+    // NOLINTEND(readability-identifier-naming)
 };
 
 /// One named, typed end point. The list it stands in holds it; connections hold nothing, so they
@@ -244,7 +265,9 @@ public:
     Namable getFullPathName();
 
     // Connections. In each pair one end sends: a compound-internal port, or else an output.
-    /// The ports at the other ends, in the order of connecting. Lives as long as the port.
+    /// The ports at the other ends, in the order of connecting. The list is a member of the port
+    /// and lives as long as it: a wrapper of the list does not keep it longer (P10 in
+    /// docs/caller-guarantees.md).
     PortList& connectedTo();
     bool isConnected();
     /// Connects the two ports; may be called on either. Asks onPortAddConnection of the sending
@@ -291,19 +314,26 @@ protected:
     Port(const char* name, PortIOType ioType);
 
 private:
+    friend class ConnectionRecord;
     friend class PortList;
 
     void setParent(PortNotification* parent, ParentKind kind);
+    ParentKind parentKind() const { return static_cast<ParentKind>(m_parentKind); }
+    bool isParentAsked() const { return m_parent && m_parentAgrees == 0; }
     Node* findParentNode() const;
     Compound* findParentCompound() const;
 
-    PortIOType m_ioType;
-    PortNotification* m_parent = nullptr;        ///< Not owned. Null: a port on its own.
-    AddRefWrapper<PortList> m_connections;       ///< Never empty, never replaced, has no parent.
-    AddRefWrapper<PortDataType> m_dataType;      ///< Empty: no type.
+    // These share one word, which fills the one that the count leaves half empty.
+    std::int32_t m_ioType : 24;     ///< A PortIOType, or where to look for it.
+    std::uint32_t m_parentKind : 2; ///< A ParentKind.
+    std::uint32_t m_hidden : 1;
+    // What its class says of the parent; 0 also when it was not asked.
+    std::uint32_t m_parentIsPlainNode : 1;  ///< A node and no compound.
+    std::uint32_t m_parentAgrees : 1;       ///< To every connection and disconnection.
+    PortNotification* m_parent = nullptr;   ///< Not owned. Null: a port on its own.
+    PortList m_connections;                 ///< The port holds one reference; it has no parent.
+    AddRefWrapper<PortDataType> m_dataType; ///< Empty: no type.
     std::unique_ptr<std::string> m_defaultValue; ///< Null: the empty text.
-    ParentKind m_parentKind = ParentKind::Unknown;
-    bool m_hidden = false;
 };
 
 } // namespace ZEL
