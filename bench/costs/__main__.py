@@ -20,6 +20,11 @@ from tables import class_table, memory_table, replace_part, time_table
 CHOSEN = (
     ("create a node with 6 ports", "1000", "10000", "100000", "1000000"),
     ("create a node with 6 ports, cold heap", "1000", "100000"),
+    ("10 nodes: create a node with 6 ports", "10"),
+    ("10 nodes: connect, ports at hand", "10"),
+    ("10 nodes: findPortFromPath", "10"),
+    ("10 nodes: removeConnection", "10"),
+    ("10 nodes: destroy a connected node", "10"),
     ("connect, ports at hand", "1000", "10000", "100000", "1000000"),
     ("connect, both ends by name", "1000", "100000"),
     ("findPortFromPath", "1 x 10", "8 x 10", "8 x 10000", "1 x 100000", "1 x 1000000"),
@@ -39,6 +44,14 @@ CHOSEN = (
     ("collapse a tenth of so many nodes", "100000", "1000000"),
     ("one editor: a notification", "100000"),
     ("one editor: a node dies", "10", "1000", "100000", "1000000"),
+)
+
+# And what of memory.
+CHOSEN_MEMORY = (
+    "a port",
+    "a bare node",
+    "a node with 6 ports, 4 inputs fed and each output feeding 2",
+    "a network of 10 connected nodes, all of it",
 )
 
 TEXT = """# Measured costs
@@ -82,6 +95,7 @@ def write_pages(options, rows, in_readme, memory):
         page.write(TEXT.format(names=names, after=" after" if before else "") + "\n")
         page.write("\n".join(time_table(rows, rows, before)) + "\n")
     replace_part("README.md", "costs", [names, "", *time_table(in_readme, rows, before)])
+    replace_part("README.md", "memory", memory_table(memory, before, CHOSEN_MEMORY))
     replace_part("docs/costs.md", "memory", memory_table(memory, before))
     replace_part("docs/costs.md", "classes", class_table(memory, before))
 

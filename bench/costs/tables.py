@@ -39,8 +39,8 @@ def time_table(shown, rows, with_before):
     return table(head, lines)
 
 
-def memory_table(memory, with_before):
-    """Blocks, bytes asked for and bytes taken in one line for each thing counted."""
+def memory_table(memory, with_before, jobs=None):
+    """Blocks, bytes asked for and bytes taken in one line for each thing counted, or for some."""
     kinds = (("blocks", "blocks"), ("asked", "bytes asked for"), ("taken", "bytes taken"))
     head = ["what", "nodes"]
     for _, title in kinds:
@@ -48,6 +48,8 @@ def memory_table(memory, with_before):
     head += ["baseline: blocks", "bytes taken", "goal", "met"]
     lines = []
     for place, taken in enumerate(memory.rows["taken"]):
+        if jobs and taken.job not in jobs:
+            continue
         line = [taken.job, taken.shown]
         for kind, _ in kinds:
             figures = memory.rows[kind][place].figures
