@@ -4,18 +4,18 @@
 #include "zelMeter.h"
 #include "zelWorkload.h"
 
+#include <benchmark/benchmark.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
-#include <regex>
 #include <string>
 
 namespace {
 
-constexpr int kRounds = 5;
-
 constexpr const char* kUsage =
-    R"(usage: zelBench [REGEX]    measures the rows whose "job/size" has a match; prints a table
+    R"(usage: zelBench [--benchmark_filter=REGEX ...]
+                           measures "job/size/library" and "job/size/baseline", as Google Benchmark
        zelBench --list     prints every row: job, size and goal, with tabs between
        zelBench --serve    reads rows, job and size with a tab between, and answers each with
                            the nanoseconds of the library and of the baseline (0: none)
@@ -47,14 +47,6 @@ const Workload* findRow(const std::vector<Workload>& workloads, const std::strin
     return nullptr;
 }
 
-/// "8 x 10000" where the size is levels x siblings.
-std::string shownSize(int size)
-{
-    if (size < kLevel)
-        return std::to_string(size);
-    return std::to_string(size / kLevel) + " x " + std::to_string(size % kLevel);
-}
-
 int printList(const std::vector<Workload>& workloads)
 {
     for (const Workload& workload : workloads) {
@@ -65,30 +57,7 @@ int printList(const std::vector<Workload>& workloads)
     return 0;
 }
 
-int printTable(const std::vector<Workload>& workloads, Meter& meter, const std::regex& chosen)
-{
-    std::printf("| job | size | library | baseline | ratio | goal |\n|---|---|---|---|---|---|\n");
-    for (const Workload& workload : workloads) {
-        for (const int size : workload.sizes) {
-            const std::string shown = shownSize(size);
-            if (!std::regex_search(workload.name + "/" + shown, chosen))
-                continue;
-            const Figures figures = meter.best(workload, size, kRounds);
-            std::printf("| %s | %s | %.1f ns | ", workload.name.c_str(), shown.c_str(),
-                        figures.library);
-            if (figures.baseline > 0)
-                std::printf("%.1f ns | %.2fx", figures.baseline,
-                            figures.library / figures.baseline);
-            else
-                std::printf("|");
-            std::printf(" | %s |\n", workload.goal);
-            std::fflush(stdout);
-        }
-    }
-    return 0;
-}
-
-int serve(const std::vector<Workload>& workloads, Meter& meter)
+int serve(const std::vector<Workload>& workloads)
 {
     std::string line;
     while (std::getline(std::cin, line)) {
@@ -101,7 +70,7 @@ int serve(const std::vector<Workload>& workloads, Meter& meter)
             std::fprintf(stderr, "zelBench: no such row: %s\n", line.c_str());
             return 1;
         }
-        const Figures figures = meter.measure(*workload, std::atoi(line.c_str() + tab + 1));
+        const Figures figures = Meter::measure(*workload, std::atoi(line.c_str() + tab + 1));
         std::printf("%.3f\t%.3f\n", figures.library, figures.baseline);
         std::fflush(stdout);
     }
@@ -130,12 +99,14 @@ int main(int argc, char** argv)
     if (first == "--list" && argc == 2)
         return printList(workloads);
     keepFreedMemory();
-    Meter meter(argv[0]);
+    const Meter meter(argv[0], workloads);
     if (first == "--serve" && argc == 2)
-        return serve(workloads, meter);
-    if (argc > 2 || first.rfind('-', 0) == 0) {
+        return serve(workloads);
+    benchmark::Initialize(&argc, argv);
+    if (argc > 1) {
         std::fputs(kUsage, stderr);
         return 2;
     }
-    return printTable(workloads, meter, std::regex(first));
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
 }

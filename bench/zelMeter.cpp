@@ -2,15 +2,20 @@
 
 #include "zelHeap.h"
 
+#include <benchmark/benchmark.h>
+
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 
 namespace {
 
-/// So many operations are measured in one round at least.
+/// So many operations are measured at a time, at least.
 constexpr double kItems = 20000;
+
+constexpr double kNanosecondsPerSecond = 1e9;
 
 /// More than the jobs of that size need at once: both networks, and names and ports at hand.
 std::size_t heapFor(int size)
@@ -22,7 +27,46 @@ std::size_t heapFor(int size)
 
 double nanoseconds(const Timing& timing)
 {
-    return timing.seconds / timing.items * 1e9;
+    return timing.seconds / timing.items * kNanosecondsPerSecond;
+}
+
+std::string benchmarkName(const Workload& workload, int size, bool baseline)
+{
+    return workload.name + "/" + shownSize(size) + (baseline ? "/baseline" : "/library");
+}
+
+/// A pattern that only the text matches.
+std::string patternOf(const std::string& text)
+{
+    std::string pattern = "^";
+    for (const char letter : text) {
+        const bool isPlain = std::isalnum(static_cast<unsigned char>(letter)) != 0;
+        pattern += isPlain ? std::string(1, letter) : std::string("[") + letter + "]";
+    }
+    return pattern + "/";
+}
+
+/// Keeps the figure of the one benchmark that runs.
+class Collector : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context& /*context*/) override { return true; }
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs)
+            m_figure = run.GetAdjustedRealTime();
+    }
+    double figure() const { return m_figure; }
+
+private:
+    double m_figure = 0;
+};
+
+double runBenchmark(const std::string& name)
+{
+    Collector collector;
+    // Behind the name stands what the library says of the kind of the clock.
+    benchmark::RunSpecifiedBenchmarks(&collector, patternOf(name));
+    return collector.figure();
 }
 
 } // namespace
@@ -38,10 +82,11 @@ void Meter::prepare(const Workload& workload, int size)
     warmHeap(heapFor(size));
 }
 
-double Meter::measureSide(const Workload& workload, int size, bool baseline) const
+double Meter::measureSide(const Workload& workload, int size, bool baseline)
 {
     if (workload.cold)
         return measureCold(workload, size, baseline);
+    prepare(workload, size);
     Timing total;
     while (total.items < kItems) {
         settleHeap();
@@ -64,30 +109,48 @@ double Meter::measureCold(const Workload& workload, int size, bool baseline) con
     return figure;
 }
 
-Figures Meter::measure(const Workload& workload, int size)
+Meter::Meter(std::string program, const std::vector<Workload>& workloads)
+    : m_program(std::move(program))
 {
-    if (!workload.cold)
-        prepare(workload, size);
-    Figures figures;
-    figures.library = measureSide(workload, size, false);
-    if (workload.baseline)
-        figures.baseline = measureSide(workload, size, true);
-    return figures;
+    for (const Workload& workload : workloads) {
+        for (const int size : workload.sizes) {
+            add(workload, size, false);
+            if (workload.baseline)
+                add(workload, size, true);
+        }
+    }
 }
 
-Figures Meter::best(const Workload& workload, int size, int rounds)
+void Meter::add(const Workload& workload, int size, bool baseline)
 {
-    Figures best = measure(workload, size);
-    for (int round = 1; round < rounds; ++round) {
-        const Figures figures = measure(workload, size);
-        best.library = std::min(best.library, figures.library);
-        best.baseline = std::min(best.baseline, figures.baseline);
-    }
-    return best;
+    const auto run = [this, &workload, size, baseline](benchmark::State& state) {
+        for (auto _ : state)
+            state.SetIterationTime(measureSide(workload, size, baseline) / kNanosecondsPerSecond);
+    };
+    benchmark::RegisterBenchmark(benchmarkName(workload, size, baseline).c_str(), run)
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Unit(benchmark::kNanosecond);
+}
+
+Figures Meter::measure(const Workload& workload, int size)
+{
+    Figures figures;
+    figures.library = runBenchmark(benchmarkName(workload, size, false));
+    if (workload.baseline)
+        figures.baseline = runBenchmark(benchmarkName(workload, size, true));
+    return figures;
 }
 
 double measureColdRun(Timing (*run)(int), int size)
 {
     run(10); // The code is there already: what is cold is the memory.
     return nanoseconds(run(size));
+}
+
+std::string shownSize(int size)
+{
+    if (size < kLevel)
+        return std::to_string(size);
+    return std::to_string(size / kLevel) + " x " + std::to_string(size % kLevel);
 }

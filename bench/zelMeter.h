@@ -10,21 +10,21 @@ struct Figures {
     double baseline = 0; ///< 0: there is no such job.
 };
 
-/// Measures rows, the library and the baseline in turn, on a warm heap: memory that the process has
-/// touched before.
+/// The rows as benchmarks named "job/size/library" and "job/size/baseline". Each runs on a warm
+/// heap, memory that the process has touched before, until so many operations have passed that the
+/// clock is precise; a cold row is measured by a process of its own.
 class Meter {
 public:
-    /// The program is this one's path: a cold row is measured by a process of its own.
-    explicit Meter(std::string program) : m_program(std::move(program)) {}
+    /// Registers the benchmarks. The program is this one's path.
+    Meter(std::string program, const std::vector<Workload>& workloads);
 
-    /// One round: each side runs until so many operations have passed that the clock is precise.
-    Figures measure(const Workload& workload, int size);
-    /// The lower figures of so many rounds.
-    Figures best(const Workload& workload, int size, int rounds);
+    /// Runs the two benchmarks of a row once.
+    static Figures measure(const Workload& workload, int size);
 
 private:
+    void add(const Workload& workload, int size, bool baseline);
     void prepare(const Workload& workload, int size);
-    double measureSide(const Workload& workload, int size, bool baseline) const;
+    double measureSide(const Workload& workload, int size, bool baseline);
     double measureCold(const Workload& workload, int size, bool baseline) const;
 
     std::string m_program;
@@ -35,3 +35,6 @@ private:
 /// The whole work of a process that a meter starts: one run on a heap that nothing has used.
 /// Nanoseconds of one operation.
 double measureColdRun(Timing (*run)(int), int size);
+
+/// "8 x 10000" where the size is levels x siblings.
+std::string shownSize(int size);
