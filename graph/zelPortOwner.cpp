@@ -16,7 +16,6 @@ struct ParentClass {
     const std::type_info* type = nullptr;
     const char* name = nullptr;
     bool isOther = false; ///< Of nodes: a compound, too. Of compounds: a node, too.
-    bool agrees = false;  ///< Of nodes: has Node's own answers when ports connect and disconnect.
 
     bool is(const std::type_info& other) const { return type == &other && name == other.name(); }
 };
@@ -45,6 +44,8 @@ struct ConnectionSlots {
     void* onRemove;
 };
 
+/// Whether the node agrees to every connection and disconnection by Node's own answers. Read from
+/// the very object: a class with two nodes among its bases may answer differently for each.
 bool agreesLikeNode(const PortNotification& parent)
 {
     static const ConnectionSlots ownSlots{Node(nullptr)};
@@ -65,8 +66,7 @@ const ParentClass& classOf(PortNotification& parent)
     const std::type_info& type = typeid(parent);
     ParentClass& known = classes[reinterpret_cast<std::uintptr_t>(&type) / kAlignment % kSize];
     if (!known.is(type))
-        known = {&type, type.name(), dynamic_cast<Other*>(&parent) != nullptr,
-                 agreesLikeNode(parent)};
+        known = {&type, type.name(), dynamic_cast<Other*>(&parent) != nullptr};
     return known;
 }
 
@@ -94,9 +94,8 @@ void PortList::noteParentClass()
     if (static_cast<ParentKind>(m_parentKind) != ParentKind::Node ||
         static_cast<Node*>(m_parent)->getRefCount() == 0)
         return;
-    const ParentClass& type = classOf<Compound>(*m_parent);
-    m_parentIsPlainNode = type.isOther ? 0 : 1;
-    m_parentAgrees = type.agrees ? 1 : 0;
+    m_parentIsPlainNode = classOf<Compound>(*m_parent).isOther ? 0 : 1;
+    m_parentAgrees = agreesLikeNode(*m_parent) ? 1 : 0;
 }
 
 bool Port::isCompoundInternalPort()

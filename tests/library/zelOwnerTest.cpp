@@ -191,6 +191,24 @@ TEST(PortOwner, IsAskedByTheClassOfTheWholeObjectWhenItMakesItsPortsItself)
     }
 }
 
+TEST(PortOwner, IsAskedByTheNodeThatTookThePortWhenItIsTwoNodesAtOnce)
+{
+    struct Twin : NotAsked<AskedNode>, AskedToRemove<AskedToAdd<AskedNode>> {
+        using NotAsked<AskedNode>::operator=;
+    };
+    auto* const twin = new Twin; // Each base has a count of its own.
+    const AddRefWrapper<NotAsked<AskedNode>> agreeing(twin);
+    AskedToRemove<AskedToAdd<AskedNode>>& asked = *twin;
+    asked.addRef();
+    const PortPtr in = Port::createNew("in", PortInput);
+    const PortPtr free = agreeing->outputs().addPort("free", nullptr);
+    const PortPtr out = asked.outputs().addPort("out", nullptr);
+    EXPECT_TRUE(in->addConnection(free) && in->removeConnection(free));
+    EXPECT_TRUE(in->addConnection(out) && in->removeConnection(out));
+    EXPECT_EQ("", agreeing->asked);
+    EXPECT_EQ("add remove ", asked.asked);
+}
+
 /// Writes down what its objects find when they die.
 struct LastWords {
     inline static std::string text;
