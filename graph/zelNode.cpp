@@ -42,6 +42,7 @@ Node::~Node()
     }
     outputs().onParentDied(this);
     inputs().onParentDied(this);
+    m_ownedCompound = nullptr;     // One that was held by what has just died still finds the lists.
     PortList& lastList = inputs(); // It holds the pair while the outputs go.
     outputs().release();
     lastList.release();

@@ -309,5 +309,26 @@ TEST(ListLifetime, SharedListsLiveAsLongAsTheirHoldersAndAskTheirMakerWhileItLiv
     EXPECT_EQ(alive, Live::count);
 }
 
+TEST(ListLifetime, ANodeHasItsListsUntilTheCompoundThatAPortHeldIsGone)
+{
+    static int found;
+    struct Counting : Compound {
+        explicit Counting(NodeArg owner) : Compound(owner), node(owner.get()) {}
+        using Compound::operator=;
+        ~Counting() override { found = node->inputs().size() + node->outputs().size(); }
+        Node* node;
+    };
+    struct HoldingPort : Port {
+        explicit HoldingPort(Compound* held) : Port("in", PortInput), compound(held) {}
+        using Port::operator=;
+        AddRefWrapper<Compound> compound;
+    };
+    found = -1;
+    AddRefWrapper<Node> node = Node::createNew(nullptr, "N");
+    node->inputs().add(new HoldingPort(new Counting(node)));
+    node = nullptr;
+    EXPECT_EQ(0, found);
+}
+
 } // namespace
 } // namespace ZEL
