@@ -52,10 +52,11 @@ struct SequenceBlock {
 /// The state is one word of the list: nothing, the only entry, or a block of slots. A short
 /// sequence is a plain array. In a long one an erased entry leaves a hole, and a table finds an
 /// object's slots, as soon as plain searching has cost more than filling the table does; counts of
-/// the entries find a slot by its index among holes. Holes are closed when they are half of all, or
-/// when as many entries were read through the counts as there are slots; the tables follow. So
-/// appending, finding, erasing and reading cost the same at any length and in any order, but for a
-/// logarithm, and the order is kept. Inserting and moving cost what they cost in an array.
+/// the entries find a slot by its index among holes. Holes are closed when there are seven times as
+/// many as entries, when they are a quarter of all and an addition finds no room, and when as many
+/// entries were read through the counts as there are slots; the tables follow. So appending,
+/// finding, erasing and reading cost the same at any length and in any order, but for a logarithm,
+/// and the order is kept. Inserting and moving cost what they cost in an array.
 class Sequence {
 public:
     explicit Sequence(std::uintptr_t& data) : m_data(data) {}
