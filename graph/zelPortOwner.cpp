@@ -58,22 +58,22 @@ bool agreesLikeNode(const PortNotification& parent)
 /// The class of a parent of the kind that is not Other. Classes that are both nodes and compounds
 /// are allowed, but hardly ever seen: the classes met last are remembered.
 template <class Other>
-const ParentClass& classOf(PortNotification& parent)
+const ParentClass& classOf(PortNotification* parent)
 {
     constexpr std::size_t kSize = 16;      // A power of two.
     constexpr std::size_t kAlignment = 16; // Of most type information.
     static ParentClass classes[kSize];
-    const std::type_info& type = typeid(parent);
+    const std::type_info& type = typeid(*parent);
     ParentClass& known = classes[reinterpret_cast<std::uintptr_t>(&type) / kAlignment % kSize];
     if (!known.is(type))
-        known = {&type, type.name(), dynamic_cast<Other*>(&parent) != nullptr};
+        known = {&type, type.name(), dynamic_cast<Other*>(parent) != nullptr};
     return known;
 }
 
 template <class Other>
-Other* findOther(PortNotification& parent)
+Other* findOther(PortNotification* parent)
 {
-    return classOf<Other>(parent).isOther ? dynamic_cast<Other*>(&parent) : nullptr;
+    return classOf<Other>(parent).isOther ? dynamic_cast<Other*>(parent) : nullptr;
 }
 
 } // namespace
@@ -94,7 +94,7 @@ void PortList::noteParentClass()
     if (static_cast<ParentKind>(m_parentKind) != ParentKind::Node ||
         static_cast<Node*>(m_parent)->getRefCount() == 0)
         return;
-    m_parentIsPlainNode = classOf<Compound>(*m_parent).isOther ? 0 : 1;
+    m_parentIsPlainNode = classOf<Compound>(m_parent).isOther ? 0 : 1;
     m_parentAgrees = agreesLikeNode(*m_parent) ? 1 : 0;
 }
 
@@ -121,7 +121,7 @@ Node* Port::findParentNode() const
     if (parentKind() == ParentKind::Node)
         return static_cast<Node*>(m_parent);
     if (parentKind() == ParentKind::Compound)
-        return findOther<Node>(*m_parent);
+        return findOther<Node>(m_parent);
     return dynamic_cast<Node*>(m_parent);
 }
 
@@ -132,7 +132,7 @@ Compound* Port::findParentCompound() const
     if (m_parentIsPlainNode != 0)
         return nullptr;
     if (parentKind() == ParentKind::Node)
-        return findOther<Compound>(*m_parent);
+        return findOther<Compound>(m_parent);
     return dynamic_cast<Compound*>(m_parent);
 }
 
