@@ -41,6 +41,10 @@ std::vector<PortPtr> heldPorts(const Universe& universe)
     held.insert(held.end(), universe.freePorts.begin(), universe.freePorts.end());
     for (const std::vector<ZEL::Port*>* const some : {&universe.heldPorts, &universe.askedPorts})
         held.insert(held.end(), some->begin(), some->end());
+    for (ZEL::PortList* const list : universe.heldLists) {
+        for (ZEL::Port* const port : *list)
+            held.emplace_back(port);
+    }
     return held;
 }
 

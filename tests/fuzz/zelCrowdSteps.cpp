@@ -74,7 +74,7 @@ void addManyOwnPorts(Universe& universe)
     const int naming = universe.input.byte();
     const auto ioType = static_cast<ZEL::PortIOType>(universe.input.number(2));
     const int count = roomForMany(pickManyCount(universe));
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count && list.isOwned(); ++i) {
         const Held<ZEL::Port> port(
             universe, makeCrowdPort(universe, i % (kinds + 1), crowdName(naming, i), ioType));
         list->add(port.wrapper());
@@ -86,7 +86,7 @@ void removeManyPorts(Universe& universe)
     const HeldList list(universe, pickList(universe));
     const int from = universe.input.number(3);
     int count = pickManyCount(universe);
-    for (; count > 0 && list->size() > 0; --count) {
+    for (; count > 0 && list->size() > 0 && list.isOwned(); --count) {
         const Held<ZEL::Port> port(universe, (*list)[pickPlace(from, list->size())]);
         if (!list->getParent())
             callerRules::disconnect(universe, *port);

@@ -2,6 +2,7 @@
 
 #include "zelCallerRules.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <list>
@@ -117,9 +118,16 @@ bool prepareCompound(Universe& universe, ZEL::Node* node)
     return true;
 }
 
+HeldList::HeldList(Universe& universe, ZEL::PortList* list) : m_universe(universe), m_list(list)
+{
+    universe.heldLists.push_back(list);
+}
+
 HeldList::~HeldList()
 {
-    if (m_list->getRefCount() > 1)
+    std::vector<ZEL::PortList*>& known = m_universe.heldLists;
+    known.erase(std::find(known.begin(), known.end(), m_list.get()));
+    if (isOwned())
         return;
     for (ZEL::Port* const port : *m_list)
         callerRules::disconnect(m_universe, *port);

@@ -92,15 +92,17 @@ private:
     ZEL::AddRefWrapper<T> m_object;
 };
 
-/// A list of ports that a step holds while it works: when the list has no parent any more at the
-/// end, its ports go with it, disconnected.
+/// A list of ports that a step holds while it works. The universe knows of its ports. When nobody
+/// else holds the list at the end, they go with it, disconnected.
 class HeldList {
 public:
-    HeldList(Universe& universe, ZEL::PortList* list) : m_universe(universe), m_list(list) {}
+    HeldList(Universe& universe, ZEL::PortList* list);
     HeldList(const HeldList&) = delete;
     HeldList& operator=(const HeldList&) = delete;
     ~HeldList();
 
+    /// False when its owner is gone: a parent of the list's that is no node or compound is, too.
+    bool isOwned() const { return m_list->getRefCount() > 1; }
     ZEL::PortList& operator*() const { return *m_list; }
     ZEL::PortList* operator->() const { return m_list.get(); }
 

@@ -73,6 +73,7 @@ public:
     // What the steps at work hold, see Held, and the ports of the questions that are open: the
     // library holds those.
     std::vector<ZEL::Port*> heldPorts;
+    std::vector<ZEL::PortList*> heldLists;
     std::vector<ZEL::Node*> heldNodes;
     std::vector<ZEL::Compound*> heldCompounds;
     std::vector<ZEL::Port*> askedPorts;

@@ -74,7 +74,7 @@ void addPort(Universe& universe)
 void addManyPorts(Universe& universe)
 {
     const HeldList list(universe, pickList(universe));
-    for (int i = list->size(); i < 2 * kMaxPorts / 3; ++i) {
+    for (int i = list->size(); i < 2 * kMaxPorts / 3 && list.isOwned(); ++i) {
         const Held<ZEL::Port> port(universe,
                                    list->addPort(("p" + std::to_string(i)).c_str(), nullptr));
     }
