@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/zelCacheHint.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -30,7 +32,7 @@ public:
     void prefetch(const Port* port) const
     {
         if (!m_entries.empty())
-            __builtin_prefetch(&m_entries[homeOf(port)]);
+            prefetchToRead(&m_entries[homeOf(port)]);
     }
 
 private:

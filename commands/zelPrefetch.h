@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/zelCacheHint.h"
 #include "zelNode.h"
 #include "zelPortHolds.h"
 
@@ -17,8 +18,8 @@ inline void prefetchLines(std::uintptr_t address)
 {
     constexpr std::uintptr_t kLine = 64;
     // NOLINTBEGIN(performance-no-int-to-ptr): nothing is read there.
-    __builtin_prefetch(reinterpret_cast<const void*>(address), 1);
-    __builtin_prefetch(reinterpret_cast<const void*>(address + kLine), 1);
+    prefetchToWrite(reinterpret_cast<const void*>(address));
+    prefetchToWrite(reinterpret_cast<const void*>(address + kLine));
     // NOLINTEND(performance-no-int-to-ptr)
 }
 

@@ -2,7 +2,14 @@
 
 // One translation unit of a host or plugin that is built otherwise would break the dynamic_cast by
 // which a port knows its parent, or read the library's objects wrongly.
-#if defined(__GNUC__)
+#if defined(_MSC_VER)
+#if !defined(_CPPRTTI)
+#error "libZEL needs run-time type information: compile with /GR."
+#endif
+#if !defined(_MSVC_LANG) || _MSVC_LANG < 201703L
+#error "libZEL needs C++17 or newer: compile with /std:c++17."
+#endif
+#else
 #if !defined(__GXX_RTTI) && !defined(__cpp_rtti)
 #error "libZEL needs run-time type information: compile without -fno-rtti."
 #endif
@@ -11,8 +18,20 @@
 #endif
 #endif
 
-/// Marks what the shared library exports; everything else is hidden.
+// ZEL_API marks what the shared library exports; everything else is hidden. ZEL_STATIC is defined
+// for the static library and by its CMake target, ZEL_EXPORTS while the library itself is built,
+// ZEL_EXPORTS_LISTED where a list of names says then what is exported.
+#if defined(ZEL_STATIC)
+#define ZEL_API
+#elif defined(_WIN32) && defined(ZEL_EXPORTS_LISTED)
+#define ZEL_API
+#elif defined(_WIN32) && defined(ZEL_EXPORTS)
+#define ZEL_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define ZEL_API __declspec(dllimport)
+#else
 #define ZEL_API __attribute__((visibility("default")))
+#endif
 
 // Where virtual tables hold something else than the plain addresses of functions, the same in all
 // modules (signed pointers, relative tables, tables of other compilers, import thunks), an object

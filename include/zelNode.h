@@ -48,15 +48,19 @@ public:
     /// Copies the name; a null one counts as empty.
     virtual void setNodeTypeName(const char* name);
     // A derived class hides this one by the assignment that it has implicitly: not worth a warning.
+#if defined(__GNUC__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Woverloaded-virtual"
+#endif
     /// Assigns the name through the virtual setName and copies the type name and the plain
     /// pointers; the editors registered with either stay where they are. Contract: the lists and
     /// the owned compound are shared, not copied: both nodes then have the same objects, whose
     /// parent and owner stay the node that made them, and a change through either node shows in
     /// both.
     virtual Node& operator=(const Node& other);
+#if defined(__GNUC__)
 #pragma GCC diagnostic pop
+#endif
     /// Makes the ports that are connected to the inputs, then to the outputs, forget them. Called
     /// by NodeList::remove. An override calls it, or disconnects the ports itself.
     virtual void onThisNodeDeleted();

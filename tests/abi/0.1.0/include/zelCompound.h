@@ -38,13 +38,17 @@ public:
     /// Mirrors the owner's outputs; the ports have the direction PortInput.
     virtual PortList& innerOutputs();
     // A derived class hides this one by the assignment that it has implicitly: not worth a warning.
+#if defined(__GNUC__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Woverloaded-virtual"
+#endif
     /// Assigns the name, which renames the owner, then shares the other's lists and takes its
     /// owner. Contract: the lists are shared, not copied: a change through either compound shows in
     /// both, and the lists keep the compound that made them as their parent.
     virtual Compound& operator=(const Compound& other);
+#if defined(__GNUC__)
 #pragma GCC diagnostic pop
+#endif
 
     // Questions of the inner ports and lists: every change is agreed to; no default value is given.
     bool onPortAddConnection(const AddRefWrapper<Port>& port,
