@@ -16,7 +16,7 @@ of_abstract_classes='^_ZN3ZEL9ContainerC1Ev$'
 # underscores begin the names of sanitizers.
 public()
 {
-    nm --dynamic --defined-only --format=posix "$1" \
+    "${NM:-nm}" --dynamic --defined-only --format=posix "$1" \
         | awk '($2 ~ /^[TDBR]$/ && $1 !~ /^__|^_(init|fini|end|edata)$|^_Z(NK?)?St/) ||
                $1 ~ /^_Z(T[VTISC])?NK?3ZEL/ { print $1 }' \
         | grep -v "$of_abstract_classes" | sort -u
@@ -25,7 +25,7 @@ public()
 # All names, but for the one of the version itself.
 exported()
 {
-    nm --dynamic --defined-only --format=posix "$1" | awk '$2 != "A" { sub(/@.*/, "", $1); print $1 }' | sort -u
+    "${NM:-nm}" --dynamic --defined-only --format=posix "$1" | awk '$2 != "A" { sub(/@.*/, "", $1); print $1 }' | sort -u
 }
 
 listed()

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Does what the first section of docs/hosts.md says and compares what it shows, in WORK as the home
 # folder. The library is installed from BUILD instead of being built anew.
-#   firstSteps.sh BUILD WORK    CXX and CXXFLAGS hold for the copied project
+#   firstSteps.sh BUILD WORK    CXX and CXXFLAGS hold for the copied project, and the words of
+#                             RUN run its programs
 set -euo pipefail
 usage="usage: $0 BUILD WORK"
 build=${1:?$usage}
@@ -18,7 +19,8 @@ blocks()
         inside == 1' docs/hosts.md
 }
 steps=$(blocks '```sh' | awk '/build\/plain -D/ { skip = 1 } !skip && !/--build build\/plain/
-    !/\\$/ { skip = 0 }' | sed "s|build/plain|$build|; s|^g++|${CXX:-g++} ${CXXFLAGS:-}|")
+    !/\\$/ { skip = 0 }' | sed "s|build/plain|$build|; s|^g++|${CXX:-g++} ${CXXFLAGS:-}|
+    s|^[./a-z]*/firstHost |${RUN:-} &|")
 if [[ ${CXX:-} == *clang* ]]; then
     steps=${steps// -fno-gnu-unique/}
 fi
@@ -33,6 +35,7 @@ diff <(printf '%s\n' "$expected" "$expected") <(grep -E '^(nodes|(dis)?connected
 
 # Without its argument, with a file that is none, and with a module that is no plugin.
 cd "$HOME/first"
+read -ra run <<<"${RUN:-}"
 fails()
 {
     local wanted=$1 message
@@ -40,6 +43,6 @@ fails()
     ! message=$("$@" 2>&1) || { echo "succeeds: $*"; exit 1; }
     grep -qF "$wanted" <<<"$message" || { printf 'instead of "%s":\n%s\n' "$wanted" "$message"; exit 1; }
 }
-fails "usage: build/firstHost PLUGIN" build/firstHost
-fails "/nowhere.so: cannot open" build/firstHost /nowhere.so
-fails "registers no runtime" build/firstHost "$(ldd build/firstHost | awk '$1 ~ /^libm[.]/ { print $3 }')"
+fails "usage: build/firstHost PLUGIN" "${run[@]}" build/firstHost
+fails "/nowhere.so: cannot open" "${run[@]}" build/firstHost /nowhere.so
+fails "registers no runtime" "${run[@]}" build/firstHost "$("${CXX:-g++}" -print-file-name=libm.so.6)"

@@ -1,4 +1,4 @@
-# Runs the host with the plugin and compares what it prints with the file that was written when the
+# Runs the host, a list of words, with the plugin and compares what it prints with the file that was written when the
 # release was stored.
 execute_process(COMMAND ${host} ${plugin} OUTPUT_FILE ${output} RESULT_VARIABLE result)
 if(NOT result EQUAL 0)

@@ -1,10 +1,11 @@
 # Installs the library from buildDir below workDir, moves the installed tree, and there builds and
-# runs the consumer through find_package and through pkg-config. Any failure is the test's.
+# runs the consumer through find_package and through pkg-config. The words of run stand before the
+# programs. Any failure is the test's.
 set(first ${workDir}/first)
 set(prefix ${workDir}/moved)
 set(source ${CMAKE_CURRENT_LIST_DIR})
 
-function(run)
+function(call)
     execute_process(COMMAND ${ARGN} COMMAND_ECHO STDOUT COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
@@ -19,20 +20,20 @@ if(IS_ABSOLUTE "${libDir}")
         "there. Configure with a relative one.")
 endif()
 file(REMOVE_RECURSE ${workDir})
-run(${CMAKE_COMMAND} --install ${buildDir} --prefix ${first})
+call(${CMAKE_COMMAND} --install ${buildDir} --prefix ${first})
 file(RENAME ${first} ${prefix})
 if(NOT EXISTS ${prefix}/include/zel/zel.h)
     message(FATAL_ERROR "The headers are not in include/zel.")
 endif()
 
 message(STATUS "Through find_package")
-run(${CMAKE_COMMAND} -S ${source} -B ${workDir}/build -G ${generator}
+call(${CMAKE_COMMAND} -S ${source} -B ${workDir}/build -G ${generator}
     -D CMAKE_PREFIX_PATH=${prefix} -D CMAKE_CXX_COMPILER=${compiler} -D CMAKE_CXX_FLAGS=${flags}
-    -D ZEL_VERSION_WANTED=${version})
-run(${CMAKE_COMMAND} --build ${workDir}/build)
-run(${workDir}/build/consumer)
+    -D ZEL_VERSION_WANTED=${version} -D GTest_DIR=${gtestDir})
+call(${CMAKE_COMMAND} --build ${workDir}/build)
+call(${run} ${workDir}/build/consumer)
 if(EXISTS ${prefix}/include/zel/zelConformance.h)
-    run(${workDir}/build/conformance)
+    call(${run} ${workDir}/build/conformance)
 else()
     message(STATUS "SKIPPED: the conformance kit was built without GoogleTest, so not at all")
 endif()
@@ -49,5 +50,5 @@ endforeach()
 expectSame("pkg-config --modversion" "${answer--modversion}" "${version}")
 separate_arguments(arguments UNIX_COMMAND
     "${flags} ${answer--cflags} ${source}/consumer.cpp ${answer--libs}")
-run(${compiler} -std=c++17 ${arguments} -o ${workDir}/consumer)
-run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${prefix}/${libDir} ${workDir}/consumer)
+call(${compiler} -std=c++17 ${arguments} -o ${workDir}/consumer)
+call(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${prefix}/${libDir} ${run} ${workDir}/consumer)
