@@ -1,0 +1,5 @@
+# 64 bits, the highest byte first. Debian: g++-s390x-linux-gnu, qemu-user.
+set(CMAKE_SYSTEM_PROCESSOR s390x)
+set(triplet s390x-linux-gnu)
+set(emulator qemu-s390x)
+include(${CMAKE_CURRENT_LIST_DIR}/linux.cmake)
