@@ -1,16 +1,31 @@
 # The library exports the names in cmake/libZEL.map and no others. The linker reads the list: what it
 # names and the library does not define is an error, what it does not name is hidden; the test
-# ExportedNames then says that a public name is missing in the list.
+# ExportedNames then says that a public name is missing in the list. On Windows the linker reads a
+# module definition file that is made of the list.
 #
-# The names are those of 64-bit Linux with GNU's standard library. Where a standard library is
-# chosen that mangles other names, ZEL_EXPORT_LIST=OFF builds without the list.
+# The names are those of 64-bit systems with GNU's standard library. Where a standard library or a
+# compiler is chosen that mangles other names, ZEL_EXPORT_LIST=OFF builds without the list, and what
+# ZEL_API marks is exported.
 option(ZEL_EXPORT_LIST "Export the names in cmake/libZEL.map only" ON)
-if(NOT CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" OR NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
+if(NOT (CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" OR MINGW) OR NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
     set(ZEL_EXPORT_LIST OFF)
 endif()
 
 function(zel_export_list target list)
-    if(ZEL_EXPORT_LIST)
+    if(NOT ZEL_EXPORT_LIST)
+        return()
+    endif()
+    if(MINGW)
+        set(script ${PROJECT_SOURCE_DIR}/cmake/ZELDefinitionFile.cmake)
+        set(definitions ${PROJECT_BINARY_DIR}/lib${target}.def)
+        add_custom_command(OUTPUT ${definitions}
+            COMMAND ${CMAKE_COMMAND} -D list=${list} -D output=${definitions} -P ${script}
+            DEPENDS ${list} ${script}
+            COMMENT "Making lib${target}.def of the list of exported names"
+            VERBATIM)
+        target_sources(${target} PRIVATE ${definitions})
+        target_compile_definitions(${target} PRIVATE ZEL_EXPORTS_LISTED)
+    else()
         target_link_options(${target} PRIVATE
             LINKER:--version-script=${list} LINKER:--no-undefined-version)
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${list})
