@@ -17,13 +17,26 @@ struct Probe : Base {
     virtual void probe() {}
 };
 
-/// A pointer to a virtual member begins with 1 + 8 * slot (x86-64).
+/// No slot: the member is not virtual.
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+/// A pointer to a virtual member holds the place of its slot in the table, in bytes, and behind
+/// that what is added to the object's address. A bit tells it from the address of a function: the
+/// lowest of the first word; on ARM, where that may be one of a function's address, of the second.
 template <class Member>
 std::size_t slot(Member member)
 {
-    std::size_t word = 0;
-    std::memcpy(&word, &member, sizeof(word));
-    return (word - 1) / 8;
+    std::size_t words[2] = {};
+    static_assert(sizeof(member) == sizeof(words));
+    std::memcpy(words, &member, sizeof(words));
+#if defined(__arm__) || defined(__aarch64__)
+    const std::size_t place = words[0];
+    const bool isVirtual = words[1] % 2 == 1;
+#else
+    const std::size_t place = words[0] - 1;
+    const bool isVirtual = words[0] % 2 == 1;
+#endif
+    return isVirtual ? place / sizeof(void*) : kNone;
 }
 
 /// The operations fill the slots from the first on; then the table ends. Two slots are the
@@ -40,6 +53,7 @@ void expectSlots(std::size_t first, Members... members)
 
 TEST(Slots, StandInPublishedOrderAndNothingFollows)
 {
+    EXPECT_EQ(kNone, slot(&ReferenceCounted::addRef)) << "not virtual";
     EXPECT_EQ(0U, slot(&ReferenceCounted::deleteThis));
     expectSlots<ReferenceCounted>(3);
     expectSlots<PortList>(3);
