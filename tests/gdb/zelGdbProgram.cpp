@@ -85,7 +85,7 @@ int main()
     std::uintptr_t wrong = 0x10; // Not memory of the program.
     std::uintptr_t noise[64];
     for (std::uintptr_t& word : noise)
-        word = 0x4141414141414140;
+        word = static_cast<std::uintptr_t>(0x4141414141414140);
     const void* const places[] = {&wrong, noise};
     const auto* const lost = static_cast<const ZEL::AddRefWrapper<ZEL::Node>*>(places[0]);
     const auto* const rubbish = static_cast<const ZEL::Port*>(places[1]);
