@@ -66,6 +66,11 @@ bool hasPlainNodes(const Compound& /*compound*/)
     return false;
 }
 
+bool agreesLikeNode(const Node& /*node*/)
+{
+    return false;
+}
+
 } // namespace ZEL
 
 #else
@@ -77,9 +82,11 @@ namespace ZEL {
 
 namespace {
 
-// Slots of the published order, which begins with the two of the destructor in Namable and with
-// three of ReferenceCounted in the others.
+// Slots of the published order, which begins with the two of the destructor in Namable and in
+// PortNotification, and with three of ReferenceCounted in the others.
 constexpr std::size_t kGetName = 2;
+constexpr std::size_t kOnPortAddConnection = 2;
+constexpr std::size_t kOnPortRemoveConnection = 3;
 constexpr std::size_t kGetAsCompound = 4;
 constexpr std::size_t kNodes = 3;
 
@@ -111,6 +118,17 @@ bool hasPlainNodes(const Compound& compound)
 {
     static void* const own = slotOf(Compound::createNew(nullptr, nullptr).get(), kNodes);
     return slotOf(&compound, kNodes) == own;
+}
+
+bool agreesLikeNode(const Node& node)
+{
+    const auto answer = [](const PortNotification& asked, std::size_t slot) {
+        return slotOf(&asked, slot);
+    };
+    static void* const ownOnAdd = answer(Node(nullptr), kOnPortAddConnection);
+    static void* const ownOnRemove = answer(Node(nullptr), kOnPortRemoveConnection);
+    return answer(node, kOnPortAddConnection) == ownOnAdd &&
+           answer(node, kOnPortRemoveConnection) == ownOnRemove;
 }
 
 } // namespace ZEL

@@ -11,5 +11,8 @@ class Node;
 bool hasPlainCompound(const Node& node);
 /// True when the compound's nodes is Compound's own.
 bool hasPlainNodes(const Compound& compound);
+/// True when the node's answers to connecting and disconnecting are Node's own, which agrees. Found
+/// out for the very object: a class with two nodes among its bases may answer differently for each.
+bool agreesLikeNode(const Node& node);
 
 } // namespace ZEL

@@ -2,8 +2,8 @@
 
 #include "zelCompound.h"
 #include "zelNode.h"
+#include "zelPlainAnswers.h"
 
-#include <cstring>
 #include <typeinfo>
 
 namespace ZEL {
@@ -19,41 +19,6 @@ struct ParentClass {
 
     bool is(const std::type_info& other) const { return type == &other && name == other.name(); }
 };
-
-#if defined(ZEL_NAMES_BY_TYPE)
-
-/// Whether a class overrides an operation cannot be read there.
-bool agreesLikeNode(const PortNotification& /*parent*/)
-{
-    return false;
-}
-
-#else
-
-/// What the virtual tables of listeners hold for the two questions of connections, behind the two
-/// slots of the destructor.
-struct ConnectionSlots {
-    explicit ConnectionSlots(const PortNotification& parent)
-    {
-        void* const* table = nullptr;
-        std::memcpy(&table, static_cast<const void*>(&parent), sizeof(table));
-        onAdd = table[2];
-        onRemove = table[3];
-    }
-    void* onAdd;
-    void* onRemove;
-};
-
-/// Whether the node agrees to every connection and disconnection by Node's own answers. Read from
-/// the very object: a class with two nodes among its bases may answer differently for each.
-bool agreesLikeNode(const PortNotification& parent)
-{
-    static const ConnectionSlots ownSlots{Node(nullptr)};
-    const ConnectionSlots slots(parent);
-    return slots.onAdd == ownSlots.onAdd && slots.onRemove == ownSlots.onRemove;
-}
-
-#endif
 
 /// The class of a parent of the kind that is not Other. Classes that are both nodes and compounds
 /// are allowed, but hardly ever seen: the classes met last are remembered.
@@ -95,7 +60,7 @@ void PortList::noteParentClass()
         static_cast<Node*>(m_parent)->getRefCount() == 0)
         return;
     m_parentIsPlainNode = classOf<Compound>(m_parent).isOther ? 0 : 1;
-    m_parentAgrees = agreesLikeNode(*m_parent) ? 1 : 0;
+    m_parentAgrees = agreesLikeNode(*static_cast<Node*>(m_parent)) ? 1 : 0;
 }
 
 bool Port::isCompoundInternalPort()
