@@ -145,10 +145,17 @@ private:
     Node* owner() const;
     void onOwnerDied(Node* owner);
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251) // Private fields: nobody outside reaches them.
+#endif
     AddRefWrapper<PortList> m_innerInputs;  ///< Never empty.
     AddRefWrapper<PortList> m_innerOutputs; ///< Never empty.
     AddRefWrapper<NodeList> m_nodes;        ///< Never empty.
-    Node* m_owner = nullptr;                ///< Not owned. Null: there was none, or it died.
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif
+    Node* m_owner = nullptr; ///< Not owned. Null: there was none, or it died.
 };
 
 } // namespace ZEL

@@ -82,7 +82,14 @@ private:
     explicit Namable(std::string&& name);
     void replaceName(std::string& name);
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251) // Private fields: nobody outside reaches them.
+#endif
     std::string m_name;
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif
     NameIndex* m_index = nullptr; ///< Not owned: knows the name. It clears this when it forgets it.
 };
 

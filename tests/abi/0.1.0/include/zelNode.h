@@ -108,11 +108,18 @@ private:
 
     void appendFullPath(std::string& path, std::size_t following);
 
-    PortListPair* m_lists;                   ///< Never null; a reference to each of the two.
-    Compound* m_parentCompound = nullptr;    ///< Not owned. Null: a top-level node.
+    PortListPair* m_lists;                ///< Never null; a reference to each of the two.
+    Compound* m_parentCompound = nullptr; ///< Not owned. Null: a top-level node.
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251) // Private fields: nobody outside reaches them.
+#endif
     AddRefWrapper<Compound> m_ownedCompound; ///< Empty: a plain node.
     Container* m_container;                  ///< Not owned, may be null.
     std::string m_nodeTypeName;
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif
 };
 
 /// Appends "." and the node's name to data, which points to a std::string; for

@@ -328,12 +328,19 @@ private:
     std::uint32_t m_parentKind : 2; ///< A ParentKind.
     std::uint32_t m_hidden : 1;
     // What its class says of the parent; 0 also when it was not asked.
-    std::uint32_t m_parentIsPlainNode : 1;  ///< A node and no compound.
-    std::uint32_t m_parentAgrees : 1;       ///< To every connection and disconnection.
-    PortNotification* m_parent = nullptr;   ///< Not owned. Null: a port on its own.
-    PortList m_connections;                 ///< The port holds one reference; it has no parent.
-    AddRefWrapper<PortDataType> m_dataType; ///< Empty: no type.
+    std::uint32_t m_parentIsPlainNode : 1; ///< A node and no compound.
+    std::uint32_t m_parentAgrees : 1;      ///< To every connection and disconnection.
+    PortNotification* m_parent = nullptr;  ///< Not owned. Null: a port on its own.
+    PortList m_connections;                ///< The port holds one reference; it has no parent.
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251) // Private fields: nobody outside reaches them.
+#endif
+    AddRefWrapper<PortDataType> m_dataType;      ///< Empty: no type.
     std::unique_ptr<std::string> m_defaultValue; ///< Null: the empty text.
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif
 };
 
 } // namespace ZEL
