@@ -4,6 +4,7 @@
 # the C headers of mingw-w64 in place of Microsoft's, which cannot be had here. Nothing is linked.
 # FOLDER takes what is made on the way. --write stores the slots anew.
 set -euo pipefail
+shopt -s extglob
 folder=$1
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/../../.."
@@ -124,8 +125,9 @@ write_foreign
 each "its rooms, where neither clang nor gcc is" -DZEL_EXPORTS -I . -include "$folder/foreign.h" \
     -- "$folder"/{core,graph,editor,plugins,commands}.cpp
 no_gcc
+# The test of the slots reads pointers to members as gcc makes them; here the tables stand below.
 each "what uses the library" -I . -I conformance -I tests/library -DZEL_SOURCE_DIR='"."' \
-    -- examples/first/*.cpp conformance/*.cpp tests/library/*.cpp
+    -- {examples/first,conformance}/*.cpp tests/library/!(zelSlotTest).cpp
 
 slots
 if [[ ${2:-} == --write ]]; then
