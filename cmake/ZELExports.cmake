@@ -1,16 +1,17 @@
 # The library exports the names in cmake/libZEL.map and no others. The linker reads the list: what it
 # names and the library does not define is an error, what it does not name is hidden; the test
 # ExportedNames then says that a public name is missing in the list. On Windows the linker reads a
-# module definition file that is made of the list.
+# module definition file that is made of the list; for 32 bits it reads a list that is made of it.
 #
-# The names are those of 64-bit systems with GNU's standard library. Where a standard library or a
+# The names are those of systems with GNU's standard library. Where a standard library or a
 # compiler is chosen that mangles other names, ZEL_EXPORT_LIST=OFF builds without the list, and what
 # ZEL_API marks is exported.
 option(ZEL_EXPORT_LIST "Export the names in cmake/libZEL.map only" ON)
-if(NOT (CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" OR MINGW) OR NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
+if(NOT CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" AND NOT (MINGW AND CMAKE_SIZEOF_VOID_P EQUAL 8))
     set(ZEL_EXPORT_LIST OFF)
 endif()
 
+# Sets ZEL_EXPORTED_NAMES, too: the list in the form in which ELF's linkers read it.
 function(zel_export_list target list)
     if(NOT ZEL_EXPORT_LIST)
         return()
@@ -20,14 +21,26 @@ function(zel_export_list target list)
         set(definitions ${PROJECT_BINARY_DIR}/lib${target}.def)
         add_custom_command(OUTPUT ${definitions}
             COMMAND ${CMAKE_COMMAND} -D list=${list} -D output=${definitions} -P ${script}
-            DEPENDS ${list} ${script}
+            DEPENDS ${list} ${script} ${PROJECT_SOURCE_DIR}/cmake/ZELNames.cmake
             COMMENT "Making lib${target}.def of the list of exported names"
             VERBATIM)
         target_sources(${target} PRIVATE ${definitions})
         target_compile_definitions(${target} PRIVATE ZEL_EXPORTS_LISTED)
-    else()
-        target_link_options(${target} PRIVATE
-            LINKER:--version-script=${list} LINKER:--no-undefined-version)
-        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${list})
+        return()
     endif()
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+        set(script ${PROJECT_SOURCE_DIR}/cmake/ZELListFor32Bits.cmake)
+        set(changed ${PROJECT_BINARY_DIR}/lib${target}.map)
+        add_custom_command(OUTPUT ${changed}
+            COMMAND ${CMAKE_COMMAND} -D list=${list} -D output=${changed} -P ${script}
+            DEPENDS ${list} ${script} ${PROJECT_SOURCE_DIR}/cmake/ZELNames.cmake
+            COMMENT "Making the list of exported names for 32 bits"
+            VERBATIM)
+        target_sources(${target} PRIVATE ${changed})
+        set(list ${changed})
+    endif()
+    target_link_options(${target} PRIVATE
+        LINKER:--version-script=${list} LINKER:--no-undefined-version)
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${list})
+    set(ZEL_EXPORTED_NAMES ${list} PARENT_SCOPE)
 endfunction()

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # The names that libZEL.so exports, against the reviewed list cmake/libZEL.map, which is the
 # linker's version script too. UNLISTED is the same library linked without the list.
-#   exportedNames.sh check LIBRARY UNLISTED  prints the differences and fails when there is one
-#   exportedNames.sh update UNLISTED         writes the list anew
+#   exportedNames.sh check LIBRARY UNLISTED [LIST]  prints the differences and fails when there is
+#                                                   one; LIST is the one made for another platform
+#   exportedNames.sh update UNLISTED                writes the list anew
 set -euo pipefail
 export LC_ALL=C
 list=$(dirname "${BASH_SOURCE[0]}")/../../cmake/libZEL.map
@@ -45,10 +46,11 @@ compare()
     fi
 }
 
-usage="usage: $0 check LIBRARY UNLISTED | update UNLISTED"
+usage="usage: $0 check LIBRARY UNLISTED [LIST] | update UNLISTED"
 case ${1:-} in
 check)
     good=true
+    list=${4:-$list}
     [[ -r ${2:?$usage} && -r ${3:?$usage} ]] || { echo "$0: no library $2 or $3" >&2; exit 2; }
     compare "Exported by the library (>) against cmake/libZEL.map (<):" exported "$2" || good=false
     compare "Public in the sources (>) against cmake/libZEL.map (<):" public "$3" || good=false
