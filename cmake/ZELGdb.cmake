@@ -15,4 +15,4 @@ set(ZEL_GDB_DIR "" CACHE STRING
 if(ZEL_GDB_DIR)
     set(gdbDir ${ZEL_GDB_DIR})
 endif()
-install(FILES ${PROJECT_BINARY_DIR}/${gdbScriptName} DESTINATION ${gdbDir})
+install(FILES ${PROJECT_BINARY_DIR}/${gdbScriptName} DESTINATION ${gdbDir} COMPONENT development)

@@ -1,5 +1,6 @@
 # Install rules: the library, its headers under include/zel, the CMake package ZEL with the target
-# ZEL::ZEL, and the pkg-config file zel.pc.
+# ZEL::ZEL, and the pkg-config file zel.pc. Each belongs to a component, which becomes a package:
+# runtime, development, plugin, tools, python or doc. Installed without a component's name all of them are.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
@@ -8,11 +9,11 @@ set(pkgConfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 install(TARGETS ZEL
     EXPORT ZELTargets
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} # The DLL of Windows.
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} # Its import library.
-    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zel)
-install(EXPORT ZELTargets NAMESPACE ZEL:: DESTINATION ${packageDir})
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime # The DLL of Windows.
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development # Its import library.
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zel COMPONENT development)
+install(EXPORT ZELTargets NAMESPACE ZEL:: DESTINATION ${packageDir} COMPONENT development)
 
 configure_package_config_file(
     ${CMAKE_CURRENT_LIST_DIR}/ZELConfig.cmake.in ${PROJECT_BINARY_DIR}/ZELConfig.cmake
@@ -20,7 +21,7 @@ configure_package_config_file(
 write_basic_package_version_file(
     ${PROJECT_BINARY_DIR}/ZELConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/ZELConfig.cmake ${PROJECT_BINARY_DIR}/ZELConfigVersion.cmake
-    DESTINATION ${packageDir})
+    DESTINATION ${packageDir} COMPONENT development)
 
 # The installed tree can be moved as long as the library directory lies below the prefix: zel.pc
 # then finds the prefix from its own place.
@@ -36,4 +37,4 @@ cmake_path(APPEND pcLibDir ${CMAKE_INSTALL_LIBDIR})
 set(pcIncludeDir "\${prefix}")
 cmake_path(APPEND pcIncludeDir ${CMAKE_INSTALL_INCLUDEDIR} zel)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/zel.pc.in ${PROJECT_BINARY_DIR}/zel.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/zel.pc DESTINATION ${pkgConfigDir})
+install(FILES ${PROJECT_BINARY_DIR}/zel.pc DESTINATION ${pkgConfigDir} COMPONENT development)
