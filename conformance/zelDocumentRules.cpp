@@ -1,11 +1,10 @@
 // The document: Container's operations, and the paths that all commands go by.
 #include "zelConformanceScene.h"
+#include "zelSurvives.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace ZEL::Conformance {
 
@@ -126,19 +125,6 @@ void runtimeKeepsItsDataTypes(Scene& scene)
     else if (type && !(*type == *made))
         ADD_FAILURE() << "the host's ports have another data type " << inQuotes(name)
                       << " than the runtime's: commands make ports that do not fit";
-}
-
-/// Whether a child process survives the call, without a word.
-bool survives(const std::function<void()>& call)
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        close(STDERR_FILENO);
-        call();
-        _exit(0);
-    }
-    int status = 0;
-    return child > 0 && waitpid(child, &status, 0) == child && status == 0;
 }
 
 void runtimeForgetsAClosedDocument(Scene& scene)

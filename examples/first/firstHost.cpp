@@ -1,12 +1,50 @@
 // A host: loads a plugin, makes a network of its node definitions, connects, undoes and redoes.
 
 #include <cstdio>
-#include <dlfcn.h>
+#include <string>
 #include <zel.h>
+
+#if defined(_WIN32)
+#include <system_error>
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
 
 using namespace ZEL;
 
 namespace {
+
+/// The module of the plugin. Loaded, it is not null; otherwise whyNot says why.
+struct Module {
+#if defined(_WIN32)
+    static void* load(const char* path)
+    {
+        return LoadLibraryA(path);
+    }
+    static void unload(void* module)
+    {
+        FreeLibrary(static_cast<HMODULE>(module));
+    }
+    static std::string whyNot(const char* path)
+    {
+        return path + (": " + std::system_category().message(static_cast<int>(GetLastError())));
+    }
+#else
+    static void* load(const char* path)
+    {
+        return dlopen(path, RTLD_NOW | RTLD_LOCAL);
+    }
+    static void unload(void* module)
+    {
+        dlclose(module);
+    }
+    static std::string whyNot(const char* /*path*/)
+    {
+        return dlerror();
+    }
+#endif
+};
 
 /// Every node of the host. It answers the questions about its ports and changes nothing else.
 class HostNode : public Node {
@@ -162,9 +200,9 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: %s PLUGIN, with the whole path\n", argv[0]);
         return 2;
     }
-    void* const module = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
+    void* const module = Module::load(argv[1]);
     if (!module) {
-        std::fprintf(stderr, "%s: %s\n", argv[0], dlerror());
+        std::fprintf(stderr, "%s: %s\n", argv[0], Module::whyNot(argv[1]).c_str());
         return 1;
     }
     Host host;
@@ -175,6 +213,6 @@ int main(int argc, char** argv)
     else
         std::fprintf(stderr, "%s: %s registers no runtime \"Images\"\n", argv[0], argv[1]);
     host.terminate(); // The plugin deletes its runtime.
-    dlclose(module);
+    Module::unload(module);
     return runtime ? 0 : 1;
 }

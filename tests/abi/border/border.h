@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../zelModule.h"
 #include "zel.h"
 
 #include <typeinfo>
@@ -8,7 +9,7 @@
 // has its own virtual table and type information of them.
 
 /// Exported, as a header of a plugin's public classes has it.
-class __attribute__((visibility("default"))) ToneNode : public ZEL::Node {
+class ZEL_TEST_EXPORT ToneNode : public ZEL::Node {
 public:
     using Node::Node;
     virtual int tone() const { return 7; }

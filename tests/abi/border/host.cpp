@@ -1,11 +1,11 @@
 // The host: loads the module named by its argument, privately, and looks at objects from both sides
 // of the border. Prints what does not hold and fails.
 
+#include "../zelModule.h"
 #include "border.h"
 
 #include <cstdio>
 #include <cstring>
-#include <dlfcn.h>
 
 using ZEL::AddRefWrapper;
 
@@ -79,13 +79,14 @@ void seeParents(const Module& module)
 
 int main(int argc, char** argv)
 {
-    void* handle = argc == 2 ? dlopen(argv[1], RTLD_NOW | RTLD_LOCAL) : nullptr;
-    void* entry = handle ? dlsym(handle, "borderModule") : nullptr;
+    void* const handle = argc == 2 ? loadModule(argv[1]) : nullptr;
+    auto* const entry = handle ? functionOf<Module()>(handle, "borderModule") : nullptr;
     if (!entry) {
-        std::fprintf(stderr, "border: no module: %s\n", argc == 2 ? dlerror() : "none given");
+        std::fprintf(stderr, "border: no module: %s\n",
+                     argc == 2 ? whyNot().c_str() : "none given");
         return 2;
     }
-    const Module module = reinterpret_cast<Module (*)()>(entry)();
+    const Module module = entry();
     expect(module.node == &typeid(ZEL::Node) && module.compound == &typeid(ZEL::Compound) &&
                module.port == &typeid(ZEL::Port),
            "the library's type information exists once");

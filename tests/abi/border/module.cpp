@@ -40,7 +40,7 @@ AddRefWrapper<ZEL::Node> create()
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) Module borderModule()
+extern "C" ZEL_TEST_EXPORT Module borderModule()
 {
     return {create<ToneNode>,
             create<PlainNode>,

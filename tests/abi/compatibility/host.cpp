@@ -5,7 +5,6 @@
 #include "plugin.h"
 
 #include <cstring>
-#include <dlfcn.h>
 
 namespace {
 
@@ -133,9 +132,9 @@ void edit(ZEL::Runtime* runtime, decltype(&createPluginNode) create)
 
 int main(int argc, char** argv)
 {
-    void* handle = argc == 2 ? dlopen(argv[1], RTLD_NOW | RTLD_LOCAL) : nullptr;
+    void* const handle = argc == 2 ? loadModule(argv[1]) : nullptr;
     if (!handle) {
-        std::fprintf(stderr, "host: no plugin: %s\n", argc == 2 ? dlerror() : "none given");
+        std::fprintf(stderr, "host: no plugin: %s\n", argc == 2 ? whyNot().c_str() : "none given");
         return 2;
     }
     ZEL::Host host;
@@ -144,7 +143,7 @@ int main(int argc, char** argv)
     ZEL::Runtime* runtime = host.getRuntimeByName("tones");
     useValues();
     useRuntime(runtime);
-    edit(runtime, reinterpret_cast<decltype(&createPluginNode)>(dlsym(handle, "createPluginNode")));
+    edit(runtime, functionOf<decltype(createPluginNode)>(handle, "createPluginNode"));
     host.terminate();
     return 0;
 }
