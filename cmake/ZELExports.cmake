@@ -11,7 +11,7 @@ if(NOT CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" AND NOT (MINGW AND CMAKE_SIZEOF_VO
     set(ZEL_EXPORT_LIST OFF)
 endif()
 
-# Sets ZEL_EXPORTED_NAMES, too: the list in the form in which ELF's linkers read it.
+# Sets ZEL_EXPORTED_NAMES, too: the list in the form in which the linker reads it.
 function(zel_export_list target list)
     if(NOT ZEL_EXPORT_LIST)
         return()
@@ -26,6 +26,7 @@ function(zel_export_list target list)
             VERBATIM)
         target_sources(${target} PRIVATE ${definitions})
         target_compile_definitions(${target} PRIVATE ZEL_EXPORTS_LISTED)
+        set(ZEL_EXPORTED_NAMES ${definitions} PARENT_SCOPE)
         return()
     endif()
     if(CMAKE_SIZEOF_VOID_P EQUAL 4)

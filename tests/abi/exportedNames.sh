@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# The names that libZEL.so exports, against the reviewed list cmake/libZEL.map, which is the
+# The names that the library exports, against the reviewed list cmake/libZEL.map, which is the
 # linker's version script too. UNLISTED is the same library linked without the list.
 #   exportedNames.sh check LIBRARY UNLISTED [LIST]  prints the differences and fails when there is
-#                                                   one; LIST is the one made for another platform
+#                                                   one; LIST is the one made for another platform,
+#                                                   a module definition file for Windows
 #   exportedNames.sh update UNLISTED                writes the list anew
 set -euo pipefail
 export LC_ALL=C
@@ -17,20 +18,35 @@ of_abstract_classes='^_ZN3ZEL9ContainerC1Ev$'
 # underscores begin the names of sanitizers.
 public()
 {
+    if [[ $1 == *.dll ]]; then
+        exported "$1" | grep -v "$of_abstract_classes"
+        return
+    fi
     "${NM:-nm}" --dynamic --defined-only --format=posix "$1" \
         | awk '($2 ~ /^[TDBR]$/ && $1 !~ /^__|^_(init|fini|end|edata)$|^_Z(NK?)?St/) ||
                $1 ~ /^_Z(T[VTISC])?NK?3ZEL/ { print $1 }' \
         | grep -v "$of_abstract_classes" | sort -u
 }
 
-# All names, but for the one of the version itself.
+# All names, but for the one of the version itself. Of a DLL the table of exports, after its heading.
 exported()
 {
+    if [[ $1 == *.dll ]]; then
+        "${OBJDUMP:-objdump}" --private-headers "$1" \
+            | awk '/^\[Ordinal\/Name Pointer\] Table/ { inside = 1; next }
+                   inside && !/\[ *[0-9]+\]/ { exit }
+                   inside { print $NF }' | sort -u
+        return
+    fi
     "${NM:-nm}" --dynamic --defined-only --format=posix "$1" | awk '$2 != "A" { sub(/@.*/, "", $1); print $1 }' | sort -u
 }
 
 listed()
 {
+    if [[ $list == *.def ]]; then
+        awk '/^ / { print $1 }' "$list" | sort -u
+        return
+    fi
     sed -n 's/^ *\(_Z[A-Za-z0-9_]*\); # .*/\1/p' "$list" | sort -u
 }
 
