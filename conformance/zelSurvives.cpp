@@ -5,6 +5,8 @@
 #if defined(_WIN32)
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
+
+#include <windows.h>
 #else
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,14 +17,16 @@ namespace ZEL::Conformance {
 #if defined(_WIN32)
 
 // Windows cannot fork: GoogleTest starts the program once more, for this test alone up to this
-// call. What it says of a bad end is left to the caller.
+// call. A bad end there brings up no debugger, and what is said of it is left to the caller.
 bool survives(const std::function<void()>& call)
 {
     testing::TestPartResultArray said;
     {
         using Reporter = testing::ScopedFakeTestPartResultReporter;
         const Reporter reporter(Reporter::INTERCEPT_ONLY_CURRENT_THREAD, &said);
-        EXPECT_EXIT((call(), std::_Exit(0)), testing::ExitedWithCode(0), "");
+        const auto justEnd = [](EXCEPTION_POINTERS*) -> LONG { std::_Exit(EXIT_FAILURE); };
+        EXPECT_EXIT((SetUnhandledExceptionFilter(justEnd), call(), std::_Exit(0)),
+                    testing::ExitedWithCode(0), "");
     }
     return said.size() == 0;
 }
