@@ -1,6 +1,7 @@
 # What the toolchain files for Debian's cross compilers have in common. Included after these are set:
 #   CMAKE_SYSTEM_PROCESSOR  as uname -m says there
-#   triplet                 of the compiler and the libraries: /usr/bin/TRIPLET-g++
+#   triplet                 of the compiler: /usr/bin/TRIPLET-g++
+#   CMAKE_LIBRARY_ARCHITECTURE  of the libraries, where it is another than the compiler's
 #   emulator                what runs programs: the name of a qemu, or empty where this processor can
 # Libraries of that processor that are not beside the compiler are looked for in the folder
 # ZEL_SYSROOT, which then must hold the C and C++ libraries for running programs, too:
@@ -8,7 +9,9 @@
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_C_COMPILER ${triplet}-gcc)
 set(CMAKE_CXX_COMPILER ${triplet}-g++)
-set(CMAKE_LIBRARY_ARCHITECTURE ${triplet})
+if(NOT CMAKE_LIBRARY_ARCHITECTURE)
+    set(CMAKE_LIBRARY_ARCHITECTURE ${triplet})
+endif()
 
 # The environment hands it on to the projects that cmake makes to try something.
 set(ZEL_SYSROOT "$ENV{ZEL_SYSROOT}" CACHE PATH "Where libraries of the other processor were unpacked")
@@ -18,6 +21,11 @@ set(loader_prefix /usr/${triplet})
 if(ZEL_SYSROOT)
     list(PREPEND CMAKE_FIND_ROOT_PATH ${ZEL_SYSROOT})
     set(loader_prefix ${ZEL_SYSROOT})
+    # What libraries there need of each other.
+    set(libraries ${ZEL_SYSROOT}/lib/${CMAKE_LIBRARY_ARCHITECTURE}:${ZEL_SYSROOT}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE})
+    foreach(kind IN ITEMS EXE SHARED MODULE)
+        set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,-rpath-link,${libraries}")
+    endforeach()
 endif()
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
