@@ -49,6 +49,6 @@ foreach(question IN ITEMS --modversion --cflags --libs)
 endforeach()
 expectSame("pkg-config --modversion" "${answer--modversion}" "${version}")
 separate_arguments(arguments UNIX_COMMAND
-    "${flags} ${answer--cflags} ${source}/consumer.cpp ${answer--libs}")
+    "${flags} ${answer--cflags} ${source}/consumer.cpp ${answer--libs} -Wl,-rpath,${prefix}/${libDir}")
 call(${compiler} -std=c++17 ${arguments} -o ${workDir}/consumer)
-call(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${prefix}/${libDir} ${run} ${workDir}/consumer)
+call(${run} ${workDir}/consumer)
