@@ -7,7 +7,26 @@
 
 namespace ZEL {
 
-ImplHost g_host;
+ImplHost& registry()
+{
+    static ImplHost made;
+    return made;
+}
+
+namespace {
+
+/// What is made first goes last: static objects of a program that has this source as a part of it
+/// find the registry at their end, too.
+#if defined(__GNUC__) && !defined(__APPLE__)
+__attribute__((constructor(101))) void makeRegistry()
+{
+    registry();
+}
+#else
+[[maybe_unused]] const ImplHost& g_made = registry();
+#endif
+
+} // namespace
 
 void ImplPluginInfo::setUserName(const char* name)
 {

@@ -37,7 +37,9 @@ private:
     std::map<std::string, Runtime*> m_runtimes; ///< By the name at registration; not owned.
 };
 
-/// Made when the library is loaded: before any module that links it runs a static initialiser.
-extern ImplHost g_host;
+/// The one registry. Made when the library is loaded, before any module that links it runs a static
+/// initialiser; as a part of a program, before the program's own initialisers, or by the first of
+/// them that asks for it.
+ImplHost& registry();
 
 } // namespace ZEL

@@ -10,7 +10,7 @@ PluginRegistrar::~PluginRegistrar() = default;
 
 StatusStr PluginRegistrar::registerRuntime(const PluginInfo& info, Runtime* runtime)
 {
-    return g_host.registerRuntime(info, runtime);
+    return registry().registerRuntime(info, runtime);
 }
 
 Host::Host() = default;
@@ -19,33 +19,33 @@ Host::~Host() = default;
 
 StatusStr Host::initialize(const char* text)
 {
-    return g_host.initialize(text);
+    return registry().initialize(text);
 }
 
 void Host::terminate()
 {
-    g_host.terminate();
+    registry().terminate();
 }
 
 int Host::getNumberOfRuntimes()
 {
-    return g_host.getNumberOfRuntimes();
+    return registry().getNumberOfRuntimes();
 }
 
 Runtime* Host::getRuntimeAt(int index)
 {
-    return g_host.getRuntimeAt(index);
+    return registry().getRuntimeAt(index);
 }
 
 Runtime* Host::getRuntimeByName(const char* name)
 {
-    return g_host.getRuntimeByName(name);
+    return registry().getRuntimeByName(name);
 }
 
 void selfRegisterPlugin(void (*registerFunction)(PluginRegistrar&, PluginInfo&),
                         void (*unregisterFunction)(const PluginInfo&))
 {
-    g_host.registerPlugin(registerFunction, unregisterFunction);
+    registry().registerPlugin(registerFunction, unregisterFunction);
 }
 
 } // namespace ZEL
