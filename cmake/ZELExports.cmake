@@ -7,7 +7,8 @@
 # compiler is chosen that mangles other names, ZEL_EXPORT_LIST=OFF builds without the list, and what
 # ZEL_API marks is exported.
 option(ZEL_EXPORT_LIST "Export the names in cmake/libZEL.map only" ON)
-if(NOT CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" AND NOT (MINGW AND CMAKE_SIZEOF_VOID_P EQUAL 8))
+if(NOT ZEL_SHARED
+        OR NOT (CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" OR (MINGW AND CMAKE_SIZEOF_VOID_P EQUAL 8)))
     set(ZEL_EXPORT_LIST OFF)
 endif()
 

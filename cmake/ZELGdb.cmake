@@ -1,10 +1,14 @@
 # gdb's view of the objects. gdb loads a script by itself when it stands beside the library under the
 # library's full name; so the installed tree can be moved. A tree that goes to /usr has gdb's own
-# folder for it, which needs no permission of the user.
+# folder for it, which needs no permission of the user. A program that has the library as a part of
+# it sources the script beside the archive.
 set(gdbScriptName libZEL.so.${PROJECT_VERSION}-gdb.py)
+if(NOT ZEL_SHARED)
+    set(gdbScriptName libZEL-gdb.py)
+endif()
 configure_file(tools/gdb/libZEL-gdb.py ${PROJECT_BINARY_DIR}/${gdbScriptName} COPYONLY)
 
-if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+if(ZEL_SHARED AND CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     set(gdbDir ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR})
 else()
     set(gdbDir ${CMAKE_INSTALL_LIBDIR})

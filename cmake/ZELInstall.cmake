@@ -7,12 +7,17 @@ include(GNUInstallDirs)
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/ZEL)
 set(pkgConfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-install(TARGETS ZEL
+install(TARGETS ZEL zelPlugin
     EXPORT ZELTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime # The DLL of Windows.
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development # Its import library.
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development # Or its import library.
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zel COMPONENT development)
+if(NOT ZEL_SHARED)
+    install(TARGETS zelWhole EXPORT ZELTargets COMPONENT development)
+    install(FILES ${CMAKE_CURRENT_LIST_DIR}/libZEL.dynamic DESTINATION ${packageDir}
+        COMPONENT development)
+endif()
 install(EXPORT ZELTargets NAMESPACE ZEL:: DESTINATION ${packageDir} COMPONENT development)
 
 configure_package_config_file(
@@ -36,5 +41,11 @@ set(pcLibDir "\${prefix}")
 cmake_path(APPEND pcLibDir ${CMAKE_INSTALL_LIBDIR})
 set(pcIncludeDir "\${prefix}")
 cmake_path(APPEND pcIncludeDir ${CMAKE_INSTALL_INCLUDEDIR} zel)
+set(pcFlags "-I\${includedir}")
+set(pcLibs "-L\${libdir} -lZEL")
+if(NOT ZEL_SHARED)
+    string(APPEND pcFlags " -DZEL_STATIC")
+    zel_archive_flags(pcLibs "\${libdir}" "\${libdir}/cmake/ZEL")
+endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/zel.pc.in ${PROJECT_BINARY_DIR}/zel.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zel.pc DESTINATION ${pkgConfigDir} COMPONENT development)

@@ -1,17 +1,20 @@
 #!/usr/bin/env bash
 # Lets gdb show the objects of a small program and compares what it shows with expected.txt, with the
-# library of the build tree, with an installed one in a moved tree, and with a stripped one.
+# library of the build tree, with an installed one in a moved tree, and with a stripped one; of a static
+# library, with the script of the installed tree.
 #   run.sh GDB CMAKE BUILD_DIR LIB_DIR WORK_DIR LIBRARY PROGRAM
 set -euo pipefail
 gdb=$1 cmake=$2 build=$3 libdir=$4 work=$5 library=$6 program=$7
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
 # What gdb shows when it runs the program with the library in the folder; only that folder is safe.
+# What follows is for gdb.
 shown()
 {
     local folder=$1
+    shift
     LD_LIBRARY_PATH=$folder "$gdb" -batch -nx -iex "set debuginfod enabled off" \
-        -iex "add-auto-load-safe-path $folder" -x "$here/commands.gdb" "$program" \
+        -iex "add-auto-load-safe-path $folder" "$@" -x "$here/commands.gdb" "$program" \
         >"$work/output.txt" 2>&1 || true
     if grep -qiE 'ptrace|could not trace' "$work/output.txt"; then
         echo "SKIPPED: this system does not let gdb run a program"
@@ -37,7 +40,13 @@ mkdir -p "$work"
 mv "$work/first" "$work/moved"
 installed=$work/moved/$libdir
 
-if readelf --sections --wide "$library" | grep -q debug_info; then
+if [[ $library == *.a ]]; then
+    expected=$here/expectedStripped.txt
+    [[ $(readelf --sections --wide "$library") != *debug_info* ]] || expected=$here/expected.txt
+    shown "$installed" -x "$installed/libZEL-gdb.py" | expect "$expected" "a static library"
+    exit
+fi
+if [[ $(readelf --sections --wide "$library") == *debug_info* ]]; then
     shown "$(dirname "$library")" | expect "$here/expected.txt" "the library of the build tree"
     shown "$installed" | expect "$here/expected.txt" "an installed library"
 else

@@ -39,3 +39,6 @@ struct Module {
     const std::type_info* port;
     const std::type_info* tone;
 };
+
+/// The name of the runtime that the module registers when it is loaded.
+constexpr const char kModuleRuntime[] = "Border";

@@ -85,6 +85,15 @@ void seeParents(const Module& module)
     expect(!std::strcmp("Own", compound->getSpecializedCompoundTypeName()), "overrides are called");
 }
 
+/// The module registered when it was loaded.
+void seeRegistry()
+{
+    ZEL::Host host;
+    expect(host.getRuntimeByName(kModuleRuntime) != nullptr,
+           "the module's runtime is in the host's registry");
+    host.terminate();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -104,6 +113,7 @@ int main(int argc, char** argv)
     seeNodesOfTheModule(module);
     seeNodesOfTheHost(module);
     seeParents(module);
+    seeRegistry();
     if (g_good)
         std::puts("border: all as expected");
     return g_good ? 0 : 1;

@@ -32,6 +32,24 @@ const char* classOf(ZEL::Node* node)
     return dynamic_cast<OwnNode*>(node) ? "Own" : "Node";
 }
 
+ZEL::Runtime* g_runtime = nullptr;
+
+struct Registration {
+    Registration()
+    {
+        ZEL::selfRegisterPlugin(
+            [](ZEL::PluginRegistrar& registrar, ZEL::PluginInfo& info) {
+                g_runtime = new ZEL::Runtime;
+                g_runtime->setName(kModuleRuntime);
+                registrar.registerRuntime(info, g_runtime);
+            },
+            [](const ZEL::PluginInfo& /*info*/) {
+                delete g_runtime;
+                g_runtime = nullptr;
+            });
+    }
+} g_registration;
+
 template <class Class>
 AddRefWrapper<ZEL::Node> create()
 {
