@@ -3,14 +3,37 @@
 # ExportedNames then says that a public name is missing in the list. On Windows the linker reads a
 # module definition file that is made of the list; for 32 bits it reads a list that is made of it.
 #
-# The names are those of systems with GNU's standard library. Where a standard library or a
-# compiler is chosen that mangles other names, ZEL_EXPORT_LIST=OFF builds without the list, and what
-# ZEL_API marks is exported.
+# The names are those of systems with GNU's standard library; zel_list_for_standard_library makes those
+# of other ones. Where a compiler is chosen that mangles other names, ZEL_EXPORT_LIST=OFF builds without
+# the list, and what ZEL_API marks is exported.
+include(CheckCXXSourceCompiles)
+
 option(ZEL_EXPORT_LIST "Export the names in cmake/libZEL.map only" ON)
 if(NOT ZEL_SHARED
         OR NOT (CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" OR (MINGW AND CMAKE_SIZEOF_VOID_P EQUAL 8)))
     set(ZEL_EXPORT_LIST OFF)
 endif()
+
+# With another standard library, and with GNU's for debugging or with its old strings, a function that
+# takes a string or a vector has another name, and strings have another size, so the bases of a class
+# lie at other offsets, which the names of thunks have. Such names are listed with a "*" there.
+function(zel_list_for_standard_library list result)
+    check_cxx_source_compiles("
+        #include <string>
+        #if !defined(__GLIBCXX__) || !_GLIBCXX_USE_CXX11_ABI || defined(_GLIBCXX_DEBUG)
+        #error The strings and vectors have other names.
+        #endif
+        int main() {}" ZEL_NAMES_AS_LISTED)
+    if(NOT ZEL_NAMES_AS_LISTED)
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
+        file(READ ${list} text)
+        string(REGEX REPLACE "N?St(7__cxx11|17basic_string_view)[A-Za-z0-9_]*;" "*;" text "${text}")
+        string(REGEX REPLACE "_ZThn[0-9]+_" "_ZThn*_" text "${text}")
+        set(list ${PROJECT_BINARY_DIR}/libZEL.map)
+        file(CONFIGURE OUTPUT ${list} CONTENT "${text}" @ONLY)
+    endif()
+    set(${result} ${list} PARENT_SCOPE)
+endfunction()
 
 # Sets ZEL_EXPORTED_NAMES, too: the list in the form in which the linker reads it.
 function(zel_export_list target list)
@@ -30,7 +53,8 @@ function(zel_export_list target list)
         set(ZEL_EXPORTED_NAMES ${definitions} PARENT_SCOPE)
         return()
     endif()
-    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    zel_list_for_standard_library(${list} list)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND ZEL_NAMES_AS_LISTED)
         set(script ${PROJECT_SOURCE_DIR}/cmake/ZELListFor32Bits.cmake)
         set(changed ${PROJECT_BINARY_DIR}/lib${target}.map)
         add_custom_command(OUTPUT ${changed}

@@ -47,13 +47,20 @@ listed()
         awk '/^ / { print $1 }' "$list" | sort -u
         return
     fi
-    sed -n 's/^ *\(_Z[A-Za-z0-9_]*\); # .*/\1/p' "$list" | sort -u
+    sed -n 's/^ *\(_Z[A-Za-z0-9_*]*\); # .*/\1/p' "$list" | sort -u
+}
+
+# Names in the form in which they are listed, where that has a "*" in it.
+as_listed()
+{
+    awk 'FNR == NR { if (/[*]/) { form = "^" $0 "$"; gsub(/[*]/, ".*", form); forms[form] = $0 }; next }
+        { name = $0; for (form in forms) if ($0 ~ form) name = forms[form]; print name }' <(listed) - | sort -u
 }
 
 compare()
 {
     local names difference
-    names=$("$2" "$3")
+    names=$("$2" "$3" | as_listed)
     difference=$(diff <(listed) - <<<"$names" || true)
     if [[ -n $difference ]]; then
         printf '%s\n' "$1"
