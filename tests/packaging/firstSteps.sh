@@ -19,12 +19,12 @@ blocks()
         inside == 1' docs/hosts.md
 }
 steps=$(blocks '```sh' | awk '/build\/plain -D/ { skip = 1 } !skip && !/--build build\/plain/
-    !/\\$/ { skip = 0 }' | sed "s|build/plain|$build|; s|^g++|${CXX:-g++} ${CXXFLAGS:-}|
+    !/\\$/ { skip = 0 }' | sed "s|build/plain|\"$build\"|; s|^g++|${CXX:-g++} ${CXXFLAGS:-}|
     s|^[./a-z]*/firstHost |${RUN:-} &|")
 if [[ ${CXX:-} == *clang* ]]; then
     steps=${steps// -fno-gnu-unique/}
 fi
-for wanted in "cmake --install $build --prefix" "cp -r examples/first" "build/firstHost " "./firstHost "; do
+for wanted in "cmake --install \"$build\" --prefix" "cp -r examples/first" "build/firstHost " "./firstHost "; do
     grep -qF "$wanted" <<<"$steps" || { echo "docs/hosts.md lacks the step: $wanted"; exit 1; }
 done
 expected=$(blocks '```' | grep -E '^(nodes|(dis)?connected): ')

@@ -51,6 +51,12 @@ TEST(PluginModule, IsLoadedUsedTerminatedAndUnloaded)
     EXPECT_FALSE(isLoaded());
 }
 
+#if defined(ZEL_STATIC)
+const char* const kLibraryFile = "hostTests"; // The library is a part of this program.
+#else
+const char* const kLibraryFile = "libZEL.so";
+#endif
+
 // Why the module goes last: the code of the runtime is in it, and what the host holds besides is
 // not.
 TEST(PluginModule, HoldsTheCodeOfItsRuntimeOnly)
@@ -64,7 +70,7 @@ TEST(PluginModule, HoldsTheCodeOfItsRuntimeOnly)
         type = plugin.runtime()->getPortDataType("color3");
         definition = shading::DefinitionIndex(*plugin.runtime()).named("ND_add_float");
         EXPECT_EQ("shadingPlugin.so", codeOf(plugin.runtime()));
-        EXPECT_EQ(0U, codeOf(type.get()).find("libZEL.so"));
+        EXPECT_EQ(0U, codeOf(type.get()).find(kLibraryFile));
         EXPECT_EQ("libshadingDefinitions.so", codeOf(definition.get()));
     }
     EXPECT_STREQ("color3", type->getName());
@@ -103,11 +109,17 @@ TEST(PluginModule, SaysWhyThereIsNoRuntime)
     EXPECT_EQ("registers no runtime \"Shading\"", problemOf(paths::kOtherPlugin));
 }
 
+/// As one word of a shell's line.
+std::string quoted(const std::string& path)
+{
+    return "'" + path + "'";
+}
+
 std::string runProgram(const std::string& arguments)
 {
     const TestFile file(std::string("<materialx>") + kAdd + "</materialx>");
     const std::string line =
-        std::string(paths::kZelsh) + " " + arguments + " " + file.path() + " 2>&1";
+        quoted(paths::kZelsh) + " " + arguments + " " + quoted(file.path()) + " 2>&1";
     std::FILE* const pipe = popen(line.c_str(), "r");
     std::string output;
     for (int c = 0; (c = std::fgetc(pipe)) != EOF;)
@@ -125,14 +137,14 @@ TEST(Program, LoadsThePluginBesideItOrGoesOnWithout)
     EXPECT_EQ("zelsh: plugin " + std::string(paths::kOtherPlugin) +
                   ": registers no runtime \"Shading\"; going on without "
                   "it\nindex 0 Other\nname Other\nfloat\nstatus 0\n",
-              runProgram("--plugin " + std::string(paths::kOtherPlugin) + " -c runtimes -c types"));
+              runProgram("--plugin " + quoted(paths::kOtherPlugin) + " -c runtimes -c types"));
 }
 
 TEST(Program, ReadsLibrariesAlsoWithoutAPlugin)
 {
     const TestFile library("<materialx><nodedef name='ND_x' node='x'><output name='o' type='t'/>"
                            "</nodedef></materialx>");
-    const std::string option = "--plugin /no/such.so --library " + library.path();
+    const std::string option = "--plugin /no/such.so --library " + quoted(library.path());
     EXPECT_EQ("zelsh: plugin /no/such.so: no such file; going on without it\n"
               "Definitions 0\n  other 1\nstatus 0\n",
               runProgram(option + " -c library"));

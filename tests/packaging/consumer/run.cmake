@@ -37,7 +37,7 @@ if(EXISTS ${prefix}/include/zel/zelConformance.h)
 else()
     message(STATUS "SKIPPED: the conformance kit was built without GoogleTest, so not at all")
 endif()
-file(STRINGS ${workDir}/build/CMakeCache.txt found REGEX "^ZEL_DIR:")
+file(STRINGS ${workDir}/build/CMakeCache.txt found REGEX "^ZEL_DIR:" ENCODING UTF-8)
 expectSame("find_package found" "${found}" "ZEL_DIR:PATH=${prefix}/${libDir}/cmake/ZEL")
 
 message(STATUS "Through pkg-config")
