@@ -35,18 +35,21 @@ void seeNodesOfTheModule(const Module& module)
     const AddRefWrapper<ZEL::Node> tone = module.createTone();
     const AddRefWrapper<ZEL::Node> plain = module.createPlain();
     const AddRefWrapper<ZEL::Node> own = module.createOwn();
-    auto* asTone = dynamic_cast<ToneNode*>(tone.get());
-    expect(asTone && asTone->tone() == 7, "the host casts to an exported class of the header");
-    auto* asPlain = dynamic_cast<PlainNode*>(plain.get());
-    expect(asPlain && asPlain->plain() == 8, "the host casts to a hidden class of the header");
+    if (kInlineClassIsOne) {
+        auto* asTone = dynamic_cast<ToneNode*>(tone.get());
+        expect(asTone && asTone->tone() == 7, "the host casts to an exported class of the header");
+        auto* asPlain = dynamic_cast<PlainNode*>(plain.get());
+        expect(asPlain && asPlain->plain() == 8, "the host casts to a hidden class of the header");
+    }
     expect(!dynamic_cast<ToneNode*>(own.get()), "the module's own class is no ToneNode");
     const ZEL::Node* ownNode = own.get();
     const ZEL::Node* toneNode = tone.get();
     if (!ownNode || !toneNode)
         return expect(false, "the module makes nodes");
     expect(typeid(*ownNode) != typeid(ZEL::Node), "its type is not Node's");
-    expect(typeid(*toneNode) == typeid(ToneNode) && *module.tone == typeid(ToneNode),
-           "both sides mean one type by ToneNode");
+    if (kInlineClassIsOne)
+        expect(typeid(*toneNode) == typeid(ToneNode) && *module.tone == typeid(ToneNode),
+               "both sides mean one type by ToneNode");
     ZEL::PortNotification* listener = own.get();
     expect(dynamic_cast<ZEL::Node*>(listener) == own.get(), "the host casts across to Node");
 }
@@ -59,9 +62,12 @@ void seeNodesOfTheHost(const Module& module)
     const AddRefWrapper<ZEL::Node> tone = new ToneNode(nullptr);
     const AddRefWrapper<ZEL::Node> plain = new PlainNode(nullptr);
     const AddRefWrapper<ZEL::Node> local = new LocalNode(nullptr);
-    expect(!std::strcmp("Tone", module.classOf(tone.get())),
-           "the module knows the host's ToneNode");
-    expect(!std::strcmp("Plain", module.classOf(plain.get())), "the module knows its PlainNode");
+    if (kInlineClassIsOne) {
+        expect(!std::strcmp("Tone", module.classOf(tone.get())),
+               "the module knows the host's ToneNode");
+        expect(!std::strcmp("Plain", module.classOf(plain.get())),
+               "the module knows its PlainNode");
+    }
     expect(!std::strcmp("Node", module.classOf(local.get())),
            "the module takes no class for another");
     expect(!std::strcmp("Own", module.classOf(module.createOwn().get())), "it knows its own");
