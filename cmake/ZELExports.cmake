@@ -1,7 +1,7 @@
 # The library exports the names in cmake/libZEL.map and no others. The linker reads the list: what it
 # names and the library does not define is an error, what it does not name is hidden; the test
-# ExportedNames then says that a public name is missing in the list. On Windows the linker reads a
-# module definition file that is made of the list; for 32 bits it reads a list that is made of it.
+# ExportedNames then says that a public name is missing in the list. What the linker reads is made of the
+# list on Windows, a module definition file, on macOS, a list of symbols, and for 32 bits.
 #
 # The names are those of systems with GNU's standard library; zel_list_for_standard_library makes those
 # of other ones. Where a compiler is chosen that mangles other names, ZEL_EXPORT_LIST=OFF builds without
@@ -10,7 +10,8 @@ include(CheckCXXSourceCompiles)
 
 option(ZEL_EXPORT_LIST "Export the names in cmake/libZEL.map only" ON)
 if(NOT ZEL_SHARED
-        OR NOT (CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" OR (MINGW AND CMAKE_SIZEOF_VOID_P EQUAL 8)))
+        OR NOT (CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" OR APPLE
+            OR (MINGW AND CMAKE_SIZEOF_VOID_P EQUAL 8)))
     set(ZEL_EXPORT_LIST OFF)
 endif()
 
@@ -59,6 +60,19 @@ function(zel_export_list target list)
         return()
     endif()
     zel_list_for_standard_library(${list} list)
+    if(APPLE)
+        set(script ${PROJECT_SOURCE_DIR}/cmake/ZELExportedSymbols.cmake)
+        set(symbols ${PROJECT_BINARY_DIR}/lib${target}.exp)
+        add_custom_command(OUTPUT ${symbols}
+            COMMAND ${CMAKE_COMMAND} -D list=${list} -D output=${symbols} -P ${script}
+            DEPENDS ${list} ${script}
+            COMMENT "Making lib${target}.exp of the list of exported names"
+            VERBATIM)
+        target_sources(${target} PRIVATE ${symbols})
+        target_link_options(${target} PRIVATE LINKER:-exported_symbols_list,${symbols})
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${symbols})
+        return()
+    endif()
     if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND ZEL_NAMES_AS_LISTED)
         set(script ${PROJECT_SOURCE_DIR}/cmake/ZELListFor32Bits.cmake)
         set(changed ${PROJECT_BINARY_DIR}/lib${target}.map)

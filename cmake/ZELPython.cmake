@@ -1,11 +1,11 @@
 # Whether the Python package is built. ZEL_PYTHON says so: ZEL_BUILD_PYTHON, and the interpreter with its
 # headers and pybind11 are there. The interpreter is the system's, whose headers the system has, and
-# not the first one on PATH; Python3_EXECUTABLE names another.
+# not the first one on PATH; Python3_EXECUTABLE names another. macOS has a Python only for itself.
 set(ZEL_PYTHON OFF)
 if(ZEL_BUILD_PYTHON AND NOT ZEL_SHARED)
     message(STATUS "The modules of the Python package share one library: with a static one they are not built")
 elseif(ZEL_BUILD_PYTHON)
-    if(NOT Python3_EXECUTABLE AND EXISTS /usr/bin/python3)
+    if(NOT Python3_EXECUTABLE AND NOT APPLE AND EXISTS /usr/bin/python3)
         set(Python3_EXECUTABLE /usr/bin/python3)
     endif()
     find_package(Python3 3.9 QUIET COMPONENTS Interpreter Development.Module)

@@ -1,6 +1,10 @@
 # The warnings that every target of the project builds with. The presets dev, asan and clang make
 # them errors.
 function(zel_warnings target)
+    if(MSVC)
+        target_compile_options(${target} PRIVATE /W4)
+        return()
+    endif()
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual -Wnon-virtual-dtor)
 endfunction()

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# The sources as compilers see them that cannot be had here: read, not linked and not run.
+# What cannot be run here, as far as other tools show it.
 
 # Microsoft's, by clang with its rules and its layout of objects.
 microsoft_row()
@@ -9,3 +9,12 @@ microsoft_row()
 }
 
 declare_row msvc-headers "read as by Microsoft's compiler; virtual tables as stored; not run" microsoft_row
+
+# Apple's: built by LLVM's tools, on another system's C headers.
+macos_row()
+{
+    need_packages "${build_packages[@]}" clang-14 libc++-14-dev lld-14 llvm-14 musl-dev
+    tests/packaging/macos/check.sh "$folder"
+}
+
+declare_row macos "macOS, arm64 and x86-64: compiled, linked, names and paths checked; not run" macos_row
