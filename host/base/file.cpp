@@ -17,8 +17,13 @@ FileStamp stampFrom(const struct stat& status)
     stamp.device = status.st_dev;
     stamp.number = status.st_ino;
     stamp.size = static_cast<std::uintmax_t>(status.st_size);
-    stamp.seconds = status.st_mtim.tv_sec;
-    stamp.nanoseconds = status.st_mtim.tv_nsec;
+#if defined(__APPLE__)
+    const struct timespec& changed = status.st_mtimespec;
+#else
+    const struct timespec& changed = status.st_mtim;
+#endif
+    stamp.seconds = changed.tv_sec;
+    stamp.nanoseconds = changed.tv_nsec;
     return stamp;
 }
 

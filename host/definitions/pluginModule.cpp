@@ -1,5 +1,7 @@
 #include "definitions/pluginModule.h"
 
+#include "base/programPath.h"
+
 #include <dlfcn.h>
 #include <filesystem>
 
@@ -54,8 +56,7 @@ bool PluginModule::load(const std::string& path, std::string& problem)
 std::string defaultPluginPath()
 {
     std::error_code ignored;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-    const std::filesystem::path folder = program.parent_path();
+    const std::filesystem::path folder = programPath().parent_path();
     const char* const file = "shadingPlugin.so";
     const std::filesystem::path installed = folder.parent_path() / "libexec/zeledit" / file;
     const bool isInstalled = !std::filesystem::exists(folder / file, ignored) &&

@@ -1,11 +1,13 @@
 #include "base/file.h"
 
+#include "base/programPath.h"
 #include "testDocument.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <dlfcn.h>
+#include <filesystem>
 #include <sys/stat.h>
 
 namespace {
@@ -48,6 +50,12 @@ TEST(FileStamp, IsThatOfTheFileAtThePath)
     EXPECT_NE(stamp, written);
     EXPECT_EQ(written, shading::stampOf(file.path()));
     EXPECT_FALSE(shading::stampOf(file.path() + ".no"));
+}
+
+TEST(ProgramPath, IsTheFileOfThisProgram)
+{
+    EXPECT_TRUE(std::filesystem::is_regular_file(shading::programPath()));
+    EXPECT_EQ("hostTests", shading::programPath().stem());
 }
 
 TEST(FileNumber, IsThatOfTheSystemsRefusal)
