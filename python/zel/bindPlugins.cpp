@@ -1,9 +1,9 @@
 #include "binding/error.h"
 #include "zel/classes.h"
+#include "zel/moduleFile.h"
 #include "zel/registry.h"
 
 #include <deque>
-#include <dlfcn.h>
 #include <memory>
 
 namespace zelpython {
@@ -112,20 +112,13 @@ void registerRuntime(ZEL::PluginRegistrar& registrar, const LentInfo& info, ZEL:
         keepForRegistry(*runtime);
 }
 
-/// The module stays loaded for good: objects of its classes may be anywhere.
+/// Raises OSError when the module cannot be loaded.
 void loadModule(const py::object& path)
 {
     Unregistration::forbid("the plugins are being unregistered");
-    const py::bytes file = py::module_::import("os").attr("fsencode")(path);
-    const std::string text = file;
-    if (text.find('\0') != std::string::npos)
-        throw py::value_error("a path has no NUL in it");
+    const ModuleFile file(path);
     watchRegistry();
-    if (!text.empty() && dlopen(text.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE))
-        return;
-    const char* const reason = text.empty() ? "a module needs a path" : dlerror();
-    PyErr_SetObject(PyExc_OSError, toPython(reason ? reason : text.c_str()).ptr());
-    throw py::error_already_set();
+    file.load();
 }
 
 void bindInfo(py::module_& module)
