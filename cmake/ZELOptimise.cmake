@@ -4,6 +4,10 @@ include(CheckIPOSupported)
 
 function(zel_optimise target)
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
+    # The linker of mingw-w64 takes the addresses of exported names from before that, all of them wrong.
+    if(MINGW)
+        return()
+    endif()
     check_ipo_supported(RESULT supported OUTPUT reason LANGUAGES CXX)
     if(supported)
         set_target_properties(${target} PROPERTIES
