@@ -81,6 +81,27 @@ check_list_counts()
     echo "a missing name stops the link, one that is not listed is hidden"
 }
 
+# The first host with the page's lines, which say where its files lie and find each other.
+build_bundle()
+{
+    local first=$build/first bundle="$folder/$architecture bundle"
+    rm -rf "$first" "$bundle"
+    cp -r "$tree/examples/first" "$first"
+    awk '/^```cmake$/ { inside = 1; next } /^```/ { inside = 0 } inside' "$tree/docs/bundling.md" \
+        >>"$first/CMakeLists.txt"
+    cmake -S "$first" -B "$first/build" "${options[@]}" -D CMAKE_PREFIX_PATH="$prefix" >"$first.log"
+    cmake --build "$first/build" >>"$first.log" || fail "$(tail -n 30 "$first.log")"
+    has "host" "$first/build/firstHost" EXECUTE "name @rpath/libZEL.0.dylib" "path $prefix/lib"
+    cmake --install "$first/build" --prefix "$bundle" >>"$first.log"
+    has "library in the bundle" "$bundle/lib/libZEL.0.dylib" DYLIB "name @rpath/libZEL.0.dylib"
+    has "host in the bundle" "$bundle/bin/firstHost" EXECUTE "name @rpath/libZEL.0.dylib" \
+        "path @loader_path/../lib"
+    has "plugin in the bundle" "$bundle/lib/plugins/firstPlugin.so" BUNDLE "path @loader_path/.. "
+    if grep -rlF "$folder" "$bundle"; then
+        fail "these files name the folder of the build"
+    fi
+}
+
 build()
 {
     local architecture=$1 build=$folder/$1 prefix="$folder/$1 installed"
@@ -105,11 +126,7 @@ build()
     rm -rf "$prefix"
     cmake --install "$build" >/dev/null
     (cd "$prefix" && ls lib/libZEL.dylib lib/libZEL.0.dylib lib/libZEL.*.*.*.dylib)
-    cmake -S "$tree/examples/first" -B "$build/first" "${options[@]}" \
-        -D CMAKE_PREFIX_PATH="$prefix" >"$build/first.log"
-    cmake --build "$build/first" >>"$build/first.log" || fail "$(tail -n 30 "$build/first.log")"
-    has "host" "$build/first/firstHost" EXECUTE "name @rpath/libZEL.0.dylib" "path $prefix/lib"
-    has "plugin" "$build/first/firstPlugin.so" BUNDLE "name @rpath/libZEL.0.dylib" "path $prefix/lib"
+    build_bundle
 }
 
 write_headers
