@@ -29,10 +29,23 @@ libcxx_row()
     library_row_with_googletest "$@"
 }
 
+# linked_by LINKER COMPILER [cmake arguments]: Release, with that linker.
+linked_by()
+{
+    local flag=-fuse-ld=$1 compiler=$2
+    shift 2
+    library_row Release "$compiler" "" -D CMAKE_EXE_LINKER_FLAGS="$flag" \
+        -D CMAKE_SHARED_LINKER_FLAGS="$flag" -D CMAKE_MODULE_LINKER_FLAGS="$flag" "$@"
+}
+
 lto_row()
 {
-    need_packages "${build_packages[@]}" clang-14 llvm-14 lld-14
-    library_row Release "$1" "$2" -D CMAKE_INTERPROCEDURAL_OPTIMIZATION=ON
+    need_packages clang-14 llvm-14 lld-14
+    if [[ $1 == clang* ]]; then
+        linked_by lld "$1" -D CMAKE_INTERPROCEDURAL_OPTIMIZATION=ON
+    else
+        library_row Release "$1" "" -D CMAKE_INTERPROCEDURAL_OPTIMIZATION=ON
+    fi
 }
 
 linkers_row()
@@ -42,7 +55,7 @@ linkers_row()
     for linker in gold lld mold; do
         say "$linker"
         folder=$top/$linker
-        library_row Release g++ "-fuse-ld=$linker" -D ZEL_BUILD_CONFORMANCE=OFF
+        linked_by "$linker" g++ -D ZEL_BUILD_CONFORMANCE=OFF
     done
 }
 
@@ -95,13 +108,14 @@ declare_row debug-containers "-D_GLIBCXX_DEBUG -D_GLIBCXX_DEBUG_PEDANTIC, Google
     library_row_with_googletest Debug g++ "-D_GLIBCXX_DEBUG -D_GLIBCXX_DEBUG_PEDANTIC"
 declare_row old-strings "-D_GLIBCXX_USE_CXX11_ABI=0, GoogleTest built with it too" \
     library_row_with_googletest Debug g++ -D_GLIBCXX_USE_CXX11_ABI=0
-declare_row static-libstdc++ "g++'s libraries linked into each program and library" \
-    library_row Release g++ "-static-libstdc++ -static-libgcc"
+# The exceptions of a plugin pass through the library: that needs one libgcc.
+declare_row static-libstdc++ "GNU's standard library linked into each program and library" \
+    library_row Release g++ -static-libstdc++
 declare_row no-plt "-fno-plt, Release" library_row Release g++ -fno-plt
 declare_row hidden "-fvisibility=hidden -fvisibility-inlines-hidden for all targets" \
     library_row Debug g++ "-fvisibility=hidden -fvisibility-inlines-hidden"
-declare_row lto-g++ "link-time optimisation of all targets by g++" lto_row g++ ""
-declare_row lto-clang++-14 "that of clang++-14, with lld" lto_row clang++-14 -fuse-ld=lld
+declare_row lto-g++ "link-time optimisation of all targets by g++" lto_row g++
+declare_row lto-clang++-14 "that of clang++-14, with lld" lto_row clang++-14
 declare_row linkers "the linkers gold, lld and mold" linkers_row
 declare_row generators "make, and Ninja's build folder for several build types" generators_row
 declare_row static "BUILD_SHARED_LIBS=OFF, the sample host and its plugin too" static_row

@@ -14,8 +14,8 @@ list=$(dirname "${BASH_SOURCE[0]}")/../../cmake/libZEL.map
 of_abstract_classes='^_ZN3ZEL9ContainerC1Ev$'
 
 # The public names: the strong ones, and the weak ones of namespace ZEL, which are virtual tables and
-# type information. What comes from the standard library's headers depends on the optimiser; two
-# underscores begin the names of sanitizers.
+# type information. What comes from the standard library's headers depends on the optimiser, and the
+# whole of it may be linked into ours; two underscores begin the names of sanitizers.
 public()
 {
     if [[ $1 == *.dll ]]; then
@@ -23,7 +23,7 @@ public()
         return
     fi
     "${NM:-nm}" --dynamic --defined-only --format=posix "$1" \
-        | awk '($2 ~ /^[TDBR]$/ && $1 !~ /^__|^_(init|fini|end|edata)$|^_Z(NK?)?St/) ||
+        | awk '($2 ~ /^[TDBR]$/ && $1 !~ /^__|^_(init|fini|end|edata)$|^_txnal_|^_Z(NK?)?St/) ||
                $1 ~ /^_Z(T[VTISC])?NK?3ZEL/ { print $1 }' \
         | grep -v "$of_abstract_classes" | sort -u
 }
