@@ -1,6 +1,6 @@
 # Installs the library from buildDir below workDir, moves the installed tree, and there builds and
 # runs the consumer through find_package and through pkg-config. The words of run stand before the
-# programs. Any failure is the test's.
+# programs, whose names end in suffix. Any failure is the test's.
 set(first ${workDir}/first)
 set(prefix ${workDir}/moved)
 set(source ${CMAKE_CURRENT_LIST_DIR})
@@ -26,14 +26,17 @@ if(NOT EXISTS ${prefix}/include/zel/zel.h)
     message(FATAL_ERROR "The headers are not in include/zel.")
 endif()
 
+# Programs of Windows look for the library beside themselves, and in these folders.
+set(ENV{WINEPATH} ${prefix}/bin)
+
 message(STATUS "Through find_package")
 call(${CMAKE_COMMAND} -S ${source} -B ${workDir}/build -G ${generator}
     -D CMAKE_PREFIX_PATH=${prefix} -D CMAKE_CXX_COMPILER=${compiler} -D CMAKE_CXX_FLAGS=${flags}
     -D ZEL_VERSION_WANTED=${version} -D GTest_DIR=${gtestDir})
 call(${CMAKE_COMMAND} --build ${workDir}/build)
-call(${run} ${workDir}/build/consumer)
+call(${run} ${workDir}/build/consumer${suffix})
 if(EXISTS ${prefix}/include/zel/zelConformance.h)
-    call(${run} ${workDir}/build/conformance)
+    call(${run} ${workDir}/build/conformance${suffix})
 else()
     message(STATUS "SKIPPED: the conformance kit was built without GoogleTest, so not at all")
 endif()
@@ -54,8 +57,8 @@ separate_arguments(libs UNIX_COMMAND "${answer--libs}")
 function(compile name)
     call(${compiler} -std=c++17 ${flags} ${cflags} ${ARGN} -o ${workDir}/${name})
 endfunction()
-compile(consumer ${source}/consumer.cpp ${libs} -Wl,-rpath,${prefix}/${libDir})
-call(${run} ${workDir}/consumer)
+compile(consumer${suffix} ${source}/consumer.cpp ${libs} -Wl,-rpath,${prefix}/${libDir})
+call(${run} ${workDir}/consumer${suffix})
 
 # A static library is a part of the host alone.
 if(EXISTS ${prefix}/${libDir}/libZEL.a)

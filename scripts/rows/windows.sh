@@ -1,0 +1,33 @@
+# shellcheck shell=bash
+# 64-bit Windows by Debian's g++-mingw-w64, and its programs under Wine.
+
+wineserver=/usr/lib/wine/wineserver64
+toolchain=$PWD/cmake/toolchains/windows-x86_64.cmake
+
+# A Wine of the row's own: its folder of Windows lies in the row's. Its services are started before the
+# tests, whose output they would keep open otherwise, and end with the row.
+start_wine()
+{
+    export WINEPREFIX=$folder/wine WINEDEBUG=-all
+    unset DISPLAY WAYLAND_DISPLAY
+    trap '"$wineserver" -k || true' EXIT
+    mkdir -p "$WINEPREFIX"
+    "$wineserver" -p
+    cmake/toolchains/run-on-wine wineboot
+}
+
+# windows_row [cmake arguments]
+windows_row()
+{
+    need_packages ccache cmake ninja-build pkgconf g++-mingw-w64-x86-64-posix wine64
+    start_wine
+    googletest_into "$folder/googletest" -D CMAKE_TOOLCHAIN_FILE="$toolchain"
+    configure_row -D CMAKE_TOOLCHAIN_FILE="$toolchain" -D CMAKE_PREFIX_PATH="$folder/googletest" "$@"
+    build_row
+    test_row
+}
+
+declare_row windows "Windows, x86-64: g++ of mingw-w64, Release, exported by the list, under Wine" \
+    windows_row -D CMAKE_BUILD_TYPE=Release
+declare_row windows-debug "Windows, x86-64: Debug, exported by the marks in the headers" \
+    windows_row -D CMAKE_BUILD_TYPE=Debug -D ZEL_EXPORT_LIST=OFF
