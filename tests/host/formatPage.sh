@@ -1,15 +1,14 @@
 #!/usr/bin/env bash
 # The page on the rules of the format against the tests and the rules that there are.
-#   formatPage.sh TESTS...    prints what does not fit and fails: TESTS... runs the program hostTests
+#   formatPage.sh TESTS    prints what does not fit and fails: TESTS is the program hostTests
 set -euo pipefail
 export LC_ALL=C
-(($# > 0)) || { echo "usage: $0 TESTS..." >&2; exit 2; }
-tests=("$@")
+tests=${1:?usage: $0 TESTS}
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 page=docs/format.md
 faults=0
 
-present=$("${tests[@]}" --gtest_list_tests | tr -d '\r' | awk '/^[^ ]/ { suite = $1; next } { print suite $1 }')
+present=$("$tests" --gtest_list_tests | awk '/^[^ ]/ { suite = $1; next } { print suite $1 }')
 while read -r name; do
     grep -qxF "$name" <<<"$present" || { echo "$page: there is no test $name"; faults=1; }
 done < <(grep -oE '`[A-Z][A-Za-z]*\.[A-Z][A-Za-z]*`' "$page" | tr -d '`' | sort -u)

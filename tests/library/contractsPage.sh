@@ -1,11 +1,10 @@
 #!/usr/bin/env bash
 # The pages on contracts and callbacks against the tests and the public headers, and the links of all
 # pages against the files and headings that they lead to.
-#   contractsPage.sh TESTS...    prints what does not fit and fails: TESTS... runs the program zelTests
+#   contractsPage.sh TESTS    prints what does not fit and fails: TESTS is the program zelTests
 set -euo pipefail
 export LC_ALL=C
-(($# > 0)) || { echo "usage: $0 TESTS..." >&2; exit 2; }
-tests=("$@")
+tests=${1:?usage: $0 TESTS}
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 page=docs/contracts.md
 faults=0
@@ -17,7 +16,7 @@ fault()
 }
 
 # Every test that a page names is one of zelTests: "Suite." lines, each followed by its names.
-present=$("${tests[@]}" --gtest_list_tests | tr -d '\r' | awk '/^[^ ]/ { suite = $1; next } { print suite $1 }')
+present=$("$tests" --gtest_list_tests | awk '/^[^ ]/ { suite = $1; next } { print suite $1 }')
 for file in "$page" docs/callbacks.md docs/caller-guarantees.md docs/coverage.md; do
     while read -r name; do
         grep -qxF "$name" <<<"$present" || fault "$file: there is no test $name"
