@@ -19,7 +19,7 @@ start_wine()
 # windows_row [cmake arguments]
 windows_row()
 {
-    need_packages ccache cmake ninja-build pkgconf g++-mingw-w64-x86-64-posix wine64
+    need_packages ccache cmake make ninja-build pkgconf g++-mingw-w64-x86-64-posix wine64
     start_wine
     googletest_into "$folder/googletest" -D CMAKE_TOOLCHAIN_FILE="$toolchain"
     configure_row -D CMAKE_TOOLCHAIN_FILE="$toolchain" -D CMAKE_PREFIX_PATH="$folder/googletest" "$@"
