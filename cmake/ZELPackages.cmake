@@ -81,7 +81,7 @@ zel_debian_package(doc libzel-doc doc
 and the examples: a first host with its plugin, a larger plugin, scripts,
 and documents.")
 
-# What the packages need by their libraries, packaging/debian/finish.sh finds out.
+# What the packages need by their libraries, packaging/debian/finish finds out.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "libzel${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS libgtest-dev)

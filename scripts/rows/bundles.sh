@@ -4,7 +4,7 @@
 # The first host, its plugin and the library in a tree of their own, moved, under Wine.
 windows_bundle_row()
 {
-    need_packages "${build_packages[@]}" g++-mingw-w64-x86-64-posix wine64
+    need_packages "${build_packages[@]}" make g++-mingw-w64-x86-64-posix wine64
     local toolchain=$PWD/cmake/toolchains/windows-x86_64.cmake
     configure_row -D CMAKE_TOOLCHAIN_FILE="$toolchain" -D CMAKE_BUILD_TYPE=Release \
         -D ZEL_BUILD_TESTS=OFF -D ZEL_BUILD_CONFORMANCE=OFF
