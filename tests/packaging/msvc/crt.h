@@ -9,7 +9,7 @@
 #undef __MINGW_NOTHROW
 #define __MINGW_NOTHROW
 #undef __MINGW_ATTRIB_NORETURN
-#define __MINGW_ATTRIB_NORETURN
+#define __MINGW_ATTRIB_NORETURN __attribute__((__noreturn__))
 #undef __MINGW_ATTRIB_DEPRECATED
 #define __MINGW_ATTRIB_DEPRECATED
 // Emptied for compilers that are no GNU; clang's own headers need it.
