@@ -46,6 +46,9 @@ def string_of(text):
 
 def elements_of(vector):
     """The elements of a std::vector, which is three pointers."""
+    for field in vector.type.strip_typedefs().fields():
+        if field.is_base_class and field.name.startswith("std::__cxx1998::vector<"):
+            vector = vector.cast(field.type)  # _GLIBCXX_DEBUG: what it checks stands before them.
     kind = vector.type.strip_typedefs().template_argument(0)
     start, end = pointer_at(vector), pointer_at(vector, 1)
     count = (int(end) - int(start)) // kind.sizeof
