@@ -54,33 +54,43 @@ in_root()
             exec chroot "$1" bash -ec "$2"' in_root "$folder/root" "$1"
 }
 
-packages_row()
+# Both versions: build/packages and $folder/next/packages.
+build_versions()
 {
-    ((EUID == 0)) || not_run "a bare system is made by root alone"
-    unshare --mount --pid --fork true 2>/dev/null || not_run "no mounts are allowed here"
-    need_packages debootstrap lintian dpkg-dev
-    scripts/package deb
     local lacking
+    scripts/package deb
     lacking=$(flags_that_lack)
     [[ -z $lacking ]] || fail "the preset package lacks flags of Debian's: $lacking"
-    say "lintian"
-    lintian --allow-root --fail-on error,warning --tag-display-limit 0 build/packages/*.deb
-
     say "The next version"
-    configure --preset package -B "$folder/next" -D CMAKE_PROJECT_ZEL_INCLUDE="$PWD/tests/packaging/packed/nextVersion.cmake"
+    configure --preset package -B "$folder/next" \
+        -D CMAKE_PROJECT_ZEL_INCLUDE="$PWD/tests/packaging/packed/nextVersion.cmake"
     cmake --build "$folder/next"
     rm -rf "$folder/next/packages"
     cpack --config "$folder/next/CPackConfig.cmake" -G DEB -B "$folder/next/packages"
+}
 
-    bare_system
+try_in_bare_system()
+{
     local check=$folder/root/root/check
+    bare_system
     mkdir -p "$check/debs" "$check/next"
     cp build/packages/*.deb "$check/debs"
     cp "$folder"/next/packages/*.deb "$check/next"
     cp -r tests "$check/tests"
     cp -r examples/documents "$check/documents"
-    in_root "bash /root/check/tests/packaging/packed/inChroot.sh"
+    in_root "bash /root/check/tests/packaging/packed/inChroot.sh /root/check"
     rm -rf "$folder/root"
+}
+
+packages_row()
+{
+    ((EUID == 0)) || not_run "a bare system is made by root alone"
+    unshare --mount --pid --fork true 2>/dev/null || not_run "no mounts are allowed here"
+    need_packages debootstrap lintian dpkg-dev
+    build_versions
+    say "lintian"
+    lintian --allow-root --fail-on error,warning --tag-display-limit 0 build/packages/*.deb
+    try_in_bare_system
 }
 
 archive_row()

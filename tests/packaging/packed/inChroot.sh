@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # In a system that has nothing but what is needed to build a host: installs the packages in debs/, uses
-# them, installs the next version in next/ over them, and takes them away; then no file is left. Stands
-# with all that it needs in one folder, where it is run.
+# them, installs the next version in next/ over them, and takes them away; then no file is left.
+#   inChroot.sh FOLDER    with debs/, next/, the project's tests/, and its documents in documents/
 set -euo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")"
+cd "$1"
 here=$PWD
 export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
 export HOME=$here/home
@@ -23,15 +23,17 @@ wrong()
 apt()
 {
     apt-get -q -y --no-install-recommends "$@" >"$here/apt.log" 2>&1 || { cat "$here/apt.log"; exit 1; }
-    ! grep -i 'warning:' "$here/apt.log" || wrong "a package complains"
+    ! grep -E '^(dpkg|W): .*(zel|ZEL)' "$here/apt.log" || wrong "a package complains"
 }
 
-# Every path but those of this folder, of the kernel, and of the books and caches of apt and dpkg.
+# Every path but those of this folder, of the kernel, of the books and caches of apt, dpkg, ucf and man,
+# and of what Python keeps of its own files and gdb's when these run.
 all_files()
 {
     find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path "$here" -o -path /var/lib/dpkg \
-        -o -path /var/lib/apt -o -path /var/cache/apt -o -path /var/log -o -path /var/cache/debconf \) -prune \
-        -o -print | sort
+        -o -path /var/lib/apt -o -path /var/lib/ucf -o -path /var/log -o -path /var/cache/apt \
+        -o -path /var/cache/debconf -o -path /var/cache/man \
+        -o -name __pycache__ -not -path '*/dist-packages/*' \) -prune -o -print | sort
 }
 
 packages=(libzel0 libzel-dev libzel-doc python3-zel zel-shading zel-tools)
@@ -46,7 +48,7 @@ desktop_and_pages()
     step "Pages, completion, the kind of file"
     man -w zelsh | grep -x /usr/share/man/man1/zelsh.1.gz
     man -w zeledit | grep -x /usr/share/man/man1/zeledit.1.gz
-    man zelsh | grep -q -- --strict || wrong "the man page is not shown"
+    man zelsh | grep -- --strict >/dev/null || wrong "the man page is not shown"
     # Without a terminal the shell does not load the completions by itself.
     bash -c 'source /usr/share/bash-completion/bash_completion
         for program in zelsh zeledit; do __load_completion $program && complete -p $program; done'
@@ -54,7 +56,7 @@ desktop_and_pages()
         || wrong "the system does not know the documents"
     [[ -s /usr/share/doc/libzel-doc/html/index.html && -d /usr/share/doc/libzel-doc/examples/first ]] \
         || wrong "no documentation"
-    /sbin/ldconfig -p | grep -q 'libZEL\.so\.0 .*/usr/lib/' || wrong "ldconfig does not know the library"
+    ldconfig -p | grep -E 'libZEL\.so\.0 .*/lib/' || wrong "ldconfig does not know the library"
 }
 
 first_version()
@@ -95,9 +97,8 @@ without_tools()
 nothing_left()
 {
     step "Removing all"
-    apt purge "${packages[@]}"
-    ! find / -xdev \( -path "$here" -o -path /proc \) -prune -o -iname '*zel[-0es]*' -print | grep . \
-        || wrong "these files are left"
+    apt purge libzel0 libzel-dev libzel-doc python3-zel zel-shading
+    ! all_files | grep -iE '/[^/]*(zel[-0es.]|shadingDef|shadingPl|x-shading)[^/]*$' || wrong "these are left"
     apt autoremove --purge
     all_files | diff before.txt - || wrong "what was there before and now (<, >) differs"
     ! dpkg-query --list | grep -i zel || wrong "dpkg still knows a package"
