@@ -63,6 +63,6 @@ local:
 file(WRITE ${list} "V_0 {\n};\n")
 execute_process(COMMAND ${CMAKE_COMMAND} -D list=${list} -D output=${workDir}/none
     -P ${scripts}/ZELDefinitionFile.cmake RESULT_VARIABLE result ERROR_VARIABLE error)
-if(result EQUAL 0 OR NOT error MATCHES "names nothing")
+if(result EQUAL 0 OR NOT error MATCHES "names[ \n]+nothing")
     message(SEND_ERROR "An empty list is taken: ${error}")
 endif()
