@@ -61,7 +61,7 @@ function(zel_show_to_plugins target condition)
 endfunction()
 
 # Adds to the variable what links all of the archive in that folder and shows it to plugins, for
-# zel.pc; the other folder has the list of names.
+# zel.pc; the other folder has the list of names. The archive is named once: twice would define all twice.
 function(zel_archive_flags variable archives lists)
     set(flags "${${variable}}")
     set(archive ${CMAKE_STATIC_LIBRARY_PREFIX}ZEL${CMAKE_STATIC_LIBRARY_SUFFIX})
@@ -70,6 +70,8 @@ function(zel_archive_flags variable archives lists)
     elseif(CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF")
         string(APPEND flags " -Wl,--whole-archive -lZEL -Wl,--no-whole-archive"
             " -Wl,--dynamic-list=${lists}/libZEL.dynamic")
+    else()
+        string(APPEND flags " -lZEL")
     endif()
     set(${variable} "${flags}" PARENT_SCOPE)
 endfunction()

@@ -44,6 +44,11 @@ file(STRINGS ${workDir}/build/CMakeCache.txt found REGEX "^ZEL_DIR:" ENCODING UT
 expectSame("find_package found" "${found}" "ZEL_DIR:PATH=${prefix}/${libDir}/cmake/ZEL")
 
 message(STATUS "Through pkg-config")
+# Not every program of that name leaves a repetition out.
+file(STRINGS ${prefix}/${libDir}/pkgconfig/zel.pc libs REGEX "^Libs:")
+string(REGEX MATCHALL "-lZEL|libZEL[.]a" named "${libs}")
+list(LENGTH named times)
+expectSame("zel.pc names the library so often" "${times}" 1)
 set(ENV{PKG_CONFIG_PATH} ${prefix}/${libDir}/pkgconfig)
 foreach(question IN ITEMS --modversion --cflags --libs)
     execute_process(COMMAND ${pkgConfig} ${question} zel
