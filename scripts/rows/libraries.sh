@@ -19,6 +19,7 @@ library_row()
 # The same with a GoogleTest of its own: for flags that change the classes of the standard library.
 library_row_with_googletest()
 {
+    need_packages "${build_packages[@]}"
     googletest_into "$folder/googletest" -D CMAKE_CXX_COMPILER="$2" -D CMAKE_CXX_FLAGS="$3"
     library_row "$@" -D CMAKE_PREFIX_PATH="$folder/googletest"
 }
