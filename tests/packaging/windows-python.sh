@@ -59,7 +59,7 @@ write_import_library
 copy_pybind11
 cmake -S . -B "$folder/build" -G Ninja --fresh \
     -D CMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/windows-x86_64.cmake" \
-    -D CMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)" -D CMAKE_BUILD_TYPE=Debug \
+    -D CMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)" -D CMAKE_BUILD_TYPE= \
     -D CMAKE_COMPILE_WARNING_AS_ERROR=ON -D CMAKE_UNITY_BUILD=ON -D CMAKE_UNITY_BUILD_BATCH_SIZE=32 \
     -D ZEL_BUILD_EXAMPLES=OFF -D ZEL_BUILD_TESTS=OFF -D ZEL_BUILD_BENCHMARKS=OFF \
     -D ZEL_BUILD_CONFORMANCE=OFF -D ZEL_BUILD_PYTHON=ON -D Python3_EXECUTABLE=/usr/bin/python3 \

@@ -10,13 +10,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/../../.."
 mkdir -p "$folder"
 
-llvm=/usr/lib/llvm-14
-compiler=(clang++-14 --target=x86_64-pc-windows-msvc -fms-compatibility -fms-extensions
-    -fms-compatibility-version=19.29 -nostdinc
-    -D_UCRT -D_DLL -D_MT -D_LIBCPP_NO_VCRUNTIME -D_LIBCPP_WCHAR_H_HAS_CONST_OVERLOADS=1
-    -isystem "$llvm/include/c++/v1" -isystem "$(echo "$llvm"/lib/clang/14*/include)"
-    -isystem /usr/x86_64-w64-mingw32/include -isystem /usr/src/googletest/googletest/include
-    -include "$here/crt.h")
+source "$here/compiler.sh"
 strict=(-fsyntax-only -Wall -Wextra -Wpedantic -Wmicrosoft -Wshadow -Woverloaded-virtual
     -Wnon-virtual-dtor -Wno-pragma-once-outside-header -Werror -I include)
 # A library's own: an object that notes a class's name is made where its module is loaded.
