@@ -1,7 +1,8 @@
 # shellcheck shell=bash
 # Two builds of the committed state in two folders give the same bytes.
 
-# Builds the library in a copy of the commit below $folder, without the compiler's cache.
+# Builds the library in a copy of the commit below $folder, and the packages, without the compiler's
+# cache.
 build_copy()
 {
     local copy=$folder/$1
@@ -13,6 +14,7 @@ build_copy()
             -D ZEL_BUILD_TESTS=OFF -D ZEL_BUILD_EXAMPLES=OFF -D ZEL_BUILD_BENCHMARKS=OFF
         cmake --build "$copy/build/$type" --parallel "$(nproc)"
     done
+    "$copy/scripts/package"
 }
 
 # The same bytes, or which file differs.
@@ -25,7 +27,7 @@ same()
 reproducible_row()
 {
     need_packages "${build_packages[@]}" git libgtest-dev
-    local library type
+    local library package type
     export CCACHE_DISABLE=1 SOURCE_DATE_EPOCH
     SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
     build_copy first
@@ -35,6 +37,10 @@ reproducible_row()
         same "build/$type/$library"
         same "build/$type/conformance/libzelConformance.a"
     done
+    diff <(cd "$folder/first/build/packages" && ls) <(cd "$folder/and a second/build/packages" && ls)
+    for package in "$folder"/first/build/packages/*; do
+        same "build/packages/$(basename "$package")"
+    done
 }
 
-declare_row reproducible "two builds in two folders: the same bytes" reproducible_row
+declare_row reproducible "two builds in two folders: the same bytes of the library and of all packages" reproducible_row
