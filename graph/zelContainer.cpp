@@ -1,5 +1,6 @@
 #include "zelContainer.h"
 
+#include "core/zelMadeEarly.h"
 #include "core/zelNameIndex.h"
 #include "core/zelSequence.h"
 #include "core/zelText.h"
@@ -16,8 +17,13 @@ namespace ZEL {
 
 namespace {
 
-/// The documents by UUID; owns none of them. Made when the library is loaded.
-std::map<std::string, Container*> g_knownContainers;
+/// The documents by UUID; owns none of them.
+std::map<std::string, Container*>& knownContainers()
+{
+    static std::map<std::string, Container*> made;
+    return made;
+}
+ZEL_MADE_EARLY(knownContainers);
 
 /// Takes the names of a path one after the other: one more than it has dots.
 class NameReader {
@@ -225,13 +231,13 @@ AddRefWrapper<Port> Container::reverseThisExternalPort(const AddRefWrapper<Port>
 void Container::registerWithUUID(const char* uuid, Container* container)
 {
     if (uuid)
-        g_knownContainers[uuid] = container;
+        knownContainers()[uuid] = container;
 }
 
 Container* Container::getFromUUID(const char* uuid)
 {
-    const auto place = g_knownContainers.find(orEmpty(uuid));
-    return !uuid || place == g_knownContainers.end() ? nullptr : place->second;
+    const auto place = knownContainers().find(orEmpty(uuid));
+    return !uuid || place == knownContainers().end() ? nullptr : place->second;
 }
 
 } // namespace ZEL

@@ -1,5 +1,6 @@
 #include "zelImplHost.h"
 
+#include "core/zelMadeEarly.h"
 #include "core/zelText.h"
 #include "zelRuntime.h"
 
@@ -14,19 +15,8 @@ ImplHost& registry()
 }
 
 namespace {
-
-/// What is made first goes last: static objects of a program that has this source as a part of it
-/// find the registry at their end, too.
-#if defined(__GNUC__) && !defined(__APPLE__)
-__attribute__((constructor(101))) void makeRegistry()
-{
-    registry();
+ZEL_MADE_EARLY(registry);
 }
-#else
-[[maybe_unused]] const ImplHost& g_made = registry();
-#endif
-
-} // namespace
 
 void ImplPluginInfo::setUserName(const char* name)
 {

@@ -19,6 +19,20 @@ void expect(bool holds, const char* what)
     g_good = g_good && holds;
 }
 
+/// A document that is a static object: known by its UUID as long as it lives.
+class Document : public ZEL::Container {
+public:
+    Document() { registerWithUUID("static", this); }
+    ~Document() override
+    {
+        expect(getFromUUID("static") == this, "the table of UUIDs outlives static objects");
+        registerWithUUID("static", nullptr);
+    }
+    ZEL::AddRefWrapper<ZEL::Node> getRootNode() override { return nullptr; }
+    void rebuildCompounds() override {}
+    ZEL::Runtime* getRuntime() override { return g_runtime; }
+};
+
 /// A host that terminates the library as late as it can.
 struct LateHost {
     ~LateHost()
@@ -32,6 +46,8 @@ struct LateHost {
             std::_Exit(1);
     }
 } g_host;
+
+Document g_document;
 
 struct Registration {
     Registration()
@@ -57,5 +73,6 @@ int main()
     host.initialize("");
     expect(g_runtime && host.getRuntimeByName("Built in") == g_runtime,
            "what registered before main is there");
+    expect(ZEL::Container::getFromUUID("static") == &g_document, "so is a static document");
     return 0;
 }
