@@ -27,7 +27,33 @@ windows_row()
     test_row
 }
 
+# The archive, for a host that has its plugins in itself: installed, and linked by both packages.
+windows_static_row()
+{
+    local consumer=tests/packaging/consumer prefix=$folder/installed
+    need_packages ccache cmake make ninja-build pkgconf g++-mingw-w64-x86-64-posix wine64
+    start_wine
+    configure_row -D CMAKE_TOOLCHAIN_FILE="$toolchain" -D CMAKE_BUILD_TYPE=Release -D BUILD_SHARED_LIBS=OFF \
+        -D ZEL_BUILD_TESTS=OFF -D ZEL_BUILD_CONFORMANCE=OFF
+    build_row
+    rm -rf "$prefix"
+    cmake --install "$folder" --prefix "$prefix"
+    [[ ! -e $prefix/bin/libZEL.dll ]]
+
+    configure --fresh -S "$consumer" -B "$folder/consumer" -G Ninja -D CMAKE_TOOLCHAIN_FILE="$toolchain" \
+        -D CMAKE_PREFIX_PATH="$prefix"
+    cmake --build "$folder/consumer"
+    cmake/toolchains/run-on-wine "$folder/consumer/consumer.exe"
+
+    export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
+    # shellcheck disable=SC2046
+    x86_64-w64-mingw32-g++-posix -std=c++17 $(pkg-config --cflags zel) "$consumer/consumer.cpp" \
+        $(pkg-config --libs zel) -o "$folder/consumer/byPkgConfig.exe"
+    cmake/toolchains/run-on-wine "$folder/consumer/byPkgConfig.exe"
+}
+
 declare_row windows "Windows, x86-64: g++ of mingw-w64, Release, exported by the list, under Wine" \
     windows_row -D CMAKE_BUILD_TYPE=Release
 declare_row windows-debug "Windows, x86-64: Debug, exported by the marks in the headers" \
     windows_row -D CMAKE_BUILD_TYPE=Debug -D ZEL_EXPORT_LIST=OFF
+declare_row windows-static "Windows, x86-64: the archive in a host without modules" windows_static_row
