@@ -24,7 +24,7 @@ if(ZEL_SYSROOT)
     # What libraries there need of each other.
     set(libraries ${ZEL_SYSROOT}/lib/${CMAKE_LIBRARY_ARCHITECTURE}:${ZEL_SYSROOT}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE})
     foreach(kind IN ITEMS EXE SHARED MODULE)
-        set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,-rpath-link,${libraries}")
+        set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,-rpath-link,\"${libraries}\"")
     endforeach()
 endif()
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)

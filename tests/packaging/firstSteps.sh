@@ -56,7 +56,7 @@ diff <(for ((i = 0; i < runs; ++i)); do printf '%s\n' "$expected"; done) \
 
 # Without its argument, with a file that is none, and with a module that is no plugin.
 cd "$HOME/first"
-read -ra run <<<"${RUN:-}"
+eval "run=(${RUN:-})"
 fails()
 {
     local wanted=$1 message
