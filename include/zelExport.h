@@ -19,9 +19,9 @@
 #endif
 
 // ZEL_API marks what the shared library exports; everything else is hidden. ZEL_STATIC is defined
-// for the static library and by its CMake target: there the marked names are what a host shows to its
-// plugins, except on Windows, where a program shows none. ZEL_EXPORTS is defined while the library
-// itself is built, ZEL_EXPORTS_LISTED where a list of names says then what is exported.
+// for the static library and by its CMake target: there the marked names are what a host shows to
+// its plugins, except on Windows, where a program shows none. ZEL_EXPORTS is defined while the
+// library itself is built, ZEL_EXPORTS_LISTED where a list of names says then what is exported.
 #if defined(_WIN32) && defined(ZEL_STATIC)
 #define ZEL_API
 #elif defined(_WIN32) && defined(ZEL_EXPORTS_LISTED)
