@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154
 # Other processors, by Debian's cross compilers; qemu runs what is built.
 
 # The compiler and its package that a toolchain file names.
