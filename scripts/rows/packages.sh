@@ -15,21 +15,23 @@ flags_that_lack()
     done
 }
 
-# The machine's release of Debian from its own mirrors, with what a host is built and looked at by.
+# The machine's release of Debian from its own mirrors of that, with what a host is built and looked at by.
 # Unpacked into $folder/root; made anew when there is none that is younger than a month.
 bare_system()
 {
-    local release main tar=$folder/base.tar
+    local release main tar=$folder/base.tar more=()
     # shellcheck source=/dev/null
     release=$(. /etc/os-release && printf '%s' "${VERSION_CODENAME:-}")
-    apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' | sort -u \
+    apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' \
+        'Origin: Debian' | sort -u \
         | awk -v release="$release" '$2 == release || index($2, release "-") == 1' >"$folder/sources"
     main=$(awk -v release="$release" '$2 == release && $3 == "main" { print $1; exit }' "$folder/sources")
     [[ -n $main ]] || not_run "no mirror of Debian's $release among the sources of apt"
     rm -rf "$folder/root"
     if [[ -z $(find "$tar" -mtime -30 2>/dev/null) ]]; then
         say "A bare $release"
-        debootstrap --variant=minbase "$release" "$folder/root" "$main"
+        [[ $main != https:* ]] || more=(--include=ca-certificates)
+        debootstrap --variant=minbase "${more[@]}" "$release" "$folder/root" "$main"
         sed 's/^/deb /' "$folder/sources" >"$folder/root/etc/apt/sources.list"
         apt-config dump | grep -i '^Acquire::[a-z]*::Proxy' >"$folder/root/etc/apt/apt.conf.d/proxy" || true
         cp /etc/resolv.conf "$folder/root/etc/resolv.conf"
