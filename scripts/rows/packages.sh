@@ -31,7 +31,8 @@ bare_system()
     if [[ -z $(find "$tar" -mtime -30 2>/dev/null) ]]; then
         say "A bare $release"
         [[ $main != https:* ]] || more=(--include=ca-certificates)
-        debootstrap --variant=minbase "${more[@]}" "$release" "$folder/root" "$main"
+        # It mounts /proc there; of a name space of its own, nothing stays when it is broken off.
+        unshare --mount debootstrap --variant=minbase "${more[@]}" "$release" "$folder/root" "$main"
         sed 's/^/deb /' "$folder/sources" >"$folder/root/etc/apt/sources.list"
         apt-config dump | grep -i '^Acquire::[a-z]*::Proxy' >"$folder/root/etc/apt/apt.conf.d/proxy" || true
         cp /etc/resolv.conf "$folder/root/etc/resolv.conf"
