@@ -8,6 +8,8 @@ folder=$(cd "$1" && pwd)
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 tree=$(cd "$here/../../.." && pwd)
 llvm=/usr/lib/llvm-14/bin
+version=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' "$tree/CMakeLists.txt")
+library=libZEL.${version%%.*}.dylib
 
 fail()
 {
@@ -49,12 +51,12 @@ exported_from()
 
 check_names()
 {
-    local library=$1 list=$2
-    exported_from "$library" | patterns_of >"$library.names"
-    LC_ALL=C sort "$list" | diff - "$library.names" || fail "other names are exported than are listed"
+    local file=$1 list=$2
+    exported_from "$file" | patterns_of >"$file.names"
+    LC_ALL=C sort "$list" | diff - "$file.names" || fail "other names are exported than are listed"
     local listed exported
     listed=$(grep -cE '^ *_Z[A-Za-z0-9_]*; # ' "$tree/cmake/libZEL.map")
-    exported=$(exported_from "$library" | wc -l)
+    exported=$(exported_from "$file" | wc -l)
     ((listed == exported)) || fail "$exported names are exported, $listed listed"
     echo "exported: the $listed names of the list"
 }
@@ -65,9 +67,9 @@ check_list_counts()
     local build=$1 list=$1/libZEL.exp link
     cp "$list" "$list.kept"
     echo __ZN3ZEL4Node7missingEv >>"$list"
-    link=$(ninja -C "$build" -t commands libZEL.0.1.0.dylib | tail -n 1)
+    link=$(ninja -C "$build" -t commands libZEL.$version.dylib | tail -n 1)
     link=${link//-undefined dynamic_lookup/-Wl,-undefined,error,--error-limit=0}
-    (cd "$build" && sh -c "${link//libZEL.0.1.0.dylib/refused.dylib}") >"$build/refused.log" 2>&1 \
+    (cd "$build" && sh -c "${link//libZEL.$version.dylib/refused.dylib}") >"$build/refused.log" 2>&1 \
         && fail "a name that is missing was linked"
     grep 'undefined symbol: .*ZEL' "$build/refused.log" | sort -u >"$build/refused"
     [[ $(<"$build/refused") == *"Node::missing()" ]] || fail "$(<"$build/refused.log")"
@@ -91,10 +93,10 @@ build_bundle()
         >>"$first/CMakeLists.txt"
     cmake -S "$first" -B "$first/build" "${options[@]}" -D CMAKE_PREFIX_PATH="$prefix" >"$first.log"
     cmake --build "$first/build" >>"$first.log" || fail "$(tail -n 30 "$first.log")"
-    has "host" "$first/build/firstHost" EXECUTE "name @rpath/libZEL.0.dylib" "path $prefix/lib"
+    has "host" "$first/build/firstHost" EXECUTE "name @rpath/$library" "path $prefix/lib"
     cmake --install "$first/build" --prefix "$bundle" >>"$first.log"
-    has "library in the bundle" "$bundle/lib/libZEL.0.dylib" DYLIB "name @rpath/libZEL.0.dylib"
-    has "host in the bundle" "$bundle/bin/firstHost" EXECUTE "name @rpath/libZEL.0.dylib" \
+    has "library in the bundle" "$bundle/lib/$library" DYLIB "name @rpath/$library"
+    has "host in the bundle" "$bundle/bin/firstHost" EXECUTE "name @rpath/$library" \
         "path @loader_path/../lib"
     has "plugin in the bundle" "$bundle/lib/plugins/firstPlugin.so" BUNDLE "path @loader_path/.. "
     if grep -rlF "$folder" "$bundle"; then
@@ -102,31 +104,55 @@ build_bundle()
     fi
 }
 
+# The archive as a part of the first host, which shows it to the plugin.
+build_static()
+{
+    local first="$folder/static first" shown
+    echo "== $architecture, static"
+    cmake -S "$tree" -B "$folder/static" "${options[@]}" "${alone[@]}" -D BUILD_SHARED_LIBS=OFF \
+        -D CMAKE_INSTALL_PREFIX="$folder/static installed" >"$folder/static.log"
+    cmake --build "$folder/static" >>"$folder/static.log" || fail "$(tail -n 30 "$folder/static.log")"
+    cmake --install "$folder/static" >>"$folder/static.log"
+    cmake -S "$tree/examples/first" -B "$first" "${options[@]}" \
+        -D CMAKE_PREFIX_PATH="$folder/static installed" >"$first.log"
+    cmake --build "$first" >>"$first.log" || fail "$(tail -n 30 "$first.log")"
+    shown=$(exported_from "$first/firstHost" | grep -c '^__Z.*3ZEL')
+    ((shown >= 400)) || fail "the host shows $shown names of the library"
+    if exported_from "$first/firstPlugin.so" | grep -x __ZN3ZEL7RuntimeC2Ev; then
+        fail "the plugin has a library of its own"
+    fi
+    echo "the host shows $shown names of the library, the plugin has none of them"
+}
+
 build()
 {
     local architecture=$1 build=$folder/$1 prefix="$folder/$1 installed"
     local options=(-G Ninja --fresh -D CMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake"
         -D ZEL_ARCHITECTURE="$architecture" -D ZEL_C_HEADERS="$folder/c" -D CMAKE_BUILD_TYPE=Release)
+    local alone=(-D CMAKE_COMPILE_WARNING_AS_ERROR=ON -D CMAKE_UNITY_BUILD=ON
+        -D CMAKE_UNITY_BUILD_BATCH_SIZE=32 -D ZEL_BUILD_EXAMPLES=OFF -D ZEL_BUILD_TESTS=OFF
+        -D ZEL_BUILD_BENCHMARKS=OFF -D ZEL_BUILD_CONFORMANCE=OFF)
     rm -f "$build"/libZEL.exp* # Of a run that was broken off.
     echo "== $architecture"
-    cmake -S "$tree" -B "$build" "${options[@]}" -D CMAKE_INSTALL_PREFIX="$prefix" \
-        -D CMAKE_COMPILE_WARNING_AS_ERROR=ON -D CMAKE_UNITY_BUILD=ON -D CMAKE_UNITY_BUILD_BATCH_SIZE=32 \
-        -D ZEL_BUILD_EXAMPLES=OFF -D ZEL_BUILD_TESTS=OFF -D ZEL_BUILD_BENCHMARKS=OFF \
-        -D ZEL_BUILD_CONFORMANCE=OFF >"$build.log"
+    cmake -S "$tree" -B "$build" "${options[@]}" "${alone[@]}" -D CMAKE_INSTALL_PREFIX="$prefix" \
+        >"$build.log"
     cmake --build "$build" >>"$build.log" || fail "$(tail -n 30 "$build.log")"
     # shellcheck disable=SC2016
     if grep -nE -e 'version-script|soname|no-undefined|-z defs|as-needed|gnu-unique|semantic-interposition|\$ORIGIN' \
         "$build/build.ninja"; then
         fail "these options are GNU's alone"
     fi
-    has "library" "$build/libZEL.0.dylib" "@rpath/libZEL.0.dylib" "current version 0.1.0"
+    has "library" "$build/$library" "@rpath/$library" "current version $version"
     check_names "$build/libZEL.dylib" "$build/libZEL.exp"
     check_list_counts "$build"
 
     rm -rf "$prefix"
     cmake --install "$build" >/dev/null
-    (cd "$prefix" && ls lib/libZEL.dylib lib/libZEL.0.dylib lib/libZEL.*.*.*.dylib)
+    (cd "$prefix" && ls lib/libZEL.dylib lib/$library lib/libZEL.*.*.*.dylib)
     build_bundle
+    if [[ $architecture == arm64 ]]; then
+        build_static
+    fi
 }
 
 write_headers
