@@ -27,10 +27,11 @@ windows_row()
     test_row
 }
 
-# The archive, for a host that has its plugins in itself: installed, and linked by both packages.
+# The archive, for a host that has its plugins in itself: installed, and linked by both packages; and a
+# program with a plugin in it.
 windows_static_row()
 {
-    local consumer=tests/packaging/consumer prefix=$folder/installed
+    local consumer=tests/packaging/consumer prefix=$folder/installed flags source program
     need_packages ccache cmake make ninja-build pkgconf g++-mingw-w64-x86-64-posix wine64
     start_wine
     configure_row -D CMAKE_TOOLCHAIN_FILE="$toolchain" -D CMAKE_BUILD_TYPE=Release -D BUILD_SHARED_LIBS=OFF \
@@ -46,10 +47,12 @@ windows_static_row()
     cmake/toolchains/run-on-wine "$folder/consumer/consumer.exe"
 
     export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
-    # shellcheck disable=SC2046
-    x86_64-w64-mingw32-g++-posix -std=c++17 $(pkg-config --cflags zel) "$consumer/consumer.cpp" \
-        $(pkg-config --libs zel) -o "$folder/consumer/byPkgConfig.exe"
-    cmake/toolchains/run-on-wine "$folder/consumer/byPkgConfig.exe"
+    eval "flags=($(pkg-config --cflags --libs zel))" # An array: the path may have blanks.
+    for source in "$consumer/consumer.cpp" tests/abi/border/builtIn.cpp; do
+        program=$folder/consumer/byPkgConfig-$(basename "$source" .cpp).exe
+        x86_64-w64-mingw32-g++-posix -std=c++17 "$source" "${flags[@]}" -o "$program"
+        cmake/toolchains/run-on-wine "$program"
+    done
 }
 
 declare_row windows "Windows, x86-64: g++ of mingw-w64, Release, exported by the list, under Wine" \
