@@ -95,6 +95,10 @@ endif()
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS libzel-doc)
 set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
 
+# Before any is made.
+set(CPACK_ZEL_PREFIX ${CMAKE_INSTALL_PREFIX})
+set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/packaging/begin.cmake)
+
 # When all are made.
 set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/finish.cmake)
 include(CPack)
