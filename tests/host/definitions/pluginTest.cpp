@@ -71,7 +71,7 @@ TEST(PluginModule, HoldsTheCodeOfItsRuntimeOnly)
         definition = shading::DefinitionIndex(*plugin.runtime()).named("ND_add_float");
         EXPECT_EQ("shadingPlugin.so", codeOf(plugin.runtime()));
         EXPECT_EQ(0U, codeOf(type.get()).find(kLibraryFile));
-        EXPECT_EQ("libshadingDefinitions.so", codeOf(definition.get()));
+        EXPECT_EQ(0U, codeOf(definition.get()).find("libshadingDefinitions.so"));
     }
     EXPECT_STREQ("color3", type->getName());
     EXPECT_EQ("in1", definition->record().inputs[0].name);
