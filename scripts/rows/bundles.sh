@@ -9,9 +9,8 @@ windows_bundle_row()
     configure_row -D CMAKE_TOOLCHAIN_FILE="$toolchain" -D CMAKE_BUILD_TYPE=Release \
         -D ZEL_BUILD_TESTS=OFF -D ZEL_BUILD_CONFORMANCE=OFF
     build_row
-    export WINEPREFIX=$folder/wine WINEPATH= WINEDEBUG=-all # Its own system, which has no other DLL.
-    unset DISPLAY WAYLAND_DISPLAY
-    trap '/usr/lib/wine/wineserver64 -k || true' EXIT
+    start_wine
+    export WINEPATH= # Its own folder of Windows has no other DLL.
     tests/packaging/bundled.sh "$folder" "$folder/bundled" "$toolchain" /usr/lib/wine/wine64
 }
 
