@@ -67,7 +67,7 @@ check_list_counts()
     local build=$1 list=$1/libZEL.exp link
     cp "$list" "$list.kept"
     echo __ZN3ZEL4Node7missingEv >>"$list"
-    link=$(ninja -C "$build" -t commands libZEL.$version.dylib | tail -n 1)
+    link=$(ninja -C "$build" -t commands "libZEL.$version.dylib" | tail -n 1)
     link=${link//-undefined dynamic_lookup/-Wl,-undefined,error,--error-limit=0}
     (cd "$build" && sh -c "${link//libZEL.$version.dylib/refused.dylib}") >"$build/refused.log" 2>&1 \
         && fail "a name that is missing was linked"
@@ -148,7 +148,7 @@ build()
 
     rm -rf "$prefix"
     cmake --install "$build" >/dev/null
-    (cd "$prefix" && ls lib/libZEL.dylib lib/$library lib/libZEL.*.*.*.dylib)
+    (cd "$prefix" && ls lib/libZEL.dylib "lib/$library" lib/libZEL.*.*.*.dylib)
     build_bundle
     if [[ $architecture == arm64 ]]; then
         build_static
