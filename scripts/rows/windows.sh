@@ -19,6 +19,8 @@ start_wine()
 # windows_row [cmake arguments]
 windows_row()
 {
+    [[ $PWD != *[![:ascii:]]* ]] \
+        || not_run "programs of Windows read the tests' files in folders with ASCII names only"
     need_packages ccache cmake make ninja-build pkgconf g++-mingw-w64-x86-64-posix wine64
     start_wine
     googletest_into "$folder/googletest" -D CMAKE_TOOLCHAIN_FILE="$toolchain"
