@@ -28,7 +28,10 @@ function(zel_add_library target)
 
     add_library(${target} STATIC)
     add_library(ZEL::archive ALIAS ${target})
-    set_target_properties(${target} PROPERTIES EXPORT_NAME archive POSITION_INDEPENDENT_CODE ON)
+    set_target_properties(${target} PROPERTIES
+        EXPORT_NAME archive
+        POSITION_INDEPENDENT_CODE ON
+        INTERPROCEDURAL_OPTIMIZATION OFF) # Hosts link it by compilers and linkers of their own.
     target_compile_definitions(${target} PUBLIC ZEL_STATIC)
     target_compile_features(zelPlugin INTERFACE cxx_std_17)
     target_compile_definitions(zelPlugin INTERFACE ZEL_STATIC)
