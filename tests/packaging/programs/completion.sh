@@ -64,7 +64,7 @@ for page in "$packaging"/man/*; do
     checks mandoc -T lint -W warning "$page"
 done
 if command -v fish >/dev/null; then
-    shown=$(HOME=$work fish --no-config -c "source $packaging/completion/zelsh.fish; complete -C 'zelsh one.mtlx -c disc'" \
+    shown=$(HOME=$work fish --no-config -c "source '$packaging/completion/zelsh.fish'; complete -C 'zelsh one.mtlx -c disc'" \
         | cut -f 1 | sort | paste -sd,)
     [[ $shown == disconnect,disconnect-all ]] || { echo "fish offers: $shown"; exit 1; }
 fi
