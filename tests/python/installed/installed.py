@@ -48,7 +48,7 @@ def edit_a_document(shading):
 def files_of_the_project():
     """Those of this project's files that are loaded."""
     names = ("libZEL", "_zel.", "_shading.", "libshadingDefinitions", "shadingPlugin")
-    files = {pathlib.Path(line.split()[5]) for line in open("/proc/self/maps") if "/" in line}
+    files = {pathlib.Path(line.rstrip("\n").split(maxsplit=5)[5]) for line in open("/proc/self/maps") if "/" in line}
     return {file for file in files if file.name.startswith(names)}
 
 
