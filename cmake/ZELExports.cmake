@@ -19,6 +19,7 @@ endif()
 # takes a string or a vector has another name, and strings have another size, so the bases of a class
 # lie at other offsets, which the names of thunks have. Such names are listed with a "*" there.
 function(zel_list_for_standard_library list result)
+    unset(ZEL_NAMES_AS_LISTED CACHE) # The flags of a folder may change.
     check_cxx_source_compiles("
         #include <string>
         #if !defined(__GLIBCXX__) || !_GLIBCXX_USE_CXX11_ABI || defined(_GLIBCXX_DEBUG)
