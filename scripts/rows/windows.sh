@@ -16,6 +16,18 @@ start_wine()
     cmake/toolchains/run-on-wine wineboot
 }
 
+# How a program finds its own file, which a bundle of a host goes by.
+find_own_program()
+{
+    local program=$folder/ownProgram.exe said
+    x86_64-w64-mingw32-g++-posix -std=c++17 -Wall -Wextra -Werror -I host -x c++ host/base/programPath.cpp \
+        - -o "$program" <<<'#include "base/programPath.h"
+#include <iostream>
+int main() { std::cout << shading::programPath().filename().string(); }'
+    said=$(cmake/toolchains/run-on-wine "$program")
+    [[ $said == ownProgram.exe ]] || fail "a program takes \"$said\" for its own file"
+}
+
 # windows_row [cmake arguments]
 windows_row()
 {
@@ -26,6 +38,7 @@ windows_row()
     googletest_into "$folder/googletest" -D CMAKE_TOOLCHAIN_FILE="$toolchain"
     configure_row -D CMAKE_TOOLCHAIN_FILE="$toolchain" -D CMAKE_PREFIX_PATH="$folder/googletest" "$@"
     build_row
+    find_own_program
     test_row
 }
 
